@@ -1,0 +1,23 @@
+# Compiler options that every target of this tree shares (interface libraries, so that third-party code is spared).
+
+add_library(quor_options INTERFACE)
+target_compile_features(quor_options INTERFACE cxx_std_20)
+target_include_directories(quor_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(quor_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wconditionally-supported -Wnon-virtual-dtor -Werror)
+if(WIN32)
+    # ANSI calls; the newest names that the common controls of this toolchain know.
+    target_compile_definitions(quor_options INTERFACE
+        WINVER=0x0A00 _WIN32_WINNT=0x0A00 _WIN32_IE=0x0A00 NOMINMAX WIN32_LEAN_AND_MEAN STRICT
+        __USE_MINGW_ANSI_STDIO=1)
+else()
+    target_compile_options(quor_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+        -fno-omit-frame-pointer)
+    target_link_options(quor_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# Windowless code: the conversions are checked, and the framework door shows no window to it.
+add_library(quor_core_options INTERFACE)
+target_link_libraries(quor_core_options INTERFACE quor_options)
+target_compile_options(quor_core_options INTERFACE -Wconversion)
+target_compile_definitions(quor_core_options INTERFACE QUOR_WINDOWLESS)

@@ -1,0 +1,76 @@
+# Shared by ./run, ./test and ./bench: packages, builds, Wine prefixes. Sourced with $root set to the repository.
+# All that these scripts write goes below build/ and out/.
+
+build="$root/build"
+wine=/usr/lib/wine/wine64
+wineserver=/usr/lib/wine/wineserver64
+packages=(g++ cmake ninja-build g++-mingw-w64-x86-64-posix wine64 libwine googletest xvfb xauth xdotool imagemagick
+    fonts-wine fonts-liberation libboost-dev util-linux)
+
+die() { printf '%s\n' "$1" >&2; exit 2; }
+
+# Installs what is missing, or says the exact line that would.
+need_packages() { # package...
+    local missing=() p
+    for p in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Abbrev}' "$p" 2>/dev/null)" = "ii " ] || missing+=("$p")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local line="apt-get install -y --no-install-recommends ${missing[*]}" sudo=""
+    if [ "$(id -u)" -ne 0 ]; then
+        sudo -n true 2>/dev/null || die "Missing packages. As root, run: apt-get update && $line"
+        sudo="sudo -n"
+    fi
+    printf 'Installing: %s\n' "${missing[*]}" >&2
+    mkdir -p "$build"
+    { $sudo env DEBIAN_FRONTEND=noninteractive apt-get update &&
+        $sudo env DEBIAN_FRONTEND=noninteractive $line; } >"$build/apt.log" 2>&1 ||
+        die "Packages could not be installed (see build/apt.log). As root, run: apt-get update && $line"
+}
+
+# Configures once and builds what changed. Quiet when nothing is to do.
+build_preset() { # preset [target...]
+    local preset=$1; shift
+    mkdir -p "$build"
+    if [ ! -f "$build/$preset/build.ninja" ]; then
+        (cd "$root" && cmake --preset "$preset") >"$build/configure-$preset.log" 2>&1 ||
+            { cat "$build/configure-$preset.log" >&2; return 1; }
+    fi
+    ninja -C "$build/$preset" "$@" >"$build/build-$preset.log" 2>&1 || { tail -n 60 "$build/build-$preset.log" >&2; return 1; }
+    tail -n 1 "$build/build-$preset.log"
+}
+
+# Wine writes only below build/: HOME too; no menu entries, no .NET, no browser, no debugger.
+wine_environment() { # prefix name: tests or demo
+    export WINEPREFIX="$build/wine/$1" HOME="$build/wine/home" XDG_RUNTIME_DIR="$build/wine/home"
+    export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d;winedbg.exe=d" WINEDEBUG="${WINEDEBUG:--all}"
+    unset WAYLAND_DISPLAY
+    mkdir -p "$HOME"; chmod 700 "$HOME"
+}
+
+registry() { # key, name, data (a string value)
+    "$wine" reg add "$1" /v "$2" /t REG_SZ /d "$3" /f >/dev/null 2>&1
+}
+
+# Two prefixes out of one template: tests use the null driver (no display), the demo X11 without managed windows.
+make_prefixes() {
+    [ -f "$build/wine/ready" ] && return 0
+    rm -rf "$build/wine"; mkdir -p "$build/wine"
+    (
+        wine_environment template
+        unset DISPLAY
+        "$wine" wineboot -i >"$build/wine/boot.log" 2>&1 || { cat "$build/wine/boot.log" >&2; exit 1; }
+        registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog 0
+        "$wineserver" -w
+        cp -a "$build/wine/template" "$build/wine/tests"
+        cp -a "$build/wine/template" "$build/wine/demo"
+        rm -rf "$build/wine/template"
+        wine_environment tests
+        registry 'HKCU\Software\Wine\Drivers' Graphics null
+        "$wineserver" -k; "$wineserver" -w
+        wine_environment demo
+        registry 'HKCU\Software\Wine\X11 Driver' Managed N
+        "$wineserver" -k; "$wineserver" -w
+    ) || die "The Wine prefixes could not be made; see build/wine/boot.log"
+    touch "$build/wine/ready"
+}
