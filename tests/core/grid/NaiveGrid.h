@@ -3,7 +3,7 @@
 // the windowless tests and a real one in the tests on windows. Row numbers: see FilterListBaseData.h.
 #pragma once
 
-#include "src/grid/core/ListLayout.h"
+#include "src/grid/core/RowLayout.h"
 
 #include <functional>
 #include <map>
@@ -183,7 +183,7 @@ public:
     std::vector<int> display;
     std::map<Row, Numbers> numbers;
     bool reverse = false;
-    ListLayout layout;  // only its plain fields are read
+    RowLayout layout;  // only its plain fields are read
     bool dirtyNews = false;
     RECT dirty{};
 

@@ -166,7 +166,7 @@ private:
     }
 
     void setLayout(Pair& grid) {
-        ListLayout layout{.rowHeight = 16, .topIndex = pick(30), .countPerPage = 1 + pick(12)};
+        RowLayout layout{.rowHeight = 16, .topIndex = pick(30), .countPerPage = 1 + pick(12)};
         layout.horizontalScroll = pick(100);
         layout.totalWidth = 400;
         layout.headerHeight = 17;

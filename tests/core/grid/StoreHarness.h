@@ -61,7 +61,7 @@ public:
 
     RowStore store;
     PretendedControl native;
-    ListLayout layout;
+    RowLayout layout;
     DirtyArea dirty;
     RowTest test;
 

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 
-struct ListLayout {
+struct RowLayout {
     int rowHeight = 0;
     int topIndex = 0;  // visual index of the first row in view
     int countPerPage = 0;
@@ -47,12 +47,12 @@ public:
     void clearNews() { DirtyFlag = false; }
 
     // One row, wherever it stands. Nothing while the window is hidden: showing it paints everything.
-    void addRow(const ListLayout& layout, int visual) {
+    void addRow(const RowLayout& layout, int visual) {
         if (layout.visible) add(layout.rowRect(visual));
     }
 
     // From a row to the end of the page. Nothing while the window is hidden, or when the first row is outside the page.
-    void addToPageEnd(const ListLayout& layout, int first, int count) {
+    void addToPageEnd(const RowLayout& layout, int first, int count) {
         const int last = layout.pageEnd(count);
         if (!layout.visible || first < layout.topIndex || first > last) return;
         RECT range = layout.rowRect(first);

@@ -1,4 +1,4 @@
-#include "src/grid/core/ListLayout.h"
+#include "src/grid/core/RowLayout.h"
 
 #include <gtest/gtest.h>
 
@@ -6,14 +6,14 @@
 
 namespace {
 
-ListLayout scrolled() {
-    ListLayout layout{.rowHeight = 16, .topIndex = 100, .countPerPage = 10, .horizontalScroll = 30, .totalWidth = 400};
+RowLayout scrolled() {
+    RowLayout layout{.rowHeight = 16, .topIndex = 100, .countPerPage = 10, .horizontalScroll = 30, .totalWidth = 400};
     layout.headerHeight = 20;
     layout.visible = true;
     return layout;
 }
 
-TEST(ListLayout, RowsStandBelowTheHeaderAndMoveWithTheScroll) {
+TEST(RowLayout, RowsStandBelowTheHeaderAndMoveWithTheScroll) {
     const RECT rect = scrolled().rowRect(102);
     EXPECT_EQ(rect.left, -30);
     EXPECT_EQ(rect.right, 370);
@@ -21,22 +21,22 @@ TEST(ListLayout, RowsStandBelowTheHeaderAndMoveWithTheScroll) {
     EXPECT_EQ(rect.bottom, 68);
 }
 
-TEST(ListLayout, ARowFarAwayHasARectangleThatDoesNotWrap) {
-    ListLayout layout = scrolled();
+TEST(RowLayout, ARowFarAwayHasARectangleThatDoesNotWrap) {
+    RowLayout layout = scrolled();
     EXPECT_GT(layout.rowRect(INT_MAX).top, 1000);
     layout.topIndex = INT_MAX;
     EXPECT_LT(layout.rowRect(0).bottom, -1000);
 }
 
-TEST(ListLayout, ThePageEndsAtTheLastRow) {
+TEST(RowLayout, ThePageEndsAtTheLastRow) {
     EXPECT_EQ(scrolled().pageEnd(1000), 109);
     EXPECT_EQ(scrolled().pageEnd(105), 104);
 }
 
-TEST(ListLayout, AFallingCountPullsThePageUp) {
+TEST(RowLayout, AFallingCountPullsThePageUp) {
     const struct { int count, top; } table[] = {{1000, 100}, {110, 100}, {109, 99}, {10, 0}, {3, 0}};
     for (const auto& row : table) {
-        ListLayout layout = scrolled();
+        RowLayout layout = scrolled();
         layout.countFellTo(row.count);
         EXPECT_EQ(layout.topIndex, row.top) << row.count;
     }
