@@ -27,7 +27,7 @@
 // their own members by static_cast.
 typedef int (CWnd::*TextColorCallback)(DWORD_PTR rowData, COLORREF& color, int, int);
 typedef int (CWnd::*TextColorWithLineCallback)(DWORD_PTR rowData, COLORREF& color, int, int, int line);
-typedef int (CWnd::*ToolTipTextCallback)(DWORD_PTR rowData, CString& text, int row, int place);
+typedef int (CWnd::*ToolTipTextCallback)(int row, int place, CString& text);
 
 class QUOR_CONTROLS_API CCommonListCtrl : public CListCtrl {
     DECLARE_DYNAMIC(CCommonListCtrl)
@@ -230,15 +230,18 @@ public:
 
     int m_bRowDragEnabled = 0;
 
-protected:
-    void PreSubclassWindow() override;
+    // --- The framework's operations
+
     BOOL DestroyWindow() override;
-    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     BOOL PreTranslateMessage(MSG* message) override;
     INT_PTR OnToolHitTest(CPoint point, TOOLINFO* info) const override;
     // The owner paints: forwards WM_DRAWITEM to it with the list's control id. While such a forward is under way, a
     // WM_DRAWITEM that comes back reflected returns at once, so that an owner that does not paint is no endless loop.
     void DrawItem(LPDRAWITEMSTRUCT item) override;
+
+protected:
+    void PreSubclassWindow() override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
     afx_msg void MeasureItem(LPMEASUREITEMSTRUCT item);
     afx_msg LRESULT OnSetFont(WPARAM font, LPARAM redraw);
