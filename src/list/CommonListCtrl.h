@@ -255,15 +255,23 @@ protected:
     void LayOutHeaderToolTips();
 
 private:
+    // Life.
     void StartOnLivingControl();
+    // Columns.
     void InsertColumnsForList_Recursive(int* unused);
-    void ReadAppearance();
-    void ApplyAppearanceFont();
-    void ApplyAppearanceColors();
-    CString AppearanceKey() const;
+    void InsertColumnRecord(int place, int columnIndex, int width);
     void DeleteAllColumns();
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
+    void RemoveHeaderToolTip(int place);
+    // Appearance.
+    bool ReadRecoverySetting(const char* section, CString& record);
+    void ReadAppearance();
+    void ReadUserAppearance();
+    void ApplyAppearanceFont();
+    void ApplyAppearanceColors();
+    void ReplaceFont(const LOGFONT& description);
+    CRect RowsInView();
 
     // Calls into what is not built yet; empty bodies.
     void ReadDealSlipState();
@@ -278,6 +286,6 @@ private:
     std::shared_ptr<CImageList> m_headerImages;  // one for all lists of the process
     CFont m_font;                                // the font of m_Appearance, once applied
     bool m_bCreating = false;                    // inside the framework's creation: the control answers nothing yet
-    bool m_bInitialised = false;                 // CommonInitList ran for the present window
+    HWND m_hInitialised = nullptr;               // the window for which CommonInitList ran
     bool m_bForwardingDrawItem = false;
 };
