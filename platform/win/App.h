@@ -68,12 +68,11 @@ QUOR_FRAMEWORK_API LPCSTR AfxGetAppName();
 
 // CWinApp::PumpMessage where there is an application, else the same work.
 QUOR_FRAMEWORK_API BOOL AfxPumpMessage();
-// One idle turn of the pump: CWinApp::OnIdle, or the framework's own part of it.
+// One idle turn of the pump: CWinApp::OnIdle, or the framework's own part of it. Temporary objects die in it, unless a
+// message is being handled further up the stack.
 QUOR_FRAMEWORK_API BOOL AfxOnIdle(LONG lCount);
 QUOR_FRAMEWORK_API BOOL AfxPreTranslateMessage(MSG* pMsg);
 QUOR_FRAMEWORK_API void AfxPostQuitMessage(int nExitCode);
-// Runs `free` when temporary objects die: when the pump is idle at its outermost level. At most once a function.
-QUOR_FRAMEWORK_API void AfxAddTempMap(void (*free)());
 
 // The standard start of a program: InitInstance, Run, ExitInstance of the application object. Returns the exit code.
 QUOR_FRAMEWORK_API int AfxWinMain(HINSTANCE hInstance, LPSTR lpCmdLine, int nCmdShow);

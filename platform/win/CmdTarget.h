@@ -34,7 +34,7 @@ struct AFX_NOTIFY {
     NMHDR* pNMHDR;
 };
 
-// Runs one handler. False: the handler declined, the search goes on.
+// Runs one handler. False: the handler declined, and the next target (view, frame, parent) is asked.
 using AFX_THUNK = bool (*)(CCmdTarget* target, AFX_MSG_ARGS& args);
 
 struct AFX_MSGMAP_ENTRY {
@@ -95,9 +95,6 @@ public:
     BOOL m_bEnableChanged = FALSE;
     BOOL m_bContinueRouting = FALSE;
 
-private:
-    // Pointers to members would leave the menu's own object out: the raw handle is enough.
-    HMENU menuHandle() const;
 };
 
 // Base of CWnd and CWinApp: owns a message map and routes commands through it.

@@ -326,7 +326,6 @@ public:
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
     // Whether this object is a frame (dialogs and child windows look for one).
     virtual BOOL IsFrameWnd() const;
-    virtual WNDPROC* GetSuperWndProcAddr();
 
 protected:
     // TRUE: handled, *pResult is the answer.
