@@ -60,10 +60,10 @@ protected:
     LPCDLGTEMPLATE m_lpDialogTemplate = nullptr;
 
 private:
-    CString m_templateName;  // holds a name given by text
+    BOOL createDialog(LPCDLGTEMPLATE dialogTemplate, CWnd* parent, HINSTANCE module);
 
-    BOOL createFromTemplate(LPCDLGTEMPLATE dialogTemplate, CWnd* parent, HINSTANCE instance);
-    LPCDLGTEMPLATE findTemplate(HINSTANCE& instance) const;
+    CString m_templateName;  // holds a name given by text
+    bool m_centre = false;   // the template leaves the place open
 };
 
 // One transfer between a window's controls and its members.

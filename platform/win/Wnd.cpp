@@ -230,6 +230,7 @@ void CWnd::OnNcDestroy() {
         AfxPostQuitMessage(0);
     }
     if (state.mainWindow == this) state.mainWindow = nullptr;
+    quor::forgetTipsOf(*this);
     Default();
     WindowCore::giveBack(*this);
     Detach();
@@ -432,7 +433,7 @@ LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam) const {
 }
 
 void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm) {
-    for (HWND child = ::GetTopWindow(m_hWnd); child; child = ::GetNextWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = ::GetTopWindow(m_hWnd); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         CWnd* object = FromHandlePermanent(child);
         if (object || !bOnlyPerm) ::SendMessageA(child, message, wParam, lParam);
         if (bDeep && ::GetTopWindow(child)) FromHandle(child)->SendMessageToDescendants(message, wParam, lParam, bDeep,

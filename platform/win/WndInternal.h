@@ -28,6 +28,7 @@ struct WindowState {
     CWnd* mainWindow = nullptr;  // without an application object
     CWinApp* app = nullptr;
     HINSTANCE resources = nullptr;
+    WPARAM exitCode = 0;     // of the last quit message
     CWnd* tip = nullptr;     // the shared tool tip window, owned by itself
 };
 
@@ -38,6 +39,7 @@ WindowState& windowState();
 struct WindowCore {
     static void takeOver(CWnd& window);
     static void giveBack(CWnd& window);
+    static void endWithoutWindow(CWnd& window) { window.PostNcDestroy(); }
     static LRESULT call(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam);
 };
 
@@ -53,13 +55,24 @@ public:
 // Offers a message to the control that caused it. False without a permanent object.
 bool reflect(HWND child, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
 
+// The shared tip window has no tool of this window any more.
+void forgetTipsOf(const CWnd& window);
+
 // The entry of a window message, or null.
 const AFX_MSGMAP_ENTRY* findMessage(const AFX_MSGMAP* map, UINT message);
+
+// A dialog resource; null for a name that is not found. No name: a form without controls.
+LPCDLGTEMPLATE dialogTemplate(HINSTANCE module, LPCSTR name);
+// Makes the dialog window of an object (a dialog, form or bar). False without a template.
+bool createFromTemplate(CWnd& window, LPCDLGTEMPLATE dialogTemplate, CWnd* parent, HINSTANCE module);
+// A key or mouse message.
+bool isInput(const MSG& message);
 
 // The framework's part of an idle turn.
 BOOL idle(LONG count);
 BOOL pump();
-// Waits for the next message with idle turns before it; true when there is one at once or later.
+int showMessageBox(LPCSTR text, UINT nType);
+// Idle turns until there is a message or nothing left to do.
 void idleUntilMessage(LONG& count);
 
 }  // namespace quor
