@@ -1,5 +1,6 @@
 // Colours, font, row height, and what is painted here: nothing but the area that no cell covers. Rows are painted by
 // the owner window, or by a derived list.
+#include "platform/tools/QuorTools.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/core/ColumnArrays.h"

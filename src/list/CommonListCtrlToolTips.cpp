@@ -83,7 +83,7 @@ void CCommonListCtrl::LayOutHeaderToolTips() {
 BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     const auto* notification = reinterpret_cast<const NMHEADER*>(lParam);
     if (m_bHeaderToolTips && m_bRedrawEnabled) {
-        switch (static_cast<int>(notification->hdr.code)) {
+        switch (notification->hdr.code) {
             case HDN_ITEMCHANGEDA:  // -301
             case HDN_ITEMCHANGEDW:  // -321
                 LayOutHeaderToolTips();
