@@ -1,0 +1,121 @@
+#include "platform/Framework.h"
+
+#include <wincodec.h>
+
+namespace {
+
+template <class Interface>
+class ComPointer {
+public:
+    ComPointer() = default;
+    ComPointer(const ComPointer&) = delete;
+    ComPointer& operator=(const ComPointer&) = delete;
+    ~ComPointer() {
+        if (m_pointer) m_pointer->Release();
+    }
+    Interface** out() { return &m_pointer; }
+    Interface* operator->() const { return m_pointer; }
+    Interface* get() const { return m_pointer; }
+
+private:
+    Interface* m_pointer = nullptr;
+};
+
+// A thread that has another apartment already keeps it: COM can be used all the same.
+class ComScope {
+public:
+    ComScope() : m_result(::CoInitialize(nullptr)) {}
+    ComScope(const ComScope&) = delete;
+    ComScope& operator=(const ComScope&) = delete;
+    ~ComScope() {
+        if (SUCCEEDED(m_result)) ::CoUninitialize();
+    }
+
+private:
+    HRESULT m_result;
+};
+
+// Top-down rows of 32 bits.
+BITMAPINFO bitmapInfo(int width, int height) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    return info;
+}
+
+struct Step {
+    const char* name;
+    HRESULT result;
+};
+
+// Runs the steps of one encoding; the first failure ends it and is named.
+Step writePng(const WindowPicture& picture, const wchar_t* path) {
+    ComPointer<IWICImagingFactory> factory;
+    ComPointer<IWICStream> stream;
+    ComPointer<IWICBitmapEncoder> encoder;
+    ComPointer<IWICBitmapFrameEncode> frame;
+    WICPixelFormatGUID format = GUID_WICPixelFormat32bppBGRA;
+    const UINT width = static_cast<UINT>(picture.width);
+    const UINT height = static_cast<UINT>(picture.height);
+    const UINT stride = width * 4;
+    HRESULT result = ::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
+                                        reinterpret_cast<void**>(factory.out()));
+    if (FAILED(result)) return {"no imaging component", result};
+    if (FAILED(result = factory->CreateStream(stream.out())) ||
+        FAILED(result = stream->InitializeFromFilename(path, GENERIC_WRITE)))
+        return {"the file cannot be opened for writing", result};
+    if (FAILED(result = factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.out())) ||
+        FAILED(result = encoder->Initialize(stream.get(), WICBitmapEncoderNoCache)) ||
+        FAILED(result = encoder->CreateNewFrame(frame.out(), nullptr)) || FAILED(result = frame->Initialize(nullptr)) ||
+        FAILED(result = frame->SetSize(width, height)) || FAILED(result = frame->SetPixelFormat(&format)))
+        return {"no PNG encoder", result};
+    auto* bytes = reinterpret_cast<BYTE*>(const_cast<std::uint32_t*>(picture.pixels.data()));
+    if (FAILED(result = frame->WritePixels(height, stride, stride * height, bytes)) ||
+        FAILED(result = frame->Commit()) || FAILED(result = encoder->Commit()))
+        return {"the picture cannot be written", result};
+    return {nullptr, S_OK};
+}
+
+}  // namespace
+
+bool quorCaptureClientArea(HWND window, WindowPicture& picture) {
+    RECT client{};
+    if (!::GetClientRect(window, &client) || ::IsRectEmpty(&client)) return false;
+    CWnd* const source = CWnd::FromHandle(window);
+    CClientDC from(source);
+    CDC memory;
+    CBitmap section;
+    void* bits = nullptr;
+    const BITMAPINFO info = bitmapInfo(client.right, client.bottom);
+    if (!memory.CreateCompatibleDC(&from) ||
+        !section.Attach(::CreateDIBSection(from, &info, DIB_RGB_COLORS, &bits, nullptr, 0)))
+        return false;
+    const SelectScope selected(memory, section);
+    if (!memory.BitBlt(0, 0, client.right, client.bottom, &from, 0, 0, SRCCOPY)) return false;
+    ::GdiFlush();
+    const auto* const first = static_cast<const std::uint32_t*>(bits);
+    picture.width = client.right;
+    picture.height = client.bottom;
+    picture.pixels.assign(first, first + static_cast<std::size_t>(client.right) * static_cast<std::size_t>(client.bottom));
+    for (std::uint32_t& pixel : picture.pixels) pixel |= 0xFF000000u;
+    return true;
+}
+
+bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error) {
+    Step failure = {"the window has no client area to capture", S_OK};
+    WindowPicture picture;
+    if (quorCaptureClientArea(window, picture)) {
+        wchar_t widePath[MAX_PATH];
+        const ComScope com;
+        failure = ::MultiByteToWideChar(CP_ACP, 0, path, -1, widePath, MAX_PATH)
+                      ? writePng(picture, widePath)
+                      : Step{"the path is too long", E_INVALIDARG};
+    }
+    if (failure.name && error)
+        error->Format("%s: %s (0x%08x)", path, failure.name, static_cast<unsigned>(failure.result));
+    return failure.name == nullptr;
+}
