@@ -1,5 +1,6 @@
 // The road of the data into the terminal: a TickSource says what happens and when, a Feed takes what is due, slice by
-// slice, and hands it to a FeedSink. All of it runs on the thread of the windows; nothing here starts a thread or waits.
+// slice, and hands it to a FeedSink. All of it runs on the thread of the windows; nothing here starts a thread or
+// waits.
 #pragma once
 
 #include <memory>

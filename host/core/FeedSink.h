@@ -9,8 +9,8 @@ namespace terminal {
 class FeedSink {
 public:
     virtual ~FeedSink() = default;
-    // Once for each instrument, before anything else names its id. A host with a book pane adds 2 * bookLevels rows here,
-    // from the worst ask to the worst bid; they are empty until their first level() comes.
+    // Once for each instrument, before anything else names its id. A host with a book pane adds 2 * bookLevels rows
+    // here, from the worst ask to the worst bid; they are empty until their first level() comes.
     virtual void instrument(const Instrument& news) = 0;
     virtual void quote(const Quote& news) = 0;
     virtual void order(const OrderEvent& news) = 0;

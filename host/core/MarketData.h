@@ -24,8 +24,8 @@ inline constexpr Price largestPrice = 90'000'000'000 * priceOne;
 using Quantity = std::int64_t;  // shares or contracts, never negative
 inline constexpr Quantity largestQuantity = 1'000'000'000'000;
 
-// Nanoseconds since 1970-01-01 00:00:00 of the exchange's clock; no time zone is known or meant. A source without a date
-// begins at 0, so that its times show as 00:00:00.
+// Nanoseconds since 1970-01-01 00:00:00 of the exchange's clock; no time zone is known or meant. A source without a
+// date begins at 0, so that its times show as 00:00:00.
 using MarketTime = std::int64_t;
 
 // Instruments are numbered 0, 1, 2, ... in the order in which their feed announces them: an index, not a key.
@@ -37,10 +37,10 @@ enum class Side : std::uint8_t { buy, sell };
 // Comes once, before anything else names its id.
 struct Instrument {
     InstrumentId id = 0;
-    std::string symbol;  // any bytes but NUL; not empty
-    std::string series;  // "EQ", "FUT", ...; may be empty
-    Price tickSize = 0;  // 0: not known
-    int bookLevels = 0;  // levels a side of its book that will come as BookLevel; 0: no book
+    std::string symbol{};  // any bytes but NUL; not empty
+    std::string series{};  // "EQ", "FUT", ...; may be empty
+    Price tickSize = 0;    // 0: not known
+    int bookLevels = 0;    // levels a side of its book that will come as BookLevel; 0: no book
     bool operator==(const Instrument&) const = default;
 };
 
@@ -117,7 +117,7 @@ struct BookLevel {
 using FeedEvent = std::variant<Instrument, Quote, OrderEvent, Trade, BookLevel>;
 
 // All that happens at one moment: one line of a tape, one step of the simulator. The events stand in the order in which
-// they are to be taken; an instrument comes before its first use.
+// they are to be taken; an instrument comes before its first use. The time of each event is the tick's.
 struct Tick {
     MarketTime time = 0;
     std::vector<FeedEvent> events;

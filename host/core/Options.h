@@ -11,10 +11,10 @@
 namespace terminal {
 
 struct Options {
-    std::optional<TapeName> tape;  // --tape FILE[:SYMBOL]; none: the simulator
-    Speed speed;                   // --speed X|max; 0 < X <= 1,000,000
-    std::optional<int> seconds;    // --seconds N, 1 to 1,000,000; none: until the window is closed (headless: 15)
-    bool headless = false;         // --headless
+    std::optional<TapeName> tape;      // --tape FILE[:SYMBOL]; none: the simulator
+    Speed speed;                       // --speed X|max; 0 < X <= 1,000,000
+    std::optional<int> seconds;        // --seconds N, 1 to 1,000,000; none: until the window is closed (headless: 15)
+    bool headless = false;             // --headless
     std::string outDirectory = "out";  // --out DIR
     std::uint64_t seed = 1;            // --seed N
     int instruments = 500;             // --instruments N, 1 to 1,000,000

@@ -12,14 +12,14 @@ namespace terminal {
 
 struct SimulatorSettings {
     std::uint64_t seed = 1;
-    int instruments = 500;          // 1 to 1,000,000
-    int ticksPerSecond = 20'000;    // on the long average, bursts included; 1 to 10,000,000
-    int ordersPerInstrument = 4;    // live ones, about
+    int instruments = 500;        // 1 to 1,000,000
+    int ticksPerSecond = 10'000;  // on the long average, bursts included; 1 to 10,000,000
+    int ordersPerInstrument = 4;  // live ones, about; 1 to 100
 };
 
 // What always holds of its ticks: bid < ask; every price is a multiple of the tick size and more than 0; low <= open,
 // last <= high; volume never falls; an order is added before it changes, and removed once; times never step back. The
-// first N ticks announce one instrument each, with a full quote, all at the opening time.
+// first N ticks announce one instrument each, with a full quote and its opening trade, all at the opening time.
 std::unique_ptr<TickSource> makeSimulator(const SimulatorSettings& settings);
 
 }  // namespace terminal

@@ -37,7 +37,8 @@ public:
     void trade(const Trade& news) override;
     void level(const BookLevel& news) override;
 
-    // Where a level stands in OfInstrument::levels, and among the rows of a book pane; -1 if the book has no such level.
+    // Where a level stands in OfInstrument::levels, and among the rows of a book pane; -1 if the book has no such
+    // level.
     static int levelPlace(int bookLevels, const BookLevel& level);
 
 private:

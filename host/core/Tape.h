@@ -1,5 +1,6 @@
-// Tapes: recorded market data in a text file, replayed line by line. docs/formats.md tells the three formats. The format
-// is recognised from the first lines. A tape is read as a stream: the memory it takes does not depend on its length.
+// Tapes: recorded market data in a text file, replayed line by line. docs/formats.md tells the three formats. The
+// format is recognised from the first lines. A tape is read as a stream: the memory it takes does not depend on its
+// length.
 #pragma once
 
 #include <string>
@@ -22,9 +23,9 @@ inline constexpr int checkedTapeLines = 1'000;
 // cannot be opened, is empty, is none of the formats, or "FILE: line N: what: found ..., expected ...".
 std::string checkTape(const TapeName& name);
 
-// A source over the whole tape. A file that cannot be opened, or a bad line anywhere, makes next() answer `failed` there
-// with the message checkTape would give; all lines before it have been handed out. One line is one tick; header lines
-// and empty lines are none.
+// A source over the whole tape. A file that cannot be opened, or a bad line anywhere, makes next() answer `failed`
+// there with the message checkTape would give; all lines before it have been handed out. One line is one tick; header
+// lines and empty lines are none.
 std::unique_ptr<TickSource> openTape(const TapeName& name);
 
 }  // namespace terminal
