@@ -1,8 +1,9 @@
 #include "host/core/Options.h"
 
 #include <charconv>
-#include <cmath>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "host/core/MarketText.h"
 
@@ -18,12 +19,20 @@ public:
     Parser(int count, const char* const* arguments) : m_count(count), m_arguments(arguments) {}
 
     ParsedOptions run() {
-        while (m_next < m_count && m_parsed.error.empty()) takeOption(m_arguments[m_next++]);
-        if (m_parsed.error.empty()) checkTogether();
+        while (m_next < m_count && m_parsed.error.empty()) takeArgument(m_arguments[m_next++]);
         return std::move(m_parsed);
     }
 
 private:
+    void takeArgument(std::string_view argument) {
+        const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string_view::npos;
+        m_hasInline = equals != std::string_view::npos;
+        if (m_hasInline) m_inline = argument.substr(equals + 1);
+        const std::string_view name = argument.substr(0, equals);
+        takeOption(name);
+        if (m_hasInline) fail(name, m_inline, "no value");  // nobody has asked for it
+    }
+
     void takeOption(std::string_view name) {
         Options& o = m_parsed.options;
         if (name == "--headless")
@@ -59,11 +68,12 @@ private:
 
     // The option's value; an absent or empty one is a mistake.
     std::string text(std::string_view name, const std::string& expected) {
-        if (m_next >= m_count) {
+        if (m_next >= m_count && !m_hasInline) {
             m_parsed.error = std::string(name) + ": found nothing after it, expected " + expected;
             return {};
         }
-        const std::string value = m_arguments[m_next++];
+        const std::string value = m_hasInline ? std::string(m_inline) : m_arguments[m_next++];
+        m_hasInline = false;
         if (value.empty()) fail(name, value, expected);
         return value;
     }
@@ -103,14 +113,11 @@ private:
         return name;
     }
 
-    void checkTogether() {
-        const Options& o = m_parsed.options;
-        if (o.tape && o.tape->file == o.recordFile) fail("--record", o.recordFile, "another file than the tape's");
-    }
-
     int m_count;
     const char* const* m_arguments;
     int m_next = 0;
+    bool m_hasInline = false;  // the argument under way brought its value with it, and it is not yet taken
+    std::string_view m_inline;
     ParsedOptions m_parsed;
 };
 
@@ -141,6 +148,16 @@ std::optional<int> secondsToRun(const Options& options) {
 }
 
 ParsedOptions parseOptions(int count, const char* const* arguments) { return Parser(count, arguments).run(); }
+
+std::string checkFiles(const Options& options) {
+    if (!options.tape) return {};
+    const std::string& record = options.recordFile;
+    std::error_code none;  // files that are not there are no such case
+    if (record == options.tape->file ||
+        (!record.empty() && std::filesystem::equivalent(record, options.tape->file, none)))
+        return "--record: found " + quoteForMessage(record) + ", expected another file than the tape's";
+    return checkTape(*options.tape);
+}
 
 const char* usageText() {
     return "Options of the demo terminal:\n"

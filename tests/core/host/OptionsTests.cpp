@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "host/core/Options.h"
+#include "tests/core/host/HostTestTools.h"
 
 using namespace terminal;
 
@@ -50,7 +51,8 @@ TEST(Options, AllOfThemAreRead) {
     EXPECT_EQ(options.recordFile, "b.tape");
     EXPECT_TRUE(options.selfTestFault);
     EXPECT_TRUE(parse("--speed max").options.speed.max);
-    EXPECT_EQ(parse("--keep 1 --keep 2").options.keep, 2);
+    EXPECT_EQ(parse("--keep 1 --keep=2").options.keep, 2);
+    EXPECT_EQ(parse("--tape=a=b.csv:c").options.tape->file, "a=b.csv");
 }
 
 TEST(Options, MistakesNameTheOptionWhatWasFoundAndWhatWasExpected) {
@@ -72,12 +74,27 @@ TEST(Options, MistakesNameTheOptionWhatWasFoundAndWhatWasExpected) {
         {"--tape :SYM", "--tape: found \":SYM\", expected FILE or FILE:SYMBOL"},
         {"--tape", "--tape: found nothing after it, expected FILE or FILE:SYMBOL"},
         {"--out ''", "--out: found \"\", expected a directory"},
-        {"--tape a --record a", "--record: found \"a\", expected another file than the tape's"},
+        {"--headless=1", "--headless: found \"1\", expected no value"},
+        {"--out=", "--out: found \"\", expected a directory"},
+        {"--bogus=1", "unknown option \"--bogus\"; --help lists them"},
         {"--bogus", "unknown option \"--bogus\"; --help lists them"},
         {"a.csv", "unknown option \"a.csv\"; --help lists them"},
         {"--keep x --speed y", "--keep: found \"x\", expected a whole number from 1 to 10000000"},
     };
     for (const auto& [line, error] : cases) EXPECT_EQ(parse(line).error, error) << line;
+}
+
+TEST(Options, FilesAreCheckedBeforeAnythingOpens) {
+    const test::TestFile good("Time,Price,Volume\n09:30:00,1,1\n"), bad("nonsense\n");
+    auto check = [](const std::string& line) { return checkFiles(parse(line).options); };
+    EXPECT_EQ(check("--tape " + good.name), "");
+    EXPECT_EQ(check("--tape " + good.name + " --record no-such-file.tape"), "");
+    EXPECT_EQ(check("--record " + good.name), "");
+    EXPECT_TRUE(check("--tape " + bad.name).starts_with(bad.name + ": line 1: "));
+    for (const std::string& record : {good.name, "./" + good.name}) {
+        EXPECT_EQ(check("--tape " + good.name + " --record " + record),
+                  "--record: found \"" + record + "\", expected another file than the tape's");
+    }
 }
 
 TEST(Options, TheSymbolFollowsTheLastColonThatIsNoDriveLetters) {
