@@ -198,7 +198,8 @@ double valueOf(const Hexadecimal& number) {
     const std::int64_t dropped = lowest - number.exponent;
     if (dropped <= 0) return std::ldexp(static_cast<double>(number.significand), static_cast<int>(number.exponent));
     const std::uint64_t kept = dropped < 64 ? number.significand >> dropped : 0;
-    const std::uint64_t rest = dropped < 64 ? number.significand & ((std::uint64_t{1} << dropped) - 1) : number.significand;
+    const std::uint64_t rest =
+        dropped < 64 ? number.significand & ((std::uint64_t{1} << dropped) - 1) : number.significand;
     const bool overHalf = dropped <= 64 && rest > std::uint64_t{1} << (dropped - 1);
     const bool half = dropped <= 64 && rest == std::uint64_t{1} << (dropped - 1);
     const std::uint64_t rounded = kept + (overHalf || (half && (kept & 1) != 0) ? 1 : 0);
@@ -246,8 +247,8 @@ CString formatDouble(double value, int precision) {
     if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
     if (precision < 0) precision = 6;
     char shortText[128];
-    const auto [end, error] = std::to_chars(shortText, shortText + sizeof shortText, value, std::chars_format::fixed,
-                                            precision);
+    const auto [end, error] =
+        std::to_chars(shortText, shortText + sizeof shortText, value, std::chars_format::fixed, precision);
     if (error == std::errc()) return CString(shortText, static_cast<int>(end - shortText));
     CString longText;
     longText.Format("%.*f", precision, value);

@@ -2,9 +2,8 @@
 // application object: a program whose main() only makes windows uses AfxPumpMessage and AfxOnIdle.
 #pragma once
 
-#include <exception>
-
 #include "platform/base/Exception.h"
+#include "platform/base/Strings.h"
 #include "platform/win/CmdTarget.h"
 
 class CWnd;
@@ -76,13 +75,6 @@ QUOR_FRAMEWORK_API void AfxPostQuitMessage(int nExitCode);
 
 // The standard start of a program: InitInstance, Run, ExitInstance of the application object. Returns the exit code.
 QUOR_FRAMEWORK_API int AfxWinMain(HINSTANCE hInstance, LPSTR lpCmdLine, int nCmdShow);
-
-namespace quor {
-// Keeps an exception that left a window procedure until the framework call that sent the message can throw it again.
-QUOR_FRAMEWORK_API void keepException(std::exception_ptr exception);
-// Throws the kept exception, if there is one.
-QUOR_FRAMEWORK_API void throwKeptException();
-}  // namespace quor
 
 // Command ids of the framework.
 constexpr UINT ID_APP_EXIT = 0xE141;

@@ -122,6 +122,7 @@ LRESULT CALLBACK createHook(int code, WPARAM wParam, LPARAM lParam) {
     const auto window = reinterpret_cast<HWND>(wParam);
     if (code == HCBT_CREATEWND && state.hooked && !isInputMethodWindow(window)) {
         CWnd* object = std::exchange(state.hooked, nullptr);
+        const quor::DepthScope depth;
         try {
             object->Attach(window);
             object->PreSubclassWindow();
@@ -317,12 +318,14 @@ LRESULT WindowCore::call(CWnd& window, UINT message, WPARAM wParam, LPARAM lPara
 
 void quor::keepException(std::exception_ptr exception) {
     auto& state = windowState();
-    if (!state.kept) state.kept = std::move(exception);  // the first one is the cause
+    if (state.kept) return;  // the first one is the cause
+    state.kept = std::move(exception);
+    state.keptDepth = state.depth;
 }
 
 void quor::throwKeptException() {
     auto& state = windowState();
-    if (!state.kept || std::uncaught_exceptions() > 0) return;
+    if (!state.kept || state.depth >= state.keptDepth || std::uncaught_exceptions() > 0) return;
     std::rethrow_exception(std::exchange(state.kept, nullptr));
 }
 

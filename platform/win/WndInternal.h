@@ -25,6 +25,7 @@ struct WindowState {
     MSG current = {};        // the message being handled
     int depth = 0;           // window procedures and pumped messages under way
     std::exception_ptr kept;
+    int keptDepth = 0;       // how deep the message was whose handler threw
     CWnd* mainWindow = nullptr;  // without an application object
     CWinApp* app = nullptr;
     HINSTANCE resources = nullptr;
@@ -51,6 +52,12 @@ public:
     DepthScope(const DepthScope&) = delete;
     DepthScope& operator=(const DepthScope&) = delete;
 };
+
+// Keeps an exception that leaves a message's handling until the call that sent the message can throw it again.
+void keepException(std::exception_ptr exception);
+// Throws the kept exception, if the message that it belongs to lies below the caller: a window that dies of an exception
+// must still get its last messages handled.
+void throwKeptException();
 
 // Offers a message to the control that caused it. False without a permanent object.
 bool reflect(HWND child, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);

@@ -115,7 +115,8 @@ TEST(Array, RandomEditsMatchAVector) {
                     model.resize(static_cast<std::size_t>(at));
                 }
                 break;
-            default: array.FreeExtra();
+            default:
+                array.FreeExtra();
         }
         ASSERT_EQ(static_cast<std::size_t>(array.GetSize()), model.size());
     }

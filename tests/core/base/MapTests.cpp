@@ -26,7 +26,9 @@ TEST(Map, RandomEditsMatchAModel) {
                 ++map[key.c_str()];
                 ++model[key];
                 break;
-            case 2: ASSERT_EQ(map.RemoveKey(key.c_str()) != FALSE, model.erase(key) != 0) << key; break;
+            case 2:
+                ASSERT_EQ(map.RemoveKey(key.c_str()) != FALSE, model.erase(key) != 0) << key;
+                break;
             default: {
                 int value = -7;
                 const auto found = model.find(key);

@@ -1,0 +1,20 @@
+// How many system objects this process holds, for tests that must give back all they took.
+#pragma once
+
+#include <iosfwd>
+
+namespace test {
+
+struct HandleCounts {
+    int gdi = 0;
+    int windows = 0;
+    int menus = 0;
+
+    bool operator==(const HandleCounts&) const = default;
+};
+std::ostream& operator<<(std::ostream& out, const HandleCounts& counts);
+
+// A walk over all handle values: about a fifth of a second under Wine.
+HandleCounts countHandles();
+
+}  // namespace test

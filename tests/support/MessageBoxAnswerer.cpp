@@ -1,0 +1,86 @@
+#include "support/MessageBoxAnswerer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace test {
+
+namespace {
+
+constexpr int textControl = 0xFFFF;
+HHOOK hookHandle = nullptr;
+int watches = 0;
+MessageBoxAnswerer* current = nullptr;
+std::vector<HWND> answered;  // a box may be activated more than once
+
+std::string textOf(HWND window) {
+    std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(::GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+bool isMessageBox(HWND window) {
+    char name[16] = "";
+    ::GetClassNameA(window, name, sizeof(name));
+    return std::strcmp(name, "#32770") == 0 && !CWnd::FromHandlePermanent(window) && ::GetDlgItem(window, textControl);
+}
+
+// Whatever lets go of a box that nobody expected.
+int anyButton(HWND box) {
+    for (const int id : {IDCANCEL, IDNO, IDABORT, IDOK, IDYES})
+        if (::GetDlgItem(box, id)) return id;
+    return IDCANCEL;
+}
+
+}  // namespace
+
+MessageBoxWatch::MessageBoxWatch() {
+    if (watches++ == 0) hookHandle = ::SetWindowsHookExA(WH_CBT, &hook, nullptr, ::GetCurrentThreadId());
+}
+
+MessageBoxWatch::~MessageBoxWatch() {
+    if (--watches == 0) ::UnhookWindowsHookEx(hookHandle);
+}
+
+LRESULT CALLBACK MessageBoxWatch::hook(int code, WPARAM wParam, LPARAM lParam) {
+    const auto window = reinterpret_cast<HWND>(wParam);
+    if (code == HCBT_ACTIVATE && isMessageBox(window) && std::ranges::find(answered, window) == answered.end())
+        answer(window);
+    if (code == HCBT_DESTROYWND) std::erase(answered, window);
+    return ::CallNextHookEx(hookHandle, code, wParam, lParam);
+}
+
+void MessageBoxWatch::answer(HWND box) {
+    answered.push_back(box);
+    const MessageBoxSeen seen{textOf(::GetDlgItem(box, textControl)), textOf(box)};
+    int button = 0;
+    if (current) {
+        button = current->nextButton();
+        current->m_boxes.push_back(seen);
+    } else {
+        ADD_FAILURE() << "Unexpected message box \"" << seen.caption << "\": " << seen.text;
+    }
+    if (current && !::GetDlgItem(box, button))
+        ADD_FAILURE() << "The box \"" << seen.text << "\" has no button " << button;
+    if (!::GetDlgItem(box, button)) button = anyButton(box);
+    ::PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));
+}
+
+MessageBoxAnswerer::MessageBoxAnswerer(std::vector<int> buttons)
+    : m_buttons(std::move(buttons)), m_outer(std::exchange(current, this)) {
+    static const MessageBoxWatch watch;  // usable without a fixture
+}
+
+MessageBoxAnswerer::~MessageBoxAnswerer() { current = m_outer; }
+
+int MessageBoxAnswerer::nextButton() { return m_buttons[std::min(m_boxes.size(), m_buttons.size() - 1)]; }
+
+std::vector<std::string> MessageBoxAnswerer::texts() const {
+    std::vector<std::string> all;
+    for (const MessageBoxSeen& box : m_boxes) all.push_back(box.text);
+    return all;
+}
+
+}  // namespace test

@@ -1,0 +1,124 @@
+#include "support/WindowFixture.h"
+
+#include <cstdio>
+
+namespace test {
+
+void useOwnDesktop() {
+    static const bool done = [] {
+        CString name;
+        name.Format("quor-test-%lu", static_cast<unsigned long>(::GetCurrentProcessId()));
+        const HDESK desktop = ::CreateDesktopA(name, nullptr, nullptr, 0, GENERIC_ALL, nullptr);
+        if (desktop && ::SetThreadDesktop(desktop)) return true;
+        std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
+        std::exit(3);
+    }();
+    static_cast<void>(done);
+}
+
+namespace {
+
+bool isCrash(DWORD code) {
+    switch (code) {
+        case EXCEPTION_ACCESS_VIOLATION:
+        case EXCEPTION_ILLEGAL_INSTRUCTION:
+        case EXCEPTION_STACK_OVERFLOW:
+        case EXCEPTION_INT_DIVIDE_BY_ZERO:
+        case EXCEPTION_PRIV_INSTRUCTION:
+        case EXCEPTION_DATATYPE_MISALIGNMENT: return true;
+        default: return false;
+    }
+}
+
+// The offset in the module is what addr2line wants, once the module's preferred base is added.
+LONG CALLBACK reportCrash(EXCEPTION_POINTERS* info) {
+    const EXCEPTION_RECORD& record = *info->ExceptionRecord;
+    if (!isCrash(record.ExceptionCode)) return EXCEPTION_CONTINUE_SEARCH;
+    HMODULE module = nullptr;
+    ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                         static_cast<LPCSTR>(record.ExceptionAddress), &module);
+    char path[MAX_PATH] = "?";
+    ::GetModuleFileNameA(module, path, sizeof(path));
+    const auto offset = static_cast<const char*>(record.ExceptionAddress) - reinterpret_cast<const char*>(module);
+    std::fprintf(stderr, "CRASH %08lx at %s+0x%llx\n", record.ExceptionCode, path,
+                 static_cast<unsigned long long>(offset));
+    std::fflush(stderr);
+    std::fflush(stdout);
+    ::TerminateProcess(::GetCurrentProcess(), 29);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+}  // namespace
+
+void endOnCrash() { ::AddVectoredExceptionHandler(1, &reportCrash); }
+
+LRESULT TestFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    LRESULT answer = 0;
+    if (onMessage && onMessage(message, wParam, lParam, answer)) return answer;
+    return CFrameWnd::WindowProc(message, wParam, lParam);
+}
+
+namespace {
+
+bool messageWaits() {
+    MSG message;
+    return ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
+}
+
+// One look at the queue: a message, or an idle turn. False when there is nothing to do.
+bool turn(LONG& idleCount) {
+    if (!messageWaits()) return AfxOnIdle(idleCount++);
+    idleCount = 0;
+    if (!AfxPumpMessage()) ADD_FAILURE() << "The application was told to quit";
+    return true;
+}
+
+}  // namespace
+
+void pumpUntilIdle() {
+    const ULONGLONG end = ::GetTickCount64() + 5000;
+    LONG idleCount = 0;
+    while (turn(idleCount)) {
+        if (::GetTickCount64() <= end) continue;
+        ADD_FAILURE() << "The message queue does not come to rest";
+        return;
+    }
+}
+
+bool pumpFor(const std::function<bool()>& condition, DWORD limit) {
+    const ULONGLONG end = ::GetTickCount64() + limit;
+    LONG idleCount = 0;
+    while (!condition()) {
+        const ULONGLONG now = ::GetTickCount64();
+        if (now >= end) return false;
+        if (!turn(idleCount))
+            ::MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+    }
+    return true;
+}
+
+WindowFixture::WindowFixture() : m_frame(nullptr) {
+    useOwnDesktop();
+    m_frame = new TestFrame;
+    m_frame->Create(nullptr, "Test", WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(20, 20, 820, 620));
+    AfxSetMainWnd(m_frame);
+    pumpUntilIdle();
+}
+
+void WindowFixture::TearDown() {
+    if (!m_frame) return;
+    m_frame->onMessage = nullptr;
+    m_frame->DestroyWindow();
+    m_frame = nullptr;
+    pumpUntilIdle();
+}
+
+WindowFixture::~WindowFixture() { WindowFixture::TearDown(); }
+
+CRect WindowFixture::client() const {
+    CRect area;
+    m_frame->GetClientRect(&area);
+    return area;
+}
+
+}  // namespace test

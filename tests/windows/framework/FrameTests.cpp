@@ -1,0 +1,181 @@
+#include "Probe.h"
+#include "support/DialogTemplate.h"
+
+namespace {
+
+test::CallRecorder calls;
+
+class TestView : public CView {
+    DECLARE_DYNCREATE(TestView)
+public:
+    ~TestView() override { calls.record("view deleted"); }
+
+protected:
+    void OnDraw(CDC*) override { calls.record("draw"); }
+    void OnInitialUpdate() override {
+        calls.record("initial update");
+        CView::OnInitialUpdate();
+    }
+    afx_msg void OnHere() { calls.record("view command"); }
+    DECLARE_MESSAGE_MAP()
+};
+IMPLEMENT_DYNCREATE(TestView, CView)
+BEGIN_MESSAGE_MAP(TestView, CView)
+    ON_COMMAND(1, &TestView::OnHere)
+END_MESSAGE_MAP()
+
+class CommandFrame : public CFrameWnd {
+public:
+    ~CommandFrame() override { calls.record("frame deleted"); }
+
+protected:
+    afx_msg void OnTwo() { calls.record("frame command"); }
+    afx_msg void OnUpdateTwo(CCmdUI* ui) {
+        ui->Enable(enabled);
+        ui->SetCheck(1);
+        ui->SetText("Two!");
+    }
+    DECLARE_MESSAGE_MAP()
+
+public:
+    BOOL enabled = TRUE;
+};
+BEGIN_MESSAGE_MAP(CommandFrame, CFrameWnd)
+    ON_COMMAND(1, &CommandFrame::OnTwo)
+    ON_COMMAND(2, &CommandFrame::OnTwo)
+    ON_UPDATE_COMMAND_UI(2, &CommandFrame::OnUpdateTwo)
+END_MESSAGE_MAP()
+
+class CommandApp : public CWinApp {
+protected:
+    afx_msg void OnThree() { calls.record("app command"); }
+    DECLARE_MESSAGE_MAP()
+};
+BEGIN_MESSAGE_MAP(CommandApp, CWinApp)
+    ON_COMMAND(3, &CommandApp::OnThree)
+END_MESSAGE_MAP()
+
+class Frame : public test::WindowFixture {
+protected:
+    CommandApp app;
+    CommandFrame* window = new CommandFrame;
+
+    void SetUp() override {
+        CCreateContext context;
+        context.m_pNewViewClass = RUNTIME_CLASS(TestView);
+        ASSERT_TRUE(window->Create(nullptr, "frame", WS_OVERLAPPEDWINDOW, CRect(0, 0, 400, 300), nullptr, nullptr, 0,
+                                   &context));
+        window->InitialUpdateFrame();
+        pumpUntilIdle();
+    }
+    void TearDown() override {
+        if (window) window->DestroyWindow();
+        WindowFixture::TearDown();
+        calls.clear();
+    }
+};
+
+TEST_F(Frame, ViewIsMadeUpdatedDrawnAndDeletedWithTheFrame) {
+    ASSERT_NE(window->GetActiveView(), nullptr);
+    EXPECT_TRUE(window->GetActiveView()->IsKindOf(RUNTIME_CLASS(TestView)));
+    EXPECT_EQ(window->GetActiveView()->GetParentFrame(), window);
+    EXPECT_EQ(calls.count("initial update"), 1);
+    EXPECT_GE(calls.count("draw"), 1);
+    calls.clear();
+    window->DestroyWindow();
+    window = nullptr;
+    EXPECT_EQ(calls.take(), (test::Calls{"view deleted", "frame deleted"}));
+}
+
+TEST_F(Frame, CommandsGoToViewFrameAndApplication) {
+    const struct {
+        UINT id;
+        test::Calls expected;
+    } cases[] = {{1, {"view command"}}, {2, {"frame command"}}, {3, {"app command"}}, {4, {}}};
+    for (const auto& each : cases) {
+        calls.clear();
+        window->SendMessage(WM_COMMAND, each.id);
+        EXPECT_EQ(calls.take(), each.expected) << each.id;
+    }
+    window->enabled = FALSE;  // a disabled command does not run by its key either
+    window->SendMessage(WM_COMMAND, MAKEWPARAM(2, 1));
+    EXPECT_EQ(calls.take(), test::Calls{});
+}
+
+TEST_F(Frame, MenuItemsAreBroughtUpToDateWhenTheirMenuOpens) {
+    CMenu menu;
+    menu.CreatePopupMenu();
+    for (const UINT id : {1u, 2u, 4u}) menu.AppendMenu(MF_STRING, id, "item");
+    window->SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu.m_hMenu), MAKELPARAM(0, FALSE));
+    const auto state = [&](UINT id) { return ::GetMenuState(menu, id, MF_BYCOMMAND); };
+    EXPECT_EQ(state(1) & MF_GRAYED, 0u);
+    EXPECT_EQ(state(2) & (MF_GRAYED | MF_CHECKED), static_cast<UINT>(MF_CHECKED));
+    EXPECT_NE(state(4) & MF_GRAYED, 0u);  // nobody handles it
+    char text[16] = "";
+    ::GetMenuStringA(menu, 2, text, sizeof(text), MF_BYCOMMAND);
+    EXPECT_STREQ(text, "Two!");
+}
+
+TEST_F(Frame, BarsTakeTheirPlaceAndTheViewGetsTheRest) {
+    CStatusBarCtrl status;
+    ASSERT_TRUE(status.Create(WS_CHILD | WS_VISIBLE | CCS_BOTTOM, CRect(), window, AFX_IDW_STATUS_BAR));
+    CBCGPDialogBar bar;
+    ASSERT_TRUE(bar.Create(window, LPCSTR(nullptr), CBRS_TOP | WS_VISIBLE, 77));
+    bar.SetWindowPos(nullptr, 0, 0, 50, 40, SWP_NOMOVE | SWP_NOZORDER);
+    window->RecalcLayout();
+
+    CRect area;
+    window->GetClientRect(&area);
+    CRect statusRect;
+    status.GetWindowRect(&statusRect);
+    const auto placeOf = [&](CWnd& child) {
+        CRect place;
+        child.GetWindowRect(&place);
+        window->ScreenToClient(&place);
+        return place;
+    };
+    EXPECT_EQ(placeOf(bar), CRect(0, 0, area.right, 40));
+    EXPECT_EQ(placeOf(status).bottom, area.bottom);
+    EXPECT_EQ(placeOf(*window->GetActiveView()), CRect(0, 40, area.right, area.bottom - statusRect.Height()));
+}
+
+// --- Form views ---
+
+class EmptyForm : public CBCGPFormView {
+    DECLARE_DYNCREATE(EmptyForm)
+public:
+    EmptyForm() : CBCGPFormView(UINT(0)) {}
+    ~EmptyForm() override { calls.record("form deleted"); }
+    CListCtrl list;
+
+protected:
+    afx_msg void OnSize(UINT kind, int cx, int cy) {
+        CBCGPFormView::OnSize(kind, cx, cy);
+        if (list.m_hWnd) list.MoveWindow(0, 0, cx, cy);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+IMPLEMENT_DYNCREATE(EmptyForm, CBCGPFormView)
+BEGIN_MESSAGE_MAP(EmptyForm, CBCGPFormView)
+    ON_WM_SIZE()
+END_MESSAGE_MAP()
+
+TEST_F(Frame, EmptyFormIsAPaneOfAnyWindow) {
+    auto* form = new EmptyForm;
+    const CRect place(10, 20, 210, 120);
+    ASSERT_TRUE(form->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, place, &frame(), 500));
+    EXPECT_TRUE(form->IsKindOf(RUNTIME_CLASS(CBCGPFormView)));
+    EXPECT_TRUE(form->IsKindOf(RUNTIME_CLASS(CView)));
+    EXPECT_EQ(frame().GetDlgItem(500), form);
+    EXPECT_NE(form->GetFont(), nullptr);
+    ASSERT_TRUE(form->list.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, CRect(0, 0, 1, 1), form, 1));
+    form->MoveWindow(0, 0, 300, 200);
+    CRect list;
+    form->list.GetClientRect(&list);
+    EXPECT_EQ(list.Size(), CSize(300, 200));
+    calls.clear();
+    form->DestroyWindow();
+    EXPECT_EQ(calls.take(), test::Calls{"form deleted"});
+}
+
+}  // namespace
