@@ -29,6 +29,7 @@ LRESULT Owner::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         ++drawItems;
         return TRUE;
     }
+    if (message == WM_NOTIFY && onNotify) onNotify(*reinterpret_cast<const NMHDR*>(lParam));
     return CWnd::WindowProc(message, wParam, lParam);
 }
 

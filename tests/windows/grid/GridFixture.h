@@ -49,6 +49,7 @@ public:
     int asked = 0;         // calls of cellText
     int drawItems = 0;     // WM_DRAWITEM that no control took
     bool draws = false;    // takes WM_DRAWITEM itself
+    std::function<void(const NMHDR&)> onNotify;  // before the grid hears it back
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
