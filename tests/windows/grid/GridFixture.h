@@ -1,7 +1,7 @@
 // Grids with rows as a host makes them, and pictures of what the native control shows.
 //
-// A picture is one line per grid: the rows from top to bottom by name, "_" for a row without data, "*" behind a selected
-// row and "!" behind the one with the focus; read from the native control by real messages.
+// A picture is one line per grid: the rows from top to bottom by name, "_" for a row without data, "*" behind a
+// selected row and "!" behind the one with the focus; read from the native control by real messages.
 #pragma once
 
 #include "src/grid/FilterListCtrl.h"
@@ -45,10 +45,10 @@ public:
     int cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background, int& icon);
     int exportText(DWORD_PTR data, int columnIndex, CString& text, int& icon);
 
-    bool answers = true;   // false: no text is valid
-    int asked = 0;         // calls of cellText
-    int drawItems = 0;     // WM_DRAWITEM that no control took
-    bool draws = false;    // takes WM_DRAWITEM itself
+    bool answers = true;                         // false: no text is valid
+    int asked = 0;                               // calls of cellText
+    int drawItems = 0;                           // WM_DRAWITEM that no control took
+    bool draws = false;                          // takes WM_DRAWITEM itself
     std::function<void(const NMHDR&)> onNotify;  // before the grid hears it back
 
 protected:

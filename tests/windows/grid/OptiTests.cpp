@@ -128,9 +128,9 @@ TEST_F(Opti, ClassicCallsAreRefusedWithABoxAndLeaveTheStore) {
     test::MessageBoxAnswerer boxes;
     EXPECT_EQ(grid.InsertItem(0, "x"), -1);
     EXPECT_EQ(grid.SetItemData(0, 5), 0);
-    EXPECT_EQ(boxes.texts(), (std::vector<std::string>{
-                                 "Unexpected Error : InsertItem Should not be called in OptiMode",
-                                 "Unexpected Error : SetItemData Should not be called in OptiMode"}));
+    EXPECT_EQ(boxes.texts(),
+              (std::vector<std::string>{"Unexpected Error : InsertItem Should not be called in OptiMode",
+                                        "Unexpected Error : SetItemData Should not be called in OptiMode"}));
     EXPECT_EQ(picture(grid), "ab");
     EXPECT_EQ(grid.GetItemCount(), 2);
 }

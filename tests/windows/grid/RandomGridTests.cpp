@@ -15,9 +15,7 @@ public:
     int selectionMark() override { return m_list.GetSelectionMark(); }
     int nextSelected(int after) override { return m_list.GetNextItem(after, LVNI_SELECTED); }
     void setState(int visual, unsigned state, unsigned mask) override { m_list.SetItemState(visual, state, mask); }
-    void setCount(int count) override {
-        m_list.SetItemCountEx(count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-    }
+    void setCount(int count) override { m_list.SetItemCountEx(count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL); }
 
 private:
     CListCtrl& m_list;
@@ -29,8 +27,10 @@ struct NativeState {
     std::vector<int> selected;
 
     explicit NativeState(CListCtrl& list)
-        : count(static_cast<int>(list.SendMessage(LVM_GETITEMCOUNT))), mark(list.GetSelectionMark()),
-          focus(list.GetNextItem(-1, LVNI_FOCUSED)), top(list.GetTopIndex()) {
+        : count(static_cast<int>(list.SendMessage(LVM_GETITEMCOUNT))),
+          mark(list.GetSelectionMark()),
+          focus(list.GetNextItem(-1, LVNI_FOCUSED)),
+          top(list.GetTopIndex()) {
         for (int row = list.GetNextItem(-1, LVNI_SELECTED); row != -1; row = list.GetNextItem(row, LVNI_SELECTED))
             selected.push_back(row);
     }
@@ -56,14 +56,27 @@ protected:
 
     void step() {
         switch (pick(13)) {
-            case 0: case 1: case 2: case 3: return add();
-            case 4: case 5: return remove();
-            case 6: case 7: return update();
-            case 8: return select();
-            case 9: return scroll();
-            case 10: return pick(4) == 0 ? add(40) : remove();
-            case 11: return dip();
-            default: return endBatch();
+            case 0:
+            case 1:
+            case 2:
+            case 3:
+                return add();
+            case 4:
+            case 5:
+                return remove();
+            case 6:
+            case 7:
+                return update();
+            case 8:
+                return select();
+            case 9:
+                return scroll();
+            case 10:
+                return pick(4) == 0 ? add(40) : remove();
+            case 11:
+                return dip();
+            default:
+                return endBatch();
         }
     }
 
@@ -105,7 +118,8 @@ private:
     }
     void update() {
         if (m_order.empty()) return;
-        CFilterListBaseData* const row = m_order[static_cast<std::size_t>(pick(static_cast<int>(m_order.size())))].get();
+        CFilterListBaseData* const row =
+            m_order[static_cast<std::size_t>(pick(static_cast<int>(m_order.size())))].get();
         EXPECT_EQ(m_grid.UpdateRow(row), m_naive.updateRow(row));
     }
     void select() {
