@@ -12,6 +12,7 @@
 #include "platform/base/Map.h"
 #include "platform/base/Geometry.h"
 #include "platform/base/Numbers.h"
+#include "platform/base/DateTime.h"
 
 #if defined(_WIN32) && !defined(QUOR_WINDOWLESS)
 #include "platform/win/GdiObjects.h"

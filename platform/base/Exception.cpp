@@ -29,12 +29,12 @@ BOOL CException::GetErrorMessage(LPSTR text, UINT maxLength, UINT* helpContext) 
     return FALSE;
 }
 
-#define QUOR_IMPLEMENT_EXCEPTION(name, message)                                        \
-    IMPLEMENT_DYNAMIC(name, CException)                                                \
-    name::~name() = default;                                                           \
-    BOOL name::GetErrorMessage(LPSTR text, UINT maxLength, UINT* helpContext) const {  \
-        if (helpContext != nullptr) *helpContext = 0;                                  \
-        return copyMessage(message, text, maxLength);                                  \
+#define QUOR_IMPLEMENT_EXCEPTION(name, message)                                       \
+    IMPLEMENT_DYNAMIC(name, CException)                                               \
+    name::~name() = default;                                                          \
+    BOOL name::GetErrorMessage(LPSTR text, UINT maxLength, UINT* helpContext) const { \
+        if (helpContext != nullptr) *helpContext = 0;                                 \
+        return copyMessage(message, text, maxLength);                                 \
     }
 
 QUOR_IMPLEMENT_EXCEPTION(CMemoryException, "Out of memory.")

@@ -26,12 +26,12 @@ private:
     BOOL m_autoDelete;
 };
 
-#define QUOR_DECLARE_EXCEPTION(name)                                                                 \
-    class QUOR_FRAMEWORK_API name : public CException {                                              \
-        DECLARE_DYNAMIC(name)                                                                        \
-    public:                                                                                          \
-        using CException::CException;                                                                \
-        ~name() override;                                                                            \
+#define QUOR_DECLARE_EXCEPTION(name)                                                                  \
+    class QUOR_FRAMEWORK_API name : public CException {                                               \
+        DECLARE_DYNAMIC(name)                                                                         \
+    public:                                                                                           \
+        using CException::CException;                                                                 \
+        ~name() override;                                                                             \
         BOOL GetErrorMessage(LPSTR text, UINT maxLength, UINT* helpContext = nullptr) const override; \
     }
 

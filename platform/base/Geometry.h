@@ -52,7 +52,8 @@ public:
 class CRect : public tagRECT {
 public:
     CRect() : tagRECT{0, 0, 0, 0} {}
-    CRect(int leftEdge, int topEdge, int rightEdge, int bottomEdge) : tagRECT{leftEdge, topEdge, rightEdge, bottomEdge} {}
+    CRect(int leftEdge, int topEdge, int rightEdge, int bottomEdge)
+        : tagRECT{leftEdge, topEdge, rightEdge, bottomEdge} {}
     CRect(const RECT& rect) : tagRECT(rect) {}
     explicit CRect(LPCRECT rect) : tagRECT(*rect) {}
     CRect(const POINT& topLeft, const SIZE& size)

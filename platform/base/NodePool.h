@@ -15,7 +15,8 @@ namespace quor {
 template <class Node>
 class NodePool {
 public:
-    explicit NodePool(std::ptrdiff_t blockSize) : m_blockSize(static_cast<std::size_t>(std::max<std::ptrdiff_t>(blockSize, 1))) {}
+    explicit NodePool(std::ptrdiff_t blockSize)
+        : m_blockSize(static_cast<std::size_t>(std::max<std::ptrdiff_t>(blockSize, 1))) {}
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
 

@@ -68,15 +68,15 @@ public:
     static CObject* CreateObject();
 
 // In one .cpp.
-#define QUOR_IMPLEMENT_RUNTIME_CLASS(name, base, create)                                                     \
+#define QUOR_IMPLEMENT_RUNTIME_CLASS(name, base, create)                                                             \
     CRuntimeClass name::runtimeClass_ = {#name, static_cast<int>(sizeof(name)), create, &name::GetBaseRuntimeClass}; \
-    CRuntimeClass* name::GetBaseRuntimeClass() { return RUNTIME_CLASS(base); }                               \
-    CRuntimeClass* name::GetThisClass() { return &runtimeClass_; }                                           \
+    CRuntimeClass* name::GetBaseRuntimeClass() { return RUNTIME_CLASS(base); }                                       \
+    CRuntimeClass* name::GetThisClass() { return &runtimeClass_; }                                                   \
     CRuntimeClass* name::GetRuntimeClass() const { return &runtimeClass_; }
 
 #define IMPLEMENT_DYNAMIC(name, base) QUOR_IMPLEMENT_RUNTIME_CLASS(name, base, nullptr)
-#define IMPLEMENT_DYNCREATE(name, base)                            \
-    QUOR_IMPLEMENT_RUNTIME_CLASS(name, base, &name::CreateObject)  \
+#define IMPLEMENT_DYNCREATE(name, base)                           \
+    QUOR_IMPLEMENT_RUNTIME_CLASS(name, base, &name::CreateObject) \
     CObject* name::CreateObject() { return new name; }
 
 // DYNAMIC_DOWNCAST gives null where the object is of another class; STATIC_DOWNCAST asserts that it is not.

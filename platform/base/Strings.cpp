@@ -17,9 +17,7 @@ char upper(char character) noexcept {
 char lower(char character) noexcept {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
-int position(std::size_t found) noexcept {
-    return found == std::string_view::npos ? -1 : static_cast<int>(found);
-}
+int position(std::size_t found) noexcept { return found == std::string_view::npos ? -1 : static_cast<int>(found); }
 
 }  // namespace
 

@@ -227,9 +227,7 @@ private:
 
     char* m_text = nullptr;
 
-    friend CString operator+(const CString& left, const CString& right) {
-        return joined(left.view(), right.view());
-    }
+    friend CString operator+(const CString& left, const CString& right) { return joined(left.view(), right.view()); }
     friend CString operator+(const CString& left, LPCSTR right) { return joined(left.view(), viewOf(right)); }
     friend CString operator+(LPCSTR left, const CString& right) { return joined(viewOf(left), right.view()); }
     friend CString operator+(const CString& left, char right) { return joined(left.view(), {&right, 1}); }

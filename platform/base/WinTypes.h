@@ -19,6 +19,9 @@
 #include <commctrl.h>
 #include <commdlg.h>
 #endif
+// Empty macros of 16-bit days, which take two plain words from everyone. The headers themselves use the upper case.
+#undef near
+#undef far
 
 #else
 

@@ -27,7 +27,11 @@ bool ownerDrawn(Control* control, UINT message, LPARAM lParam, LRESULT* result) 
     switch (message) {
         case WM_DRAWITEM: control->DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam)); return true;
         case WM_MEASUREITEM: control->MeasureItem(reinterpret_cast<LPMEASUREITEMSTRUCT>(lParam)); return true;
-        case WM_COMPAREITEM: *result = control->CompareItem(reinterpret_cast<LPCOMPAREITEMSTRUCT>(lParam)); return true;
+        case WM_COMPAREITEM: {
+            const int order = control->CompareItem(reinterpret_cast<LPCOMPAREITEMSTRUCT>(lParam));
+            if (result) *result = order;
+            return true;
+        }
         case WM_DELETEITEM: control->DeleteItem(reinterpret_cast<LPDELETEITEMSTRUCT>(lParam)); return true;
         default: return false;
     }

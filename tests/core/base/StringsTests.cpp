@@ -1,4 +1,4 @@
-#include "platform/Framework.h"
+#include "core/base/Throws.h"
 
 #include <gtest/gtest.h>
 
@@ -7,17 +7,6 @@
 #include <vector>
 
 namespace {
-
-template <class Action>
-bool throwsInvalidArgument(Action action) {
-    try {
-        action();
-    } catch (CInvalidArgException* e) {
-        e->Delete();
-        return true;
-    }
-    return false;
-}
 
 std::vector<std::string> tokens(LPCSTR text, LPCSTR delimiters) {
     const CString source(text);
@@ -112,13 +101,13 @@ TEST(Strings, PositionsOutsideTheTextThrow) {
     EXPECT_EQ(text[2], 'c');
     EXPECT_EQ(text[3], '\0');
     int start = -1;
-    EXPECT_TRUE(throwsInvalidArgument([&] { text.GetAt(-1); }));
-    EXPECT_TRUE(throwsInvalidArgument([&] { (void)text[4]; }));
-    EXPECT_TRUE(throwsInvalidArgument([&] { text.SetAt(3, 'x'); }));
-    EXPECT_TRUE(throwsInvalidArgument([&] { text.Truncate(4); }));
-    EXPECT_TRUE(throwsInvalidArgument([&] { CString bad("abc", -1); }));
-    EXPECT_TRUE(throwsInvalidArgument([&] { text.Tokenize(",", start); }));
-    EXPECT_TRUE(throwsInvalidArgument([&] { text.GetBuffer(-1); }));
+    EXPECT_TRUE(throwsException([&] { text.GetAt(-1); }));
+    EXPECT_TRUE(throwsException([&] { (void)text[4]; }));
+    EXPECT_TRUE(throwsException([&] { text.SetAt(3, 'x'); }));
+    EXPECT_TRUE(throwsException([&] { text.Truncate(4); }));
+    EXPECT_TRUE(throwsException([&] { CString bad("abc", -1); }));
+    EXPECT_TRUE(throwsException([&] { text.Tokenize(",", start); }));
+    EXPECT_TRUE(throwsException([&] { text.GetBuffer(-1); }));
     EXPECT_STREQ(text, "abc");
 }
 
@@ -224,7 +213,7 @@ TEST(Strings, BuffersKeepTheTextAndTakeALength) {
     text.GetBuffer();
     text.ReleaseBuffer(3);
     EXPECT_STREQ(text, "wri");
-    EXPECT_TRUE(throwsInvalidArgument([&] { text.ReleaseBuffer(100000); }));
+    EXPECT_TRUE(throwsException([&] { text.ReleaseBuffer(100000); }));
     std::memcpy(text.GetBufferSetLength(2), "ok", 2);
     EXPECT_STREQ(text, "ok");
     text.Preallocate(500);

@@ -1,0 +1,50 @@
+// The command line of the demo terminal.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "host/core/Feed.h"
+#include "host/core/Tape.h"
+
+namespace terminal {
+
+struct Options {
+    std::optional<TapeName> tape;      // --tape FILE[:SYMBOL]; none: the simulator
+    Speed speed;                       // --speed X|max; 0 < X <= 1,000,000
+    std::optional<int> seconds;        // --seconds N, 1 to 1,000,000; none: until the window is closed (headless: 15)
+    bool headless = false;             // --headless
+    std::string outDirectory = "out";  // --out DIR
+    std::uint64_t seed = 1;            // --seed N
+    int instruments = 500;             // --instruments N, 1 to 1,000,000
+    int keep = 100'000;                // --keep N, 1 to 10,000,000: trades kept in the trades pane
+    std::string recordFile;            // --record FILE; empty: none
+    bool selfTestFault = false;        // --self-test-fault: the self-check must find something
+    bool help = false;                 // --help: print usageText() and end with 0
+};
+
+// How long a run lasts; nothing: until its window is closed.
+std::optional<int> secondsToRun(const Options& options);
+
+struct ParsedOptions {
+    Options options;
+    std::string error;  // "" or what to print before ending with exitBadInput; the options mean nothing then
+};
+inline constexpr int exitBadInput = 2;
+
+// `arguments` without the program's name. A value follows as the next argument or after a '=' (`--speed=max`). An
+// option given twice counts the last time. No file is touched.
+ParsedOptions parseOptions(int count, const char* const* arguments);
+
+// What must be found out before any window opens: a bad tape (checkTape), or a recording that would overwrite the tape
+// it is made from. "" or what to print before ending with exitBadInput. Writes nothing.
+std::string checkFiles(const Options& options);
+
+const char* usageText();
+
+// Splits at the last colon that is no drive letter's; without one the symbol is the file's stem. A drive letter's colon
+// follows a single letter at the start of the path. The symbol is empty if nothing stands after the colon.
+TapeName splitTapeName(const std::string& text);
+
+}  // namespace terminal

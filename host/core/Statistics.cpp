@@ -1,0 +1,64 @@
+#include "host/core/Statistics.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace terminal {
+
+// Values of 64 and more: the position of the highest bit chooses the doubling, the five bits below it the step.
+int Percentiles::bucketOf(std::int64_t value) {
+    if (value < exactValues) return static_cast<int>(value);
+    const int shift = static_cast<int>(std::bit_width(static_cast<std::uint64_t>(value))) - 6;
+    return exactValues + (shift - 1) * steps + static_cast<int>(value >> shift) - steps;
+}
+
+std::int64_t Percentiles::bucketEnd(int bucket) {
+    if (bucket < exactValues) return bucket;
+    const int shift = (bucket - exactValues) / steps + 1;
+    const auto step = static_cast<std::uint64_t>((bucket - exactValues) % steps + steps);
+    return static_cast<std::int64_t>(((step + 1) << shift) - 1);
+}
+
+void Percentiles::add(std::int64_t value) {
+    value = std::max<std::int64_t>(value, 0);
+    ++m_buckets[static_cast<std::size_t>(bucketOf(value))];
+    ++m_count;
+    m_largest = std::max(m_largest, value);
+}
+
+void Percentiles::clear() { *this = {}; }
+
+std::int64_t Percentiles::percentile(double percent) const {
+    std::int64_t seen = 0;
+    for (std::size_t bucket = 0; bucket < m_buckets.size() && m_count > 0; ++bucket) {
+        seen += m_buckets[bucket];
+        const bool enough = seen > 0 && static_cast<double>(seen) * 100 >= percent * static_cast<double>(m_count);
+        if (enough) return std::min(bucketEnd(static_cast<int>(bucket)), m_largest);
+    }
+    return m_largest;
+}
+
+// Slots that passed without an add are emptied on the way.
+void RateCounter::moveTo(std::int64_t slot) {
+    const std::int64_t passed = std::min<std::int64_t>(slot - m_current, slots);
+    for (std::int64_t i = 1; i <= passed; ++i) m_slots[static_cast<std::size_t>((slot - passed + i) % slots)] = 0;
+    m_current = std::max(m_current, slot);
+}
+
+void RateCounter::add(std::int64_t nowMicros, std::int64_t times) {
+    moveTo(nowMicros / slotMicros);
+    if (m_first < 0) m_first = m_current;
+    m_slots[static_cast<std::size_t>(m_current % slots)] += times;
+}
+
+double RateCounter::perSecond(std::int64_t nowMicros) {
+    if (m_first < 0) return 0;
+    moveTo(nowMicros / slotMicros);
+    const std::int64_t full = std::min<std::int64_t>(m_current - m_first, slots - 1);
+    if (full == 0) return 0;
+    std::int64_t sum = 0;
+    for (std::int64_t i = 1; i <= full; ++i) sum += m_slots[static_cast<std::size_t>((m_current - i) % slots)];
+    return static_cast<double>(sum) * (1e6 / slotMicros) / static_cast<double>(full);
+}
+
+}  // namespace terminal

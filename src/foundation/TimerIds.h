@@ -1,0 +1,19 @@
+// Every timer id of the library, with its period in milliseconds. A timer id is known per window, so only ids of one
+// class family must differ. Two of them do not: in the list family id 1 is the auto-sort of CCommonListCtrl and the
+// one-shot repaint of its descendant CFilterListCtrl. Hosts rely on both numbers. A grid that starts its repaint timer
+// therefore replaces a running auto-sort timer, and its handler kills timer 1; keep that in mind before moving either.
+#pragma once
+
+// CCommonListCtrl.
+inline constexpr unsigned kAutoSortTimer = 1;
+inline constexpr unsigned kAutoSortPeriod = 5000;
+inline constexpr unsigned kAutoSortPeriodWhenEmpty = 1000;  // started while the list has no rows
+inline constexpr unsigned kDragScrollTimer = 2;
+inline constexpr unsigned kDragScrollPeriod = 100;
+
+// CFilterListCtrl.
+inline constexpr unsigned kRepaintTimer = 1;  // one shot; the same number as kAutoSortTimer, see above
+inline constexpr unsigned kRepaintDelay = 500;
+inline constexpr unsigned kTrendFadeTimer = 4000;
+inline constexpr unsigned kTrendFadePeriod = 250;
+inline constexpr unsigned kFlushTimer = 4001;  // one shot; its delay is a field of the grid, 200 by default

@@ -1,0 +1,291 @@
+// CCommonListCtrl: the base of every list of the terminal.
+//
+// A report-view list whose user can hide, reorder and size columns, saved per list; that sorts, exports, drags rows and
+// has an appearance of its own. The rows are items of the control, inserted by the owner with their cell text; derived
+// lists bring rows from elsewhere. A cell's text is always asked for through the virtual GetItemText(row, place), and
+// the control's items are drawn by the owner window, to which DrawItem forwards.
+//
+// To put a list on screen:
+//   1. construct it; set m_csListName and the flags that shall differ from their defaults;
+//   2. fill m_arrColumns with one sQuorColInfo per built-in column; optionally call SetDefaultCols;
+//   3. Create, CreateEx or subclass a dialog's control: either ends in CommonInitList on the living control;
+//   4. InsertColumnsForList(nullptr);
+//   5. insert rows.
+//
+// The four column arrays are kept in step: the order array is the only map from columnIndex to place (-1 hidden), each
+// place from 0 to the number of shown columns less one occurs in it once. A list in reach of a CBCGPDialog, a
+// CBCGPFormView or a CBCGPDialogBar enters g_listRegistry (a group list: g_groupListRegistry) and leaves it in its
+// destructor. Everything runs on the thread of the window; nothing is locked.
+#pragma once
+
+#include <memory>
+
+#include "src/foundation/core/ColumnRecords.h"
+#include "src/list/core/ProfileSource.h"
+
+// Callbacks on the owner window. They run only on a permanent window object of the framework; hosts make them from
+// their own members by static_cast.
+typedef int (CWnd::*TextColorCallback)(DWORD_PTR rowData, COLORREF& color, int, int);
+typedef int (CWnd::*TextColorWithLineCallback)(DWORD_PTR rowData, COLORREF& color, int, int, int line);
+typedef int (CWnd::*ToolTipTextCallback)(int row, int place, CString& text);
+
+class QUOR_CONTROLS_API CCommonListCtrl : public CListCtrl {
+    DECLARE_DYNAMIC(CCommonListCtrl)
+
+public:
+    CCommonListCtrl();
+    CCommonListCtrl(const CCommonListCtrl&) = delete;
+    CCommonListCtrl& operator=(const CCommonListCtrl&) = delete;
+    // Destroys the window if there is one, leaves the registries, frees the list's keyword arrays and profile map.
+    ~CCommonListCtrl() override;
+
+    // --- What derived lists replace. The order of these declarations is part of the interface.
+
+    // Builds the column set from m_arrColumns and the stored profile. The pointer is handed on and not read.
+    virtual void InsertColumnsForList(int* unused);
+    // The framework's text into a buffer of `size` bytes. Returns its length.
+    virtual int GetItemText(int row, int place, char* buffer, int size);
+    // Text for exports. The two flags are for derived lists; here they change nothing.
+    virtual CString GetItemText(int row, int place, bool mapColumn, bool forExport);
+    // Text for everything else: sort, clipboard, drag.
+    virtual CString GetItemText(int row, int place);
+    // The row's data: during a sort, when the items hold row numbers, what m_arrSavedItemData keeps for the row.
+    virtual DWORD_PTR GetItemData(int row);
+    // Will write the column profile of this list to the host's store.
+    virtual void SaveColumnProfile();
+    // Will apply the locked sort again.
+    virtual void SortByLastColumnWithLock();
+    // The framework's creation, then the start of the list on the living control. Always 0, whatever happened: ask
+    // the window (GetSafeHwnd) whether it exists.
+    virtual BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
+    virtual BOOL CreateEx(DWORD exStyle, DWORD style, const RECT& rect, CWnd* parent, UINT id);
+    // Will write and read the levels of the multi-column sort.
+    virtual void SaveSortOrderProfile();
+    virtual void ReadSortOrderProfile();
+    // Runs the multi-column sort; lists that have one override it.
+    virtual void SortListOnMultiplelevel();
+    // Whether rows come from a filtered store of the list's own.
+    virtual int GetUseFilter() const;
+
+    // --- Set-up
+
+    // Puts a list to work on its window: header images, colours, registry, appearance. Once per window.
+    void CommonInitList();
+    // Where profiles come from; borrowed, must outlive the list's use of it. Null, the default: nothing is stored.
+    void SetProfileSource(ProfileSource* source) { m_pProfileSource = source; }
+    // The columns that show by default, by columnIndex in screen order; call after filling m_arrColumns. Always 1; the
+    // second form gives 0 for a count of 0 and changes nothing.
+    int SetDefaultCols(CArray<int, int>& columns);
+    int SetDefaultCols(int count, const int* columns);
+    // Seed the keyword arrays of m_Appearance. Each is created if absent and filled only while it is empty, so that
+    // stored settings win; keywordColumn is taken together with the keywords. Null arguments are skipped.
+    void SetDefaultAttributes(int keywordColumn, CStringArray* keywords, CArray<DWORD, DWORD>* colors);
+    void SetDefaultProperties(CStringArray* keywords, CArray<DWORD, DWORD>* textColors,
+                              CArray<DWORD, DWORD>* backColors);
+    // The process-wide paths of the recovery settings and of the dialog positions.
+    static void SetRecoveryFiles(CString recoveryFile, CString dialogPositionFile);
+    void EnableWriteExcel(int enable) { m_bWriteExcel = enable; }
+    void SetPointerToGetTextColor(TextColorCallback callback) { m_pfnGetTextColor = callback; }
+    void SetPointerToGetTextColorWithLineNo(TextColorWithLineCallback callback) { m_pfnGetTextColorWithLine = callback; }
+    void InitToolTipRetFunc(ToolTipTextCallback callback) { m_pfnToolTipText = callback; }
+
+    // --- Columns
+
+    // Inserts through the framework, adds the header tool tip, and gives a column of format 2048 a blank header image.
+    // Returns the new column's place, -1 on failure.
+    int InsertColumn(int place, const char* heading, int format = kFormatLeft, int width = -1, int subItem = -1);
+    // Removes the column at a place; the tool tips behind it move down. Non-zero on success.
+    BOOL DeleteColumn(int place);
+    // Shows exactly these columns, both arguments by place, and tells the parent (WM_LIST_COLUMNS_REBUILT).
+    void LoadHeaders(CArray<int, int>* columns, CArray<int, int>* widths);
+    // Sizes all columns: 2129 by data, 2130 by heading, 2131 evenly over the window, else by the wider of the first two.
+    void AutoSizeColumns(int command);
+    void ColFitToContent();
+    void ColFitToHeader();
+    void ColFitToWindow();
+    // The columnIndex at a place by the visible array, -1 if no column stands there.
+    int GetOriginalColumnPosition(int place);
+    // Appends; a record for place 0 goes to the front.
+    void AddToVisibleArray(sVisibleColumn column);
+    // Gives the header item at `place` a tool tip, `text` or its heading if null. 1, or 0 if there is no such header
+    // item, no report view, or no heading.
+    int AddHeaderToolTip(int place, const char* text);
+
+    // --- Rows
+
+    // Selects and focuses the row, leaves other selections alone, scrolls it into view. Always 1.
+    int SetRowFocus(int row);
+    // Copies the selected rows: each cell followed by a tab, each row by CR LF.
+    void BuildTable();
+    // Puts m_csClipboard on the clipboard. 1, or 0 if the clipboard or its memory could not be had.
+    int CopyToClipboard();
+    // A number's text with a comma before each group of three digits; sign and fraction stay as they are.
+    CString GetCommaData(CString& value);
+
+    // --- Appearance
+
+    // Applies the application-wide appearance to every registered list that has none of its own, or to all.
+    static void ApplyGeneralSettings(bool force);
+    // Gives a list another face and size (points, as text). Nothing changes if the window is no living list, has no
+    // font, or the size comes to a height of -1. `id` is not read.
+    static void SetListFontProperty(CWnd* list, int id, CString name, CString size);
+    // Kept for hosts; cells have no colour of their own.
+    int GetItemColor(int row, int place);
+    void SetItemColor(int row, int place, COLORREF color);
+    // The first parent of `list` that has a window and is a CBCGPDialog, CBCGPFormView or CBCGPDialogBar, or null.
+    static CWnd* GetListCtrlDlgParent(CWnd* list);
+
+    // --- Not filled in yet: each says what it will do.
+
+    int ReadAutoSort();         // read the stored auto-sort: ticked, column, order
+    void InitializeAutoSort();  // start or stop the auto-sort timer
+    void SaveAutoSort();        // write what ReadAutoSort reads
+    void ReadGridLineStatus();  // read the stored grid-line state and show it
+    void SaveGridLineStatus();  // write it
+    void SetHeaderCheckbox();   // show the check box of the first header item
+    void DrawHeaderSortImageForMultiSortMode(int draw, bool show);  // the arrows of all sort levels
+
+    // --- Process-wide
+
+    static CString m_csGetDialogPosPath;  // file of dialog positions
+    static CString m_csGetRecoveryFile;   // file of recovery settings
+    static CArray<CCommonListCtrl*, CCommonListCtrl*> g_listRegistry;       // lists with a customisable parent
+    static CArray<CCommonListCtrl*, CCommonListCtrl*> g_groupListRegistry;  // lists with m_bGroupList
+
+    // --- State that owners set and read. Ints are flags unless told otherwise.
+
+    // Column state, by columnIndex: see ColumnRecords.h.
+    CArray<sQuorColInfo, sQuorColInfo> m_arrColumns;
+    CArray<int, int> m_arrOrder;
+    CArray<int, int> m_arrWidth;
+    CArray<sVisibleColumn, sVisibleColumn> m_arrVisible;
+    CArray<sMnmQuorColInfo, sMnmQuorColInfo> m_arrMnmColumns;  // always empty
+    CArray<int, int> m_arrDefaultColumns;  // default places, empty: all columns
+    int m_nFirstColumn = 0;                // columnIndex at place 0
+    int m_nBaseColumnCount = 0;            // number of built-in columns, taken by InsertColumnsForList
+    CString m_csListName;                  // section of all settings of this list
+    int m_bUseColumnProfile = 1;           // columns are read from and written to the store
+
+    // Sorting. Places, but for m_nLockSortColumn; orders are -1 rising, 1 falling.
+    int m_nSortCol = 0;
+    int m_nLastSortCol = -1;
+    int m_nSortOrder = 1;     // CommonInitList makes it -1
+    int m_nSortDataType = 0;  // iDataType of the sorted column
+    int m_bSortDisabled = 0;  // clicks on the header do not sort
+    BYTE m_bSorted = 0;
+    BYTE m_bLockSortEnabled = 0;
+    BYTE m_bSortLocked = 0;
+    int m_nLockSortColumn = -1;  // columnIndex
+    int m_nLockSortOrder = 0;
+    BYTE m_bMultiSortEnabled = 0;
+    BYTE m_bMultiSortActive = 0;
+    CArray<ColumnSortInfo, ColumnSortInfo> m_arrSortOrder;
+    CZTMap<CString, const char*, int, int> m_mapSortOrderByName{kListMapBuckets};
+    CArray<DWORD_PTR, DWORD_PTR> m_arrSavedItemData;  // row data held during a sort
+    BYTE m_bAutoSort = 0;
+    UINT_PTR m_nAutoSortTimer = 0;
+
+    // What the menus and keys offer.
+    int m_bWriteExcel = 1;
+    int m_bParentChildExport = 0;  // export has a parent/child submenu, ticked by the three below
+    int m_bExportChild = 0;
+    int m_bExportParent = 0;
+    int m_bExportBoth = 0;
+    int m_bExportSelected = 0;
+    int m_bUserColumnsMenu = 0;
+    int m_bDealSlipEnabled = 0;
+    int m_bCopyEnabled = 1;
+    int m_bGridLinesMenu = 1;
+    int m_bUserCustomizeEnabled = 0;
+    int m_bHideView = 0;               // the column chooser has no View button
+    int m_bNoSave = 0;                 // the column chooser does not save
+    CStringArray m_arrProtectedNames;  // headings that the choosers may not remove
+
+    // Looks.
+    int m_bUseColors = 1;         // the list shows the colours of m_Appearance
+    int m_bCustomizeEnabled = 1;  // the list takes part in customised appearance
+    int m_bHeaderToolTips = 1;    // each column gets a header tool tip
+    int m_bFillEmptyArea = 0;     // erase fills only what no cell covers
+    int m_bHeaderCheckBox = 0;    // header of column 0 has a check box
+    int m_bCustomDraw = 0;        // derived lists may paint by custom draw
+    BYTE m_bRedrawEnabled = 1;    // clear while AutoSizeColumns runs
+    BYTE m_bGroupList = 0;        // member of a column group
+    BYTE m_bGridLines = 0;
+    BYTE m_bCustomized = 0;       // the list has an appearance record of its own
+    cCustomizedAppearanceSettings m_Appearance;
+    CToolTipCtrl m_ToolTip;       // of the header; created on first use
+    TextColorCallback m_pfnGetTextColor = nullptr;
+    TextColorWithLineCallback m_pfnGetTextColorWithLine = nullptr;
+    ToolTipTextCallback m_pfnToolTipText = nullptr;
+
+    // Exports. Profile names are without their stored prefix; the map owns its arrays.
+    CString m_csClipboard;  // what BuildTable built
+    CString m_csLastInvokedProfile;
+    CString m_csDefaultProfile;
+    CStringArray m_arrProfileNames;
+    CZTMap<CString, const char*, CArray<int, int>*, CArray<int, int>*> m_mapDealSlipProfiles{kListMapBuckets};
+    CZTMap<int, int, int, int> m_mapDealSlipColumns{kListMapBuckets};  // place in the report to columnIndex
+    CArray<int, int> m_arrVisibleRows;                                 // rows of a "selected" export
+    void* m_pExportFormat = nullptr;                                   // passed through to the spreadsheet; borrowed
+
+    int m_bRowDragEnabled = 0;
+
+    // --- The framework's operations
+
+    BOOL DestroyWindow() override;
+    BOOL PreTranslateMessage(MSG* message) override;
+    INT_PTR OnToolHitTest(CPoint point, TOOLINFO* info) const override;
+    // The owner paints: forwards WM_DRAWITEM to it with the list's control id. While such a forward is under way, a
+    // WM_DRAWITEM that comes back reflected returns at once, so that an owner that does not paint is no endless loop.
+    void DrawItem(LPDRAWITEMSTRUCT item) override;
+
+protected:
+    void PreSubclassWindow() override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+    afx_msg void MeasureItem(LPMEASUREITEMSTRUCT item);
+    afx_msg LRESULT OnSetFont(WPARAM font, LPARAM redraw);
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
+    afx_msg void OnDestroy();
+    DECLARE_MESSAGE_MAP()
+
+    // Makes the control ask for its row height again, as after a change of size.
+    void RemeasureRows();
+    // Lays the header's tool tips over the header items as they stand now.
+    void LayOutHeaderToolTips();
+
+private:
+    // Life.
+    void StartOnLivingControl();
+    // Columns.
+    void InsertColumnsForList_Recursive(int* unused);
+    void InsertColumnRecord(int place, int columnIndex, int width);
+    void DeleteAllColumns();
+    void NotifyColumnsRebuilt(LPARAM imported);
+    CRect HeaderToolRect(int place);
+    void RemoveHeaderToolTip(int place);
+    // Appearance.
+    bool ReadRecoverySetting(const char* section, CString& record);
+    void ReadAppearance();
+    void ReadUserAppearance();
+    void ApplyAppearanceFont();
+    void ApplyAppearanceColors();
+    void ReplaceFont(const LOGFONT& description);
+    CRect RowsInView();
+
+    // Calls into what is not built yet; empty bodies.
+    void ReadDealSlipState();
+    void ReadSortLockInfo();
+    void SetUserColumnReadOnly(int columnIndex);
+    void ReadCustomizeRecord(const CString& record);
+    void WriteCustomizeRecord();
+    void ReadUserCustomizeRecord(const CString& record);
+    bool SaveMarketWatchProfile();
+
+    ProfileSource* m_pProfileSource = nullptr;
+    std::shared_ptr<CImageList> m_headerImages;  // one for all lists of the process
+    CFont m_font;                                // the font of m_Appearance, once applied
+    bool m_bCreating = false;                    // inside the framework's creation: the control answers nothing yet
+    HWND m_hInitialised = nullptr;               // the window for which CommonInitList ran
+    bool m_bForwardingDrawItem = false;
+};

@@ -1,0 +1,196 @@
+// Colours, font, row height, and what is painted here: nothing but the area that no cell covers. Rows are painted by
+// the owner window, or by a derived list.
+#include "platform/tools/QuorTools.h"
+#include "src/foundation/core/Globals.h"
+#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/core/ColumnArrays.h"
+#include "src/list/core/ListLayout.h"
+
+namespace {
+
+constexpr int kPointsPerInch = 72;
+// A computed height that is taken as no size at all.
+constexpr int kRefusedHeight = -1;
+// What a size change without moving, activation or restacking is announced with (534).
+constexpr UINT kSizeOnly = SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOOWNERZORDER | SWP_NOZORDER;
+// What stands for a record that could not be read.
+constexpr char kNoRecord[] = "Settings not found";
+
+int fontHeight(const CDC& dc, const CString& points) {
+    return -::MulDiv(quor::atoi(points), dc.GetDeviceCaps(LOGPIXELSY), kPointsPerInch);
+}
+
+void setFace(LOGFONT& font, const CString& face) { ::lstrcpynA(font.lfFaceName, face, LF_FACESIZE); }
+
+CCommonListCtrl* liveList(CWnd* window) {
+    if (!isLive(window)) return nullptr;
+    return DYNAMIC_DOWNCAST(CCommonListCtrl, CWnd::FromHandlePermanent(window->m_hWnd));
+}
+
+// Fills a keyword array that is empty, making it first; null values are skipped. True if it was filled.
+template <class Array>
+bool seed(Array*& array, const Array* values) {
+    if (!values) return false;
+    if (!array) array = new Array;
+    return seedWhenEmpty(*array, *values);
+}
+
+}  // namespace
+
+void CCommonListCtrl::SetDefaultAttributes(int keywordColumn, CStringArray* keywords, CArray<DWORD, DWORD>* colors) {
+    if (seed(m_Appearance.pKeywords, keywords)) m_Appearance.iKeywordColumn = keywordColumn;
+    seed(m_Appearance.pKeywordColors, colors);
+}
+
+void CCommonListCtrl::SetDefaultProperties(CStringArray* keywords, CArray<DWORD, DWORD>* textColors,
+                                           CArray<DWORD, DWORD>* backColors) {
+    seed(m_Appearance.pUserKeywords, keywords);
+    seed(m_Appearance.pUserTextColors, textColors);
+    seed(m_Appearance.pUserBackColors, backColors);
+}
+
+bool CCommonListCtrl::ReadRecoverySetting(const char* section, CString& record) {
+    CString key, error;
+    key.Format("%s-%d", m_csListName.GetString(), GetDlgCtrlID());
+    return quoru_appdata_ini_file_operations(0, section, key, record, m_csGetRecoveryFile, error) != 0;
+}
+
+void CCommonListCtrl::ReadAppearance() {
+    CString record;
+    if (ReadRecoverySetting("CUSTOMIZE_LISTS", record)) {
+        ReadCustomizeRecord(record);
+        m_bCustomized = 1;
+    } else {
+        record = kNoRecord;
+    }
+    if (record == kNoRecord) m_Appearance = Get_Apperance_setting();
+    ApplyAppearanceFont();
+    if (m_bUseColors) ApplyAppearanceColors();
+}
+
+void CCommonListCtrl::ReadUserAppearance() {
+    CString record;
+    if (!ReadRecoverySetting("USER_CUSTOMIZE_LISTS", record)) return;
+    ReadUserCustomizeRecord(record);
+    if (m_bUseColors) ApplyAppearanceColors();
+}
+
+void CCommonListCtrl::ApplyAppearanceColors() {
+    SetTextColor(m_Appearance.crText);
+    SetBkColor(m_Appearance.crBackground);
+    SetTextBkColor(m_Appearance.crBackground);
+    Invalidate();
+}
+
+// Face and height alone, whatever font the control came with: a list looks the same on every road to its window.
+void CCommonListCtrl::ApplyAppearanceFont() {
+    const CClientDC dc(this);
+    LOGFONT font{};
+    font.lfHeight = fontHeight(dc, m_Appearance.csFontSize);
+    font.lfWeight = FW_NORMAL;
+    font.lfCharSet = DEFAULT_CHARSET;
+    setFace(font, m_Appearance.csFontName);
+    ReplaceFont(font);
+}
+
+// The old font goes when the control no longer uses it.
+void CCommonListCtrl::ReplaceFont(const LOGFONT& description) {
+    CFont font;
+    if (!font.CreateFontIndirect(&description)) return;
+    SetFont(&font);
+    m_font.DeleteObject();
+    m_font.Attach(font.Detach());
+}
+
+void CCommonListCtrl::SetListFontProperty(CWnd* list, int, CString name, CString size) {
+    CCommonListCtrl* target = liveList(list);
+    const CFont* present = target ? target->GetFont() : nullptr;
+    if (!present) return;
+    LOGFONT font{};
+    if (!present->GetLogFont(&font)) return;
+    {
+        const CClientDC dc(target);
+        if (!dc.m_hDC) return;
+        font.lfHeight = fontHeight(dc, size);
+    }
+    if (font.lfHeight == kRefusedHeight) return;
+    setFace(font, name);
+    target->ReplaceFont(font);
+}
+
+void CCommonListCtrl::ApplyGeneralSettings(bool force) {
+    const cCustomizedAppearanceSettings global = Get_Apperance_setting();
+    for (INT_PTR i = 0; i < g_listRegistry.GetCount(); ++i) {
+        CCommonListCtrl& list = *g_listRegistry.GetAt(i);
+        if (!isLive(&list) || (list.m_bCustomized && !force)) continue;
+        SetListFontProperty(&list, list.GetDlgCtrlID(), global.csFontName, global.csFontSize);
+        list.m_Appearance.csFontName = global.csFontName;
+        list.m_Appearance.csFontSize = global.csFontSize;
+        if (list.m_bUseColors) {
+            list.m_Appearance.crBackground = global.crBackground;
+            list.m_Appearance.crText = global.crText;
+            list.ApplyAppearanceColors();
+        }
+        if (list.m_bCustomized) list.WriteCustomizeRecord();
+        list.RedrawWindow();
+    }
+}
+
+int CCommonListCtrl::GetItemColor(int, int) { return 1; }
+
+void CCommonListCtrl::SetItemColor(int, int, COLORREF) {}
+
+void CCommonListCtrl::DrawItem(LPDRAWITEMSTRUCT item) {
+    if (m_bForwardingDrawItem) return;
+    const FlagScope forwarding(m_bForwardingDrawItem, true);
+    if (CWnd* owner = GetOwner()) {
+        owner->SendMessage(WM_DRAWITEM, static_cast<WPARAM>(GetDlgCtrlID()), reinterpret_cast<LPARAM>(item));
+    }
+}
+
+void CCommonListCtrl::MeasureItem(LPMEASUREITEMSTRUCT item) {
+    CClientDC dc(this);
+    const SelectScope font(&dc, GetFont());
+    TEXTMETRIC metrics{};
+    dc.GetTextMetrics(&metrics);
+    item->itemHeight = static_cast<UINT>(metrics.tmHeight + metrics.tmExternalLeading + 1);
+}
+
+LRESULT CCommonListCtrl::OnSetFont(WPARAM, LPARAM) {
+    const LRESULT result = Default();
+    RemeasureRows();
+    return result;
+}
+
+void CCommonListCtrl::RemeasureRows() {
+    CRect window;
+    GetWindowRect(&window);
+    WINDOWPOS position{};
+    position.hwnd = m_hWnd;
+    position.cx = window.Width();
+    position.cy = window.Height();
+    position.flags = kSizeOnly;
+    SendMessage(WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&position));
+}
+
+BOOL CCommonListCtrl::OnEraseBkgnd(CDC* dc) {
+    if (!m_bFillEmptyArea) return CListCtrl::OnEraseBkgnd(dc);
+    CRect client;
+    GetClientRect(&client);
+    const DcStateScope state(dc);
+    for (const RECT& part : areaOutsideCells(client, RowsInView())) dc->FillSolidRect(&part, GetBkColor());
+    return 0;
+}
+
+// The rectangle of the rows that are in view, over all columns; empty without rows.
+CRect CCommonListCtrl::RowsInView() {
+    CRect rows, last;
+    const int top = CListCtrl::GetTopIndex();
+    const int bottom = std::min(top + CListCtrl::GetCountPerPage(), CListCtrl::GetItemCount() - 1);
+    if (bottom < top || !CListCtrl::GetItemRect(top, rows, LVIR_BOUNDS) ||
+        !CListCtrl::GetItemRect(bottom, last, LVIR_BOUNDS)) {
+        return {};
+    }
+    rows.bottom = last.bottom;
+    return rows;
+}

@@ -1,0 +1,56 @@
+#include "src/list/core/ListLayout.h"
+
+#include <algorithm>
+#include <cstddef>
+
+int fittedColumnWidth(int command, const ColumnMeasure& measure) {
+    switch (command) {
+        case kFitColumnsToData:
+            return std::max(measure.data, kMinColumnWidth);
+        case kFitColumnsToHeader:
+            return std::max(measure.header, kMinColumnWidth);
+        case kFitColumnsToWindow:
+            return measure.client > 0 && measure.columnCount > 0 ? measure.client / measure.columnCount
+                                                                 : kMinColumnWidth;
+        default:
+            return std::max({measure.data, measure.header, kMinColumnWidth});
+    }
+}
+
+Span headerItemSpan(const std::vector<int>& widths, const std::vector<int>& sequence, int item, int scroll) {
+    int left = -scroll;
+    for (const int standing : sequence) {
+        const int width = widths[static_cast<std::size_t>(standing)];
+        if (standing == item) return {left, left + width};
+        left += width;
+    }
+    return {};
+}
+
+std::vector<RECT> areaOutsideCells(RECT client, RECT cells) {
+    if (cells.right <= cells.left || cells.bottom <= cells.top) return {client};
+    const RECT above{client.left, client.top, client.right, cells.top};
+    const RECT beside{cells.right, cells.top, client.right, cells.bottom};
+    const RECT below{client.left, cells.bottom, client.right, client.bottom};
+    std::vector<RECT> parts;
+    for (const RECT& part : {above, beside, below}) {
+        if (part.left < part.right && part.top < part.bottom) parts.push_back(part);
+    }
+    return parts;
+}
+
+CString withThousandsSeparators(const CString& number) {
+    const int point = number.Find('.');
+    CString whole = point < 0 ? number : number.Left(point);
+    const CString fraction = point < 0 ? CString() : number.Mid(point);
+    whole.Remove(',');
+    const bool negative = !whole.IsEmpty() && whole[0] == '-';
+    if (negative) whole.Remove('-');
+    CString grouped = negative ? "-" : "";
+    const int length = whole.GetLength();
+    for (int i = 0; i < length; ++i) {
+        if (i > 0 && (i - length) % 3 == 0) grouped += ',';
+        grouped += whole[i];
+    }
+    return grouped + fraction;
+}

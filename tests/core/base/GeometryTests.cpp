@@ -1,0 +1,79 @@
+#include "platform/Framework.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+std::ostream& operator<<(std::ostream& out, const CRect& rect) {
+    return out << '(' << rect.left << ' ' << rect.top << ' ' << rect.right << ' ' << rect.bottom << ')';
+}
+
+namespace {
+
+TEST(Geometry, UnionIntersectionAndDifference) {
+    const CRect none;
+    const struct {
+        CRect first, second, both, around, without;
+    } cases[] = {
+        {{0, 0, 10, 10}, {5, 5, 20, 20}, {5, 5, 10, 10}, {0, 0, 20, 20}, {0, 0, 10, 10}},
+        {{0, 0, 10, 10}, {10, 0, 20, 10}, none, {0, 0, 20, 10}, {0, 0, 10, 10}},  // they only touch
+        {{0, 0, 10, 10}, {3, 3, 3, 9}, none, {0, 0, 10, 10}, {0, 0, 10, 10}},     // no width
+        {{5, 5, 5, 9}, {1, 2, 3, 4}, none, {1, 2, 3, 4}, none},
+        {{9, 9, 2, 2}, none, none, none, none},  // the wrong way round counts as empty
+        {{0, 0, 10, 10}, {-1, -1, 11, 4}, {0, 0, 10, 4}, {-1, -1, 11, 10}, {0, 4, 10, 10}},
+        {{0, 0, 10, 10}, {-1, 4, 11, 12}, {0, 4, 10, 10}, {-1, 0, 11, 12}, {0, 0, 10, 4}},
+        {{0, 0, 10, 10}, {0, 0, 4, 10}, {0, 0, 4, 10}, {0, 0, 10, 10}, {4, 0, 10, 10}},
+        {{0, 0, 10, 10}, {4, 0, 10, 10}, {4, 0, 10, 10}, {0, 0, 10, 10}, {0, 0, 4, 10}},
+        {{0, 0, 10, 10}, {2, 0, 4, 10}, {2, 0, 4, 10}, {0, 0, 10, 10}, {0, 0, 10, 10}},  // would leave two
+        {{0, 0, 10, 10}, {-5, -5, 15, 15}, {0, 0, 10, 10}, {-5, -5, 15, 15}, none},
+    };
+    for (const auto& one : cases) {
+        EXPECT_EQ(one.first & one.second, one.both) << one.first << one.second;
+        EXPECT_EQ(one.second & one.first, one.both) << one.first << one.second;
+        EXPECT_EQ(one.first | one.second, one.around) << one.first << one.second;
+        CRect rect(1, 1, 2, 2);
+        EXPECT_EQ(rect.SubtractRect(one.first, one.second) != FALSE, !one.without.IsRectEmpty());
+        EXPECT_EQ(rect, one.without) << one.first << one.second;
+        rect = one.first;
+        EXPECT_EQ(rect.IntersectRect(rect, one.second) != FALSE, !one.both.IsRectEmpty()) << "into itself";
+        EXPECT_EQ(rect, one.both);
+        rect = one.first;
+        EXPECT_EQ(rect.UnionRect(rect, one.second) != FALSE, !one.around.IsRectEmpty()) << "into itself";
+        EXPECT_EQ(rect, one.around);
+    }
+}
+
+TEST(Geometry, RectanglesHoldLeftAndTopOnly) {
+    const CRect rect(10, 20, 30, 40);
+    EXPECT_TRUE(rect.PtInRect(CPoint(10, 20)));
+    EXPECT_TRUE(rect.PtInRect(CPoint(29, 39)));
+    EXPECT_FALSE(rect.PtInRect(CPoint(30, 39)));
+    EXPECT_FALSE(rect.PtInRect(CPoint(29, 40)));
+    EXPECT_FALSE(rect.PtInRect(CPoint(9, 20)));
+}
+
+TEST(Geometry, EdgesMoveAsTold) {
+    CRect rect(CPoint(10, 20), CSize(5, 6));
+    EXPECT_EQ(rect, CRect(10, 20, 15, 26));
+    rect.InflateRect(1, 2, 3, 4);
+    EXPECT_EQ(rect, CRect(9, 18, 18, 30));
+    rect.DeflateRect(CRect(1, 2, 3, 4));
+    EXPECT_EQ(rect, CRect(10, 20, 15, 26));
+    rect.DeflateRect(3, 1);
+    EXPECT_EQ(rect, CRect(13, 21, 12, 25));
+    rect.NormalizeRect();
+    EXPECT_EQ(rect, CRect(12, 21, 13, 25));
+    rect.MoveToXY(0, 1);
+    EXPECT_EQ(rect, CRect(0, 1, 1, 5));
+    rect += CPoint(10, 10);
+    rect.OffsetRect(CSize(-1, 1));
+    EXPECT_EQ(rect, CRect(9, 12, 10, 16));
+    EXPECT_EQ(CRect(0, 0, 11, 7).CenterPoint(), CPoint(5, 3));
+}
+
+TEST(Geometry, MousePointsHaveSignedHalves) {
+    EXPECT_EQ(CPoint(static_cast<LPARAM>(0xFFFE0003)), CPoint(3, -2));
+    EXPECT_EQ(CPoint(5, 6) - CPoint(1, 9), CSize(4, -3));
+}
+
+}  // namespace

@@ -1,0 +1,73 @@
+#include "core/base/Throws.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+class Animal : public CObject {
+    DECLARE_DYNAMIC(Animal)
+};
+class Dog : public Animal {
+    DECLARE_DYNCREATE(Dog)
+};
+class Cat : public Animal {
+    DECLARE_DYNCREATE(Cat)
+};
+IMPLEMENT_DYNAMIC(Animal, CObject)
+IMPLEMENT_DYNCREATE(Dog, Animal)
+IMPLEMENT_DYNCREATE(Cat, Animal)
+
+TEST(Objects, KindsAreKnownUpToTheRoot) {
+    const Dog dog;
+    EXPECT_TRUE(dog.IsKindOf(RUNTIME_CLASS(Dog)));
+    EXPECT_TRUE(dog.IsKindOf(RUNTIME_CLASS(Animal)));
+    EXPECT_TRUE(dog.IsKindOf(RUNTIME_CLASS(CObject)));
+    EXPECT_FALSE(dog.IsKindOf(RUNTIME_CLASS(Cat)));
+    EXPECT_FALSE(dog.IsKindOf(RUNTIME_CLASS(CException)));
+    EXPECT_STREQ(dog.GetRuntimeClass()->m_lpszClassName, "Dog");
+}
+
+TEST(Objects, DowncastsGiveNullForOtherKinds) {
+    Dog dog;
+    CObject* const object = &dog;
+    EXPECT_EQ(DYNAMIC_DOWNCAST(Dog, object), &dog);
+    EXPECT_EQ(DYNAMIC_DOWNCAST(Animal, object), &dog);
+    EXPECT_EQ(DYNAMIC_DOWNCAST(Cat, object), nullptr);
+    EXPECT_EQ(DYNAMIC_DOWNCAST(Cat, static_cast<CObject*>(nullptr)), nullptr);
+    EXPECT_EQ(STATIC_DOWNCAST(Dog, object), &dog);
+}
+
+TEST(Objects, ClassesMakeObjectsOnlyWhereDeclaredSo) {
+    const std::unique_ptr<CObject> made(RUNTIME_CLASS(Cat)->CreateObject());
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(made->GetRuntimeClass(), RUNTIME_CLASS(Cat));
+    EXPECT_EQ(RUNTIME_CLASS(Animal)->CreateObject(), nullptr);
+}
+
+// On Windows these are thrown in one module and caught in another.
+TEST(Exceptions, AreCaughtByTheirClassAndTheirBase) {
+    EXPECT_TRUE(throwsException<CInvalidArgException>(AfxThrowInvalidArgException));
+    EXPECT_TRUE(throwsException<CResourceException>(AfxThrowResourceException));
+    EXPECT_TRUE(throwsException<CNotSupportedException>(AfxThrowNotSupportedException));
+    EXPECT_TRUE(throwsException<CUserException>(AfxThrowUserException));
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(throwsException<CMemoryException>(AfxThrowMemoryException));
+    EXPECT_TRUE(throwsException<CException>(AfxThrowUserException));
+    EXPECT_TRUE(throwsException<CMemoryException>([] { CString text('x', 2147483647); }));
+}
+
+TEST(Exceptions, MessagesAreCutToTheBuffer) {
+    const CInvalidArgException exception(FALSE);
+    char text[64];
+    EXPECT_TRUE(exception.GetErrorMessage(text, sizeof text));
+    EXPECT_STREQ(text, "An invalid argument was encountered.");
+    EXPECT_TRUE(exception.GetErrorMessage(text, 11));
+    EXPECT_STREQ(text, "An invalid");
+    EXPECT_FALSE(exception.GetErrorMessage(text, 0));
+    EXPECT_FALSE(CException(FALSE).GetErrorMessage(text, sizeof text));
+    EXPECT_STREQ(text, "");
+}
+
+}  // namespace

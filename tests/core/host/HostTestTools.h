@@ -1,0 +1,114 @@
+// What the tests of the terminal's windowless half share: files that go away, a clock that is set, a sink that
+// remembers.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/core/Feed.h"
+
+namespace terminal::test {
+
+// A file in the working folder, removed at the end.
+class TestFile {
+public:
+    explicit TestFile(std::string_view bytes) : TestFile() {
+        std::FILE* const file = std::fopen(name.c_str(), "wb");
+        std::fwrite(bytes.data(), 1, bytes.size(), file);
+        std::fclose(file);
+    }
+    TestFile() : name("host-test-" + std::to_string(++s_number) + ".tmp") {}
+    ~TestFile() { std::remove(name.c_str()); }
+    TestFile(const TestFile&) = delete;
+    TestFile& operator=(const TestFile&) = delete;
+
+    std::string bytes() const {
+        std::string all;
+        if (std::FILE* const file = std::fopen(name.c_str(), "rb")) {
+            for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file)) all += static_cast<char>(c);
+            std::fclose(file);
+        }
+        return all;
+    }
+
+    const std::string name;
+
+private:
+    inline static int s_number = 0;
+};
+
+struct SetClock final : Clock {
+    std::int64_t now = 0;
+    std::int64_t stepPerRead = 0;
+    std::int64_t nowMicros() override { return now += stepPerRead; }
+};
+
+struct EventLog final : FeedSink {
+    std::vector<Tick> ticks;
+    void instrument(const Instrument& news) override { add(news); }
+    void quote(const Quote& news) override { add(news); }
+    void order(const OrderEvent& news) override { add(news); }
+    void trade(const Trade& news) override { add(news); }
+    void level(const BookLevel& news) override { add(news); }
+    void tickEnd(MarketTime time) override {
+        if (!m_open) ticks.emplace_back();
+        ticks.back().time = time;
+        m_open = false;
+    }
+    template <class Event>
+    std::vector<Event> all() const {
+        std::vector<Event> found;
+        for (const Tick& tick : ticks) {
+            for (const FeedEvent& event : tick.events) {
+                if (const Event* one = std::get_if<Event>(&event)) found.push_back(*one);
+            }
+        }
+        return found;
+    }
+
+private:
+    void add(FeedEvent event) {
+        if (!m_open) ticks.emplace_back();
+        m_open = true;
+        ticks.back().events.push_back(std::move(event));
+    }
+    bool m_open = false;
+};
+
+struct NoSink final : FeedSink {
+    void instrument(const Instrument&) override {}
+    void quote(const Quote&) override {}
+    void order(const OrderEvent&) override {}
+    void trade(const Trade&) override {}
+    void level(const BookLevel&) override {}
+};
+
+// Everything a feed has to give, without waiting for anything but its limits.
+inline void drain(Feed& feed, FeedSink& sink) {
+    SetClock clock;
+    while (feed.state() == FeedState::running) feed.take(clock, {}, sink);
+}
+
+// A source of `count` ticks, `gap` nanoseconds apart, that then ends or fails.
+class ListedTicks final : public TickSource {
+public:
+    explicit ListedTicks(std::vector<MarketTime> times, Next last = Next::end)
+        : m_times(std::move(times)), m_last(last), m_error(last == Next::failed ? "it broke" : "") {}
+    Next next(Tick& tick) override {
+        tick.events.clear();
+        if (m_at == m_times.size()) return m_last;
+        tick.time = m_times[m_at++];
+        return Next::tick;
+    }
+    const std::string& error() const override { return m_error; }
+
+private:
+    std::vector<MarketTime> m_times;
+    std::size_t m_at = 0;
+    Next m_last;
+    std::string m_error;
+};
+
+}  // namespace terminal::test

@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "host/core/SettingsFile.h"
+#include "tests/core/host/HostTestTools.h"
+
+using namespace terminal;
+using terminal::test::TestFile;
+using namespace std::string_literals;
+
+namespace {
+
+// A disk in memory whose next steps can be made to fail; a failing write leaves half of the bytes behind.
+class FaultyDisk final : public FileDevice {
+public:
+    enum class Step { none, write, flush, replace };
+    Read read(const std::string& path, std::string& bytes) override {
+        if (unreadable) return Read::failed;
+        const auto file = files.find(path);
+        if (file == files.end()) return Read::missing;
+        bytes = file->second;
+        return Read::done;
+    }
+    bool write(const std::string& path, std::string_view bytes) override {
+        const bool fails = failing == Step::write;
+        files[path] = bytes.substr(0, fails ? bytes.size() / 2 : bytes.size());
+        flushed.erase(path);
+        return !fails;
+    }
+    bool flush(const std::string& path) override {
+        flushed[path] = failing != Step::flush;
+        return flushed[path];
+    }
+    bool replace(const std::string& from, const std::string& to) override {
+        if (failing == Step::replace) return false;
+        EXPECT_TRUE(flushed[from]) << "taken into place before it was safe";
+        files[to] = files[from];
+        files.erase(from);
+        return true;
+    }
+    std::map<std::string, std::string> files;
+    std::map<std::string, bool> flushed;
+    Step failing = Step::none;
+    bool unreadable = false;
+};
+
+const std::string path = "settings.ini";
+
+class SettingsFileTest : public testing::Test {
+protected:
+    SettingsFile loaded() {
+        SettingsFile file(m_disk, path);
+        EXPECT_TRUE(file.load());
+        return file;
+    }
+    SettingsFile loaded(const std::string& bytes) {
+        m_disk.files[path] = bytes;
+        return loaded();
+    }
+    FaultyDisk m_disk;
+};
+
+TEST_F(SettingsFileTest, ValuesComeBackByteForByte) {
+    const std::string values[] = {"",
+                                  " blanks ",
+                                  "\"quoted\"",
+                                  "'a'",
+                                  "1\xA7"
+                                  "name\xA7",
+                                  "a=b=c",
+                                  "[x]",
+                                  ";no",
+                                  "\t",
+                                  "\\n",
+                                  "\xEF\xBB\xBF",
+                                  "\x01\xFF\x7F",
+                                  std::string(65'536, 'x')};
+    for (const std::string& value : values) {
+        for (const std::string section : {"List", "", " a ]b[ ", "\xA7"}) {
+            SettingsFile file = loaded("");
+            ASSERT_TRUE(file.set(section, " Key ", value));
+            ASSERT_TRUE(file.save());
+            EXPECT_EQ(loaded().get(section, " Key "), value) << section << " " << value.substr(0, 20);
+        }
+    }
+}
+
+TEST_F(SettingsFileTest, WhatWouldNotComeBackIsRefused) {
+    SettingsFile file = loaded("[s]\nk=v\n");
+    EXPECT_FALSE(file.set("s", "k", "two\nlines"));
+    EXPECT_FALSE(file.set("s", "k", "return\r"));
+    EXPECT_FALSE(file.set("s", "k", "nul\0"s));
+    EXPECT_FALSE(file.set("s\n", "k", "v"));
+    for (const std::string& key : {""s, "a=b"s, "[k"s, "k\n"s}) EXPECT_FALSE(file.set("s", key, "v")) << key;
+    EXPECT_FALSE(file.dirty());
+    EXPECT_EQ(file.text(), "[s]\nk=v\n");
+}
+
+TEST_F(SettingsFileTest, CaseAndBlanksMakeOtherKeys) {
+    SettingsFile file = loaded("[List]\r\nKey=1\r\nkey=2\r\n Key=3\r\n[list]\r\nKey=4\r\n");
+    EXPECT_EQ(file.get("List", "Key"), "1");
+    EXPECT_EQ(file.get("List", "key"), "2");
+    EXPECT_EQ(file.get("List", " Key"), "3");
+    EXPECT_EQ(file.get("list", "Key"), "4");
+    EXPECT_FALSE(file.get("LIST", "Key"));
+    EXPECT_FALSE(file.get("List", "none"));
+}
+
+// What stands in the file before; section "a", key "k" set to "new"; what must stand there after.
+TEST_F(SettingsFileTest, EverythingElseStaysWhereItWas) {
+    struct {
+        std::string before, after;
+    } const cases[] = {
+        {"", "[a]\r\nk=new\r\n"},
+        {"[a]\nk=old\n", "[a]\nk=new\n"},
+        {"; note\n\n[a]\n; k=no\nk=old\ngarbage\n[b]\nk=b\n", "; note\n\n[a]\n; k=no\nk=new\ngarbage\n[b]\nk=b\n"},
+        {"[a]\nj=1\n\n[b]\nk=b", "[a]\nj=1\nk=new\r\n\n[b]\nk=b"},
+        {"[b]\nk=b", "[b]\nk=b\r\n[a]\r\nk=new\r\n"},
+        {"k=outside\n[a", "k=outside\n[a\r\n[a]\r\nk=new\r\n"},
+        {"[a]\nk=1\n[b]\n[a]\nk=2\n", "[a]\nk=new\n[b]\n[a]\nk=2\n"},
+        {"[a]\nk=1\nk=2\n", "[a]\nk=new\nk=2\n"},
+        {"[a]\n[b]\n[a]\nj=1\n", "[a]\n[b]\n[a]\nj=1\nk=new\r\n"},
+        {"\xEF\xBB\xBF[a]\nk=old\n", "\xEF\xBB\xBF[a]\nk=new\n"},
+        {"\0\0\xFF\n[a]\n\0k=1\n=x\n"s, "\0\0\xFF\n[a]\nk=new\r\n\0k=1\n=x\n"s},
+        {"\r\r\n\n\r", "\r\r\n\n\r\r\n[a]\r\nk=new\r\n"},
+    };
+    for (const auto& c : cases) {
+        SettingsFile file = loaded(c.before);
+        EXPECT_EQ(file.text(), c.before);
+        ASSERT_TRUE(file.set("a", "k", "new"));
+        EXPECT_EQ(file.text(), c.after);
+        ASSERT_TRUE(file.save());
+        EXPECT_EQ(loaded().get("a", "k"), "new");
+    }
+}
+
+TEST_F(SettingsFileTest, IndexesFollowLinesThatAreInserted) {
+    SettingsFile file = loaded("[a]\n[b]\n[c]\n");
+    std::map<std::pair<std::string, std::string>, std::string> model;
+    std::uint32_t draw = 1;
+    auto next = [&](std::uint32_t n) { return ((draw = draw * 1'664'525 + 1'013'904'223) >> 16) % n; };
+    for (int i = 0; i < 2'000; ++i) {
+        const std::string section(1, static_cast<char>('a' + next(5))), key = "k" + std::to_string(next(20));
+        const std::string value = std::to_string(i);
+        ASSERT_TRUE(file.set(section, key, value));
+        model[{section, key}] = value;
+    }
+    ASSERT_TRUE(file.save());
+    const SettingsFile again = loaded();
+    for (const auto& [name, value] : model) {
+        EXPECT_EQ(file.get(name.first, name.second), value);
+        EXPECT_EQ(again.get(name.first, name.second), value);
+    }
+}
+
+TEST_F(SettingsFileTest, TheSameValueAgainWritesNothing) {
+    SettingsFile file = loaded("[a]\nk=v\n");
+    EXPECT_TRUE(file.set("a", "k", "v"));
+    EXPECT_FALSE(file.dirty());
+    m_disk.failing = FaultyDisk::Step::write;
+    EXPECT_TRUE(file.save());
+}
+
+TEST_F(SettingsFileTest, AFailureAtAnyStepLeavesTheOldFileAndTheNewValues) {
+    for (const auto step : {FaultyDisk::Step::write, FaultyDisk::Step::flush, FaultyDisk::Step::replace}) {
+        const std::string before = "[a]\nk=old\n";
+        SettingsFile file = loaded(before);
+        file.set("a", "k", "new");
+        m_disk.failing = step;
+        EXPECT_FALSE(file.save());
+        EXPECT_TRUE(file.dirty());
+        EXPECT_EQ(m_disk.files[path], before);
+        EXPECT_EQ(loaded().get("a", "k"), "old");
+        m_disk.failing = FaultyDisk::Step::none;
+        EXPECT_TRUE(file.save());
+        EXPECT_EQ(loaded().get("a", "k"), "new");
+    }
+}
+
+TEST_F(SettingsFileTest, AFileThatCannotBeReadIsNotOverwritten) {
+    m_disk.files[path] = "[a]\nk=old\n";
+    m_disk.unreadable = true;
+    SettingsFile file(m_disk, path);
+    EXPECT_FALSE(file.load());
+    EXPECT_TRUE(file.set("a", "k", "new"));
+    EXPECT_FALSE(file.save());
+    EXPECT_EQ(m_disk.files[path], "[a]\nk=old\n");
+}
+
+TEST(Disk, ASavedFileTakesTheOldOnesPlace) {
+    const TestFile real("[a]\r\nk=old\r\n");
+    Disk disk;
+    SettingsFile file(disk, real.name);
+    ASSERT_TRUE(file.load());
+    ASSERT_TRUE(file.set("a", "k", "1\xA7 2 "));
+    ASSERT_TRUE(file.save());
+    EXPECT_EQ(real.bytes(), "[a]\r\nk=1\xA7 2 \r\n");
+    EXPECT_EQ(std::fopen((real.name + ".new").c_str(), "rb"), nullptr);
+}
+
+TEST(Disk, MissingFilesAndFoldersAreToldApart) {
+    Disk disk;
+    std::string bytes;
+    EXPECT_EQ(disk.read("no-such-file.ini", bytes), FileDevice::Read::missing);
+    EXPECT_FALSE(disk.write("no/such/folder/x", "x"));
+    EXPECT_FALSE(disk.flush("no-such-file.ini"));
+    EXPECT_FALSE(disk.replace("no-such-file.ini", "other.ini"));
+}
+
+}  // namespace

@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "host/core/Statistics.h"
+#include "host/core/Summary.h"
+
+using namespace terminal;
+
+namespace {
+
+TEST(Percentiles, AnswersAreWithinTheirBucketOfTheTruth) {
+    Percentiles percentiles;
+    std::vector<std::int64_t> values;
+    std::uint64_t draw = 12'345;
+    for (int i = 0; i < 20'000; ++i) {
+        draw = draw * 6'364'136'223'846'793'005u + 1;
+        values.push_back(static_cast<std::int64_t>(draw >> (20 + i % 43)));
+        percentiles.add(values.back());
+    }
+    std::sort(values.begin(), values.end());
+    for (const double percent : {0.0, 1.0, 50.0, 90.0, 99.0, 99.9, 100.0}) {
+        const auto rank = std::max<std::size_t>(1, static_cast<std::size_t>(percent / 100 * 20'000 + 0.999999));
+        const std::int64_t truth = values[rank - 1], answer = percentiles.percentile(percent);
+        EXPECT_GE(answer, truth) << percent;
+        EXPECT_LE(static_cast<double>(answer), static_cast<double>(truth) * 1.032) << percent;
+    }
+    EXPECT_EQ(percentiles.largest(), values.back());
+}
+
+TEST(Percentiles, EdgesHold) {
+    Percentiles percentiles;
+    EXPECT_EQ(percentiles.median(), 0);
+    percentiles.add(-5);
+    EXPECT_EQ(percentiles.median(), 0);
+    percentiles.add(std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(percentiles.percentile(100), std::numeric_limits<std::int64_t>::max());
+    percentiles.clear();
+    for (const std::int64_t value : {63, 64, 65, 127, 128}) percentiles.add(value);
+    EXPECT_EQ(percentiles.percentile(20), 63);
+    EXPECT_EQ(percentiles.count(), 5);
+    EXPECT_EQ(percentiles.percentile(100), 128);
+}
+
+TEST(RateCounter, CountsTheLastFullSecond) {
+    RateCounter rate;
+    EXPECT_EQ(rate.perSecond(0), 0);
+    std::int64_t now = 5'000'000;
+    for (int i = 0; i < 200; ++i, now += 10'000) rate.add(now, 3);
+    EXPECT_DOUBLE_EQ(rate.perSecond(now), 300);
+    EXPECT_DOUBLE_EQ(rate.perSecond(now + 500'000), 150);
+    EXPECT_DOUBLE_EQ(rate.perSecond(now + 2'000'000), 0);
+    rate.add(now + 2'000'000, 7);
+    EXPECT_DOUBLE_EQ(rate.perSecond(now + 2'100'000), 7);
+}
+
+TEST(RateCounter, AYoungRunIsMeasuredOverWhatHasPassed) {
+    RateCounter rate;
+    rate.add(1'000'000, 10);
+    EXPECT_DOUBLE_EQ(rate.perSecond(1'050'000), 0);
+    EXPECT_DOUBLE_EQ(rate.perSecond(1'100'000), 100);
+    EXPECT_DOUBLE_EQ(rate.perSecond(1'200'000), 50);
+}
+
+TEST(Summary, OneLineTellsTheRun) {
+    RunSummary run{.instruments = 500, .rows = 1'234, .ticks = 300'000, .seconds = 15, .repaints = 75};
+    run.tickToPaintMedianMs = 31.24;
+    run.tickToPaintP99Ms = 180;
+    run.firstRowMs = 420;
+    run.ending = "time is up";
+    EXPECT_EQ(summaryLine(run),
+              "summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 "
+              "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=180.0 first_row_ms=420 ending=\"time is up\"");
+    EXPECT_EQ(summaryLine({.ending = "bad line"}),
+              "summary: instruments=0 rows=0 ticks=0 ticks_per_second=0 repaints=0 "
+              "tick_to_paint_ms_median=none tick_to_paint_ms_p99=none first_row_ms=none ending=\"bad line\"");
+}
+
+}  // namespace

@@ -1,0 +1,85 @@
+#include "src/list/core/ListLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(FittedColumnWidth, FollowsItsCommand) {
+    struct {
+        int command;
+        ColumnMeasure measure;
+        int width;
+    } const cases[] = {
+        {2129, {.data = 51, .header = 90}, 51},
+        {2129, {.data = 50, .header = 90}, 50},
+        {2129, {.data = 7, .header = 90}, 50},
+        {2130, {.data = 90, .header = 61}, 61},
+        {2130, {.data = 90, .header = -1}, 50},
+        {2131, {.data = 90, .header = 90, .client = 400, .columnCount = 3}, 133},
+        {2131, {.client = 400, .columnCount = 10}, 40},  // an even share may be narrow
+        {2131, {.client = 400, .columnCount = 0}, 50},
+        {2131, {.client = 0, .columnCount = 3}, 50},
+        {0, {.data = 80, .header = 70}, 80},
+        {0, {.data = 60, .header = 70}, 70},
+        {2132, {.data = 10, .header = 20}, 50},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(fittedColumnWidth(c.command, c.measure), c.width) << c.command << " " << c.measure.data;
+    }
+}
+
+TEST(HeaderItemSpan, CountsWhatStandsLeftOnScreenLessTheScroll) {
+    const std::vector<int> widths{10, 20, 30};
+    struct {
+        std::vector<int> sequence;
+        int item, scroll, left, right;
+    } const cases[] = {
+        {{0, 1, 2}, 0, 0, 0, 10}, {{0, 1, 2}, 2, 0, 30, 60}, {{0, 1, 2}, 1, 25, -15, 5},
+        {{2, 0, 1}, 0, 0, 30, 40}, {{2, 0}, 1, 0, 0, 0},
+    };
+    for (const auto& c : cases) {
+        const Span span = headerItemSpan(widths, c.sequence, c.item, c.scroll);
+        EXPECT_EQ(span.left, c.left);
+        EXPECT_EQ(span.right, c.right);
+    }
+}
+
+TEST(AreaOutsideCells, CoversEachPixelExactlyOnce) {
+    const RECT client{0, 0, 12, 10};
+    const RECT shapes[] = {{0, 2, 8, 6}, {0, 0, 12, 10}, {0, 0, 20, 3}, {0, 4, 5, 30}, {0, 0, 0, 0}, {-3, 2, 9, 5}};
+    for (const RECT& cells : shapes) {
+        const std::vector<RECT> parts = areaOutsideCells(client, cells);
+        EXPECT_LE(parts.size(), 3u);
+        for (int y = 0; y < 10; ++y) {
+            for (int x = 0; x < 12; ++x) {
+                const auto holds = [&](const RECT& r) { return x >= r.left && x < r.right && y >= r.top && y < r.bottom; };
+                int covered = 0;
+                for (const RECT& part : parts) covered += holds(part);
+                EXPECT_EQ(covered, holds(cells) ? 0 : 1) << x << "," << y << " of cells " << cells.right;
+            }
+        }
+    }
+}
+
+TEST(ThousandsSeparators, GroupTheIntegerPartOnly) {
+    const char* const cases[][2] = {
+        {"-1234567.50", "-1,234,567.50"},
+        {"0", "0"},
+        {"999", "999"},
+        {"1000", "1,000"},
+        {"-100", "-100"},
+        {"-1000", "-1,000"},
+        {".5", ".5"},
+        {"", ""},
+        {"-", "-"},
+        {"1,23,456", "123,456"},
+        {"--12345", "-12,345"},
+        {"1234.5678.9", "1,234.5678.9"},
+        {"123456789012345678901", "123,456,789,012,345,678,901"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(withThousandsSeparators(c[0]), c[1]) << c[0];
+    }
+}
+
+}  // namespace

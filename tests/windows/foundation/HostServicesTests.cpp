@@ -1,0 +1,117 @@
+// The optional entry points, present and taken away one at a time.
+#include "src/foundation/HostServices.h"
+#include "tests/support/FakeHost.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct HostServices : testing::Test {
+    HostServices() { resetFakeHost(); }
+    FakeHost& host = fakeHost();
+    CControlBlock& block = *g_pControlBlock;
+};
+
+TEST_F(HostServices, EveryEntryIsFound) {
+    EXPECT_EQ(block.pReserved, nullptr);
+    CString text;
+    block.pu_get_application_iCon();
+    block.pu_get_peer_data(text, text, text);
+    block.UserSettingMWColumns(0, "MarketWatch", text);
+    block.AddToTabbedLog("line", 0, 0);
+    block.quoru_call_LoadLibrary("no such library.dll");
+    block.quoru_add_extra_columns();
+    block.MrktWatchGetColumnText(nullptr, nullptr, 3, text);
+    block.UserSetting(0, "list", text, "key");
+    block.quoru_get_app_status();
+    block.pu_get_find_menu_item_in_roles(64169);
+    block.IsOptimizedMWUpdate();
+    block.pu_RegisterForWindowDisplayAffinity(nullptr);
+    block.pu_GetScreenSharingStatus();
+    block.pu_GetDefaultScreenSharingStatus(nullptr, 0, 0);
+    block.pu_GetAppdataHashCode(text);
+    block.pu_RemoveWindowFromDispAffinityWindowsMap(nullptr);
+    EXPECT_EQ(host.calls, (std::vector<std::string>{"pu_get_application_iCon",
+                                                    "pu_get_peer_data",
+                                                    "UserSettingMWColumns 0 MarketWatch",
+                                                    "AddToTabbedLog line 0 0",
+                                                    "quoru_call_LoadLibrary no such library.dll",
+                                                    "quoru_add_extra_columns",
+                                                    "MrktWatchGetColumnText 3",
+                                                    "UserSetting 0 list key",
+                                                    "quoru_get_app_status",
+                                                    "pu_get_find_menu_item_in_roles 64169",
+                                                    "IsOptimizedMWUpdate",
+                                                    "pu_RegisterForWindowDisplayAffinity",
+                                                    "pu_GetScreenSharingStatus",
+                                                    "pu_GetDefaultScreenSharingStatus 0 0",
+                                                    "pu_GetAppdataHashCode",
+                                                    "pu_RemoveWindowFromDispAffinityWindowsMap"}));
+    EXPECT_NE(block.FillShadeRect, nullptr);
+}
+
+TEST_F(HostServices, StoreKeepsBytesOfEachSectionAndKeyApart) {
+    CString value("0,0,80 \xA7 \"q\" ");
+    EXPECT_NE(block.UserSetting(1, "orders", value, "COLUMNPROFILE"), 0);
+    CString read;
+    EXPECT_EQ(block.UserSetting(0, "trades", read, "COLUMNPROFILE"), 0);
+    EXPECT_NE(block.UserSetting(0, "orders", read, "COLUMNPROFILE"), 0);
+    EXPECT_EQ(read, value);
+}
+
+TEST_F(HostServices, LogLinesReachTheHostUnlessItHasNoLog) {
+    logToHost("a line");
+    const WithoutEntry gone(block.AddToTabbedLog);
+    logToHost("lost");
+    EXPECT_EQ(host.calls, std::vector<std::string>{"AddToTabbedLog a line 0 0"});
+}
+
+TEST_F(HostServices, OptimizedModeIsFalseWithoutTheEntry) {
+    EXPECT_FALSE(hostRunsOptimizedMarketWatch());
+    host.optimizedMarketWatch = 2;
+    EXPECT_TRUE(hostRunsOptimizedMarketWatch());
+    const WithoutEntry gone(block.IsOptimizedMWUpdate);
+    EXPECT_FALSE(hostRunsOptimizedMarketWatch());
+}
+
+TEST_F(HostServices, DialogsAreRegisteredOnlyWhileSharingIsOffByDefault) {
+    EXPECT_EQ(registerForDisplayAffinity(nullptr), 7);
+    host.defaultSharingStatus = 0x7F00;  // only the low byte counts
+    EXPECT_EQ(registerForDisplayAffinity(nullptr), 7);
+    EXPECT_EQ(host.count("pu_RegisterForWindowDisplayAffinity"), 2);
+    host.defaultSharingStatus = 1;
+    EXPECT_EQ(registerForDisplayAffinity(nullptr), 1);
+    EXPECT_EQ(host.count("pu_RegisterForWindowDisplayAffinity"), 2);
+}
+
+TEST_F(HostServices, RegistrationGivesOneIfEitherEntryIsMissing) {
+    {
+        const WithoutEntry gone(block.pu_GetDefaultScreenSharingStatus);
+        EXPECT_EQ(registerForDisplayAffinity(nullptr), 1);
+        EXPECT_TRUE(host.calls.empty());
+    }
+    const WithoutEntry gone(block.pu_RegisterForWindowDisplayAffinity);
+    EXPECT_EQ(registerForDisplayAffinity(nullptr), 1);
+}
+
+TEST_F(HostServices, ClosingDialogsAreTakenOutOnlyWhereTheHostKeepsThem) {
+    removeFromDisplayAffinity(nullptr);
+    const WithoutEntry gone(block.pu_RemoveWindowFromDispAffinityWindowsMap);
+    removeFromDisplayAffinity(nullptr);
+    EXPECT_EQ(host.calls, std::vector<std::string>{"pu_RemoveWindowFromDispAffinityWindowsMap"});
+}
+
+TEST_F(HostServices, HashTextIsAskedForWhileItIsEmpty) {
+    {
+        const WithoutEntry gone(block.pu_GetAppdataHashCode);
+        EXPECT_TRUE(appdataHashCode().IsEmpty());
+    }
+    host.hashText.clear();
+    EXPECT_TRUE(appdataHashCode().IsEmpty());
+    host.hashText = "hash";
+    EXPECT_EQ(appdataHashCode(), "hash");
+    EXPECT_EQ(appdataHashCode(), "hash");
+    EXPECT_EQ(host.count("pu_GetAppdataHashCode"), 2);
+}
+
+}  // namespace
