@@ -55,7 +55,8 @@ int ownWindows() {
 // Menus are listed nowhere: every value that a handle can have is asked about.
 int ownMenus() {
     int count = 0;
-    for (UINT_PTR value = 0x20; value <= 0x1001E; value += 2) count += ::IsMenu(reinterpret_cast<HMENU>(value)) != FALSE;
+    for (UINT_PTR value = 0x20; value <= 0x1001E; value += 2)
+        count += ::IsMenu(reinterpret_cast<HMENU>(value)) != FALSE;
     return count;
 }
 

@@ -14,7 +14,7 @@ struct HandleCounts {
 };
 std::ostream& operator<<(std::ostream& out, const HandleCounts& counts);
 
-// Exact for this process's own objects; windows of its desktop only. Takes tens of milliseconds.
+// Exact for this process's own objects; windows of its desktop only. Takes about 0.15 s under Wine.
 HandleCounts countHandles();
 
 }  // namespace test
