@@ -1,6 +1,7 @@
 #include "Probe.h"
 #include "support/Input.h"
 
+#include <gtest/gtest-spi.h>
 #include <stdexcept>
 
 namespace {
@@ -187,6 +188,15 @@ TEST_F(Pump, AcceleratorsOfTheFrameWorkInItsChildren) {
     test::sendKeys({VK_CONTROL, 'K'});
     pumpUntilIdle();
     EXPECT_EQ(calls.count("command 321"), 1);
+}
+
+TEST_F(Pump, UnexpectedMessageBoxIsClosedAndFailsTheTest) {
+    int result = 0;
+    EXPECT_NONFATAL_FAILURE(result = AfxMessageBox("Nobody asked", MB_YESNOCANCEL), "Nobody asked");
+    EXPECT_EQ(result, IDCANCEL);
+    test::MessageBoxAnswerer answerer({IDYES});
+    EXPECT_NONFATAL_FAILURE(result = AfxMessageBox("No such button", MB_OK), "has no button 6");
+    EXPECT_EQ(result, IDOK);
 }
 
 TEST_F(Pump, MessageBoxesBelongToTheMainWindow) {
