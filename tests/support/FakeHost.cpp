@@ -1,4 +1,4 @@
-#include "tests/support/FakeHost.h"
+#include "support/FakeHost.h"
 
 #include <algorithm>
 #include <sstream>

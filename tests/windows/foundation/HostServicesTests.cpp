@@ -1,6 +1,6 @@
 // The optional entry points, present and taken away one at a time.
 #include "src/foundation/HostServices.h"
-#include "tests/support/FakeHost.h"
+#include "support/FakeHost.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,103 @@
+#include "ListFixture.h"
+
+namespace {
+
+using namespace list_tests;
+
+struct HeaderToolTips : ListFixture {
+    HeaderToolTips() {
+        addColumns(list, {"Symbol", "Price", "Qty"});
+        subclass(list);
+        list.InsertColumnsForList(nullptr);
+    }
+    void TearDown() override {
+        list.DestroyWindow();
+        ListFixture::TearDown();
+    }
+    // "text left..right" of each tool, in the order of the header items.
+    std::string tools() {
+        std::string picture;
+        for (int place = 0; place < list.GetHeaderCtrl()->GetItemCount(); ++place) {
+            char text[80] = "";
+            TOOLINFO info{};
+            info.lpszText = text;
+            const auto id = static_cast<UINT_PTR>(place) + 1;
+            if (!list.m_ToolTip.GetToolInfo(info, list.GetHeaderCtrl(), id)) text[0] = '?';
+            picture += (place ? ", " : "") + std::string(text) + " " + std::to_string(info.rect.left) + ".." +
+                       std::to_string(info.rect.right);
+        }
+        return picture;
+    }
+
+    TestList list;
+};
+
+TEST_F(HeaderToolTips, CoverTheirColumns) {
+    EXPECT_EQ(tools(), "Symbol 0..80, Price 80..160, Qty 160..240");
+    EXPECT_EQ(list.m_ToolTip.GetToolCount(), 3);
+}
+
+TEST_F(HeaderToolTips, FollowAChangedWidth) {
+    list.SetColumnWidth(0, 30);
+    EXPECT_EQ(tools(), "Symbol 0..30, Price 30..110, Qty 110..190");
+}
+
+TEST_F(HeaderToolTips, FollowAChangedOrder) {
+    int order[] = {2, 0, 1};
+    list.SetColumnOrderArray(3, order);
+    list.SetColumnWidth(2, 40);
+    EXPECT_EQ(tools(), "Symbol 40..120, Price 120..200, Qty 0..40");
+}
+
+TEST_F(HeaderToolTips, StayOverTheirColumnsWhenTheListIsScrolled) {
+    list.SetColumnWidth(0, 600);
+    list.Scroll(CSize(100, 0));
+    list.SetColumnWidth(1, 70);
+    EXPECT_EQ(tools(), "Symbol 0..600, Price 600..670, Qty 670..750");
+}
+
+TEST_F(HeaderToolTips, MoveDownWhenAColumnGoes) {
+    list.AddHeaderToolTip(2, "how many");
+    EXPECT_TRUE(list.DeleteColumn(0));
+    EXPECT_EQ(tools(), "Price 0..80, how many 80..160");
+    EXPECT_EQ(list.m_ToolTip.GetToolCount(), 2);
+    EXPECT_FALSE(list.DeleteColumn(7));
+    EXPECT_EQ(list.m_ToolTip.GetToolCount(), 2);
+}
+
+TEST_F(HeaderToolTips, AreRefusedWhereThereIsNoHeaderItem) {
+    EXPECT_EQ(list.AddHeaderToolTip(3, "beyond"), 0);
+    EXPECT_EQ(list.AddHeaderToolTip(-1, "before"), 0);
+    EXPECT_EQ(list.AddHeaderToolTip(1, nullptr), 1);
+    list.ModifyStyle(LVS_TYPEMASK, LVS_LIST);
+    EXPECT_EQ(list.AddHeaderToolTip(1, "no report"), 0);
+}
+
+TEST_F(HeaderToolTips, AreLeftOutOnRequest) {
+    list.m_bHeaderToolTips = 0;
+    list.InsertColumn(3, "new", 0, 50);
+    EXPECT_EQ(list.m_ToolTip.GetToolCount(), 3);
+}
+
+// The tip itself: shown for the header item under the mouse.
+TEST_F(HeaderToolTips, SeeTheMouseThroughThePump) {
+    CHeaderCtrl* header = list.GetHeaderCtrl();
+    list.m_ToolTip.SetDelayTime(TTDT_INITIAL, 1);
+    MSG move{};
+    move.hwnd = header->m_hWnd;
+    move.message = WM_MOUSEMOVE;
+    move.lParam = MAKELPARAM(100, 5);
+    POINT screen{100, 5};
+    header->ClientToScreen(&screen);
+    ::SetCursorPos(screen.x, screen.y);
+    move.pt = screen;
+    list.PreTranslateMessage(&move);
+    TOOLINFO hit{};
+    char text[80] = "";
+    hit.lpszText = text;
+    ASSERT_TRUE(list.m_ToolTip.HitTest(header, CPoint(100, 5), &hit));
+    EXPECT_EQ(hit.uId, 2u);
+    EXPECT_TRUE(pumpFor([&] { return list.m_ToolTip.IsWindowVisible() != 0; }));
+}
+
+}  // namespace
