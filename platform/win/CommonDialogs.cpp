@@ -20,6 +20,12 @@ std::vector<char> filterOf(LPCTSTR filter) {
     return result;
 }
 
+// What a window's handler threw while the dialog ran is thrown again.
+INT_PTR answer(BOOL chosen) {
+    quor::throwKeptException();
+    return chosen ? IDOK : IDCANCEL;
+}
+
 }  // namespace
 
 CCommonDialog::CCommonDialog(CWnd* parent) { m_pParentWnd = parent; }
@@ -43,7 +49,7 @@ CFileDialog::CFileDialog(BOOL open, LPCTSTR defaultExtension, LPCTSTR fileName, 
 INT_PTR CFileDialog::DoModal() {
     m_ofn.hwndOwner = ownerWindow();
     const BOOL chosen = m_open ? ::GetOpenFileName(&m_ofn) : ::GetSaveFileName(&m_ofn);
-    return chosen ? IDOK : IDCANCEL;
+    return answer(chosen);
 }
 
 CString CFileDialog::GetPathName() const { return CString(m_ofn.lpstrFile); }
@@ -108,7 +114,7 @@ COLORREF* CColorDialog::GetSavedCustomColors() {
 
 INT_PTR CColorDialog::DoModal() {
     m_cc.hwndOwner = ownerWindow();
-    return ::ChooseColor(&m_cc) ? IDOK : IDCANCEL;
+    return answer(::ChooseColor(&m_cc));
 }
 
 CFontDialog::CFontDialog(LPLOGFONT font, DWORD flags, CDC* printer, CWnd* parent) : CCommonDialog(parent) {
@@ -125,5 +131,5 @@ CFontDialog::CFontDialog(LPLOGFONT font, DWORD flags, CDC* printer, CWnd* parent
 
 INT_PTR CFontDialog::DoModal() {
     m_cf.hwndOwner = ownerWindow();
-    return ::ChooseFont(&m_cf) ? IDOK : IDCANCEL;
+    return answer(::ChooseFont(&m_cf));
 }
