@@ -1,4 +1,5 @@
 #include "platform/win/ControlsInternal.h"
+#include "platform/win/WndInternal.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "platform/Framework.h"
 
 #include "platform/win/HandleMapInternal.h"
+#include "platform/win/WndInternal.h"
 
 IMPLEMENT_DYNCREATE(CMenu, CObject)
 
