@@ -249,6 +249,8 @@ TEST_F(StandardControls, ToolsOfATipAreAddedMovedAndDeleted) {
     EXPECT_EQ(CRect(info.rect), CRect(60, 50, 90, 70));
     EXPECT_TRUE(tip.HitTest(&parent, CPoint(65, 55), &info));
     EXPECT_FALSE(tip.HitTest(&parent, CPoint(55, 55), &info)) << "the old rectangle";
+    ASSERT_TRUE(tip.HitTest(&label, CPoint(3, 3), &info)) << "a tool that is a whole window";
+    EXPECT_EQ(info.uId, reinterpret_cast<UINT_PTR>(label.m_hWnd));
     tip.UpdateTipText("changed", &parent, 1);
     tip.GetText(text, &parent, 1);
     EXPECT_EQ(text, "changed");
