@@ -288,4 +288,5 @@ private:
     bool m_bCreating = false;                    // inside the framework's creation: the control answers nothing yet
     HWND m_hInitialised = nullptr;               // the window for which CommonInitList ran
     bool m_bForwardingDrawItem = false;
+    bool m_bToolTipsStale = false;               // a header item was dragged since the tools were laid out
 };
