@@ -18,10 +18,15 @@ enum class Road { create, createEx, subclass, subclassOwnerDrawn };
 struct Roads : ListFixture, testing::WithParamInterface<Road> {
     void take(CCommonListCtrl& list, Road road) {
         switch (road) {
-            case Road::create: return create(list);
-            case Road::createEx: return createEx(list);
-            case Road::subclassOwnerDrawn: owner.GetDlgItem(kListId)->ModifyStyle(0, LVS_OWNERDRAWFIXED); [[fallthrough]];
-            case Road::subclass: return subclass(list);
+            case Road::create:
+                return create(list);
+            case Road::createEx:
+                return createEx(list);
+            case Road::subclassOwnerDrawn:
+                owner.GetDlgItem(kListId)->ModifyStyle(0, LVS_OWNERDRAWFIXED);
+                [[fallthrough]];
+            case Road::subclass:
+                return subclass(list);
         }
     }
     void show(CCommonListCtrl& list, Road road) {
@@ -103,7 +108,8 @@ const char* nameOf(const testing::TestParamInfo<Road>& row) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Roads,
-                         testing::Values(Road::create, Road::createEx, Road::subclass, Road::subclassOwnerDrawn), nameOf);
+                         testing::Values(Road::create, Road::createEx, Road::subclass, Road::subclassOwnerDrawn),
+                         nameOf);
 
 struct Life : ListFixture {};
 
