@@ -1,0 +1,3 @@
+#include "src/grid/ColorHeaderCtrl.h"
+
+IMPLEMENT_DYNAMIC(CColorHeaderCtrl, CHeaderCtrl)

@@ -1,0 +1,265 @@
+// CFilterListCtrl: the grid for live rows.
+//
+// With SetUseFilter(TRUE) the native control knows only a row count (the creator gives it LVS_OWNERDATA); the rows live
+// in the grid's store and every cell's text is asked of the host when it is painted. Rows come in two ways:
+//   - classic mode: InsertItem and SetItemData, one row at a time, RepaintMapItem or RepaintDisplayItem after a change;
+//   - opti-data mode (SetOptiDataMode): the host's rows derive from CFilterListBaseData and know their place in every
+//     grid. The host calls AddRow, UpdateRow and DeleteRow and closes each batch with processEndofBatchUpdates().
+// Row numbers (mapIndex, slot, visual) and the contract of a row: FilterListBaseData.h. Every operation that takes an
+// item number takes a visual index, except GetMapIndexFromDisplayIndex, which takes a slot.
+//
+// A tick (UpdateRow of a displayed row that passes the filters) finds no row, sends no message, allocates nothing: it
+// adds the row's rectangle to the dirty rectangle. After a batch a timer invalidates that rectangle, at most every
+// 200 ms. The native control hears a new row count when something could see it (NativeList.h).
+//
+// Without SetUseFilter the class behaves as CCommonListCtrl. There is no way back out of opti-data mode.
+// One thread: that of the windows. Destroy grids before rows.
+#pragma once
+
+#include "src/grid/ColorHeaderCtrl.h"
+#include "src/grid/NativeList.h"
+#include "src/grid/core/CellPainting.h"
+#include "src/grid/core/RowStore.h"
+#include "src/list/CommonListCtrl.h"
+
+// Give the text of a cell, with colours that stay as they are unless set, and an icon (a handle for numeric columns,
+// an image number for others; -1 none). Non-zero: the text is valid. Members are called on the owner window, which
+// must be a permanent object.
+typedef int (*ColumnTextCallback)(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor,
+                                  COLORREF& background, int& icon);
+typedef int (CWnd::*ColumnTextMemberCallback)(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor,
+                                              COLORREF& background, int& icon);
+typedef int (CWnd::*ExportTextMemberCallback)(DWORD_PTR data, int columnIndex, CString& text, int& icon);
+
+class QUOR_CONTROLS_API CFilterListCtrl : public CCommonListCtrl {
+    DECLARE_DYNAMIC(CFilterListCtrl)
+
+public:
+    CFilterListCtrl();
+    // Destroys the window, leaves g_OptiDataFilterLists, and takes its numbers out of all rows, which must still live.
+    ~CFilterListCtrl() override;
+
+    // --- Modes
+
+    // Before any row. Off again empties the store.
+    void SetUseFilter(int flag);
+    int GetUseFilter() const override { return UseFilter; }
+    // The first call with true counts, every other does nothing. Joins g_OptiDataFilterLists, paints double buffered.
+    void SetOptiDataMode(bool on);
+    bool GetOptiDataMode() const { return m_rows.optiData(); }
+    // The newest row on top. Only stores the flag: set it before rows, or call PopulateList.
+    void SetReverseDisplay(bool on) { m_rows.setReverse(on); }
+    bool GetReverseDisplay() const { return m_rows.reverse(); }
+
+    // --- Opti-data mode. `row` is the CFilterListBaseData part of the host's row: pass it through a pointer of that
+    // class (the overloads), or as the void* of such a pointer, never of another base.
+
+    // Every grid that entered the mode and lives.
+    static CArray<CFilterListCtrl*, CFilterListCtrl*> g_OptiDataFilterLists;
+    // Room for n rows. Throws std::length_error("vector too long") for an n that no store can hold, below 0 included.
+    void reserveForItems(int n) { m_rows.reserve(n); }
+    // The new map index; -1 for null or in another mode; 0 without a text callback. The native side follows at once
+    // with updateNow, else at the end of the batch.
+    int AddRow(void* row, bool updateNow);
+    int AddRow(CFilterListBaseData* row, bool updateNow) { return AddRow(static_cast<void*>(row), updateNow); }
+    // After the host changed the row. 1: it entered the display, -1: it left, 0: neither, or refused.
+    int UpdateRow(void* row);
+    int UpdateRow(CFilterListBaseData* row) { return UpdateRow(static_cast<void*>(row)); }
+    // The row's map index; -1 for null, in another mode or for a row that is not here; 0 without a text callback. The
+    // row may be freed on return, once every grid that shows it was told.
+    int DeleteRow(void* row, bool updateNow);
+    int DeleteRow(CFilterListBaseData* row, bool updateNow) { return DeleteRow(static_cast<void*>(row), updateNow); }
+    // The row's map index and visual index in a grid; the latter -1 when filtered out, both -1 when it is not there.
+    static void getRowIndices(CFilterListBaseData* row, CFilterListCtrl* list, int& mapIndex, int& displayIndex);
+    // Closes this grid's batch: pending adds and deletes show, selected rows stay selected.
+    void processPendingOptiUpdates();
+
+    // --- Rows. Without SetUseFilter these go to the native control or the base list.
+
+    // Classic mode: a new row without data. Item 0 appends. The map index; 0 without a text callback, -1 below 0.
+    int InsertItem(int item, const char* text, int image = 0);
+    // Classic mode: item 0 is the last row while it has no data. 1: shown, 0: refused or filtered out.
+    int SetItemData(int item, DWORD_PTR data);
+    // 0 when out of range and for a row deleted in an open batch.
+    DWORD_PTR GetItemData(int item) override;
+    DWORD_PTR GetFilteredItemData(int item) { return GetItemData(item); }
+    // No bounds check.
+    DWORD_PTR GetMapItemData(unsigned long long mapIndex) const {
+        return m_rows.dataOfMapIndex(static_cast<std::size_t>(mapIndex));
+    }
+    // Takes a display slot, without reversal; -1 when out of range.
+    int GetMapIndexFromDisplayIndex(int slot) const { return m_rows.mapIndexOfSlot(slot); }
+    int GetDisplayCount() const { return m_rows.displayCount(); }
+    // With a store: its rows, deleted ones included.
+    int GetItemCount() const;
+    // With a store the text is the host's: does nothing, 1 (0 without a text callback).
+    int SetItemText(int item, int place, const char* text);
+    // In opti-data mode DeleteItem and DeleteMapItem delete the row (deferred), the two below update it.
+    int DeleteItem(int item);
+    int DeleteMapItem(int mapIndex);
+    // Re-test a row after a change. -1: it left, 1: it entered (RepaintMapItem), or there is nothing to show; else 0.
+    int RepaintMapItem(int mapIndex);
+    int RepaintDisplayItem(int item);
+    // Repaints the row in view that has this data. 1, or 0 when none has.
+    int InvalidateSetItemData(void* data);
+    int DeleteAllItems();
+    int DeleteAllMapListItems();
+    // With a store the host's text; "no data descriptor initialised" without a callback, empty when out of range.
+    // Unless mapColumn is set, `place` is a place on screen, else a columnIndex.
+    CString GetItemText(int item, int place, bool mapColumn, bool forExport) override;
+    CString GetItemText(int item, int place) override { return GetItemText(item, place, false, false); }
+    using CCommonListCtrl::GetItemText;
+
+    // --- Texts
+
+    void InitColumnTextRtn(ColumnTextCallback callback) { TextCallback = callback; }
+    // Wins over the plain function.
+    void InitColumnTextRtn(ColumnTextMemberCallback callback) { TextMemberCallback = callback; }
+    void InitColumnTextRtnForExcel(ExportTextMemberCallback callback) { ExportTextCallback = callback; }
+    // The callback's result for a built-in column, 1 for a user column, 0 without a callback.
+    int GetColumnText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background,
+                      int& icon, bool forExport);
+    int CallBackForText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background,
+                        int& icon, bool forExport);
+
+    // --- Filters
+
+    // 1 if the row passes all filters; always while none is set.
+    int CheckForFilteredData(DWORD_PTR data);
+    // Builds the display anew, in map order.
+    void PopulateList();
+    // Shows or hides the filter bar, alternately.
+    void PutListFilter();
+    // Copies of the filter store: columns and their texts.
+    void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);
+    int GetFilterCount() const { return static_cast<int>(FilteredCols.GetSize()); }
+
+    // --- Check states. Item numbers out of range give 0; the getter by map index trusts its caller. No repaint.
+
+    BOOL GetCheck(int item) const;
+    int SetCheck(int item, int state);
+    int GetMapItemCheck(int mapIndex) const { return m_rows.checkOfMapIndex(static_cast<std::size_t>(mapIndex)); }
+    int SetMapItemCheck(int mapIndex, int state) { return m_rows.setCheckOfMapIndex(mapIndex, state); }
+    int GetCheckedItemCount() const { return m_rows.checkedCount(); }
+    void ResetCheckedItems() { m_rows.resetChecks(); }
+
+    // --- Columns
+
+    // The columnIndex at a place by the order array, 1 if none stands there.
+    int GetOriginalColNo(int place);
+    // Attaches the header object to the control's header. 0, or -1 without a header; once per window.
+    int SubclassHeader();
+
+    // --- Looks
+
+    bool AlternateRows = false;     // rows in two colours
+    bool GreyedOut = false;         // all rows grey
+    bool NoRowFill = false;         // no flat fill: the background shows
+    bool NoSelectionPaint = false;  // a selected row looks like any other
+    bool CustomDrawMode = false;    // paint by custom draw; m_bCustomDraw too, and no LVS_OWNERDRAWFIXED
+    bool SortOnCheckedFlag = false;  // checked rows first, on a ground of their own
+    COLORREF AlternateColor1 = 16381936;  // even visual rows
+    COLORREF AlternateColor2 = 16443110;
+    // Fills run from their colour to white.
+    void SetDrawShades(bool on) { DrawShades = on; }
+    bool GetDrawShades() const { return DrawShades; }
+    // Takes effect when the control measures its rows again (a font, a new size).
+    void SetNoOfLinesPerRow(int lines) { LinesPerRow = lines; }
+    // The base list's colour routine of a grid: see SetPointerToGetTextColor.
+    int GetTextColorForItem(DWORD_PTR data, COLORREF& color, int, int);
+
+    // --- The framework's operations
+
+    void DrawItem(LPDRAWITEMSTRUCT item) override;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void PreSubclassWindow() override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    // The text of a user column. Will put the other columns' values into its formula and evaluate it.
+    virtual void GetCustomColumnText(DWORD_PTR data, int columnIndex, CString& text);
+
+    afx_msg int OnCreate(LPCREATESTRUCT create);
+    afx_msg void OnDestroy();
+    afx_msg void OnTimer(UINT_PTR id);
+    afx_msg void OnSetFocus(CWnd* former);
+    afx_msg void OnKillFocus(CWnd* next);
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
+    afx_msg void MeasureItem(LPMEASUREITEMSTRUCT item);
+    afx_msg BOOL OnNMCustomdraw(NMHDR* header, LRESULT* result);
+    afx_msg void OnLvnGetdispinfo(NMHDR* header, LRESULT* result);
+    afx_msg void OnLvnOdfinditem(NMHDR* header, LRESULT* result);
+    void OnHdnEnddragList(LRESULT* result);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    friend QUOR_CONTROLS_API void processEndofBatchUpdates();
+    class RowPainter;
+
+    bool hasTextCallback() const { return TextCallback != nullptr || TextMemberCallback != nullptr; }
+    bool takesRows() const { return UseFilter != 0 && m_rows.optiData(); }
+    RowTest rowTest();
+    int carryOut(const StoreChange& change);
+    void markDirty(const StoreChange& change);
+    void startFlushTimer();
+    void StartRepaintTimer();
+    void flushDirtyRect();
+    void repaintWhole();
+
+    CFilterListBaseData* liveRow(int mapIndex) const;
+    int finishDelete(const ClassicChange& change);
+    int finishRetest(const ClassicChange& change);
+    void invalidateShownRow(int visual);
+    void invalidateToBottom(int visual);
+    bool isInView(int visual);
+    int refuse(const char* message, int result);
+    void FreeFilterStore();
+    void showFilterBar(bool show);
+    void turnHeaderThemeOff();
+    CWnd* callbackOwner() const;
+    RowLook rowLook(int visual);
+    void applyKeywordColor(DWORD_PTR data, COLORREF& textColor);
+    void eraseStripes(CDC& dc);
+    void eraseOutsideRows(CDC& dc);
+    void fillArea(CDC& dc, const RECT& area, COLORREF color);
+    LRESULT drawCell(NMLVCUSTOMDRAW& draw);
+
+    // --- Not filled in yet: each says what it will do.
+    int IsItemMatchingFilter(const CString& cell, const CString& filter);
+    void OnFilterChange(NMHDR* header);
+    void OnFilterButtonClicked(NMHDR* header, LRESULT* result);
+    void SortOnChecked();
+    void ResetDragOperation();
+    bool rowDragIsOn() const;
+    void InsertTrendValues(int mapIndex);
+    void RemoveTrendValues(int mapIndex);
+    void FreeTrendValues();
+    void FadeTrends();
+    void PaintTrend(CDC& dc, int visual, int columnIndex, int place, const CString& text, COLORREF rowText);
+
+    int UseFilter = 0;
+    ColumnTextCallback TextCallback = nullptr;
+    ColumnTextMemberCallback TextMemberCallback = nullptr;
+    ExportTextMemberCallback ExportTextCallback = nullptr;
+    RowStore m_rows;
+    DirtyArea m_dirty;
+    NativeList m_native;
+    UINT_PTR FlushTimerId = 0;
+    UINT FlushDelay = 200;  // ms
+    UINT_PTR RepaintTimerId = 0;
+
+    CArray<int, int> FilteredCols;
+    CArray<CString, CString> FilterStrings;
+    int FilterBarVisible = 0;
+    BYTE MatchExact = 0;
+
+    CColorHeaderCtrl m_header;
+    bool m_hasFocus = false;
+    bool DrawShades = false;
+    int LinesPerRow = 1;
+    BatchSelection m_selection;  // scratch of a batch end
+};
+
+// Closes the batch of every grid in opti-data mode, in the order in which they entered it, and starts the flush timer of
+// those that have something to repaint. A grid without a window is passed over; grids may be destroyed meanwhile.
+QUOR_CONTROLS_API void processEndofBatchUpdates();

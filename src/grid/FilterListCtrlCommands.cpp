@@ -1,0 +1,43 @@
+// Texts from the host, check states, column numbers.
+#include "src/grid/FilterListCtrl.h"
+
+// Members of CWnd run on a permanent object only: a temporary one is not of the host's class.
+CWnd* CFilterListCtrl::callbackOwner() const {
+    const CWnd* const owner = GetOwner();
+    return owner ? CWnd::FromHandlePermanent(owner->m_hWnd) : nullptr;
+}
+
+int CFilterListCtrl::GetColumnText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor,
+                                   COLORREF& background, int& icon, bool forExport) {
+    if (!hasTextCallback()) return 0;
+    if (columnIndex > m_nBaseColumnCount - 1) {
+        GetCustomColumnText(data, columnIndex, text);
+        return 1;
+    }
+    return CallBackForText(data, columnIndex, text, textColor, background, icon, forExport);
+}
+
+int CFilterListCtrl::CallBackForText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor,
+                                     COLORREF& background, int& icon, bool forExport) {
+    if (forExport && ExportTextCallback) {
+        CWnd* const owner = callbackOwner();
+        return owner ? (owner->*ExportTextCallback)(data, columnIndex, text, icon) : 0;
+    }
+    if (TextMemberCallback) {
+        CWnd* const owner = callbackOwner();
+        return owner ? (owner->*TextMemberCallback)(data, columnIndex, text, textColor, background, icon) : 0;
+    }
+    return TextCallback ? TextCallback(data, columnIndex, text, textColor, background, icon) : 0;
+}
+
+BOOL CFilterListCtrl::GetCheck(int item) const {
+    return UseFilter ? m_rows.checkOfVisual(item) : CListCtrl::GetCheck(item);
+}
+
+int CFilterListCtrl::SetCheck(int item, int state) { return m_rows.setCheckOfVisual(item, state); }
+
+int CFilterListCtrl::GetOriginalColNo(int place) {
+    for (INT_PTR columnIndex = 0; columnIndex < m_arrOrder.GetSize(); ++columnIndex)
+        if (m_arrOrder.GetAt(columnIndex) == place) return static_cast<int>(columnIndex);
+    return 1;
+}

@@ -1,0 +1,35 @@
+// Operations that the grid calls where they belong and that are not filled in yet. Each says what it will do.
+#include "src/grid/FilterListCtrl.h"
+
+// Will put the other columns' values into the column's formula and evaluate it.
+void CFilterListCtrl::GetCustomColumnText(DWORD_PTR, int, CString&) {}
+
+// Will match one cell against the tokens of one filter text. No filter can be set yet, so nothing asks.
+int CFilterListCtrl::IsItemMatchingFilter(const CString&, const CString&) { return 1; }
+
+// Will store the changed filter text and forward the notification to the owner.
+void CFilterListCtrl::OnFilterChange(NMHDR*) {}
+
+// Will forward the notification and offer the column's values in a pop-up.
+void CFilterListCtrl::OnFilterButtonClicked(NMHDR*, LRESULT*) {}
+
+// Will put checked rows first and the counts into the first heading.
+void CFilterListCtrl::SortOnChecked() {}
+
+// Will end a row drag; until rows can be dragged, none is on.
+void CFilterListCtrl::ResetDragOperation() {}
+bool CFilterListCtrl::rowDragIsOn() const { return false; }
+
+// Will keep one trend record per row and trend column: a new row gets its own, a deleted one loses it.
+void CFilterListCtrl::InsertTrendValues(int) {}
+void CFilterListCtrl::RemoveTrendValues(int) {}
+void CFilterListCtrl::FreeTrendValues() {}
+
+// Will end the colour of cells whose trend interval is over.
+void CFilterListCtrl::FadeTrends() {}
+
+// Will compare the cell with its last painted value and colour it.
+void CFilterListCtrl::PaintTrend(CDC&, int, int, int, const CString&, COLORREF) {}
+
+// Will look for the keywords of the appearance record in the keyword column's text and give the first hit's colour.
+int CFilterListCtrl::GetTextColorForItem(DWORD_PTR, COLORREF&, int, int) { return 1; }

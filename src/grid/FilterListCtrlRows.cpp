@@ -1,0 +1,143 @@
+// Opti-data mode: from the host's call to the store, the native count and the dirty rectangle; the end of a batch.
+#include "src/grid/FilterListCtrl.h"
+
+#include "src/foundation/TimerIds.h"
+
+int CFilterListCtrl::AddRow(void* row, bool updateNow) {
+    if (row == nullptr || !takesRows()) return -1;
+    if (!hasTextCallback()) return 0;
+    return carryOut(m_rows.add(static_cast<CFilterListBaseData*>(row), updateNow, rowTest()));
+}
+
+int CFilterListCtrl::UpdateRow(void* row) {
+    if (row == nullptr || !takesRows() || !hasTextCallback()) return 0;
+    return carryOut(m_rows.update(static_cast<CFilterListBaseData*>(row), rowTest()));
+}
+
+int CFilterListCtrl::DeleteRow(void* row, bool updateNow) {
+    if (row == nullptr || !takesRows()) return -1;
+    if (!hasTextCallback()) return 0;
+    return carryOut(m_rows.remove(static_cast<CFilterListBaseData*>(row), updateNow));
+}
+
+void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* list, int& mapIndex,
+                                    int& displayIndex) {
+    mapIndex = displayIndex = -1;
+    const sFilterListRowIndex* const numbers = row && list ? row->find(list) : nullptr;
+    if (!numbers) return;
+    mapIndex = numbers->mapIndex;
+    if (numbers->displayIndex != -1) displayIndex = list->m_rows.visualOfSlot(numbers->displayIndex);
+}
+
+RowTest CFilterListCtrl::rowTest() {
+    if (FilteredCols.GetSize() == 0) return {};
+    return {[](const void* grid, RowData data) {
+                return const_cast<CFilterListCtrl*>(static_cast<const CFilterListCtrl*>(grid))
+                           ->CheckForFilteredData(data) != 0;
+            },
+            this};
+}
+
+int CFilterListCtrl::carryOut(const StoreChange& change) {
+    if (change.countChanged) m_native.setCount(m_rows.displayCount());
+    markDirty(change);
+    return change.result;
+}
+
+void CFilterListCtrl::markDirty(const StoreChange& change) {
+    if (change.dirtyRow != -1) {
+        m_dirty.addRow(m_native.layout(), change.dirtyRow);
+    } else if (change.dirtyFrom != -1) {
+        const RowLayout& layout = m_native.layout();
+        const int first = change.dirtyMayStartAbove ? std::max(layout.topIndex, change.dirtyFrom) : change.dirtyFrom;
+        m_dirty.addToPageEnd(layout, first, m_rows.displayCount());
+    }
+}
+
+// The native selection knows visual indices only: it is taken off, moved along with its rows, and put on again.
+void CFilterListCtrl::processPendingOptiUpdates() {
+    m_native.forgetVisibility();
+    if (!m_rows.batchIsOpen()) return;
+    BatchSelection selection = std::move(m_selection);  // the control's notifications may close a batch of their own
+    m_native.settle();
+    selection.mark = m_native.selectionMark();
+    m_native.collectSelected(selection.selected);
+    m_native.clearSelection(selection.selected);
+
+    const StoreChange change = m_rows.endBatch(selection);
+    m_native.setCount(m_rows.displayCount());
+    m_native.settle();
+    for (const int visual : selection.selected) {
+        const bool focused = selection.mark == -1 || visual == selection.mark;
+        const UINT state = focused ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
+        m_native.setState(visual, state, state);
+    }
+    markDirty(change);
+    m_selection = std::move(selection);
+}
+
+void CFilterListCtrl::startFlushTimer() {
+    if (m_dirty.hasNews() && FlushTimerId == 0) FlushTimerId = SetTimer(kFlushTimer, FlushDelay);
+}
+
+// By index: a batch end sends notifications, and a host may destroy a grid in one of them.
+void processEndofBatchUpdates() {
+    auto& grids = CFilterListCtrl::g_OptiDataFilterLists;
+    const auto stillThere = [&grids](INT_PTR i, const CFilterListCtrl* grid) {
+        return i < grids.GetCount() && grids.GetAt(i) == grid;
+    };
+    for (INT_PTR i = 0; i < grids.GetCount();) {
+        CFilterListCtrl* const grid = grids.GetAt(i);
+        if (grid->m_hWnd) grid->processPendingOptiUpdates();
+        if (!stillThere(i, grid)) continue;
+        if (grid->m_hWnd) grid->startFlushTimer();
+        ++i;
+    }
+}
+
+// ---- What both modes read
+
+DWORD_PTR CFilterListCtrl::GetItemData(int item) {
+    return UseFilter ? m_rows.dataOfVisual(item) : CCommonListCtrl::GetItemData(item);
+}
+
+int CFilterListCtrl::GetItemCount() const { return UseFilter ? m_rows.itemCount() : CListCtrl::GetItemCount(); }
+
+CString CFilterListCtrl::GetItemText(int item, int place, bool mapColumn, bool forExport) {
+    if (!UseFilter) return CCommonListCtrl::GetItemText(item, place, mapColumn, forExport);
+    const int mapIndex = item < GetDisplayCount() ? m_rows.mapIndexOfVisual(item) : -1;
+    if (mapIndex == -1) return {};
+    if (!hasTextCallback()) return "no data descriptor initialised";
+    int columnIndex = place;
+    if (!mapColumn) {
+        columnIndex = GetOriginalColumnPosition(place);
+        if (columnIndex == -1) columnIndex = GetOriginalColNo(place);
+    }
+    CString text;
+    if (const DWORD_PTR data = GetItemData(item); data != 0) {
+        COLORREF textColor = kColorUnset, background = kColorUnset;
+        int icon = -1;
+        GetColumnText(data, columnIndex, text, textColor, background, icon, forExport);
+    }
+    return text;
+}
+
+void CFilterListCtrl::FreeFilterStore() {
+    if (UseFilter) m_rows.clear();
+}
+
+int CFilterListCtrl::DeleteAllItems() {
+    if (!UseFilter) return CListCtrl::DeleteAllItems();
+    FreeFilterStore();
+    m_native.setCount(0);
+    FreeTrendValues();
+    m_native.invalidateAll();
+    return 1;
+}
+
+int CFilterListCtrl::DeleteAllMapListItems() {
+    if (!UseFilter) return 1;
+    DeleteAllItems();
+    m_native.deleteAllRows();
+    return 1;
+}

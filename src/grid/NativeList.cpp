@@ -1,0 +1,204 @@
+#include "src/grid/NativeList.h"
+
+namespace {
+
+constexpr LPARAM kKeepPixelsAndScroll = LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL;
+
+// Messages during which the count is nobody's business: the pointer moves over the window, the control comes or goes,
+// or the header paints itself.
+bool isBlindToCount(UINT message, WPARAM wParam, LPARAM lParam) {
+    constexpr WPARAM anyButton = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
+    switch (message) {
+        case WM_NCHITTEST:
+        case WM_SETCURSOR:
+        case WM_NCMOUSEMOVE:
+        case WM_NCCREATE:
+        case WM_CREATE:
+        case WM_DESTROY: return true;
+        case WM_MOUSEMOVE: return (wParam & anyButton) == 0;
+        case WM_NOTIFY: return reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(NM_CUSTOMDRAW);
+        default: return false;
+    }
+}
+
+bool leavesLayoutAlone(UINT message) {
+    switch (message) {
+        case WM_PAINT:
+        case WM_NCPAINT:
+        case WM_ERASEBKGND:
+        case WM_MOUSEMOVE: return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+bool NativeList::changesCount(UINT message) {
+    switch (message) {
+        case LVM_SETITEMCOUNT:
+        case LVM_INSERTITEMA:
+        case LVM_INSERTITEMW:
+        case LVM_DELETEITEM:
+        case LVM_DELETEALLITEMS: return true;
+        default: return false;
+    }
+}
+
+LRESULT NativeList::send(UINT message, INT_PTR wParam, LPARAM lParam) {
+    return m_list.m_hWnd ? m_list.DefWindowProc(message, static_cast<WPARAM>(wParam), lParam) : 0;
+}
+
+void NativeList::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCDESTROY) return forgetWindow();
+    if (message == WM_PAINT) m_visibilityIsStale = true;  // a window that paints may have been hidden before
+    if (isBlindToCount(message, wParam, lParam)) return;
+    if (!leavesLayoutAlone(message)) m_layoutIsStale = true;
+    if (message == WM_SETREDRAW) m_redrawIsOff = wParam == 0;
+    settle();
+}
+
+void NativeList::forgetWindow() {
+    m_told = m_wanted = m_lowest = 0;
+    m_layout = {};
+    m_layoutIsStale = true;
+    m_redrawIsOff = false;
+}
+
+void NativeList::setCount(int count) {
+    m_wanted = count;
+    m_lowest = std::min(m_lowest, count);
+    m_layout.countFellTo(count);
+    if (m_layout.rowHeight == 0) m_layoutIsStale = true;  // read while there was no row to measure
+}
+
+void NativeList::settle() {
+    if (m_settling || (m_told == m_wanted && m_lowest == m_wanted) || !m_list.m_hWnd) return;
+    m_settling = true;
+    if (m_lowest < m_wanted && m_lowest < m_told && lowestMatters()) {
+        const bool redrawWasOff = m_redrawIsOff;
+        if (!redrawWasOff) setRedraw(false);
+        tellCount(m_lowest);
+        tellCount(m_wanted);
+        if (!redrawWasOff) setRedraw(true);
+    } else if (m_told != m_wanted) {
+        tellCount(m_wanted);
+    }
+    m_lowest = m_wanted;
+    m_settling = false;
+}
+
+bool NativeList::lowestMatters() {
+    if (nextItem(m_lowest - 1, LVNI_SELECTED) != -1 || nextItem(-1, LVNI_FOCUSED) >= m_lowest) return true;
+    const int top = static_cast<int>(send(LVM_GETTOPINDEX));
+    return top > 0 && top + static_cast<int>(send(LVM_GETCOUNTPERPAGE)) > m_lowest;
+}
+
+void NativeList::tellCount(int count) {
+    send(LVM_SETITEMCOUNT, count, kKeepPixelsAndScroll);
+    m_told = count;
+    m_layoutIsStale = true;
+}
+
+void NativeList::readLayout() {
+    settle();
+    m_layoutIsStale = false;
+    readVisibility();
+    if (!m_list.m_hWnd) {
+        m_layout = {};
+        return;
+    }
+    RECT client{};
+    ::GetClientRect(m_list.m_hWnd, &client);
+    m_layout.clientWidth = client.right;
+    m_layout.clientHeight = client.bottom;
+    m_layout.topIndex = static_cast<int>(send(LVM_GETTOPINDEX));
+    m_layout.countPerPage = static_cast<int>(send(LVM_GETCOUNTPERPAGE));
+    RECT top{.left = LVIR_BOUNDS, .top = 0, .right = 0, .bottom = 0};
+    if (!send(LVM_GETITEMRECT, m_layout.topIndex, reinterpret_cast<LPARAM>(&top))) {
+        m_layout.rowHeight = 0;
+        return;
+    }
+    m_layout.rowHeight = top.bottom - top.top;
+    m_layout.headerHeight = top.top;
+    m_layout.horizontalScroll = -top.left;
+    m_layout.totalWidth = top.right - top.left;
+}
+
+void NativeList::readVisibility() {
+    m_visibilityIsStale = false;
+    m_layout.visible = ::IsWindowVisible(m_list.m_hWnd) != FALSE;
+}
+
+void NativeList::collectSelected(std::vector<int>& rows) {
+    rows.clear();
+    for (int visual = nextItem(-1, LVNI_SELECTED); visual != -1; visual = nextItem(visual, LVNI_SELECTED))
+        rows.push_back(visual);
+}
+
+void NativeList::clearSelection(const std::vector<int>& selected) {
+    for (const int visual : selected) setState(visual, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    const int focused = nextItem(-1, LVNI_FOCUSED);
+    if (focused != -1) setState(focused, 0, LVIS_FOCUSED);
+}
+
+void NativeList::setState(int visual, UINT state, UINT mask) {
+    LVITEMA item{};
+    item.state = state;
+    item.stateMask = mask;
+    send(LVM_SETITEMSTATE, visual, reinterpret_cast<LPARAM>(&item));
+}
+
+UINT NativeList::itemState(int visual, UINT mask) {
+    LVITEMA item{};
+    item.mask = LVIF_IMAGE | LVIF_STATE;
+    item.iItem = visual;
+    item.stateMask = mask;
+    return send(LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) ? item.state : 0;
+}
+
+void NativeList::insertRow(int visual) {
+    settle();
+    char noText[] = "";
+    LVITEMA item{};
+    item.mask = LVIF_TEXT;
+    item.iItem = visual;
+    item.pszText = noText;
+    send(LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    m_layoutIsStale = true;
+    takeCountFromControl();
+}
+
+void NativeList::ensureVisible(int visual) {
+    settle();
+    send(LVM_ENSUREVISIBLE, visual);
+    m_layoutIsStale = true;
+}
+
+void NativeList::deleteAllRows() {
+    send(LVM_DELETEALLITEMS);
+    m_layoutIsStale = true;
+    takeCountFromControl();
+}
+
+bool NativeList::labelRect(int visual, int place, RECT& rect) {
+    rect = {.left = LVIR_LABEL, .top = place, .right = 0, .bottom = 0};
+    return send(LVM_GETSUBITEMRECT, visual, reinterpret_cast<LPARAM>(&rect)) != 0;
+}
+
+void NativeList::invalidate(const RECT& rect, bool erase) {
+    if (m_list.m_hWnd) ::InvalidateRect(m_list.m_hWnd, &rect, erase);
+}
+
+void NativeList::invalidateAll() {
+    if (m_list.m_hWnd) ::InvalidateRect(m_list.m_hWnd, nullptr, TRUE);
+}
+
+void NativeList::setRedraw(bool on) {
+    m_redrawIsOff = !on;
+    send(WM_SETREDRAW, on);
+}
+
+void NativeList::setColumnWidth(int place, int width) {
+    send(LVM_SETCOLUMNWIDTH, place, MAKELPARAM(width, 0));
+    m_layoutIsStale = true;
+}

@@ -1,0 +1,94 @@
+// NativeList: the one way from the grid to its native control. It holds
+//   - the layout record, read anew after any message that may have changed it, so that a tick sends no message;
+//   - the native row count, which may lag behind what the grid told: telling the control costs a millisecond, and
+//     nobody sees the count until a message asks for it. The grid's window procedure reports every message beforehand.
+// If the count fell and rose again in between, the control hears the lowest value too when that matters to it (rows
+// beyond it lose selection and focus, the page moves up), so that it ends as if it had heard every value.
+//
+// Its own calls go past the grid's window procedure to the control's. Visual indices: see FilterListBaseData.h.
+// Not owned: the list, which must outlive this object. Without a window every call does nothing and answers 0 or -1.
+#pragma once
+
+#include "src/grid/core/RowLayout.h"
+
+#include <vector>
+
+class QUOR_CONTROLS_API NativeList {
+public:
+    explicit NativeList(CWnd& list) : m_list(list) {}
+    NativeList(const NativeList&) = delete;
+    NativeList& operator=(const NativeList&) = delete;
+
+    // ---- What the window procedure reports, around every message of the control.
+    void beforeMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // The control was told a count or rows by somebody else: true for the messages that do so.
+    static bool changesCount(UINT message);
+    void takeCountFromControl() { m_told = m_wanted = m_lowest = nativeCount(); }
+
+    // ---- Layout
+    const RowLayout& layout() {
+        if (m_layoutIsStale) {
+            readLayout();
+        } else if (m_visibilityIsStale) {
+            readVisibility();
+        }
+        return m_layout;
+    }
+    // Hiding a parent sends the list nothing: called once per batch.
+    void forgetVisibility() { m_visibilityIsStale = true; }
+
+    // ---- Count
+    // The control shall have this many rows; it neither repaints nor scrolls. It hears it in settle.
+    void setCount(int count);
+    void settle();
+    int nativeCount() { return static_cast<int>(send(LVM_GETITEMCOUNT)); }  // does not settle
+
+    // ---- Selection and focus. States are LVIS_SELECTED and LVIS_FOCUSED.
+    int selectionMark() { return m_list.m_hWnd ? static_cast<int>(send(LVM_GETSELECTIONMARK)) : -1; }
+    int nextItem(int after, UINT flags) {
+        return m_list.m_hWnd ? static_cast<int>(send(LVM_GETNEXTITEM, after, flags)) : -1;
+    }
+    // All selected rows, in the control's order.
+    void collectSelected(std::vector<int>& rows);
+    // Takes selection and focus from the given rows and from the row with the focus.
+    void clearSelection(const std::vector<int>& selected);
+    void setState(int visual, UINT state, UINT mask);
+    // Overlay, state image and selection bits as the mask says, with what the grid answers to LVN_GETDISPINFO.
+    UINT itemState(int visual, UINT mask);
+
+    // ---- Rows and rectangles
+    void insertRow(int visual);  // moves the native selection
+    void deleteAllRows();
+    void ensureVisible(int visual);
+    bool labelRect(int visual, int place, RECT& rect);
+    void invalidate(const RECT& rect, bool erase);
+    void invalidateAll();  // with erase
+
+    // ---- The rest
+    void setRedraw(bool on);
+    DWORD extendedStyle() { return static_cast<DWORD>(send(LVM_GETEXTENDEDLISTVIEWSTYLE)); }
+    void setExtendedStyle(DWORD style) { send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style)); }
+    int columnWidth(int place) { return static_cast<int>(send(LVM_GETCOLUMNWIDTH, place)); }
+    void setColumnWidth(int place, int width);
+    COLORREF textColor() { return static_cast<COLORREF>(send(LVM_GETTEXTCOLOR)); }
+    COLORREF backColor() { return static_cast<COLORREF>(send(LVM_GETBKCOLOR)); }
+    HIMAGELIST imageList(int kind) { return reinterpret_cast<HIMAGELIST>(send(LVM_GETIMAGELIST, kind)); }
+
+private:
+    LRESULT send(UINT message, INT_PTR wParam = 0, LPARAM lParam = 0);
+    void readLayout();
+    void readVisibility();
+    void forgetWindow();
+    bool lowestMatters();
+    void tellCount(int count);
+
+    CWnd& m_list;
+    RowLayout m_layout;
+    bool m_layoutIsStale = true;
+    bool m_visibilityIsStale = true;
+    bool m_settling = false;
+    bool m_redrawIsOff = false;
+    int m_told = 0;    // what the control knows
+    int m_wanted = 0;  // what it shall know
+    int m_lowest = 0;  // the lowest value since it was told
+};

@@ -1,0 +1,81 @@
+// Where the rows of a list stand on screen, by arithmetic: a record read once from the native control, so that a tick
+// sends no message to find the rectangle it must repaint. And the area that the ticks made dirty.
+// Row numbers: see FilterListBaseData.h. All sizes in pixels, client coordinates of the list.
+#pragma once
+
+#include "platform/Framework.h"
+
+#include <algorithm>
+#include <cstdint>
+
+struct RowLayout {
+    int rowHeight = 0;
+    int topIndex = 0;  // visual index of the first row in view
+    int countPerPage = 0;
+    int horizontalScroll = 0;
+    int totalWidth = 0;  // of all columns
+    int headerHeight = 0;
+    int clientWidth = 0;
+    int clientHeight = 0;
+    bool visible = false;  // the window, not a row: a row out of view has a rectangle like any other
+
+    // Last visual index of the page, cut to the rows that exist; below topIndex when the page is empty.
+    int pageEnd(int count) const { return std::min(topIndex + countPerPage, count) - 1; }
+
+    // The bounds of a row. A row so far away that its distance does not fit stands at the limit.
+    RECT rowRect(int visual) const {
+        const std::int64_t top =
+            headerHeight + (static_cast<std::int64_t>(visual) - topIndex) * static_cast<std::int64_t>(rowHeight);
+        return {-horizontalScroll, clampTop(top), totalWidth - horizontalScroll, clampTop(top + rowHeight)};
+    }
+
+    // What the native control does when its count falls: the page moves up until the last row stands at its end.
+    void countFellTo(int count) { topIndex = std::min(topIndex, std::max(0, count - countPerPage)); }
+
+private:
+    // Far beyond any window, and safe to add to.
+    static constexpr std::int64_t limit = 1 << 30;
+    static LONG clampTop(std::int64_t y) { return static_cast<LONG>(std::clamp(y, -limit, limit)); }
+};
+
+// The union of all that has to be repainted, and whether there is news since the last flush. The rectangle only grows:
+// a later flush repaints at least what was dirty before.
+class DirtyArea {
+public:
+    const RECT& rect() const { return DirtyRect; }
+    bool hasNews() const { return DirtyFlag; }
+    void clearNews() { DirtyFlag = false; }
+
+    // One row, wherever it stands. Nothing while the window is hidden: showing it paints everything.
+    void addRow(const RowLayout& layout, int visual) {
+        if (layout.visible) add(layout.rowRect(visual));
+    }
+
+    // From a row to the end of the page. Nothing while the window is hidden, or when the first row is outside the page.
+    void addToPageEnd(const RowLayout& layout, int first, int count) {
+        const int last = layout.pageEnd(count);
+        if (!layout.visible || first < layout.topIndex || first > last) return;
+        RECT range = layout.rowRect(first);
+        range.bottom = layout.rowRect(last).bottom;
+        add(range);
+    }
+
+private:
+    static bool isEmpty(const RECT& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
+
+    void add(const RECT& rect) {
+        DirtyFlag = true;
+        if (isEmpty(rect)) return;
+        if (isEmpty(DirtyRect)) {
+            DirtyRect = rect;
+            return;
+        }
+        DirtyRect.left = std::min(DirtyRect.left, rect.left);
+        DirtyRect.top = std::min(DirtyRect.top, rect.top);
+        DirtyRect.right = std::max(DirtyRect.right, rect.right);
+        DirtyRect.bottom = std::max(DirtyRect.bottom, rect.bottom);
+    }
+
+    RECT DirtyRect{};
+    bool DirtyFlag = false;
+};

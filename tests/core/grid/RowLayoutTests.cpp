@@ -1,0 +1,56 @@
+#include "src/grid/core/RowLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace {
+
+RowLayout scrolled() {
+    RowLayout layout{.rowHeight = 16, .topIndex = 100, .countPerPage = 10, .horizontalScroll = 30, .totalWidth = 400};
+    layout.headerHeight = 20;
+    layout.visible = true;
+    return layout;
+}
+
+TEST(RowLayout, RowsStandBelowTheHeaderAndMoveWithTheScroll) {
+    const RECT rect = scrolled().rowRect(102);
+    EXPECT_EQ(rect.left, -30);
+    EXPECT_EQ(rect.right, 370);
+    EXPECT_EQ(rect.top, 52);
+    EXPECT_EQ(rect.bottom, 68);
+}
+
+TEST(RowLayout, ARowFarAwayHasARectangleThatDoesNotWrap) {
+    RowLayout layout = scrolled();
+    EXPECT_GT(layout.rowRect(INT_MAX).top, 1000);
+    layout.topIndex = INT_MAX;
+    EXPECT_LT(layout.rowRect(0).bottom, -1000);
+}
+
+TEST(RowLayout, ThePageEndsAtTheLastRow) {
+    EXPECT_EQ(scrolled().pageEnd(1000), 109);
+    EXPECT_EQ(scrolled().pageEnd(105), 104);
+}
+
+TEST(RowLayout, AFallingCountPullsThePageUp) {
+    const struct { int count, top; } table[] = {{1000, 100}, {110, 100}, {109, 99}, {10, 0}, {3, 0}};
+    for (const auto& row : table) {
+        RowLayout layout = scrolled();
+        layout.countFellTo(row.count);
+        EXPECT_EQ(layout.topIndex, row.top) << row.count;
+    }
+}
+
+TEST(DirtyArea, AFlushKeepsTheRectangleAndForgetsTheNews) {
+    DirtyArea dirty;
+    dirty.addRow(scrolled(), 101);
+    dirty.clearNews();
+    EXPECT_FALSE(dirty.hasNews());
+    dirty.addRow(scrolled(), 104);
+    EXPECT_TRUE(dirty.hasNews());
+    EXPECT_EQ(dirty.rect().top, 36);
+    EXPECT_EQ(dirty.rect().bottom, 100);
+}
+
+}  // namespace
