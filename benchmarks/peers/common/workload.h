@@ -1,6 +1,6 @@
-// Workload W: the rows and the streams of operations that every benchmark and every peer here works on. Deterministic and
-// the same everywhere; common/workload.js says it again for JavaScript. Changing a draw changes W: do it in both, and
-// measure everything anew.
+// Workload W: the rows and the streams of operations that every benchmark and every peer here works on. Deterministic
+// and the same everywhere; common/workload.js says it again for JavaScript. Changing a draw changes W: do it in both,
+// and measure everything anew.
 #pragma once
 
 #include <cstddef>
@@ -34,7 +34,7 @@ constexpr int integers = 3;
 constexpr const char* exchanges[5] = {"NYSE", "NSDQ", "LSE", "XETR", "TSE"};
 
 struct Row {
-    char symbol[12];       // "SYM%06u"
+    char symbol[12];        // "SYM%06u"
     std::uint8_t exchange;  // into exchanges
     double d[doubles];
     std::int32_t n[integers];
@@ -86,7 +86,7 @@ void makeRows(std::uint32_t count, Take take) {
 // One tick: a row and the three cells that the host rewrites before it tells the grid. In a walk d[0] moves by up to 1.
 struct Tick {
     std::uint32_t row;
-    double d0;      // the new value; in a walk what is added to the old one
+    double d0;  // the new value; in a walk what is added to the old one
     double d5;
     std::int32_t n0;
 };

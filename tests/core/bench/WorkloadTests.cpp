@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string>
 
-#include "bench/peers/common/workload.h"
+#include "benchmarks/peers/common/workload.h"
 
 namespace {
 

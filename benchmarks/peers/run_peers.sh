@@ -18,7 +18,7 @@ need_node() {
     cmp -s "$here/web/package.json" "$PEERS_BUILD/package.json" && return
     cp "$here/web/package.json" "$PEERS_BUILD/"
     (cd "$PEERS_BUILD" && npm install --no-audit --no-fund --no-package-lock --silent) ||
-        { rm "$PEERS_BUILD/package.json"; die "The node packages of bench/peers/web could not be installed."; }
+        { rm "$PEERS_BUILD/package.json"; die "The node packages of benchmarks/peers/web could not be installed."; }
 }
 
 compile() { # source, program, flags of its libraries...
