@@ -86,7 +86,9 @@ public:
     static void SetRecoveryFiles(CString recoveryFile, CString dialogPositionFile);
     void EnableWriteExcel(int enable) { m_bWriteExcel = enable; }
     void SetPointerToGetTextColor(TextColorCallback callback) { m_pfnGetTextColor = callback; }
-    void SetPointerToGetTextColorWithLineNo(TextColorWithLineCallback callback) { m_pfnGetTextColorWithLine = callback; }
+    void SetPointerToGetTextColorWithLineNo(TextColorWithLineCallback callback) {
+        m_pfnGetTextColorWithLine = callback;
+    }
     void InitToolTipRetFunc(ToolTipTextCallback callback) { m_pfnToolTipText = callback; }
 
     // --- Columns
@@ -98,7 +100,8 @@ public:
     BOOL DeleteColumn(int place);
     // Shows exactly these columns, both arguments by place, and tells the parent (WM_LIST_COLUMNS_REBUILT).
     void LoadHeaders(CArray<int, int>* columns, CArray<int, int>* widths);
-    // Sizes all columns: 2129 by data, 2130 by heading, 2131 evenly over the window, else by the wider of the first two.
+    // Sizes all columns: 2129 by data, 2130 by heading, 2131 evenly over the window, else by data or heading, whichever
+    // is wider.
     void AutoSizeColumns(int command);
     void ColFitToContent();
     void ColFitToHeader();
@@ -143,12 +146,14 @@ public:
     void ReadGridLineStatus();  // read the stored grid-line state and show it
     void SaveGridLineStatus();  // write it
     void SetHeaderCheckbox();   // show the check box of the first header item
+
     void DrawHeaderSortImageForMultiSortMode(int draw, bool show);  // the arrows of all sort levels
 
     // --- Process-wide
 
     static CString m_csGetDialogPosPath;  // file of dialog positions
     static CString m_csGetRecoveryFile;   // file of recovery settings
+
     static CArray<CCommonListCtrl*, CCommonListCtrl*> g_listRegistry;       // lists with a customisable parent
     static CArray<CCommonListCtrl*, CCommonListCtrl*> g_groupListRegistry;  // lists with m_bGroupList
 
@@ -160,11 +165,12 @@ public:
     CArray<int, int> m_arrWidth;
     CArray<sVisibleColumn, sVisibleColumn> m_arrVisible;
     CArray<sMnmQuorColInfo, sMnmQuorColInfo> m_arrMnmColumns;  // always empty
-    CArray<int, int> m_arrDefaultColumns;  // default places, empty: all columns
-    int m_nFirstColumn = 0;                // columnIndex at place 0
-    int m_nBaseColumnCount = 0;            // number of built-in columns, taken by InsertColumnsForList
-    CString m_csListName;                  // section of all settings of this list
-    int m_bUseColumnProfile = 1;           // columns are read from and written to the store
+    CArray<int, int> m_arrDefaultColumns;                      // default places, empty: all columns
+
+    int m_nFirstColumn = 0;       // columnIndex at place 0
+    int m_nBaseColumnCount = 0;   // number of built-in columns, taken by InsertColumnsForList
+    CString m_csListName;         // section of all settings of this list
+    int m_bUseColumnProfile = 1;  // columns are read from and written to the store
 
     // Sorting. Places, but for m_nLockSortColumn; orders are -1 rising, 1 falling.
     int m_nSortCol = 0;
@@ -211,9 +217,9 @@ public:
     BYTE m_bRedrawEnabled = 1;    // clear while AutoSizeColumns runs
     BYTE m_bGroupList = 0;        // member of a column group
     BYTE m_bGridLines = 0;
-    BYTE m_bCustomized = 0;       // the list has an appearance record of its own
+    BYTE m_bCustomized = 0;  // the list has an appearance record of its own
     cCustomizedAppearanceSettings m_Appearance;
-    CToolTipCtrl m_ToolTip;       // of the header; created on first use
+    CToolTipCtrl m_ToolTip;  // of the header; created on first use
     TextColorCallback m_pfnGetTextColor = nullptr;
     TextColorWithLineCallback m_pfnGetTextColorWithLine = nullptr;
     ToolTipTextCallback m_pfnToolTipText = nullptr;
@@ -288,4 +294,5 @@ private:
     bool m_bCreating = false;                    // inside the framework's creation: the control answers nothing yet
     HWND m_hInitialised = nullptr;               // the window for which CommonInitList ran
     bool m_bForwardingDrawItem = false;
+    bool m_bToolTipsStale = false;  // a header item was dragged since the tools were laid out
 };

@@ -78,8 +78,9 @@ void CCommonListCtrl::LayOutHeaderToolTips() {
     }
 }
 
-// Changed items may have moved the others. After a drag the dragged column's width is set anew, which makes the control
-// lay its cells out again. While AutoSizeColumns runs, the tools wait for its end.
+// Changed items may have moved the others. At the end of a drag the column's width is set anew, which makes the control
+// lay its cells out again; the header changes its order only afterwards, so the tools are laid out once more before the
+// next message that they may show for. While AutoSizeColumns runs, they wait for its end.
 BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     const auto* notification = reinterpret_cast<const NMHEADER*>(lParam);
     if (m_bHeaderToolTips && m_bRedrawEnabled) {
@@ -89,6 +90,7 @@ BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
                 LayOutHeaderToolTips();
                 break;
             case HDN_ENDDRAG:  // -311
+                m_bToolTipsStale = true;
                 CListCtrl::SetColumnWidth(notification->iItem, CListCtrl::GetColumnWidth(notification->iItem));
                 break;
         }
@@ -97,6 +99,10 @@ BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
 }
 
 BOOL CCommonListCtrl::PreTranslateMessage(MSG* message) {
+    if (m_bToolTipsStale) {
+        m_bToolTipsStale = false;
+        LayOutHeaderToolTips();
+    }
     if (m_ToolTip.m_hWnd) m_ToolTip.RelayEvent(message);
     return CListCtrl::PreTranslateMessage(message);
 }

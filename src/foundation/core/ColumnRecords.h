@@ -56,8 +56,8 @@ struct sMnmQuorColInfo {};
 // where the source has none, and never frees what stood there before; the copy constructor shares the source's arrays;
 // the destructor frees none. A list frees the arrays of its own record when it dies.
 struct QUOR_CONTROLS_API cCustomizedAppearanceSettings {
-    COLORREF crBackground = 0;       // black
-    COLORREF crText = 0x00FF00;      // green
+    COLORREF crBackground = 0;   // black
+    COLORREF crText = 0x00FF00;  // green
     // Customise level: each keyword and its colour.
     CArray<DWORD, DWORD>* pKeywordColors = nullptr;
     CStringArray* pKeywords = nullptr;
@@ -65,10 +65,10 @@ struct QUOR_CONTROLS_API cCustomizedAppearanceSettings {
     CArray<DWORD, DWORD>* pUserTextColors = nullptr;
     CArray<DWORD, DWORD>* pUserBackColors = nullptr;
     CStringArray* pUserKeywords = nullptr;
-    int iKeywordColumn = -1;         // columnIndex whose cells the keywords test; -1 none
+    int iKeywordColumn = -1;  // columnIndex whose cells the keywords test; -1 none
     BYTE bKeywordsEnabled = 0;
     CString csFontName = "MS Shell Dlg 2";
-    CString csFontSize = "8";        // points, kept as text
+    CString csFontSize = "8";  // points, kept as text
 
     cCustomizedAppearanceSettings() = default;
     cCustomizedAppearanceSettings(const cCustomizedAppearanceSettings& source) = default;
@@ -79,7 +79,8 @@ struct QUOR_CONTROLS_API cCustomizedAppearanceSettings {
     void freeKeywordArrays();
 };
 
-// The framework's hash map with its table size chosen at construction. Lists use 100 buckets, allocated on first insert.
+// The framework's hash map with its table size chosen at construction. Lists use 100 buckets, allocated on first
+// insert.
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 class CZTMap : public CMap<KEY, ARG_KEY, VALUE, ARG_VALUE> {
 public:

@@ -11,10 +11,10 @@ class CWnd;
 
 // One registration. Times are in the units of the host's tick.
 struct tTimerStruct {
-    CWnd* pWnd = nullptr;              // who gets the message; borrowed
-    std::int32_t iAccumulated = 0;     // gathered since the last firing
-    std::int32_t iInterval = 0;        // period
-    std::uint32_t dwMessageOffset = 0; // added to WM_USER
+    CWnd* pWnd = nullptr;               // who gets the message; borrowed
+    std::int32_t iAccumulated = 0;      // gathered since the last firing
+    std::int32_t iInterval = 0;         // period
+    std::uint32_t dwMessageOffset = 0;  // added to WM_USER
 };
 
 // Owns its entries; they live as long as the table.

@@ -17,14 +17,14 @@ void addVisibleColumn(CArray<sVisibleColumn, sVisibleColumn>& visible, sVisibleC
 
 // The arrays of a list that shows exactly the columns asked for.
 struct ShownColumns {
-    std::vector<int> order;                // by columnIndex
-    std::vector<int> widths;               // by columnIndex, 0 for a hidden column
-    std::vector<sVisibleColumn> visible;   // in columnIndex order
-    std::vector<int> bySequence;           // columnIndex at each place
+    std::vector<int> order;               // by columnIndex
+    std::vector<int> widths;              // by columnIndex, 0 for a hidden column
+    std::vector<sVisibleColumn> visible;  // in columnIndex order
+    std::vector<int> bySequence;          // columnIndex at each place
 };
 
-// `columns` and `widths` are by place. A column that is not in the array or was met before is passed over and the places
-// behind it close up, so that the arrays are in step whatever comes in; a missing width is 0.
+// `columns` and `widths` are by place. A column that is not in the array or was met before is passed over and the
+// places behind it close up, so that the arrays are in step whatever comes in; a missing width is 0.
 ShownColumns showColumns(int columnCount, const std::vector<int>& columns, const std::vector<int>& widths);
 
 // Seeds a keyword array: appends all of `values` if the array is empty. True if it did.

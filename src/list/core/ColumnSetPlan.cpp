@@ -116,7 +116,8 @@ ColumnSetPlan planColumnSet(const ColumnSetInput& input) {
     int loaded = 0;
     for (const ProfileEntry& entry : input.profile) {
         if (!fits(entry)) return planDefaults(input.widths, input.defaultPlaces);
-        if (entry.columnIndex >= draft.builtInCount && !entry.isUserColumn) break;  // a text cut short: what stands, stands
+        if (entry.columnIndex >= draft.builtInCount && !entry.isUserColumn)
+            break;  // a text cut short: what stands, stands
         takeEntry(draft, entry);
         named.insert(entry.columnIndex);
         ++loaded;

@@ -26,10 +26,10 @@ inline constexpr int kUnknownColumnWidth = 100;
 
 // What a list knows before it inserts its columns.
 struct ColumnSetInput {
-    std::vector<int> widths;                // of each column of the array, so their count too
-    std::vector<int> defaultPlaces;         // by columnIndex, -1 hidden; empty: no defaults
+    std::vector<int> widths;         // of each column of the array, so their count too
+    std::vector<int> defaultPlaces;  // by columnIndex, -1 hidden; empty: no defaults
     bool hasProfile = false;
-    std::vector<ProfileEntry> profile;      // in stored order; read only if hasProfile
+    std::vector<ProfileEntry> profile;  // in stored order; read only if hasProfile
 };
 
 // What to do. The arrays are indexed by columnIndex and of one length, that of the column array with its user columns.
@@ -41,14 +41,14 @@ struct ColumnSetPlan {
         bool isUserColumn = false;  // its formula becomes the header tip
     };
 
-    std::vector<int> order;                 // places, -1 hidden
+    std::vector<int> order;  // places, -1 hidden
     std::vector<int> widths;
-    std::vector<sVisibleColumn> visible;    // in place order
+    std::vector<sVisibleColumn> visible;  // in place order
     std::vector<Insert> inserts;
     // Records to put into the column array at these indices, in this order, growing it.
     std::vector<std::pair<int, sQuorColInfo>> userColumns;
-    int firstColumn = 0;                    // columnIndex at place 0
-    bool readsSortOrder = false;            // the "all" road leaves the stored sort levels unread
+    int firstColumn = 0;          // columnIndex at place 0
+    bool readsSortOrder = false;  // the "all" road leaves the stored sort levels unread
 };
 
 ColumnSetPlan planColumnSet(const ColumnSetInput& input);

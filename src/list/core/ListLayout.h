@@ -14,9 +14,9 @@ inline constexpr int kMinColumnWidth = 50;
 
 // What a column could be as wide as, in pixels.
 struct ColumnMeasure {
-    int data = 0;         // its widest cell
-    int header = 0;       // its heading
-    int client = 0;       // the window's client area
+    int data = 0;    // its widest cell
+    int header = 0;  // its heading
+    int client = 0;  // the window's client area
     int columnCount = 0;
 };
 

@@ -44,7 +44,8 @@ TEST(TimerTable, ServesTwoRegistrationsOfOneWindowInOrder) {
     table.add(nullptr, 1, 10);
     table.add(nullptr, 1, 20);
     std::vector<std::uint32_t> sent;
-    for (int i = 0; i < 2; ++i) table.tick(1, [&](const tTimerStruct& entry) { sent.push_back(entry.dwMessageOffset); });
+    for (int i = 0; i < 2; ++i)
+        table.tick(1, [&](const tTimerStruct& entry) { sent.push_back(entry.dwMessageOffset); });
     EXPECT_EQ(sent, (std::vector<std::uint32_t>{10, 20}));
 }
 

@@ -69,16 +69,15 @@ ColumnSetInput withDefaults(ColumnSetInput input, Ints places) {
 INSTANTIATE_TEST_SUITE_P(
     Roads, ColumnSet,
     testing::Values(
-        PlanCase{"NothingStored", columns({80, 90}), "0:80 1:90 | 0 1"},
-        PlanCase{"NoColumns", columns({}), "|"},
+        PlanCase{"NothingStored", columns({80, 90}), "0:80 1:90 | 0 1"}, PlanCase{"NoColumns", columns({}), "|"},
         PlanCase{"Defaults", withDefaults(columns({80, 90, 70}), {1, -1, 0}), "2:70 0:80 | 1 -1 0"},
         PlanCase{"DefaultsOlderThanTheColumns", withDefaults(columns({80, 90, 70}), {1, 0}), "1:90 0:80 | 1 0 -1"},
         PlanCase{"DefaultsWithAGap", withDefaults(columns({80, 90, 70}), {0, -1, 2}), "0:80 1:90 2:70 | 0 1 2"},
         PlanCase{"DefaultsThatShowNothing", withDefaults(columns({80, 90}), {-1, -1}), "0:80 1:90 | 0 1"},
         PlanCase{"ProfileMovesAndHides", profiled({80, 90, 70}, {entry(0, 1), entry(1, -1, 0), entry(2, 0, 33)}),
                  "2:33 0:60 | 1 -1 0"},
-        PlanCase{"ProfileWinsOverDefaults",
-                 withDefaults(profiled({80, 90}, {entry(0, 1), entry(1, 0)}), {0, -1}), "1:60 0:60 | 1 0"},
+        PlanCase{"ProfileWinsOverDefaults", withDefaults(profiled({80, 90}, {entry(0, 1), entry(1, 0)}), {0, -1}),
+                 "1:60 0:60 | 1 0"},
         PlanCase{"ColumnsAddedSinceStayHidden", profiled({80, 90, 70}, {entry(0, 0), entry(1, 1)}),
                  "0:60 1:60 | 0 1 -1"},
         PlanCase{"UserColumnsComeBack", profiled({80, 90}, {entry(0, 0), entry(1, -1, 0), userEntry(2, 1, "Ratio")}),
@@ -86,8 +85,7 @@ INSTANTIATE_TEST_SUITE_P(
         PlanCase{"SurplusEntryWithoutAUserPartEndsTheReading",
                  profiled({80, 90}, {entry(0, 1), entry(1, 0), entry(2, 2), entry(0, 9)}), "1:60 0:60 | 1 0"},
         PlanCase{"MoreEntriesThanColumns",
-                 withDefaults(profiled({80, 90}, {entry(0, 0), entry(1, 1), entry(1, 1)}), {1, 0}),
-                 "1:90 0:80 | 1 0"},
+                 withDefaults(profiled({80, 90}, {entry(0, 0), entry(1, 1), entry(1, 1)}), {1, 0}), "1:90 0:80 | 1 0"},
         PlanCase{"OneIndexTwice", profiled({80, 90, 70}, {entry(0, 0), entry(1, 1), entry(1, 2)}),
                  "0:80 1:90 2:70 | 0 1 2"},
         PlanCase{"GapFallsBackToAll", profiled({80, 90, 70}, {entry(0, 0), entry(1, 2), entry(2, 2)}),
@@ -106,8 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
         PlanCase{"NegativeIndex", profiled({80, 90}, {entry(0, 0), entry(-1, 1)}), "0:80 1:90 | 0 1"},
         PlanCase{"PlaceOutOfRange", profiled({80, 90}, {entry(0, 0), entry(1, 4096)}), "0:80 1:90 | 0 1"},
         PlanCase{"UserColumnsReadBeforeAGapStay",
-                 profiled({80, 90}, {entry(0, 0), entry(1, 3), userEntry(2, -1, "Ratio")}),
-                 "0:80 1:90 2:80 | 0 1 2"},
+                 profiled({80, 90}, {entry(0, 0), entry(1, 3), userEntry(2, -1, "Ratio")}), "0:80 1:90 2:80 | 0 1 2"},
         PlanCase{"HostGrewOverAUserColumn", profiled({80, 90, 70}, {entry(0, 0), entry(1, 1), userEntry(2, 2, "Old")}),
                  "0:60 1:60 2:60 | 0 1 2"}),
     [](const auto& row) { return row.param.name; });
@@ -149,7 +146,8 @@ TEST(ColumnSetPlan, AnyProfileLeavesTheArraysInStep) {
         ColumnSetInput input = profiled(Ints(static_cast<std::size_t>(count), 80), {});
         for (int i = between(0, 7); i > 0; --i) {
             const int index = between(0, count + 1);
-            input.profile.push_back(index < count ? entry(index, between(-1, 5)) : userEntry(index, between(-1, 5), "U"));
+            input.profile.push_back(index < count ? entry(index, between(-1, 5))
+                                                  : userEntry(index, between(-1, 5), "U"));
         }
         const ColumnSetPlan plan = planColumnSet(input);
         ASSERT_EQ(plan.order.size(), plan.widths.size()) << "seed " << seed << " round " << round;

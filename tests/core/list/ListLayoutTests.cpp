@@ -34,7 +34,7 @@ TEST(HeaderItemSpan, CountsWhatStandsLeftOnScreenLessTheScroll) {
         std::vector<int> sequence;
         int item, scroll, left, right;
     } const cases[] = {
-        {{0, 1, 2}, 0, 0, 0, 10}, {{0, 1, 2}, 2, 0, 30, 60}, {{0, 1, 2}, 1, 25, -15, 5},
+        {{0, 1, 2}, 0, 0, 0, 10},  {{0, 1, 2}, 2, 0, 30, 60}, {{0, 1, 2}, 1, 25, -15, 5},
         {{2, 0, 1}, 0, 0, 30, 40}, {{2, 0}, 1, 0, 0, 0},
     };
     for (const auto& c : cases) {
@@ -52,7 +52,9 @@ TEST(AreaOutsideCells, CoversEachPixelExactlyOnce) {
         EXPECT_LE(parts.size(), 3u);
         for (int y = 0; y < 10; ++y) {
             for (int x = 0; x < 12; ++x) {
-                const auto holds = [&](const RECT& r) { return x >= r.left && x < r.right && y >= r.top && y < r.bottom; };
+                const auto holds = [&](const RECT& r) {
+                    return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+                };
                 int covered = 0;
                 for (const RECT& part : parts) covered += holds(part);
                 EXPECT_EQ(covered, holds(cells) ? 0 : 1) << x << "," << y << " of cells " << cells.right;

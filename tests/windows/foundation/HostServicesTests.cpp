@@ -31,22 +31,14 @@ TEST_F(HostServices, EveryEntryIsFound) {
     block.pu_GetDefaultScreenSharingStatus(nullptr, 0, 0);
     block.pu_GetAppdataHashCode(text);
     block.pu_RemoveWindowFromDispAffinityWindowsMap(nullptr);
-    EXPECT_EQ(host.calls, (std::vector<std::string>{"pu_get_application_iCon",
-                                                    "pu_get_peer_data",
-                                                    "UserSettingMWColumns 0 MarketWatch",
-                                                    "AddToTabbedLog line 0 0",
-                                                    "quoru_call_LoadLibrary no such library.dll",
-                                                    "quoru_add_extra_columns",
-                                                    "MrktWatchGetColumnText 3",
-                                                    "UserSetting 0 list key",
-                                                    "quoru_get_app_status",
-                                                    "pu_get_find_menu_item_in_roles 64169",
-                                                    "IsOptimizedMWUpdate",
-                                                    "pu_RegisterForWindowDisplayAffinity",
-                                                    "pu_GetScreenSharingStatus",
-                                                    "pu_GetDefaultScreenSharingStatus 0 0",
-                                                    "pu_GetAppdataHashCode",
-                                                    "pu_RemoveWindowFromDispAffinityWindowsMap"}));
+    EXPECT_EQ(host.calls,
+              (std::vector<std::string>{
+                  "pu_get_application_iCon", "pu_get_peer_data", "UserSettingMWColumns 0 MarketWatch",
+                  "AddToTabbedLog line 0 0", "quoru_call_LoadLibrary no such library.dll", "quoru_add_extra_columns",
+                  "MrktWatchGetColumnText 3", "UserSetting 0 list key", "quoru_get_app_status",
+                  "pu_get_find_menu_item_in_roles 64169", "IsOptimizedMWUpdate", "pu_RegisterForWindowDisplayAffinity",
+                  "pu_GetScreenSharingStatus", "pu_GetDefaultScreenSharingStatus 0 0", "pu_GetAppdataHashCode",
+                  "pu_RemoveWindowFromDispAffinityWindowsMap"}));
     EXPECT_NE(block.FillShadeRect, nullptr);
 }
 

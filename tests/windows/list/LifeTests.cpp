@@ -18,10 +18,15 @@ enum class Road { create, createEx, subclass, subclassOwnerDrawn };
 struct Roads : ListFixture, testing::WithParamInterface<Road> {
     void take(CCommonListCtrl& list, Road road) {
         switch (road) {
-            case Road::create: return create(list);
-            case Road::createEx: return createEx(list);
-            case Road::subclassOwnerDrawn: owner.GetDlgItem(kListId)->ModifyStyle(0, LVS_OWNERDRAWFIXED); [[fallthrough]];
-            case Road::subclass: return subclass(list);
+            case Road::create:
+                return create(list);
+            case Road::createEx:
+                return createEx(list);
+            case Road::subclassOwnerDrawn:
+                owner.GetDlgItem(kListId)->ModifyStyle(0, LVS_OWNERDRAWFIXED);
+                [[fallthrough]];
+            case Road::subclass:
+                return subclass(list);
         }
     }
     void show(CCommonListCtrl& list, Road road) {
@@ -76,24 +81,28 @@ TEST_P(Roads, LookAlike) {
     EXPECT_TRUE(first.pixels == second.pixels);
 }
 
-// Height of the font, its external leading, and one.
+// Height of the font, its external leading, and one. What the owner adds to the answer shows that the control asked.
 TEST_P(Roads, RowsAreAsHighAsTheirFont) {
-    TestList list;
-    show(list, GetParam());
-    CRect row;
-    list.GetItemRect(0, row, LVIR_BOUNDS);
-    TEXTMETRIC metrics{};
-    {
+    const auto measured = [this](CCommonListCtrl& list) {
+        TEXTMETRIC metrics{};
         CClientDC dc(&list);
         const SelectScope font(&dc, list.GetFont());
         dc.GetTextMetrics(&metrics);
-    }
-    EXPECT_EQ(row.Height(), metrics.tmHeight + metrics.tmExternalLeading + 1);
+        return static_cast<int>(metrics.tmHeight + metrics.tmExternalLeading + 1 + owner.extraRowHeight);
+    };
+    const auto rowHeight = [](CCommonListCtrl& list) {
+        CRect row;
+        list.GetItemRect(0, row, LVIR_BOUNDS);
+        return row.Height();
+    };
+    owner.extraRowHeight = 7;
+    TestList list;
+    show(list, GetParam());
+    EXPECT_EQ(rowHeight(list), measured(list));
     CFont tall;
     tall.CreatePointFont(300, "Tahoma");
     list.SetFont(&tall);
-    list.GetItemRect(0, row, LVIR_BOUNDS);
-    EXPECT_GT(row.Height(), metrics.tmHeight + 10);
+    EXPECT_EQ(rowHeight(list), measured(list));
     list.DestroyWindow();
 }
 
@@ -103,7 +112,8 @@ const char* nameOf(const testing::TestParamInfo<Road>& row) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Roads,
-                         testing::Values(Road::create, Road::createEx, Road::subclass, Road::subclassOwnerDrawn), nameOf);
+                         testing::Values(Road::create, Road::createEx, Road::subclass, Road::subclassOwnerDrawn),
+                         nameOf);
 
 struct Life : ListFixture {};
 

@@ -49,7 +49,9 @@ LRESULT Owner::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         return TRUE;
     }
     if (message == WM_USER + 123) calls.record("rebuilt", wParam, lParam);
-    return CBCGPDialog::WindowProc(message, wParam, lParam);
+    const LRESULT result = CBCGPDialog::WindowProc(message, wParam, lParam);
+    if (message == WM_MEASUREITEM) reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->itemHeight += extraRowHeight;
+    return result;
 }
 
 ListFixture::ListFixture() {

@@ -18,8 +18,9 @@ public:
     // Makes the window; the template's list view stands at kListRect.
     bool create(CWnd& parent);
 
-    bool paints = true;  // false: WM_DRAWITEM is left to the framework, which reflects it
-    int drawn = 0;       // WM_DRAWITEM messages that were painted
+    bool paints = true;        // false: WM_DRAWITEM is left to the framework, which reflects it
+    int drawn = 0;             // WM_DRAWITEM messages that were painted
+    UINT extraRowHeight = 0;   // added to what the list answers to WM_MEASUREITEM
     test::CallRecorder calls;  // "rebuilt <id> <lParam>"
 
 protected:

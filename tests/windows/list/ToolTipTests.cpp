@@ -1,4 +1,5 @@
 #include "ListFixture.h"
+#include "support/Input.h"
 
 namespace {
 
@@ -79,25 +80,32 @@ TEST_F(HeaderToolTips, AreLeftOutOnRequest) {
     EXPECT_EQ(list.m_ToolTip.GetToolCount(), 3);
 }
 
-// The tip itself: shown for the header item under the mouse.
-TEST_F(HeaderToolTips, SeeTheMouseThroughThePump) {
+// The tip itself: the pump offers the header's messages to the list, which relays them.
+TEST_F(HeaderToolTips, ShowWhenTheMouseRestsOnTheHeader) {
     CHeaderCtrl* header = list.GetHeaderCtrl();
     list.m_ToolTip.SetDelayTime(TTDT_INITIAL, 1);
-    MSG move{};
-    move.hwnd = header->m_hWnd;
-    move.message = WM_MOUSEMOVE;
-    move.lParam = MAKELPARAM(100, 5);
-    POINT screen{100, 5};
-    header->ClientToScreen(&screen);
-    ::SetCursorPos(screen.x, screen.y);
-    move.pt = screen;
-    list.PreTranslateMessage(&move);
-    TOOLINFO hit{};
-    char text[80] = "";
-    hit.lpszText = text;
-    ASSERT_TRUE(list.m_ToolTip.HitTest(header, CPoint(100, 5), &hit));
-    EXPECT_EQ(hit.uId, 2u);
+    POINT mouse{100, 5};
+    header->ClientToScreen(&mouse);
+    ::SetCursorPos(mouse.x, mouse.y);
+    header->PostMessage(WM_MOUSEMOVE, 0, MAKELPARAM(100, 5));
     EXPECT_TRUE(pumpFor([&] { return list.m_ToolTip.IsWindowVisible() != 0; }));
+    TOOLINFO shown{};
+    shown.cbSize = TTTOOLINFOA_V1_SIZE;
+    ASSERT_TRUE(list.m_ToolTip.SendMessage(TTM_GETCURRENTTOOLA, 0, reinterpret_cast<LPARAM>(&shown)));
+    EXPECT_EQ(shown.uId, 2u);
+}
+
+// A column is dragged behind the last one with the mouse.
+TEST_F(HeaderToolTips, FollowAColumnThatIsDragged) {
+    CHeaderCtrl* header = list.GetHeaderCtrl();
+    test::sendDrag(header->m_hWnd, CPoint(40, 5), CPoint(230, 5));
+    pumpUntilIdle();
+    int order[3] = {};
+    header->GetOrderArray(order, 3);
+    ASSERT_EQ(order[2], 0);
+    test::sendMouseMove(header->m_hWnd, CPoint(20, 5));
+    pumpUntilIdle();
+    EXPECT_EQ(tools(), "Symbol 160..240, Price 0..80, Qty 80..160");
 }
 
 }  // namespace

@@ -1,0 +1,21 @@
+// What the benchmarks share: one figure each, with the limit it must keep and the goal worth claiming.
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+struct Figure {
+    std::string key;   // of the JSON output
+    double value = 0;
+    std::string unit;  // ns, us, ms, B/row
+    std::string note;
+    double must = 0;   // an upper limit; 0: none
+    double goal = 0;
+};
+
+using Figures = std::vector<Figure>;
+
+// Each measures its figures in turn and throws std::runtime_error when a result that it timed is wrong.
+void benchGrid(Figures& figures);
