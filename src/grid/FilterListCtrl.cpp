@@ -28,7 +28,7 @@ END_MESSAGE_MAP()
 
 CArray<CFilterListCtrl*, CFilterListCtrl*> CFilterListCtrl::g_OptiDataFilterLists;
 
-CFilterListCtrl::CFilterListCtrl() : m_rows(this), m_native(*this) {
+CFilterListCtrl::CFilterListCtrl() : m_rows(this), m_native(*this, m_dirty) {
     SetPointerToGetTextColor(static_cast<TextColorCallback>(&CFilterListCtrl::GetTextColorForItem));
 }
 
@@ -127,8 +127,8 @@ void CFilterListCtrl::OnTimer(UINT_PTR id) {
 void CFilterListCtrl::flushDirtyRect() {
     KillTimer(kFlushTimer);
     FlushTimerId = 0;
-    m_dirty.clearNews();
-    m_native.invalidate(m_dirty.rect(), false);
+    m_native.settle();
+    m_native.invalidate(m_dirty.flush(m_native.layout()), false);
 }
 
 void CFilterListCtrl::StartRepaintTimer() {

@@ -68,6 +68,7 @@ void NativeList::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void NativeList::forgetWindow() {
     m_told = m_wanted = m_lowest = 0;
+    m_dirty.fold(m_layout);
     m_layout = {};
     m_layoutIsStale = true;
     m_redrawIsOff = false;
@@ -76,6 +77,7 @@ void NativeList::forgetWindow() {
 void NativeList::setCount(int count) {
     m_wanted = count;
     m_lowest = std::min(m_lowest, count);
+    m_dirty.fold(m_layout);
     m_layout.countFellTo(count);
     if (m_layout.rowHeight == 0) m_layoutIsStale = true;  // read while there was no row to measure
 }
@@ -110,6 +112,7 @@ void NativeList::tellCount(int count) {
 
 void NativeList::readLayout() {
     settle();
+    m_dirty.fold(m_layout);
     m_layoutIsStale = false;
     readVisibility();
     if (!m_list.m_hWnd) {

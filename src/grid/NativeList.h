@@ -15,7 +15,8 @@
 
 class QUOR_CONTROLS_API NativeList {
 public:
-    explicit NativeList(CWnd& list) : m_list(list) {}
+    // The dirty area counts in rows of the present layout and is folded before that changes. Both outlive this object.
+    NativeList(CWnd& list, DirtyArea& dirty) : m_list(list), m_dirty(dirty) {}
     NativeList(const NativeList&) = delete;
     NativeList& operator=(const NativeList&) = delete;
 
@@ -33,6 +34,10 @@ public:
             readVisibility();
         }
         return m_layout;
+    }
+    // The record as it was read last, if nothing has happened since; else null.
+    const RowLayout* layoutInForce() const {
+        return m_layoutIsStale || m_visibilityIsStale ? nullptr : &m_layout;
     }
     // Hiding a parent sends the list nothing: called once per batch.
     void forgetVisibility() { m_visibilityIsStale = true; }
@@ -86,6 +91,7 @@ private:
     void tellCount(int count);
 
     CWnd& m_list;
+    DirtyArea& m_dirty;
     RowLayout m_layout;
     bool m_layoutIsStale = true;
     bool m_visibilityIsStale = true;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 
 struct RowLayout {
     int rowHeight = 0;
@@ -40,32 +41,55 @@ private:
 
 // The union of all that has to be repainted, and whether there is news since the last flush. The rectangle only grows:
 // a later flush repaints at least what was dirty before.
+//
+// Single rows, the common case of a tick, are kept as a range of visual indices and become a rectangle by fold: whoever
+// changes the layout folds with the former one first.
 class DirtyArea {
 public:
-    const RECT& rect() const { return DirtyRect; }
-    bool hasNews() const { return DirtyFlag; }
-    void clearNews() { DirtyFlag = false; }
-
-    // One row, wherever it stands. Nothing while the window is hidden: showing it paints everything.
+    // One row of a visible window, wherever it stands.
+    void noteRow(int visual) {
+        m_firstRow = std::min(m_firstRow, visual);
+        m_lastRow = std::max(m_lastRow, visual);
+    }
+    // The same; nothing while the window is hidden, since showing it paints everything.
     void addRow(const RowLayout& layout, int visual) {
-        if (layout.visible) add(layout.rowRect(visual));
+        if (layout.visible) noteRow(visual);
     }
 
     // From a row to the end of the page. Nothing while the window is hidden, or when the first row is outside the page.
     void addToPageEnd(const RowLayout& layout, int first, int count) {
         const int last = layout.pageEnd(count);
         if (!layout.visible || first < layout.topIndex || first > last) return;
-        RECT range = layout.rowRect(first);
-        range.bottom = layout.rowRect(last).bottom;
-        add(range);
+        noteRow(first);
+        noteRow(last);
+    }
+
+    void fold(const RowLayout& layout) {
+        if (m_firstRow > m_lastRow) return;
+        RECT range = layout.rowRect(m_firstRow);
+        range.bottom = layout.rowRect(m_lastRow).bottom;
+        m_firstRow = noFirst;
+        m_lastRow = noLast;
+        DirtyFlag = true;
+        if (!isEmpty(range)) unite(range);
+    }
+
+    bool hasNews() const { return DirtyFlag || m_firstRow <= m_lastRow; }
+    // What to repaint now; the news are told.
+    const RECT& flush(const RowLayout& layout) {
+        fold(layout);
+        DirtyFlag = false;
+        return DirtyRect;
     }
 
 private:
+    // An empty range; any row widens it.
+    static constexpr int noFirst = std::numeric_limits<int>::max();
+    static constexpr int noLast = std::numeric_limits<int>::min();
+
     static bool isEmpty(const RECT& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
 
-    void add(const RECT& rect) {
-        DirtyFlag = true;
-        if (isEmpty(rect)) return;
+    void unite(const RECT& rect) {
         if (isEmpty(DirtyRect)) {
             DirtyRect = rect;
             return;
@@ -76,6 +100,8 @@ private:
         DirtyRect.bottom = std::max(DirtyRect.bottom, rect.bottom);
     }
 
+    int m_firstRow = noFirst;
+    int m_lastRow = noLast;
     RECT DirtyRect{};
     bool DirtyFlag = false;
 };

@@ -107,6 +107,11 @@ public:
 
     // ---- opti-data mode. Rows must not be null; `now` false holds the native side back to the end of the batch.
     StoreChange add(CFilterListBaseData* row, bool now, RowTest test);
+    // The slot of a row, -1 when it is not displayed or not here. What a tick asks when no row can leave.
+    int slotOf(const CFilterListBaseData* row) const {
+        const sFilterListRowIndex* const numbers = row->find(m_list);
+        return numbers ? numbers->displayIndex : -1;
+    }
     // Tests a changed row anew. Result 1: it entered the display, -1: it left, 0: neither.
     StoreChange update(CFilterListBaseData* row, RowTest test);
     // The row may be freed on return. Result: its map index, -1 when the store does not know it.

@@ -45,8 +45,8 @@ TEST(CellPainting, OnlyPlainDecimalsAreGrouped) {
         int type;
         const char* text;
         bool grouped;
-    } table[] = {{2, "1234567.5", true}, {2, "-12", true}, {2, "12a", false}, {2, "1,234", false}, {2, "1e5", false},
-                 {2, "", false},         {1, "1234567", false}, {5, "1234567.5", false}};
+    } table[] = {{2, "1234567.5", true}, {2, "-12", true}, {2, "12a", false},     {2, "1,234", false},
+                 {2, "1e5", false},      {2, "", false},   {1, "1234567", false}, {5, "1234567.5", false}};
     for (const auto& row : table) EXPECT_EQ(wantsGrouping(row.type, row.text), row.grouped) << row.type << row.text;
 }
 

@@ -43,14 +43,29 @@ TEST(RowLayout, AFallingCountPullsThePageUp) {
 }
 
 TEST(DirtyArea, AFlushKeepsTheRectangleAndForgetsTheNews) {
+    const RowLayout layout = scrolled();
     DirtyArea dirty;
-    dirty.addRow(scrolled(), 101);
-    dirty.clearNews();
+    dirty.addRow(layout, 101);
+    dirty.flush(layout);
     EXPECT_FALSE(dirty.hasNews());
-    dirty.addRow(scrolled(), 104);
+    dirty.addRow(layout, 104);
     EXPECT_TRUE(dirty.hasNews());
-    EXPECT_EQ(dirty.rect().top, 36);
-    EXPECT_EQ(dirty.rect().bottom, 100);
+    const RECT rect = dirty.flush(layout);
+    EXPECT_EQ(rect.top, 36);
+    EXPECT_EQ(rect.bottom, 100);
+}
+
+// A row stays where it stood when it changed, whatever scrolls afterwards.
+TEST(DirtyArea, RowsAreFoldedInTheLayoutOfTheirTime) {
+    RowLayout layout = scrolled();
+    DirtyArea dirty;
+    dirty.addRow(layout, 105);
+    dirty.fold(layout);
+    layout.topIndex = 200;
+    dirty.addRow(layout, 201);
+    const RECT rect = dirty.flush(layout);
+    EXPECT_EQ(rect.top, 36);
+    EXPECT_EQ(rect.bottom, 116);
 }
 
 }  // namespace

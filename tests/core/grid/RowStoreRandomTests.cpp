@@ -171,7 +171,8 @@ private:
         layout.totalWidth = 400;
         layout.headerHeight = 17;
         layout.visible = pick(8) != 0;
-        grid.fast.layout = grid.slow.layout = layout;
+        grid.fast.setLayout(layout);
+        grid.slow.layout = layout;
     }
 
     void empty() {
@@ -196,7 +197,7 @@ private:
             if (row != grid.slow.rowAt(grid.slow.visualOf(visual))) return "a visual row differs";
         }
         if (!(grid.fast.native == grid.slowNative)) return "selection, focus, mark or native count differ";
-        const RECT fast = grid.fast.dirty.rect();
+        const RECT fast = grid.fast.dirtyRect();
         const RECT slow = grid.slow.dirty;
         if (fast.left != slow.left || fast.top != slow.top || fast.right != slow.right || fast.bottom != slow.bottom)
             return "the dirty rectangles differ";

@@ -203,7 +203,7 @@ TEST(RowStore, EveryOperationMarksTheRowsOfTheTable) {
         harness.layout.visible = true;
         grid.run(steps.words);
         EXPECT_EQ(harness.dirty.hasNews(), steps.firstRow != -1);
-        const RECT rect = harness.dirty.rect();
+        const RECT rect = harness.dirtyRect();
         if (steps.firstRow == -1) continue;
         EXPECT_EQ(rect.top, (steps.firstRow - steps.topIndex) * 10);
         EXPECT_EQ(rect.bottom, (steps.lastRow + 1 - steps.topIndex) * 10);

@@ -59,6 +59,15 @@ public:
         markDirty(change);
     }
 
+    void setLayout(const RowLayout& next) {
+        dirty.fold(layout);
+        layout = next;
+    }
+    RECT dirtyRect() const {
+        DirtyArea copy = dirty;
+        return copy.flush(layout);
+    }
+
     RowStore store;
     PretendedControl native;
     RowLayout layout;
