@@ -141,10 +141,15 @@ void NativeList::readVisibility() {
     m_layout.visible = ::IsWindowVisible(m_list.m_hWnd) != FALSE;
 }
 
+// The control walks row by row to the next selected one: not behind the last, and not at all when none is selected.
 void NativeList::collectSelected(std::vector<int>& rows) {
     rows.clear();
-    for (int visual = nextItem(-1, LVNI_SELECTED); visual != -1; visual = nextItem(visual, LVNI_SELECTED))
+    const auto count = static_cast<std::size_t>(send(LVM_GETSELECTEDCOUNT));
+    for (int visual = -1; rows.size() < count;) {
+        visual = nextItem(visual, LVNI_SELECTED);
+        if (visual == -1) break;
         rows.push_back(visual);
+    }
 }
 
 void NativeList::clearSelection(const std::vector<int>& selected) {
