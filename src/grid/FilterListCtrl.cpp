@@ -9,21 +9,21 @@
 IMPLEMENT_DYNAMIC(CFilterListCtrl, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CFilterListCtrl, CCommonListCtrl)
-// Life
-ON_WM_CREATE()
-ON_WM_DESTROY()
-ON_WM_TIMER()
-// Focus
-ON_WM_SETFOCUS()
-ON_WM_KILLFOCUS()
-// Painting
-ON_WM_ERASEBKGND()
-ON_WM_MEASUREITEM_REFLECT()
-ON_NOTIFY_REFLECT_EX(NM_CUSTOMDRAW, &CFilterListCtrl::OnNMCustomdraw)
-// What the control asks. The second is sent in either form, whatever the control was created with.
-ON_NOTIFY_REFLECT(LVN_GETDISPINFOA, &CFilterListCtrl::OnLvnGetdispinfo)
-ON_NOTIFY_REFLECT(LVN_ODFINDITEMA, &CFilterListCtrl::OnLvnOdfinditem)
-ON_NOTIFY_REFLECT(LVN_ODFINDITEMW, &CFilterListCtrl::OnLvnOdfinditem)
+    // Life
+    ON_WM_CREATE()
+    ON_WM_DESTROY()
+    ON_WM_TIMER()
+    // Focus
+    ON_WM_SETFOCUS()
+    ON_WM_KILLFOCUS()
+    // Painting
+    ON_WM_ERASEBKGND()
+    ON_WM_MEASUREITEM_REFLECT()
+    ON_NOTIFY_REFLECT_EX(NM_CUSTOMDRAW, &CFilterListCtrl::OnNMCustomdraw)
+    // What the control asks. The second is sent in either form, whatever the control was created with.
+    ON_NOTIFY_REFLECT(LVN_GETDISPINFOA, &CFilterListCtrl::OnLvnGetdispinfo)
+    ON_NOTIFY_REFLECT(LVN_ODFINDITEMA, &CFilterListCtrl::OnLvnOdfinditem)
+    ON_NOTIFY_REFLECT(LVN_ODFINDITEMW, &CFilterListCtrl::OnLvnOdfinditem)
 END_MESSAGE_MAP()
 
 CArray<CFilterListCtrl*, CFilterListCtrl*> CFilterListCtrl::g_OptiDataFilterLists;

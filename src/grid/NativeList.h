@@ -36,9 +36,7 @@ public:
         return m_layout;
     }
     // The record as it was read last, if nothing has happened since; else null.
-    const RowLayout* layoutInForce() const {
-        return m_layoutIsStale || m_visibilityIsStale ? nullptr : &m_layout;
-    }
+    const RowLayout* layoutInForce() const { return m_layoutIsStale || m_visibilityIsStale ? nullptr : &m_layout; }
     // Hiding a parent sends the list nothing: called once per batch.
     void forgetVisibility() { m_visibilityIsStale = true; }
 

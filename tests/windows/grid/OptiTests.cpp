@@ -286,35 +286,68 @@ TEST_F(Flush, OneTimerPerGridCarriesAllTicksOfItsTime) {
     EXPECT_FALSE(::KillTimer(grid, 4001)) << "one shot";
 }
 
-TEST_F(Flush, OnlyRowsOfTheDirtyRectangleAreAskedFor) {
-    CRect second, fourth;
-    grid.GetItemRect(1, &second, LVIR_BOUNDS);
-    grid.GetItemRect(3, &fourth, LVIR_BOUNDS);
-    CFilterListCtrl fresh;  // a rectangle only grows, so a grid without a past
-    createOpti(fresh);
-    std::vector<std::unique_ptr<Row>> rows;
-    for (const char* name : {"a", "b", "c", "d", "e"}) {
-        rows.push_back(std::make_unique<Row>(name));
-        fresh.AddRow(rows.back().get(), false);
+// Rectangles only grow, so each case has a grid without a past: filled while hidden.
+TEST_F(Flush, ATickMarksTheRowsThatChangedWhereTheyStand) {
+    struct Case {
+        const char* fact;
+        CSize scroll;
+        int first, last;
+    };
+    for (const Case& look : {Case{"at the top", {0, 0}, 1, 3}, Case{"after scrolling down", {0, 200}, 15, 16},
+                             Case{"after scrolling right", {40, 0}, 0, 0}}) {
+        SCOPED_TRACE(look.fact);
+        CFilterListCtrl fresh;
+        create(fresh, {{"name", 200}, {"other", 200}});
+        fresh.SetUseFilter(TRUE);
+        fresh.SetOptiDataMode(true);
+        fresh.ShowWindow(SW_HIDE);
+        for (int i = 0; i < 60; ++i) fresh.AddRow(row("row " + std::to_string(i)), false);
+        processEndofBatchUpdates();
+        fresh.ShowWindow(SW_SHOW);
+        fresh.UpdateWindow();
+        fresh.SendMessage(WM_NULL);
+        processEndofBatchUpdates();
+        fresh.Scroll(look.scroll);
+        fresh.UpdateWindow();
+        fresh.UpdateRow(row("row " + std::to_string(look.last)));
+        fresh.UpdateRow(row("row " + std::to_string(look.first)));
+        fresh.SendMessage(WM_TIMER, 4001);
+        CRect dirtyRect, client, header, first, last;
+        fresh.GetUpdateRect(&dirtyRect);
+        fresh.GetClientRect(&client);
+        fresh.GetItemRect(look.first, &first, LVIR_BOUNDS);
+        fresh.GetItemRect(look.last, &last, LVIR_BOUNDS);
+        EXPECT_EQ(dirtyRect, CRect(first.left, first.top, first.right, last.bottom) & client);
+        fresh.DeleteAllItems();
     }
-    fresh.ShowWindow(SW_HIDE);  // hidden: nothing becomes dirty
-    processEndofBatchUpdates();
-    fresh.ShowWindow(SW_SHOW);
-    pumpUntilIdle();
-    fresh.UpdateRow(rows[1].get());
-    fresh.UpdateRow(rows[3].get());
-    fresh.SendMessage(WM_TIMER, 4001);
-    CRect rect;
-    fresh.GetUpdateRect(&rect);
-    EXPECT_EQ(rect, CRect(second.left, second.top, second.right, fourth.bottom));
-    for (auto& freed : rows) fresh.DeleteRow(freed.get(), true);
 }
 
-// Hiding a parent sends the list nothing.
+// What changed before the list scrolled is repainted where it stood then.
+TEST_F(Flush, ATickBeforeAScrollMarksWhereTheRowStood) {
+    for (char name = '0'; name <= 'Z'; ++name) grid.AddRow(row({name}), false);
+    processEndofBatchUpdates();
+    grid.SendMessage(WM_TIMER, 4001);
+    pumpUntilIdle();
+    CRect before;
+    grid.GetItemRect(20, &before, LVIR_BOUNDS);  // below the page: outside of everything dirty so far
+    CRect client;
+    grid.GetClientRect(&client);
+    ASSERT_GT(before.top, client.bottom);
+    grid.UpdateRow(rowOf(grid.GetItemData(20)));
+    grid.Scroll(CSize(0, before.top - client.bottom / 2));
+    grid.SetWindowPos(nullptr, 0, 0, client.right, before.bottom + 50, SWP_NOMOVE | SWP_NOZORDER);
+    pumpUntilIdle();
+    grid.SendMessage(WM_TIMER, 4001);
+    CRect dirtyRect;
+    grid.GetUpdateRect(&dirtyRect);
+    EXPECT_EQ(dirtyRect.bottom, before.bottom);
+}
+
+// Hiding a parent sends the list nothing, and showing it again nothing but paint.
 TEST_F(Flush, ATickAfterAHiddenParentCameBackIsSeen) {
     owner.ShowWindow(SW_HIDE);
-    pumpUntilIdle();
-    grid.UpdateRow(row("a"));
+    grid.SendMessage(WM_NULL);
+    grid.UpdateRow(row("a"));  // finds the window hidden
     processEndofBatchUpdates();
     owner.ShowWindow(SW_SHOW);
     pumpUntilIdle();
