@@ -45,7 +45,6 @@ CBCGPVisualManager2007::Style CBCGPVisualManager2007::GetStyle() { return style2
 
 BEGIN_MESSAGE_MAP(CBCGPDialog, CDialog)
     ON_WM_DESTROY()
-    ON_WM_SHOWWINDOW()
     ON_REGISTERED_MESSAGE(BCGM_CHANGEVISUALMANAGER, &CBCGPDialog::OnChangeVisualManager)
 END_MESSAGE_MAP()
 
@@ -104,8 +103,6 @@ void CBCGPDialog::OnDestroy() {
     CDialog::OnDestroy();
 }
 
-void CBCGPDialog::OnShowWindow(BOOL bShow, UINT nStatus) { CDialog::OnShowWindow(bShow, nStatus); }
-
 LRESULT CBCGPDialog::OnChangeVisualManager(WPARAM, LPARAM) {
     if (IsWindowVisible()) RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     return 0;
@@ -155,11 +152,20 @@ LRESULT CBCGPDialogBar::OnSizeParent(WPARAM, LPARAM lParam) {
     GetWindowRect(&own);
     CRect place(layout.rect);
     switch (m_side) {
-        case CBRS_LEFT: layout.rect.left = place.right = place.left + own.Width(); break;
-        case CBRS_RIGHT: layout.rect.right = place.left = place.right - own.Width(); break;
-        case CBRS_TOP: layout.rect.top = place.bottom = place.top + own.Height(); break;
-        case CBRS_BOTTOM: layout.rect.bottom = place.top = place.bottom - own.Height(); break;
-        default: return 0;
+        case CBRS_LEFT:
+            layout.rect.left = place.right = place.left + own.Width();
+            break;
+        case CBRS_RIGHT:
+            layout.rect.right = place.left = place.right - own.Width();
+            break;
+        case CBRS_TOP:
+            layout.rect.top = place.bottom = place.top + own.Height();
+            break;
+        case CBRS_BOTTOM:
+            layout.rect.bottom = place.top = place.bottom - own.Height();
+            break;
+        default:
+            return 0;
     }
     if (layout.hDWP)
         layout.hDWP = ::DeferWindowPos(layout.hDWP, m_hWnd, nullptr, place.left, place.top, place.Width(),
@@ -185,8 +191,8 @@ CBCGPMiniFrameWnd::~CBCGPMiniFrameWnd() {
 
 BOOL CBCGPMiniFrameWnd::CreateEx(DWORD dwStyleEx, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
                                  CWnd* pParentWnd) {
-    const LPCSTR name = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
-                                            ::GetSysColorBrush(COLOR_BTNFACE));
+    const LPCSTR name =
+        AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW), ::GetSysColorBrush(COLOR_BTNFACE));
     return CWnd::CreateEx(dwStyleEx | WS_EX_TOOLWINDOW, name, lpszWindowName, dwStyle | WS_POPUP | WS_CAPTION, rect,
                           pParentWnd, 0);
 }

@@ -65,7 +65,6 @@ public:
 
 protected:
     afx_msg void OnDestroy();
-    afx_msg void OnShowWindow(BOOL bShow, UINT nStatus);
     afx_msg LRESULT OnChangeVisualManager(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
@@ -143,7 +142,8 @@ private:
 };
 
 // A message box under the theme's look; here the system's. Null caption: the application's name.
-QUOR_FRAMEWORK_API int BCGPMessageBox(HWND hwndOwner, LPCSTR lpszText, LPCSTR lpszCaption = nullptr, UINT uiFlags = MB_OK);
+QUOR_FRAMEWORK_API int BCGPMessageBox(HWND hwndOwner, LPCSTR lpszText, LPCSTR lpszCaption = nullptr,
+                                      UINT uiFlags = MB_OK);
 
 // Sides for bars.
 constexpr DWORD CBRS_ALIGN_LEFT = 0x1000;

@@ -86,9 +86,7 @@ void AfxSetMainWnd(CWnd* pMainWnd) { windowState().mainWindow = pMainWnd; }
 
 HINSTANCE AfxGetInstanceHandle() { return ::GetModuleHandleA(nullptr); }
 
-HINSTANCE AfxGetResourceHandle() {
-    return windowState().resources ? windowState().resources : AfxGetInstanceHandle();
-}
+HINSTANCE AfxGetResourceHandle() { return windowState().resources ? windowState().resources : AfxGetInstanceHandle(); }
 
 void AfxSetResourceHandle(HINSTANCE hInstance) { windowState().resources = hInstance; }
 

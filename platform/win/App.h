@@ -15,10 +15,9 @@ public:
     explicit CWinApp(LPCSTR lpszAppName = nullptr);
     ~CWinApp() override;
 
-    CWnd* m_pMainWnd = nullptr;      // its end ends the application: WM_QUIT is posted when it is destroyed
-    CWnd* m_pActiveWnd = nullptr;    // unused unless the application sets it
-    HINSTANCE m_hInstance = nullptr; // the executable
-    LPCSTR m_pszAppName = nullptr;   // caption of AfxMessageBox; the executable's name if none was given
+    CWnd* m_pMainWnd = nullptr;       // its end ends the application: WM_QUIT is posted when it is destroyed
+    HINSTANCE m_hInstance = nullptr;  // the executable
+    LPCSTR m_pszAppName = nullptr;    // caption of AfxMessageBox; the executable's name if none was given
     LPSTR m_lpCmdLine = nullptr;
     int m_nCmdShow = SW_SHOWNORMAL;
 

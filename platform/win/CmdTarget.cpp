@@ -18,7 +18,8 @@ namespace {
 const AFX_MSGMAP_ENTRY* findCommand(const AFX_MSGMAP* map, UINT message, UINT code, UINT id) {
     for (; map; map = map->baseMap ? map->baseMap() : nullptr)
         for (const AFX_MSGMAP_ENTRY* entry = map->entries; entry->thunk; ++entry)
-            if (entry->message == message && entry->code == code && entry->id <= id && id <= entry->lastId) return entry;
+            if (entry->message == message && entry->code == code && entry->id <= id && id <= entry->lastId)
+                return entry;
     return nullptr;
 }
 

@@ -64,9 +64,9 @@ constexpr int CN_UPDATE_COMMAND_UI = -1;
 // Added to the code of a message that a parent hands back to the child that caused it.
 constexpr UINT WM_REFLECT_BASE = 0xBC00;
 
-#define DECLARE_MESSAGE_MAP()                      \
-protected:                                         \
-    static const AFX_MSGMAP* GetThisMessageMap();  \
+#define DECLARE_MESSAGE_MAP()                     \
+protected:                                        \
+    static const AFX_MSGMAP* GetThisMessageMap(); \
     const AFX_MSGMAP* GetMessageMap() const override;
 
 // Command state: one menu item (or one control) whose handler is asked how it should look. Lives during the question.
@@ -75,12 +75,12 @@ public:
     CCmdUI();
     virtual ~CCmdUI();
 
-    UINT m_nID = 0;                // the command
-    UINT m_nIndex = 0;             // position in m_pMenu
-    UINT m_nIndexMax = 0;          // number of positions
-    CMenu* m_pMenu = nullptr;      // null for a control
-    CMenu* m_pSubMenu = nullptr;   // set when the item opens a menu
-    CWnd* m_pOther = nullptr;      // the control, null for a menu
+    UINT m_nID = 0;               // the command
+    UINT m_nIndex = 0;            // position in m_pMenu
+    UINT m_nIndexMax = 0;         // number of positions
+    CMenu* m_pMenu = nullptr;     // null for a control
+    CMenu* m_pSubMenu = nullptr;  // set when the item opens a menu
+    CWnd* m_pOther = nullptr;     // the control, null for a menu
 
     virtual void Enable(BOOL bOn = TRUE);
     virtual void SetCheck(int nCheck = 1);  // 0 off, 1 on, 2 undetermined (shown as on in a menu)
@@ -94,7 +94,6 @@ public:
 
     BOOL m_bEnableChanged = FALSE;
     BOOL m_bContinueRouting = FALSE;
-
 };
 
 // Base of CWnd and CWinApp: owns a message map and routes commands through it.

@@ -53,8 +53,10 @@ BOOL CDateTimeCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id)
 DWORD CDateTimeCtrl::GetTime(LPSYSTEMTIME time) const {
     return static_cast<DWORD>(send(this, DTM_GETSYSTEMTIME, 0, pointerParam(time)));
 }
+// Some systems refuse a null record even where it means nothing.
 BOOL CDateTimeCtrl::SetTime(LPSYSTEMTIME time) {
-    return call(this, DTM_SETSYSTEMTIME, time ? GDT_VALID : GDT_NONE, pointerParam(time));
+    SYSTEMTIME none{};
+    return call(this, DTM_SETSYSTEMTIME, time ? GDT_VALID : GDT_NONE, pointerParam(time ? time : &none));
 }
 BOOL CDateTimeCtrl::SetFormat(LPCTSTR format) { return call(this, DTM_SETFORMAT, 0, pointerParam(format)); }
 
@@ -120,7 +122,9 @@ BOOL CTabCtrl::DeleteItem(int index) { return call(this, TCM_DELETEITEM, index);
 BOOL CTabCtrl::DeleteAllItems() { return call(this, TCM_DELETEALLITEMS); }
 int CTabCtrl::GetCurSel() const { return call(this, TCM_GETCURSEL); }
 int CTabCtrl::SetCurSel(int index) { return call(this, TCM_SETCURSEL, index); }
-BOOL CTabCtrl::GetItemRect(int index, LPRECT rect) const { return call(this, TCM_GETITEMRECT, index, pointerParam(rect)); }
+BOOL CTabCtrl::GetItemRect(int index, LPRECT rect) const {
+    return call(this, TCM_GETITEMRECT, index, pointerParam(rect));
+}
 void CTabCtrl::AdjustRect(BOOL larger, LPRECT rect) { call(this, TCM_ADJUSTRECT, larger, pointerParam(rect)); }
 int CTabCtrl::HitTest(TCHITTESTINFO* info) const { return call(this, TCM_HITTEST, 0, pointerParam(info)); }
 CImageList* CTabCtrl::SetImageList(CImageList* list) {
@@ -158,9 +162,7 @@ CWnd* CSpinButtonCtrl::SetBuddy(CWnd* buddy) {
     const auto window = reinterpret_cast<WPARAM>(handleOf(buddy));
     return CWnd::FromHandle(reinterpret_cast<HWND>(send(this, UDM_SETBUDDY, window)));
 }
-CWnd* CSpinButtonCtrl::GetBuddy() const {
-    return CWnd::FromHandle(reinterpret_cast<HWND>(send(this, UDM_GETBUDDY)));
-}
+CWnd* CSpinButtonCtrl::GetBuddy() const { return CWnd::FromHandle(reinterpret_cast<HWND>(send(this, UDM_GETBUDDY))); }
 void CSpinButtonCtrl::SetRange(short lower, short upper) { SetRange32(lower, upper); }
 void CSpinButtonCtrl::SetRange32(int lower, int upper) { call(this, UDM_SETRANGE32, lower, upper); }
 void CSpinButtonCtrl::GetRange32(int& lower, int& upper) const {

@@ -1,4 +1,5 @@
 #include "platform/win/ControlsInternal.h"
+#include "platform/win/WndInternal.h"
 
 #include <algorithm>
 
@@ -18,6 +19,12 @@ std::vector<char> filterOf(LPCTSTR filter) {
     std::replace(result.begin(), result.end(), '|', '\0');
     result.insert(result.end(), 2, '\0');
     return result;
+}
+
+// What a window's handler threw while the dialog ran is thrown again.
+INT_PTR answer(BOOL chosen) {
+    quor::throwKeptException();
+    return chosen ? IDOK : IDCANCEL;
 }
 
 }  // namespace
@@ -43,7 +50,7 @@ CFileDialog::CFileDialog(BOOL open, LPCTSTR defaultExtension, LPCTSTR fileName, 
 INT_PTR CFileDialog::DoModal() {
     m_ofn.hwndOwner = ownerWindow();
     const BOOL chosen = m_open ? ::GetOpenFileName(&m_ofn) : ::GetSaveFileName(&m_ofn);
-    return chosen ? IDOK : IDCANCEL;
+    return answer(chosen);
 }
 
 CString CFileDialog::GetPathName() const { return CString(m_ofn.lpstrFile); }
@@ -108,7 +115,7 @@ COLORREF* CColorDialog::GetSavedCustomColors() {
 
 INT_PTR CColorDialog::DoModal() {
     m_cc.hwndOwner = ownerWindow();
-    return ::ChooseColor(&m_cc) ? IDOK : IDCANCEL;
+    return answer(::ChooseColor(&m_cc));
 }
 
 CFontDialog::CFontDialog(LPLOGFONT font, DWORD flags, CDC* printer, CWnd* parent) : CCommonDialog(parent) {
@@ -125,5 +132,5 @@ CFontDialog::CFontDialog(LPLOGFONT font, DWORD flags, CDC* printer, CWnd* parent
 
 INT_PTR CFontDialog::DoModal() {
     m_cf.hwndOwner = ownerWindow();
-    return ::ChooseFont(&m_cf) ? IDOK : IDCANCEL;
+    return answer(::ChooseFont(&m_cf));
 }

@@ -164,29 +164,19 @@ void CDC::Draw3dRect(int x, int y, int width, int height, COLORREF topLeft, COLO
     FillSolidRect(x, y + height - 1, width, 1, bottomRight);
 }
 
-CSize CDC::GetTextExtent(LPCTSTR text, int count) const {
-    CSize size(0, 0);
-    ::GetTextExtentPoint32(m_hDC, text, count, &size);
-    return size;
-}
-
 CClientDC::CClientDC(CWnd* window) : m_hWnd(handleOf(window)) { requireHandle(Attach(::GetDC(m_hWnd))); }
 
 CClientDC::~CClientDC() {
     if (m_hDC) ::ReleaseDC(m_hWnd, Detach());
 }
 
-CWindowDC::CWindowDC(CWnd* window) : m_hWnd(handleOf(window)) {
-    requireHandle(Attach(::GetWindowDC(m_hWnd)));
-}
+CWindowDC::CWindowDC(CWnd* window) : m_hWnd(handleOf(window)) { requireHandle(Attach(::GetWindowDC(m_hWnd))); }
 
 CWindowDC::~CWindowDC() {
     if (m_hDC) ::ReleaseDC(m_hWnd, Detach());
 }
 
-CPaintDC::CPaintDC(CWnd* window) : m_hWnd(handleOf(window)) {
-    requireHandle(Attach(::BeginPaint(m_hWnd, &m_ps)));
-}
+CPaintDC::CPaintDC(CWnd* window) : m_hWnd(handleOf(window)) { requireHandle(Attach(::BeginPaint(m_hWnd, &m_ps))); }
 
 CPaintDC::~CPaintDC() {
     ::EndPaint(m_hWnd, &m_ps);

@@ -1,12 +1,12 @@
-// Device contexts: CDC over any context, CClientDC, CWindowDC and CPaintDC for windows, and the two scopes that put back
-// what a drawing routine changed.
+// Device contexts: CDC over any context, CClientDC, CWindowDC and CPaintDC for windows, and the two scopes that put
+// back what a drawing routine changed.
 //
 // A CDC that created or was given a handle deletes it; the window contexts release theirs. FromHandle wraps a context
 // that somebody else owns (the hDC of a draw-item record) in a temporary object, valid until the pump is idle.
 // The window contexts throw the resource exception when the system has no context to give.
 // The calls are the system's own, inline and without allocation; "logical" coordinates are pixels unless a mapping mode
-// was set. Old objects that SelectObject returns are found as FromHandle finds them: prefer SelectScope, which keeps the
-// bare handle and cannot forget to put it back.
+// was set. Old objects that SelectObject returns are found as FromHandle finds them: prefer SelectScope, which keeps
+// the bare handle and cannot forget to put it back.
 #pragma once
 
 #include "platform/base/Export.h"
@@ -191,7 +191,11 @@ public:
     BOOL ExtTextOut(int x, int y, UINT options, LPCRECT rect, const CString& text, const INT* distances) {
         return ::ExtTextOut(m_hDC, x, y, options, rect, text, static_cast<UINT>(text.GetLength()), distances);
     }
-    CSize GetTextExtent(LPCTSTR text, int count) const;
+    CSize GetTextExtent(LPCTSTR text, int count) const {
+        CSize size(0, 0);
+        ::GetTextExtentPoint32(m_hDC, text, count, &size);
+        return size;
+    }
     CSize GetTextExtent(const CString& text) const { return GetTextExtent(text, text.GetLength()); }
     BOOL GetTextMetrics(LPTEXTMETRIC metrics) const { return ::GetTextMetrics(m_hDC, metrics); }
     int GetTextFace(int count, LPTSTR face) const { return ::GetTextFace(m_hDC, count, face); }
@@ -256,8 +260,9 @@ protected:
     HWND m_hWnd;
 };
 
-// Selects an object and puts the former one back at the end of the block. Selecting nothing (a null handle) does nothing.
-// Scopes on one context must end in the reverse order, as blocks do; the selected object must outlive its scope.
+// Selects an object and puts the former one back at the end of the block. Selecting nothing (a null handle) does
+// nothing. Scopes on one context must end in the reverse order, as blocks do; the selected object must outlive its
+// scope.
 class SelectScope {
 public:
     SelectScope(HDC dc, HGDIOBJ object) : m_hDC(dc), m_old(object ? ::SelectObject(dc, object) : nullptr) {}

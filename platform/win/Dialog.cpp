@@ -3,7 +3,6 @@
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
-    ON_WM_CTLCOLOR()
     ON_COMMAND(IDOK, &CDialog::OnOK)
     ON_COMMAND(IDCANCEL, &CDialog::OnCancel)
     ON_MESSAGE(WM_INITDIALOG, &CDialog::HandleInitDialog)
@@ -57,8 +56,8 @@ LPCDLGTEMPLATE quor::dialogTemplate(HINSTANCE module, LPCSTR name) {
 bool quor::createFromTemplate(CWnd& window, LPCDLGTEMPLATE dialogTemplate, CWnd* parent, HINSTANCE module) {
     if (!dialogTemplate || window.m_hWnd) return false;
     AfxHookWindowCreate(&window);
-    const HWND created = ::CreateDialogIndirectParamA(module, dialogTemplate, parent ? parent->m_hWnd : nullptr,
-                                                      &dialogProcedure, 0);
+    const HWND created =
+        ::CreateDialogIndirectParamA(module, dialogTemplate, parent ? parent->m_hWnd : nullptr, &dialogProcedure, 0);
     if (!AfxUnhookWindowCreate()) WindowCore::endWithoutWindow(window);
     throwKeptException();
     return created != nullptr;
@@ -150,10 +149,11 @@ private:
 }  // namespace
 
 INT_PTR CDialog::DoModal() {
-    const HINSTANCE module = m_lpDialogTemplate ? AfxGetResourceHandle()
-                                                : AfxFindResourceHandle(m_lpszTemplateName, RT_DIALOG);
-    const LPCDLGTEMPLATE dialogTemplate =
-        m_lpDialogTemplate || !m_lpszTemplateName ? m_lpDialogTemplate : quor::dialogTemplate(module, m_lpszTemplateName);
+    const HINSTANCE module =
+        m_lpDialogTemplate ? AfxGetResourceHandle() : AfxFindResourceHandle(m_lpszTemplateName, RT_DIALOG);
+    const LPCDLGTEMPLATE dialogTemplate = m_lpDialogTemplate || !m_lpszTemplateName
+                                              ? m_lpDialogTemplate
+                                              : quor::dialogTemplate(module, m_lpszTemplateName);
     if (!dialogTemplate || m_hWnd) return -1;
 
     ModalOwner owner(GetSafeOwner(m_pParentWnd));
@@ -213,8 +213,6 @@ void CDialog::OnOK() {
 }
 
 void CDialog::OnCancel() { EndDialog(IDCANCEL); }
-
-HBRUSH CDialog::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) { return CWnd::OnCtlColor(pDC, pWnd, nCtlColor); }
 
 void CDialog::GotoDlgCtrl(CWnd* pWndCtrl) {
     ::SendMessageA(m_hWnd, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(pWndCtrl->m_hWnd), 1);

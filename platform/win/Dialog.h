@@ -51,12 +51,10 @@ protected:
 
     afx_msg LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
     afx_msg LRESULT HandleSetFont(WPARAM wParam, LPARAM lParam);
-    afx_msg HBRUSH OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 
-    LPCSTR m_lpszTemplateName = nullptr;      // an id or a name
-    UINT m_nIDHelp = 0;
-    CWnd* m_pParentWnd = nullptr;             // for DoModal
+    LPCSTR m_lpszTemplateName = nullptr;  // an id or a name
+    CWnd* m_pParentWnd = nullptr;         // for DoModal
     LPCDLGTEMPLATE m_lpDialogTemplate = nullptr;
 
 private:
@@ -71,7 +69,7 @@ class QUOR_FRAMEWORK_API CDataExchange {
 public:
     CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate);
 
-    BOOL m_bSaveAndValidate;    // TRUE: from the controls to the members
+    BOOL m_bSaveAndValidate;  // TRUE: from the controls to the members
     CWnd* m_pDlgWnd;
     HWND m_hWndLastControl = nullptr;
     BOOL m_bEditLastControl = FALSE;

@@ -114,8 +114,8 @@ void DDX_Text(CDataExchange* pDX, int nIDC, long& value) {
 void DDX_Text(CDataExchange* pDX, int nIDC, double& value) {
     CString shown;
     shown.Format("%.15g", value);
-    exchangeNumber(pDX, nIDC, value, shown, [](const char* text, char** end) { return std::strtod(text, end); },
-                   wantsNumber);
+    exchangeNumber(
+        pDX, nIDC, value, shown, [](const char* text, char** end) { return std::strtod(text, end); }, wantsNumber);
 }
 
 void DDX_Check(CDataExchange* pDX, int nIDC, int& value) {

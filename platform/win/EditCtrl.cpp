@@ -66,9 +66,7 @@ int CEdit::LineLength(int line) const {
     const int index = line < 0 ? -1 : LineIndex(line);
     return static_cast<int>(send(this, EM_LINELENGTH, static_cast<WPARAM>(index)));
 }
-void CEdit::LineScroll(int lines, int characters) {
-    send(this, EM_LINESCROLL, static_cast<WPARAM>(characters), lines);
-}
+void CEdit::LineScroll(int lines, int characters) { send(this, EM_LINESCROLL, static_cast<WPARAM>(characters), lines); }
 int CEdit::GetFirstVisibleLine() const { return static_cast<int>(send(this, EM_GETFIRSTVISIBLELINE)); }
 void CEdit::GetRect(LPRECT rect) const { send(this, EM_GETRECT, 0, pointerParam(rect)); }
 void CEdit::SetRect(LPCRECT rect) { send(this, EM_SETRECT, 0, pointerParam(rect)); }

@@ -8,7 +8,6 @@ BEGIN_MESSAGE_MAP(CFrameWnd, CWnd)
     ON_WM_DESTROY()
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
-    ON_WM_ACTIVATE()
     ON_WM_ERASEBKGND()
     ON_WM_INITMENUPOPUP()
 END_MESSAGE_MAP()
@@ -82,8 +81,6 @@ BOOL CFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* 
     return AfxGetApp() && AfxGetApp()->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
 }
 
-BOOL CFrameWnd::OnCommand(WPARAM wParam, LPARAM lParam) { return CWnd::OnCommand(wParam, lParam); }
-
 void CFrameWnd::OnInitMenuPopup(CMenu* pMenu, UINT, BOOL bSysMenu) {
     if (bSysMenu) return;
     CCmdUI state;
@@ -124,7 +121,8 @@ CWnd* CFrameWnd::CreateView(CCreateContext* pContext, UINT nID) {
         delete object;
         return nullptr;
     }
-    if (!view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, CRect(0, 0, 0, 0), this, nID, pContext))
+    if (!view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, CRect(0, 0, 0, 0), this, nID,
+                      pContext))
         return nullptr;  // deleted itself
     return view;
 }
@@ -146,8 +144,8 @@ void CFrameWnd::ActivateFrame(int nCmdShow) {
 }
 
 void CFrameWnd::InitialUpdateFrame(BOOL bMakeVisible) {
-    if (!m_pViewActive) SetActiveView(dynamic_cast<CView*>(FromHandlePermanent(::GetDlgItem(m_hWnd, AFX_IDW_PANE_FIRST))),
-                                      FALSE);
+    if (!m_pViewActive)
+        SetActiveView(dynamic_cast<CView*>(FromHandlePermanent(::GetDlgItem(m_hWnd, AFX_IDW_PANE_FIRST))), FALSE);
     SendMessageToDescendants(WM_INITIALUPDATE, 0, 0, TRUE, TRUE);
     if (bMakeVisible) {
         ActivateFrame(AfxGetApp() && AfxGetApp()->m_pMainWnd == this ? AfxGetApp()->m_nCmdShow : -1);
@@ -183,10 +181,6 @@ void CFrameWnd::OnSetFocus(CWnd* pOldWnd) {
         m_pViewActive->SetFocus();
     else
         CWnd::OnSetFocus(pOldWnd);
-}
-
-void CFrameWnd::OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized) {
-    CWnd::OnActivate(nState, pWndOther, bMinimized);
 }
 
 // The view covers the client area; erasing it would flicker.

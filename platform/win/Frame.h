@@ -66,7 +66,6 @@ public:
 protected:
     // Makes the client: the context's view, unless overridden.
     virtual BOOL OnCreateClient(LPCREATESTRUCT lpcs, CCreateContext* pContext);
-    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     void PostNcDestroy() override;
 
     afx_msg int OnCreate(LPCREATESTRUCT lpcs);
@@ -74,7 +73,6 @@ protected:
     afx_msg void OnDestroy();
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnSetFocus(CWnd* pOldWnd);
-    afx_msg void OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized);
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnInitMenuPopup(CMenu* pMenu, UINT nIndex, BOOL bSysMenu);
     DECLARE_MESSAGE_MAP()
@@ -82,7 +80,4 @@ protected:
     BOOL m_bAutoMenuEnable = TRUE;  // items without a handler are disabled
     CString m_strTitle;
     CView* m_pViewActive = nullptr;
-
-private:
-    CRect m_layoutRect;  // client size of the last layout
 };

@@ -5,7 +5,8 @@
 // nothing and lives until the pump is next idle: use it at once and do not keep it. Objects and handles belong to the
 // thread that made them.
 //
-// When the system refuses to create a handle, constructors throw the resource exception and Create functions return FALSE.
+// When the system refuses to create a handle, constructors throw the resource exception and Create functions return
+// FALSE.
 #pragma once
 
 #include "platform/base/Export.h"

@@ -4,7 +4,8 @@ IMPLEMENT_DYNAMIC(CHeaderCtrl, CWnd)
 
 void registerCommonControls() {
     static const BOOL registered = [] {
-        const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
+        const INITCOMMONCONTROLSEX classes = {sizeof(classes),
+                                              ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
         return ::InitCommonControlsEx(&classes);
     }();
     static_cast<void>(registered);
@@ -82,13 +83,10 @@ int CHeaderCtrl::SetHotDivider(POINT point) {
     return static_cast<int>(send(this, HDM_SETHOTDIVIDER, TRUE, MAKELPARAM(point.x, point.y)));
 }
 
-int CHeaderCtrl::SetHotDivider(int index) {
-    return static_cast<int>(send(this, HDM_SETHOTDIVIDER, FALSE, index));
-}
+int CHeaderCtrl::SetHotDivider(int index) { return static_cast<int>(send(this, HDM_SETHOTDIVIDER, FALSE, index)); }
 
 int CHeaderCtrl::EditFilter(int column, BOOL discardChanges) {
-    return static_cast<int>(
-        send(this, HDM_EDITFILTER, static_cast<WPARAM>(column), MAKELPARAM(discardChanges, 0)));
+    return static_cast<int>(send(this, HDM_EDITFILTER, static_cast<WPARAM>(column), MAKELPARAM(discardChanges, 0)));
 }
 
 int CHeaderCtrl::ClearFilter(int column) {

@@ -1,9 +1,9 @@
 // The column header: items by index (order of insertion) or by order (place on screen), widths in pixels.
 //
-// A list's header exists from the list's creation on and reports to the list. A class that wants one object for it, with
-// its own window procedure, subclasses GetHeaderCtrl()->m_hWnd before the first column is inserted; from then on
-// CListCtrl::GetHeaderCtrl returns that object. Header notifications (HDN_...) reach the list's OnNotify, and may come in
-// their A or W form whatever the header was created with: handle both.
+// A list's header exists from the list's creation on and reports to the list. A class that wants one object for it,
+// with its own window procedure, subclasses GetHeaderCtrl()->m_hWnd before the first column is inserted; from then on
+// CListCtrl::GetHeaderCtrl returns that object. Header notifications (HDN_...) reach the list's OnNotify, and may come
+// in their A or W form whatever the header was created with: handle both.
 //
 // Like every control class of this framework it adds no data to CWnd, since GetDlgItem and the like hand out temporary
 // windows that are used through a pointer of the control's class.

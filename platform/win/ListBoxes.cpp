@@ -25,15 +25,22 @@ void readItem(const CWnd* window, UINT lengthMessage, UINT textMessage, int inde
 template <class Control>
 bool ownerDrawn(Control* control, UINT message, LPARAM lParam, LRESULT* result) {
     switch (message) {
-        case WM_DRAWITEM: control->DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam)); return true;
-        case WM_MEASUREITEM: control->MeasureItem(reinterpret_cast<LPMEASUREITEMSTRUCT>(lParam)); return true;
+        case WM_DRAWITEM:
+            control->DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam));
+            return true;
+        case WM_MEASUREITEM:
+            control->MeasureItem(reinterpret_cast<LPMEASUREITEMSTRUCT>(lParam));
+            return true;
         case WM_COMPAREITEM: {
             const int order = control->CompareItem(reinterpret_cast<LPCOMPAREITEMSTRUCT>(lParam));
             if (result) *result = order;
             return true;
         }
-        case WM_DELETEITEM: control->DeleteItem(reinterpret_cast<LPDELETEITEMSTRUCT>(lParam)); return true;
-        default: return false;
+        case WM_DELETEITEM:
+            control->DeleteItem(reinterpret_cast<LPDELETEITEMSTRUCT>(lParam));
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -51,7 +58,9 @@ int CComboBox::InsertString(int index, LPCTSTR text) { return call(this, CB_INSE
 int CComboBox::DeleteString(UINT index) { return call(this, CB_DELETESTRING, static_cast<int>(index)); }
 void CComboBox::ResetContent() { call(this, CB_RESETCONTENT); }
 int CComboBox::GetLBText(int index, LPTSTR text) const { return call(this, CB_GETLBTEXT, index, pointerParam(text)); }
-void CComboBox::GetLBText(int index, CString& text) const { readItem(this, CB_GETLBTEXTLEN, CB_GETLBTEXT, index, text); }
+void CComboBox::GetLBText(int index, CString& text) const {
+    readItem(this, CB_GETLBTEXTLEN, CB_GETLBTEXT, index, text);
+}
 int CComboBox::GetLBTextLen(int index) const { return call(this, CB_GETLBTEXTLEN, index); }
 int CComboBox::FindString(int after, LPCTSTR text) const {
     return call(this, CB_FINDSTRING, after, pointerParam(text));
@@ -71,7 +80,9 @@ BOOL CComboBox::SetEditSel(int start, int end) { return call(this, CB_SETEDITSEL
 BOOL CComboBox::LimitText(int characters) { return call(this, CB_LIMITTEXT, characters); }
 void CComboBox::ShowDropDown(BOOL show) { call(this, CB_SHOWDROPDOWN, show); }
 BOOL CComboBox::GetDroppedState() const { return call(this, CB_GETDROPPEDSTATE); }
-void CComboBox::GetDroppedControlRect(LPRECT rect) const { call(this, CB_GETDROPPEDCONTROLRECT, 0, pointerParam(rect)); }
+void CComboBox::GetDroppedControlRect(LPRECT rect) const {
+    call(this, CB_GETDROPPEDCONTROLRECT, 0, pointerParam(rect));
+}
 int CComboBox::GetDroppedWidth() const { return call(this, CB_GETDROPPEDWIDTH); }
 int CComboBox::SetDroppedWidth(UINT width) { return call(this, CB_SETDROPPEDWIDTH, static_cast<int>(width)); }
 int CComboBox::GetItemHeight(int index) const { return call(this, CB_GETITEMHEIGHT, index); }
@@ -129,12 +140,18 @@ int CListBox::SelItemRange(BOOL select, int first, int last) {
     return call(this, LB_SELITEMRANGE, select, MAKELPARAM(first, last));
 }
 int CListBox::GetCaretIndex() const { return call(this, LB_GETCARETINDEX); }
-int CListBox::SetCaretIndex(int index, BOOL scroll) { return call(this, LB_SETCARETINDEX, index, MAKELPARAM(scroll, 0)); }
+int CListBox::SetCaretIndex(int index, BOOL scroll) {
+    return call(this, LB_SETCARETINDEX, index, MAKELPARAM(scroll, 0));
+}
 int CListBox::GetTopIndex() const { return call(this, LB_GETTOPINDEX); }
 int CListBox::SetTopIndex(int index) { return call(this, LB_SETTOPINDEX, index); }
-int CListBox::GetItemRect(int index, LPRECT rect) const { return call(this, LB_GETITEMRECT, index, pointerParam(rect)); }
+int CListBox::GetItemRect(int index, LPRECT rect) const {
+    return call(this, LB_GETITEMRECT, index, pointerParam(rect));
+}
 int CListBox::GetItemHeight(int index) const { return call(this, LB_GETITEMHEIGHT, index); }
-int CListBox::SetItemHeight(int index, UINT height) { return call(this, LB_SETITEMHEIGHT, index, MAKELPARAM(height, 0)); }
+int CListBox::SetItemHeight(int index, UINT height) {
+    return call(this, LB_SETITEMHEIGHT, index, MAKELPARAM(height, 0));
+}
 
 UINT CListBox::ItemFromPoint(CPoint point, BOOL& outside) const {
     const LRESULT result = send(this, LB_ITEMFROMPOINT, 0, MAKELPARAM(point.x, point.y));

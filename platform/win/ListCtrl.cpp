@@ -56,18 +56,26 @@ BOOL CListCtrl::SetItem(int row, int subItem, UINT mask, LPCTSTR text, int image
 CString CListCtrl::GetItemText(int row, int subItem) const {
     CString text;
     for (int size = 128;; size *= 2) {
-        const int length = GetItemText(row, subItem, text.GetBuffer(size), size);
+        LPTSTR buffer = text.GetBuffer(size);
+        buffer[size] = '\0';
+        const int length = GetItemText(row, subItem, buffer, size);
         text.ReleaseBuffer(length);
         if (length < size - 1) return text;
     }
 }
 
+// Some systems leave a cut text without a terminator and count on behind the buffer.
 int CListCtrl::GetItemText(int row, int subItem, LPTSTR text, int length) const {
+    if (length <= 0) return 0;
     LVITEM item{};
     item.iSubItem = subItem;
     item.pszText = text;
     item.cchTextMax = length;
-    return intFrom(LVM_GETITEMTEXT, row, param(&item));
+    text[0] = '\0';
+    const int copied = intFrom(LVM_GETITEMTEXT, row, param(&item));
+    if (copied < length) return copied;
+    text[length - 1] = '\0';
+    return length - 1;
 }
 
 BOOL CListCtrl::SetItemText(int row, int subItem, LPCTSTR text) {

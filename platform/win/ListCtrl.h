@@ -1,6 +1,6 @@
 // The list view. Rows and columns count from 0; -1 stands for "none" in results and for "all rows" where the control
-// takes it. Widths and points are pixels of the client area. Texts are copied; a text pointer of LPSTR_TEXTCALLBACK makes
-// the control ask its parent (LVN_GETDISPINFO). Structures say by their mask what is read or written.
+// takes it. Widths and points are pixels of the client area. Texts are copied; a text pointer of LPSTR_TEXTCALLBACK
+// makes the control ask its parent (LVN_GETDISPINFO). Structures say by their mask what is read or written.
 //
 // The class adds no data to CWnd: a pointer from GetDlgItem may be used through it.
 #pragma once
@@ -74,7 +74,8 @@ public:
 
     // --- Selection --------------------------------------------------------------------------------------------------
     UINT GetSelectedCount() const { return static_cast<UINT>(send(LVM_GETSELECTEDCOUNT)); }
-    // Walks the selected rows from above: GetFirst gives null when none is selected; GetNext gives the row and moves on.
+    // Walks the selected rows from above: GetFirst gives null when none is selected; GetNext gives the row and moves
+    // on.
     POSITION GetFirstSelectedItemPosition() const;
     int GetNextSelectedItem(POSITION& position) const;
     // Where a range selection with Shift starts; setting returns the former mark.

@@ -1,6 +1,7 @@
 #include "platform/Framework.h"
 
 #include "platform/win/HandleMapInternal.h"
+#include "platform/win/WndInternal.h"
 
 IMPLEMENT_DYNCREATE(CMenu, CObject)
 
@@ -51,11 +52,15 @@ BOOL CMenu::DestroyMenu() { return m_hMenu ? ::DestroyMenu(Detach()) : FALSE; }
 BOOL CMenu::LoadMenu(LPCTSTR name) { return Attach(::LoadMenu(AfxFindResourceHandle(name, RT_MENU), name)); }
 
 BOOL CMenu::TrackPopupMenu(UINT flags, int x, int y, CWnd* owner, LPCRECT ignored) {
-    return ::TrackPopupMenu(m_hMenu, flags, x, y, 0, owner ? owner->m_hWnd : nullptr, ignored);
+    const BOOL result = ::TrackPopupMenu(m_hMenu, flags, x, y, 0, owner ? owner->m_hWnd : nullptr, ignored);
+    quor::throwKeptException();
+    return result;
 }
 
 BOOL CMenu::TrackPopupMenuEx(UINT flags, int x, int y, CWnd* owner, LPTPMPARAMS params) {
-    return ::TrackPopupMenuEx(m_hMenu, flags, x, y, owner ? owner->m_hWnd : nullptr, params);
+    const BOOL result = ::TrackPopupMenuEx(m_hMenu, flags, x, y, owner ? owner->m_hWnd : nullptr, params);
+    quor::throwKeptException();
+    return result;
 }
 
 int CMenu::GetMenuString(UINT item, CString& text, UINT flags) const {

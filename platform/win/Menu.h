@@ -1,6 +1,6 @@
 // Menus. An object owns its menu and destroys it with all its submenus; a menu that was given to a window, or a popup
-// that was appended to another menu, belongs to that one and must be detached. FromHandle and GetSubMenu wrap menus that
-// somebody else owns in temporary objects, valid until the pump is idle.
+// that was appended to another menu, belongs to that one and must be detached. FromHandle and GetSubMenu wrap menus
+// that somebody else owns in temporary objects, valid until the pump is idle.
 //
 // Items are addressed by command id (MF_BYCOMMAND) or by position from 0 (MF_BYPOSITION). What is not found is -1.
 #pragma once
@@ -35,7 +35,8 @@ public:
     BOOL LoadMenuIndirect(const void* menuTemplate) { return Attach(::LoadMenuIndirect(menuTemplate)); }
 
     // Shows the menu at a screen point and returns TRUE; with TPM_RETURNCMD the chosen command, 0 for none. The owner
-    // gets the menu's messages. `ignored` is unused by the system.
+    // gets the menu's messages; what its handlers throw meanwhile is thrown again here. `ignored` is unused by the
+    // system.
     BOOL TrackPopupMenu(UINT flags, int x, int y, CWnd* owner, LPCRECT ignored = nullptr);
     BOOL TrackPopupMenuEx(UINT flags, int x, int y, CWnd* owner, LPTPMPARAMS params);
 
@@ -53,11 +54,10 @@ public:
     BOOL DeleteMenu(UINT position, UINT flags) { return ::DeleteMenu(m_hMenu, position, flags); }
     BOOL RemoveMenu(UINT position, UINT flags) { return ::RemoveMenu(m_hMenu, position, flags); }
 
-    // The former state (MF_CHECKED or MF_ENABLED, MF_GRAYED, MF_DISABLED), -1 cast to unsigned if there is no such item.
+    // The former state (MF_CHECKED or MF_ENABLED, MF_GRAYED, MF_DISABLED), -1 cast to unsigned if there is no such
+    // item.
     UINT CheckMenuItem(UINT item, UINT check) { return ::CheckMenuItem(m_hMenu, item, check); }
-    UINT EnableMenuItem(UINT item, UINT enable) {
-        return static_cast<UINT>(::EnableMenuItem(m_hMenu, item, enable));
-    }
+    UINT EnableMenuItem(UINT item, UINT enable) { return static_cast<UINT>(::EnableMenuItem(m_hMenu, item, enable)); }
     BOOL CheckMenuRadioItem(UINT first, UINT last, UINT item, UINT flags) {
         return ::CheckMenuRadioItem(m_hMenu, first, last, item, flags);
     }

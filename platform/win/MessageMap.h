@@ -1,4 +1,4 @@
-// The macros of message maps, and the typed thunks behind them.
+// The macros of message maps. Their typed thunks are in MessageThunks.h.
 //
 //     BEGIN_MESSAGE_MAP(CPane, CWnd)
 //         ON_WM_SIZE()
@@ -10,360 +10,54 @@
 // another signature does not compile. Handlers may be protected: the map is a member of their class.
 #pragma once
 
-#include <tuple>
+#include "platform/win/MessageThunks.h"
 
-#include "platform/win/Wnd.h"
-
-class CScrollBar;
-
-#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                           \
-    const AFX_MSGMAP* theClass::GetMessageMap() const { return GetThisMessageMap(); }     \
-    const AFX_MSGMAP* theClass::GetThisMessageMap() {                                     \
-        using ThisClass [[maybe_unused]] = theClass;                                      \
-        using TheBaseClass = baseClass;                                                   \
+#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                        \
+    const AFX_MSGMAP* theClass::GetMessageMap() const { return GetThisMessageMap(); } \
+    const AFX_MSGMAP* theClass::GetThisMessageMap() {                                 \
+        using ThisClass [[maybe_unused]] = theClass;                                  \
+        using TheBaseClass = baseClass;                                               \
         static const AFX_MSGMAP_ENTRY entries[] = {
-#define END_MESSAGE_MAP()                                                            \
-    {0, 0, 0, 0, nullptr, nullptr} }                                                 \
-    ;                                                                                \
-    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries};       \
-    return &map;                                                                     \
+#define END_MESSAGE_MAP()                                                      \
+    { 0, 0, 0, 0, nullptr, nullptr }                                           \
+    }                                                                          \
+    ;                                                                          \
+    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries}; \
+    return &map;                                                               \
     }
-
-namespace quor {
-
-// --- From handles to objects: permanent where there is one, else temporary. ---------------------------------------
-QUOR_FRAMEWORK_API CDC* dcFromParam(WPARAM hdc);
-QUOR_FRAMEWORK_API CMenu* menuFromParam(WPARAM hmenu);
-QUOR_FRAMEWORK_API CScrollBar* scrollBarFromParam(LPARAM hwnd);
-inline CWnd* wndFromParam(LPARAM hwnd) { return CWnd::FromHandle(reinterpret_cast<HWND>(hwnd)); }
-inline CWnd* wndFromParam(WPARAM hwnd) { return CWnd::FromHandle(reinterpret_cast<HWND>(hwnd)); }
-QUOR_FRAMEWORK_API LRESULT brushResult(HBRUSH brush);
-
-// Picks the overload with this signature; the class is the one that declares the member, at or above the map's.
-template <class Signature>
-struct Pick;
-template <class R, class... Args>
-struct Pick<R(Args...)> {
-    template <class Class>
-    static constexpr auto of(R (Class::*member)(Args...)) {
-        return member;
-    }
-};
-
-// --- How a window message is unpacked: one struct for each shape. --------------------------------------------------
-inline int xOf(LPARAM lParam) { return static_cast<short>(LOWORD(lParam)); }
-inline int yOf(LPARAM lParam) { return static_cast<short>(HIWORD(lParam)); }
-inline CPoint pointOf(LPARAM lParam) { return CPoint(xOf(lParam), yOf(lParam)); }
-
-struct NoArgs {
-    using Signature = void();
-    static std::tuple<> unpack(const AFX_MSG_ARGS&) { return {}; }
-};
-struct BoolNoArgs : NoArgs {
-    using Signature = BOOL();
-};
-struct UintNoArgs : NoArgs {
-    using Signature = UINT();
-};
-struct CreateArgs {
-    using Signature = int(LPCREATESTRUCT);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(reinterpret_cast<LPCREATESTRUCT>(a.lParam)); }
-};
-struct NcCreateArgs : CreateArgs {
-    using Signature = BOOL(LPCREATESTRUCT);
-};
-struct SizeArgs {  // kind, width, height (or x, y for a move, without the first)
-    using Signature = void(UINT, int, int);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(a.wParam), static_cast<int>(LOWORD(a.lParam)),
-                          static_cast<int>(HIWORD(a.lParam)));
-    }
-};
-struct MoveArgs {
-    using Signature = void(int, int);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(xOf(a.lParam), yOf(a.lParam)); }
-};
-struct SideRectArgs {
-    using Signature = void(UINT, LPRECT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(a.wParam), reinterpret_cast<LPRECT>(a.lParam));
-    }
-};
-struct DcBoolArgs {
-    using Signature = BOOL(CDC*);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(dcFromParam(a.wParam)); }
-};
-struct TimerArgs {
-    using Signature = void(UINT_PTR);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(static_cast<UINT_PTR>(a.wParam)); }
-};
-struct WndWParamArgs {
-    using Signature = void(CWnd*);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(wndFromParam(a.wParam)); }
-};
-struct WndLParamArgs {
-    using Signature = void(CWnd*);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(wndFromParam(a.lParam)); }
-};
-struct ActivateArgs {
-    using Signature = void(UINT, CWnd*, BOOL);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(LOWORD(a.wParam)), wndFromParam(a.lParam),
-                          static_cast<BOOL>(HIWORD(a.wParam)));
-    }
-};
-struct ActivateAppArgs {
-    using Signature = void(BOOL, DWORD);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<BOOL>(a.wParam), static_cast<DWORD>(a.lParam));
-    }
-};
-struct MouseActivateArgs {
-    using Signature = int(CWnd*, UINT, UINT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(wndFromParam(a.wParam), static_cast<UINT>(LOWORD(a.lParam)),
-                          static_cast<UINT>(HIWORD(a.lParam)));
-    }
-};
-struct MouseArgs {
-    using Signature = void(UINT, CPoint);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(static_cast<UINT>(a.wParam), pointOf(a.lParam)); }
-};
-struct WheelArgs {
-    using Signature = BOOL(UINT, short, CPoint);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(LOWORD(a.wParam)), static_cast<short>(HIWORD(a.wParam)),
-                          pointOf(a.lParam));
-    }
-};
-struct KeyArgs {
-    using Signature = void(UINT, UINT, UINT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(a.wParam), static_cast<UINT>(LOWORD(a.lParam)),
-                          static_cast<UINT>(HIWORD(a.lParam)));
-    }
-};
-struct SysCommandArgs {
-    using Signature = void(UINT, LPARAM);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(static_cast<UINT>(a.wParam), a.lParam); }
-};
-struct ContextMenuArgs {
-    using Signature = void(CWnd*, CPoint);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(wndFromParam(a.wParam), pointOf(a.lParam)); }
-};
-struct ShowArgs {
-    using Signature = void(BOOL, UINT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<BOOL>(a.wParam), static_cast<UINT>(a.lParam));
-    }
-};
-struct BoolArgs {
-    using Signature = void(BOOL);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(static_cast<BOOL>(a.wParam)); }
-};
-struct NcActivateArgs : BoolArgs {
-    using Signature = BOOL(BOOL);
-};
-struct ScrollArgs {
-    using Signature = void(UINT, UINT, CScrollBar*);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(LOWORD(a.wParam)), static_cast<UINT>(HIWORD(a.wParam)),
-                          scrollBarFromParam(a.lParam));
-    }
-};
-struct ScrollReflectArgs {
-    using Signature = void(UINT, UINT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(LOWORD(a.wParam)), static_cast<UINT>(HIWORD(a.wParam)));
-    }
-};
-struct SetCursorArgs {
-    using Signature = BOOL(CWnd*, UINT, UINT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(wndFromParam(a.wParam), static_cast<UINT>(LOWORD(a.lParam)),
-                          static_cast<UINT>(HIWORD(a.lParam)));
-    }
-};
-struct NcHitTestArgs {
-    using Signature = LRESULT(CPoint);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(pointOf(a.lParam)); }
-};
-struct NcMouseArgs {
-    using Signature = void(UINT, CPoint);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(static_cast<UINT>(a.wParam), pointOf(a.lParam)); }
-};
-struct NcCalcSizeArgs {
-    using Signature = void(BOOL, NCCALCSIZE_PARAMS*);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<BOOL>(a.wParam), reinterpret_cast<NCCALCSIZE_PARAMS*>(a.lParam));
-    }
-};
-struct MinMaxArgs {
-    using Signature = void(MINMAXINFO*);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(reinterpret_cast<MINMAXINFO*>(a.lParam)); }
-};
-struct WindowPosArgs {
-    using Signature = void(WINDOWPOS*);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(reinterpret_cast<WINDOWPOS*>(a.lParam)); }
-};
-struct StyleArgs {
-    using Signature = void(int, LPSTYLESTRUCT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<int>(a.wParam), reinterpret_cast<LPSTYLESTRUCT>(a.lParam));
-    }
-};
-template <class Struct>
-struct ItemArgs {  // owner-drawn items, seen by the parent
-    using Signature = void(int, Struct*);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<int>(a.wParam), reinterpret_cast<Struct*>(a.lParam));
-    }
-};
-struct CompareArgs : ItemArgs<COMPAREITEMSTRUCT> {
-    using Signature = int(int, COMPAREITEMSTRUCT*);
-};
-template <class Struct, class Result = void>
-struct ItemReflectArgs {  // the same, seen by the control
-    using Signature = Result(Struct*);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(reinterpret_cast<Struct*>(a.lParam)); }
-};
-// All WM_CTLCOLOR messages are one to a map; `message` tells which.
-struct CtlColorArgs {
-    using Signature = HBRUSH(CDC*, CWnd*, UINT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(dcFromParam(a.wParam), wndFromParam(a.lParam), a.message - WM_CTLCOLORMSGBOX);
-    }
-};
-struct CtlColorReflectArgs {
-    using Signature = HBRUSH(CDC*, UINT);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(dcFromParam(a.wParam), a.message - WM_REFLECT_BASE - WM_CTLCOLORMSGBOX);
-    }
-};
-struct InitMenuPopupArgs {
-    using Signature = void(CMenu*, UINT, BOOL);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(menuFromParam(a.wParam), static_cast<UINT>(LOWORD(a.lParam)),
-                          static_cast<BOOL>(HIWORD(a.lParam)));
-    }
-};
-struct InitMenuArgs {
-    using Signature = void(CMenu*);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(menuFromParam(a.wParam)); }
-};
-struct ParentNotifyArgs {
-    using Signature = void(UINT, LPARAM);
-    static auto unpack(const AFX_MSG_ARGS& a) { return std::tuple(static_cast<UINT>(a.wParam), a.lParam); }
-};
-struct SettingArgs {
-    using Signature = void(UINT, LPCSTR);
-    static auto unpack(const AFX_MSG_ARGS& a) {
-        return std::tuple(static_cast<UINT>(a.wParam), reinterpret_cast<LPCSTR>(a.lParam));
-    }
-};
-inline LRESULT resultOf(HBRUSH brush) { return brushResult(brush); }
-template <class Number>
-LRESULT resultOf(Number number) {
-    return static_cast<LRESULT>(number);
-}
-
-// --- Thunks. ---------------------------------------------------------------------------------------------------------
-template <class Target, class Unpacker, auto Member>
-bool onWindowMessage(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    auto* self = static_cast<Target*>(target);
-    const auto call = [self](auto... values) { return (self->*Member)(values...); };
-    if constexpr (std::is_void_v<decltype(std::apply(call, Unpacker::unpack(args)))>) {
-        std::apply(call, Unpacker::unpack(args));
-        *args.result = 0;
-    } else {
-        *args.result = resultOf(std::apply(call, Unpacker::unpack(args)));
-    }
-    return true;
-}
-
-// A brush of null means: the parent's, or the default one.
-template <class Target, class Unpacker, auto Member>
-bool onReflectedColour(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    onWindowMessage<Target, Unpacker, Member>(target, args);
-    return *args.result != 0;
-}
-
-template <class Target, auto Member>
-bool onMessage(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    *args.result = (static_cast<Target*>(target)->*Member)(args.wParam, args.lParam);
-    return true;
-}
-template <class Target, auto Member>
-bool onCommand(CCmdTarget* target, AFX_MSG_ARGS&) {
-    (static_cast<Target*>(target)->*Member)();
-    return true;
-}
-template <class Target, auto Member>
-bool onCommandEx(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    return (static_cast<Target*>(target)->*Member)(args.id) != FALSE;
-}
-template <class Target, auto Member>
-bool onCommandRange(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    (static_cast<Target*>(target)->*Member)(args.id);
-    return true;
-}
-template <class Target, auto Member>
-bool onReflectedControlEx(CCmdTarget* target, AFX_MSG_ARGS&) {
-    return (static_cast<Target*>(target)->*Member)() != FALSE;
-}
-template <class Target, auto Member>
-bool onUpdateCommandUi(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    auto* ui = static_cast<CCmdUI*>(args.extra);
-    (static_cast<Target*>(target)->*Member)(ui);
-    const bool handled = !ui->m_bContinueRouting;
-    ui->m_bContinueRouting = FALSE;
-    return handled;
-}
-template <class Target, auto Member>
-bool onNotify(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    auto* notify = static_cast<AFX_NOTIFY*>(args.extra);
-    (static_cast<Target*>(target)->*Member)(notify->pNMHDR, notify->pResult);
-    return true;
-}
-template <class Target, auto Member>
-bool onNotifyEx(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    auto* notify = static_cast<AFX_NOTIFY*>(args.extra);
-    return (static_cast<Target*>(target)->*Member)(args.id, notify->pNMHDR, notify->pResult) != FALSE;
-}
-template <class Target, auto Member>
-bool onNotifyRange(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    auto* notify = static_cast<AFX_NOTIFY*>(args.extra);
-    (static_cast<Target*>(target)->*Member)(args.id, notify->pNMHDR, notify->pResult);
-    return true;
-}
-template <class Target, auto Member>
-bool onReflectedNotifyEx(CCmdTarget* target, AFX_MSG_ARGS& args) {
-    auto* notify = static_cast<AFX_NOTIFY*>(args.extra);
-    return (static_cast<Target*>(target)->*Member)(notify->pNMHDR, notify->pResult) != FALSE;
-}
-
-}  // namespace quor
 
 #define QUOR_CODE16(code) (static_cast<UINT>(static_cast<WORD>(static_cast<int>(code))))
 #define QUOR_THUNK(thunk, signature, member) (&quor::thunk<ThisClass, quor::Pick<signature>::of(member)>)
-#define QUOR_WM(message, unpacker, member) \
-    {message, 0, 0, 0, nullptr,            \
-     &quor::onWindowMessage<ThisClass, quor::unpacker, quor::Pick<quor::unpacker::Signature>::of(&ThisClass::member)>},
-#define QUOR_WM_ITEM(message, unpacker, structure, member) \
-    {message, 0, 0, 0, nullptr,                            \
-     &quor::onWindowMessage<ThisClass, quor::unpacker<structure>,                                    \
+#define QUOR_WM(message, unpacker, member)             \
+    {message,                                          \
+     0,                                                \
+     0,                                                \
+     0,                                                \
+     nullptr,                                          \
+     &quor::onWindowMessage<ThisClass, quor::unpacker, \
+                            quor::Pick<quor::unpacker::Signature>::of(&ThisClass::member)>},
+#define QUOR_WM_ITEM(message, unpacker, structure, member)        \
+    {message,                                                     \
+     0,                                                           \
+     0,                                                           \
+     0,                                                           \
+     nullptr,                                                     \
+     &quor::onWindowMessage<ThisClass, quor::unpacker<structure>, \
                             quor::Pick<quor::unpacker<structure>::Signature>::of(&ThisClass::member)>},
 
 // --- Messages by number, and registered messages: LRESULT f(WPARAM, LPARAM). -----------------------------------------
-#define ON_MESSAGE(message, member) \
-    {message, 0, 0, 0, nullptr, QUOR_THUNK(onMessage, LRESULT(WPARAM, LPARAM), member)},
+#define ON_MESSAGE(message, member) {message, 0, 0, 0, nullptr, QUOR_THUNK(onMessage, LRESULT(WPARAM, LPARAM), member)},
 // `variable` is a `const UINT` or `UINT` filled by RegisterWindowMessage; it may be filled after the map was built.
 #define ON_REGISTERED_MESSAGE(variable, member) \
     {0xC000, 0, 0, 0, &(variable), QUOR_THUNK(onMessage, LRESULT(WPARAM, LPARAM), member)},
 
 // --- Commands: void f(); range and EX forms take the id. -------------------------------------------------------------
 #define QUOR_COMMAND(code, first, last, thunk, signature, member) \
-    {WM_COMMAND, QUOR_CODE16(code), static_cast<UINT>(first), static_cast<UINT>(last), nullptr,      \
+    {WM_COMMAND,                                                  \
+     QUOR_CODE16(code),                                           \
+     static_cast<UINT>(first),                                    \
+     static_cast<UINT>(last),                                     \
+     nullptr,                                                     \
      QUOR_THUNK(thunk, signature, member)},
 #define ON_COMMAND(id, member) QUOR_COMMAND(CN_COMMAND, id, id, onCommand, void(), member)
 #define ON_COMMAND_EX(id, member) QUOR_COMMAND(CN_COMMAND, id, id, onCommandEx, BOOL(UINT), member)
@@ -375,8 +69,7 @@ bool onReflectedNotifyEx(CCmdTarget* target, AFX_MSG_ARGS& args) {
 
 // --- Control notifications: void f(). --------------------------------------------------------------------------------
 #define ON_CONTROL(code, id, member) QUOR_COMMAND(code, id, id, onCommand, void(), member)
-#define ON_CONTROL_RANGE(code, first, last, member) \
-    QUOR_COMMAND(code, first, last, onCommandRange, void(UINT), member)
+#define ON_CONTROL_RANGE(code, first, last, member) QUOR_COMMAND(code, first, last, onCommandRange, void(UINT), member)
 #define QUOR_REFLECTED(base, code, thunk, signature, member) \
     {WM_REFLECT_BASE + base, QUOR_CODE16(code), 0, 0, nullptr, QUOR_THUNK(thunk, signature, member)},
 #define ON_CONTROL_REFLECT(code, member) QUOR_REFLECTED(WM_COMMAND, code, onCommand, void(), member)
@@ -410,9 +103,14 @@ bool onReflectedNotifyEx(CCmdTarget* target, AFX_MSG_ARGS& args) {
 #define ON_CBN_SELENDOK(id, member) ON_CONTROL(CBN_SELENDOK, id, member)
 #define ON_CBN_SELENDCANCEL(id, member) ON_CONTROL(CBN_SELENDCANCEL, id, member)
 
-// --- WM_NOTIFY: void f(NMHDR*, LRESULT*). The EX forms return BOOL (FALSE goes on) and, but for reflection, take the id.
+// --- WM_NOTIFY: void f(NMHDR*, LRESULT*). The EX forms return BOOL (FALSE goes on) and, but for reflection, take the
+// id.
 #define QUOR_NOTIFY(code, first, last, thunk, signature, member) \
-    {WM_NOTIFY, QUOR_CODE16(code), static_cast<UINT>(first), static_cast<UINT>(last), nullptr,      \
+    {WM_NOTIFY,                                                  \
+     QUOR_CODE16(code),                                          \
+     static_cast<UINT>(first),                                   \
+     static_cast<UINT>(last),                                    \
+     nullptr,                                                    \
      QUOR_THUNK(thunk, signature, member)},
 #define ON_NOTIFY(code, id, member) QUOR_NOTIFY(code, id, id, onNotify, void(NMHDR*, LRESULT*), member)
 #define ON_NOTIFY_EX(code, id, member) QUOR_NOTIFY(code, id, id, onNotifyEx, BOOL(UINT, NMHDR*, LRESULT*), member)
@@ -488,6 +186,12 @@ bool onReflectedNotifyEx(CCmdTarget* target, AFX_MSG_ARGS& args) {
 #define ON_WM_STYLECHANGED() QUOR_WM(WM_STYLECHANGED, StyleArgs, OnStyleChanged)
 #define ON_WM_STYLECHANGING() QUOR_WM(WM_STYLECHANGING, StyleArgs, OnStyleChanging)
 #define ON_WM_SYSCOLORCHANGE() QUOR_WM(WM_SYSCOLORCHANGE, NoArgs, OnSysColorChange)
+// LRESULT OnThemeChanged().
+#define ON_WM_THEMECHANGED() QUOR_WM(WM_THEMECHANGED, ResultNoArgs, OnThemeChanged)
+#define ON_WM_CUT() QUOR_WM(WM_CUT, NoArgs, OnCut)
+#define ON_WM_COPY() QUOR_WM(WM_COPY, NoArgs, OnCopy)
+#define ON_WM_PASTE() QUOR_WM(WM_PASTE, NoArgs, OnPaste)
+#define ON_WM_CLEAR() QUOR_WM(WM_CLEAR, NoArgs, OnClear)
 #define ON_WM_SETTINGCHANGE() QUOR_WM(WM_SETTINGCHANGE, SettingArgs, OnSettingChange)
 #define ON_WM_INITMENU() QUOR_WM(WM_INITMENU, InitMenuArgs, OnInitMenu)
 #define ON_WM_INITMENUPOPUP() QUOR_WM(WM_INITMENUPOPUP, InitMenuPopupArgs, OnInitMenuPopup)
@@ -498,17 +202,20 @@ bool onReflectedNotifyEx(CCmdTarget* target, AFX_MSG_ARGS& args) {
 #define ON_WM_DELETEITEM() QUOR_WM_ITEM(WM_DELETEITEM, ItemArgs, DELETEITEMSTRUCT, OnDeleteItem)
 #define ON_WM_COMPAREITEM() QUOR_WM(WM_COMPAREITEM, CompareArgs, OnCompareItem)
 #define ON_WM_CTLCOLOR() QUOR_WM(WM_CTLCOLORMSGBOX, CtlColorArgs, OnCtlColor)
-// The control's side: void DrawItem(LPDRAWITEMSTRUCT), void MeasureItem(LPMEASUREITEMSTRUCT), HBRUSH CtlColor(CDC*, UINT)
-// (null: the parent decides), void HScroll(UINT, UINT), void VScroll(UINT, UINT).
-#define ON_WM_DRAWITEM_REFLECT() \
-    QUOR_WM_ITEM(WM_REFLECT_BASE + WM_DRAWITEM, ItemReflectArgs, DRAWITEMSTRUCT, DrawItem)
+// The control's side: void DrawItem(LPDRAWITEMSTRUCT), void MeasureItem(LPMEASUREITEMSTRUCT), HBRUSH CtlColor(CDC*,
+// UINT) (null: the parent decides), void HScroll(UINT, UINT), void VScroll(UINT, UINT).
+#define ON_WM_DRAWITEM_REFLECT() QUOR_WM_ITEM(WM_REFLECT_BASE + WM_DRAWITEM, ItemReflectArgs, DRAWITEMSTRUCT, DrawItem)
 #define ON_WM_MEASUREITEM_REFLECT() \
     QUOR_WM_ITEM(WM_REFLECT_BASE + WM_MEASUREITEM, ItemReflectArgs, MEASUREITEMSTRUCT, MeasureItem)
 #define ON_WM_DELETEITEM_REFLECT() \
     QUOR_WM_ITEM(WM_REFLECT_BASE + WM_DELETEITEM, ItemReflectArgs, DELETEITEMSTRUCT, DeleteItem)
 #define ON_WM_HSCROLL_REFLECT() QUOR_WM(WM_REFLECT_BASE + WM_HSCROLL, ScrollReflectArgs, HScroll)
 #define ON_WM_VSCROLL_REFLECT() QUOR_WM(WM_REFLECT_BASE + WM_VSCROLL, ScrollReflectArgs, VScroll)
-#define ON_WM_CTLCOLOR_REFLECT()                                 \
-    {WM_REFLECT_BASE + WM_CTLCOLORMSGBOX, 0, 0, 0, nullptr,      \
+#define ON_WM_CTLCOLOR_REFLECT()                                    \
+    {WM_REFLECT_BASE + WM_CTLCOLORMSGBOX,                           \
+     0,                                                             \
+     0,                                                             \
+     0,                                                             \
+     nullptr,                                                       \
      &quor::onReflectedColour<ThisClass, quor::CtlColorReflectArgs, \
                               quor::Pick<quor::CtlColorReflectArgs::Signature>::of(&ThisClass::CtlColor)>},

@@ -1,6 +1,6 @@
 // The system's own controls: static, button, edit, combo box, list box, scroll bar. Indexes and positions count from 0,
-// -1 (CB_ERR, LB_ERR) is "none". Each call is one message; the classes add no data to CWnd, so a pointer from GetDlgItem
-// may be used through them. The DrawItem and similar virtuals serve owner-drawn styles and do nothing here.
+// -1 (CB_ERR, LB_ERR) is "none". Each call is one message; the classes add no data to CWnd, so a pointer from
+// GetDlgItem may be used through them. The DrawItem and similar virtuals serve owner-drawn styles and do nothing here.
 #pragma once
 
 #include "platform/base/Strings.h"
@@ -101,8 +101,8 @@ public:
     // A grey text shown while the field is empty; needs the common controls of version 6, else FALSE.
     BOOL SetCueBanner(LPCWSTR text, BOOL drawFocused = FALSE);
     BOOL GetCueBanner(LPWSTR text, int maxLength) const;
-    // A balloon under the field, TTI_... as icon. FALSE where the system's edit control has none: the message is sent to
-    // this window, so a class that offers a balloon of its own takes EM_SHOWBALLOONTIP and EM_HIDEBALLOONTIP there.
+    // A balloon under the field, TTI_... as icon. FALSE where the system's edit control has none: the message is sent
+    // to this window, so a class that offers a balloon of its own takes EM_SHOWBALLOONTIP and EM_HIDEBALLOONTIP there.
     BOOL ShowBalloonTip(PEDITBALLOONTIP tip);
     BOOL ShowBalloonTip(LPCWSTR title, LPCWSTR text, INT icon = TTI_NONE);
     BOOL HideBalloonTip();

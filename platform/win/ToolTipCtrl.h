@@ -2,7 +2,8 @@
 // shows while mouse messages of the tool's window are relayed to it.
 //
 // Tools are described with the oldest form of the record, since the newer ones are refused by some versions of the
-// common controls. Texts are copied; LPSTR_TEXTCALLBACK asks the window (TTN_NEEDTEXT, in the W form for Unicode windows).
+// common controls. Texts are copied; LPSTR_TEXTCALLBACK asks the window (TTN_NEEDTEXT, in the W form for Unicode
+// windows).
 #pragma once
 
 #include "platform/base/Strings.h"
@@ -28,7 +29,8 @@ public:
     void UpdateTipText(UINT textId, CWnd* window, UINT_PTR id = 0);
     // The tool's text; cut at 1023 characters.
     void GetText(CString& text, CWnd* window, UINT_PTR id = 0) const;
-    // Fills `info` (cbSize is set here; lpszText points to the caller's buffer or is null). FALSE if there is no such tool.
+    // Fills `info` (cbSize is set here; lpszText points to the caller's buffer or is null). FALSE if there is no such
+    // tool.
     BOOL GetToolInfo(TOOLINFO& info, CWnd* window, UINT_PTR id = 0) const;
     void SetToolInfo(LPTOOLINFO info);
     BOOL HitTest(CWnd* window, POINT point, LPTOOLINFO info) const;

@@ -1,7 +1,5 @@
 #include "platform/win/WndInternal.h"
 
-#include <cstring>
-
 IMPLEMENT_DYNAMIC(CView, CWnd)
 IMPLEMENT_DYNAMIC(CScrollView, CView)
 IMPLEMENT_DYNAMIC(CFormView, CScrollView)
@@ -9,7 +7,6 @@ IMPLEMENT_DYNAMIC(CFormView, CScrollView)
 // --- CView ---------------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CView, CWnd)
-    ON_WM_CREATE()
     ON_WM_DESTROY()
     ON_WM_PAINT()
     ON_WM_MOUSEACTIVATE()
@@ -30,10 +27,6 @@ void CView::OnInitialUpdate() { OnUpdate(nullptr, 0, nullptr); }
 void CView::OnUpdate(CView*, LPARAM, CObject*) { Invalidate(); }
 void CView::OnPrepareDC(CDC*) {}
 
-BOOL CView::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) {
-    return CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
-}
-
 void CView::OnActivateView(BOOL bActivate, CView*, CView*) {
     const HWND focus = ::GetFocus();
     const bool hasFocus = focus && (focus == m_hWnd || ::IsChild(m_hWnd, focus));
@@ -41,8 +34,6 @@ void CView::OnActivateView(BOOL bActivate, CView*, CView*) {
 }
 
 void CView::PostNcDestroy() { delete this; }
-
-int CView::OnCreate(LPCREATESTRUCT lpcs) { return CWnd::OnCreate(lpcs); }
 
 void CView::OnDestroy() {
     CFrameWnd* frame = GetParentFrame();
@@ -132,15 +123,30 @@ void CScrollView::scrollBy(int bar, int code) {
     const int page = std::max(1, static_cast<int>(horizontal ? m_page.cx : m_page.cy));
     int position = info.nPos;
     switch (code) {
-        case SB_TOP: position = info.nMin; break;
-        case SB_BOTTOM: position = info.nMax; break;
-        case SB_LINEUP: position -= line; break;
-        case SB_LINEDOWN: position += line; break;
-        case SB_PAGEUP: position -= page; break;
-        case SB_PAGEDOWN: position += page; break;
+        case SB_TOP:
+            position = info.nMin;
+            break;
+        case SB_BOTTOM:
+            position = info.nMax;
+            break;
+        case SB_LINEUP:
+            position -= line;
+            break;
+        case SB_LINEDOWN:
+            position += line;
+            break;
+        case SB_PAGEUP:
+            position -= page;
+            break;
+        case SB_PAGEDOWN:
+            position += page;
+            break;
         case SB_THUMBTRACK:
-        case SB_THUMBPOSITION: position = info.nTrackPos; break;
-        default: return;
+        case SB_THUMBPOSITION:
+            position = info.nTrackPos;
+            break;
+        default:
+            return;
     }
     CPoint target = GetScrollPosition();
     (horizontal ? target.x : target.y) = position;
@@ -169,10 +175,6 @@ BOOL CScrollView::OnMouseWheel(UINT nFlags, short zDelta, CPoint pt) {
 
 // --- CFormView -----------------------------------------------------------------------------------------------------
 
-BEGIN_MESSAGE_MAP(CFormView, CScrollView)
-    ON_WM_CREATE()
-END_MESSAGE_MAP()
-
 CFormView::CFormView(LPCSTR lpszTemplateName) : m_lpszTemplateName(lpszTemplateName) {}
 CFormView::CFormView(UINT nIDTemplate) : m_lpszTemplateName(MAKEINTRESOURCEA(nIDTemplate)) {}
 CFormView::~CFormView() = default;
@@ -193,8 +195,6 @@ BOOL CFormView::Create(LPCSTR, LPCSTR lpszWindowName, DWORD dwStyle, const RECT&
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED | (dwStyle & WS_VISIBLE ? SWP_SHOWWINDOW : 0u));
     return TRUE;
 }
-
-int CFormView::OnCreate(LPCREATESTRUCT lpcs) { return CScrollView::OnCreate(lpcs); }
 
 void CFormView::OnDraw(CDC*) {}
 

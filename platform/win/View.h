@@ -17,7 +17,6 @@ public:
     // Something that the view shows has changed; invalidates all unless overridden.
     virtual void OnUpdate(CView* pSender, LPARAM lHint, CObject* pHint);
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
-    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
 
 protected:
     CView();
@@ -28,7 +27,6 @@ protected:
     virtual void OnActivateView(BOOL bActivate, CView* pActivateView, CView* pDeactiveView);
     void PostNcDestroy() override;
 
-    afx_msg int OnCreate(LPCREATESTRUCT lpcs);
     afx_msg void OnDestroy();
     afx_msg void OnPaint();
     afx_msg int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
@@ -75,8 +73,8 @@ private:
 class QUOR_FRAMEWORK_API CFormView : public CScrollView {
     DECLARE_DYNAMIC(CFormView)
 public:
-    BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID,
-                CCreateContext* pContext = nullptr) override;
+    BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
+                UINT nID, CCreateContext* pContext = nullptr) override;
     BOOL PreTranslateMessage(MSG* pMsg) override;
     // UpdateData(FALSE), then the base.
     void OnInitialUpdate() override;
@@ -86,9 +84,6 @@ protected:
     explicit CFormView(UINT nIDTemplate);
     ~CFormView() override;
     void OnDraw(CDC* pDC) override;
-
-    afx_msg int OnCreate(LPCREATESTRUCT lpcs);
-    DECLARE_MESSAGE_MAP()
 
     LPCSTR m_lpszTemplateName = nullptr;  // an id or a name; null: empty
 };

@@ -100,7 +100,8 @@ bool quorCaptureClientArea(HWND window, WindowPicture& picture) {
     const auto* const first = static_cast<const std::uint32_t*>(bits);
     picture.width = client.right;
     picture.height = client.bottom;
-    picture.pixels.assign(first, first + static_cast<std::size_t>(client.right) * static_cast<std::size_t>(client.bottom));
+    picture.pixels.assign(first,
+                          first + static_cast<std::size_t>(client.right) * static_cast<std::size_t>(client.bottom));
     for (std::uint32_t& pixel : picture.pixels) pixel |= 0xFF000000u;
     return true;
 }

@@ -5,8 +5,8 @@
 
 IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
 
-using quor::windowState;
 using quor::WindowCore;
+using quor::windowState;
 
 quor::WindowState& quor::windowState() {
     static WindowState& state = *new WindowState;
@@ -14,7 +14,6 @@ quor::WindowState& quor::windowState() {
 }
 
 BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
-    ON_WM_DESTROY()
     ON_WM_NCDESTROY()
     ON_WM_PARENTNOTIFY()
     ON_WM_HSCROLL()
@@ -149,8 +148,7 @@ public:
 
 void AfxHookWindowCreate(CWnd* pWnd) {
     auto& state = windowState();
-    if (!state.createHook)
-        state.createHook = ::SetWindowsHookExA(WH_CBT, &createHook, nullptr, ::GetCurrentThreadId());
+    if (!state.createHook) state.createHook = ::SetWindowsHookExA(WH_CBT, &createHook, nullptr, ::GetCurrentThreadId());
     if (!state.createHook) AfxThrowResourceException();
     state.hooked = pWnd;
 }
@@ -162,8 +160,8 @@ BOOL AfxUnhookWindowCreate() {
 }
 
 BOOL CWnd::PreCreateWindow(CREATESTRUCT& cs) {
-    if (!cs.lpszClass) cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW,
-                                                          ::LoadCursorA(nullptr, IDC_ARROW));
+    if (!cs.lpszClass)
+        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW, ::LoadCursorA(nullptr, IDC_ARROW));
     return TRUE;
 }
 
@@ -221,8 +219,6 @@ BOOL CWnd::DestroyWindow() {
 }
 
 void CWnd::PostNcDestroy() {}
-
-void CWnd::OnDestroy() { Default(); }
 
 void CWnd::OnNcDestroy() {
     auto& state = windowState();
@@ -439,8 +435,8 @@ void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam, 
     for (HWND child = ::GetTopWindow(m_hWnd); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         CWnd* object = FromHandlePermanent(child);
         if (object || !bOnlyPerm) ::SendMessageA(child, message, wParam, lParam);
-        if (bDeep && ::GetTopWindow(child)) FromHandle(child)->SendMessageToDescendants(message, wParam, lParam, bDeep,
-                                                                                       bOnlyPerm);
+        if (bDeep && ::GetTopWindow(child))
+            FromHandle(child)->SendMessageToDescendants(message, wParam, lParam, bDeep, bOnlyPerm);
     }
     quor::throwKeptException();
 }

@@ -1,15 +1,15 @@
 // CWnd: a C++ object for a window, the base of every control, dialog, view and frame.
 //
-// Attached objects are permanent: one object to a handle, found by FromHandlePermanent, FromHandle, GetParent, GetOwner.
-// For a foreign handle FromHandle makes a temporary object, valid until the message loop is idle again: use it at once,
-// never keep it. An object attaches inside CreateWindow, before the window's first message (a hook), or by
+// Attached objects are permanent: one object to a handle, found by FromHandlePermanent, FromHandle, GetParent,
+// GetOwner. For a foreign handle FromHandle makes a temporary object, valid until the message loop is idle again: use
+// it at once, never keep it. An object attaches inside CreateWindow, before the window's first message (a hook), or by
 // SubclassWindow/SubclassDlgItem; then every message runs through WindowProc:
 //
 //     WindowProc -> OnWndMsg -> OnCommand | OnNotify | message map -> DefWindowProc (the control's own procedure)
 //
 // A parent offers WM_NOTIFY and WM_COMMAND to the control that sent them first (OnChildNotify). WM_DRAWITEM,
-// WM_MEASUREITEM, WM_COMPAREITEM, WM_DELETEITEM, WM_HSCROLL, WM_VSCROLL and WM_CTLCOLOR go to the parent's own map first;
-// the handlers of CWnd (OnDrawItem and so on) hand them to the control.
+// WM_MEASUREITEM, WM_COMPAREITEM, WM_DELETEITEM, WM_HSCROLL, WM_VSCROLL and WM_CTLCOLOR go to the parent's own map
+// first; the handlers of CWnd (OnDrawItem and so on) hand them to the control.
 //
 // A destructor destroys the window that is still attached. One GUI thread: nothing here is locked. An exception that
 // leaves a handler cannot cross the system's frames: it is kept and thrown again from the CWnd call, or the turn of the
@@ -61,8 +61,8 @@ constexpr UINT AFX_IDW_PANE_LAST = 0xE9FF;
 
 // A window class with these attributes and the system's default procedure, registered at first use; the name is kept
 // for the life of the process. Throws CResourceException if the class cannot be registered.
-QUOR_FRAMEWORK_API LPCSTR AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor = nullptr, HBRUSH hbrBackground = nullptr,
-                                              HICON hIcon = nullptr);
+QUOR_FRAMEWORK_API LPCSTR AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor = nullptr,
+                                              HBRUSH hbrBackground = nullptr, HICON hIcon = nullptr);
 // Registers a class and remembers it; TRUE also if it is registered already.
 QUOR_FRAMEWORK_API BOOL AfxRegisterClass(WNDCLASSA* lpWndClass);
 // The next window created on this thread is `pWnd`'s. Unhook says whether it took its window.
@@ -178,9 +178,13 @@ public:
     BOOL SetWindowPlacement(const WINDOWPLACEMENT* lpwndpl) { return ::SetWindowPlacement(m_hWnd, lpwndpl); }
     int SetWindowRgn(HRGN hRgn, BOOL bRedraw) { return ::SetWindowRgn(m_hWnd, hRgn, bRedraw); }
     void ClientToScreen(LPPOINT lpPoint) const { ::ClientToScreen(m_hWnd, lpPoint); }
-    void ClientToScreen(LPRECT lpRect) const { ::MapWindowPoints(m_hWnd, nullptr, reinterpret_cast<POINT*>(lpRect), 2); }
+    void ClientToScreen(LPRECT lpRect) const {
+        ::MapWindowPoints(m_hWnd, nullptr, reinterpret_cast<POINT*>(lpRect), 2);
+    }
     void ScreenToClient(LPPOINT lpPoint) const { ::ScreenToClient(m_hWnd, lpPoint); }
-    void ScreenToClient(LPRECT lpRect) const { ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(lpRect), 2); }
+    void ScreenToClient(LPRECT lpRect) const {
+        ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(lpRect), 2);
+    }
     void MapWindowPoints(CWnd* pWndTo, LPPOINT lpPoint, UINT nCount) const;
     void MapWindowPoints(CWnd* pWndTo, LPRECT lpRect) const;
     // Over the given window, its owner (a popup) or its parent; the monitor's work area where there is neither.
@@ -339,7 +343,7 @@ protected:
     // --- Base handlers: default processing, unless said otherwise. ---
     afx_msg int OnCreate(LPCREATESTRUCT) { return static_cast<int>(Default()); }
     afx_msg BOOL OnNcCreate(LPCREATESTRUCT) { return static_cast<BOOL>(Default()); }
-    afx_msg void OnDestroy();
+    afx_msg void OnDestroy() { Default(); }
     // Detaches, gives the window its own procedure back, and calls PostNcDestroy as its last act.
     afx_msg void OnNcDestroy();
     afx_msg void OnClose() { Default(); }
@@ -413,11 +417,10 @@ protected:
 
     DECLARE_MESSAGE_MAP()
 
-    HWND m_hWndOwner = nullptr;      // set by SetOwner
-    WNDPROC m_pfnSuper = nullptr;    // the window's own procedure while attached; null: the system's default
+    HWND m_hWndOwner = nullptr;    // set by SetOwner
+    WNDPROC m_pfnSuper = nullptr;  // the window's own procedure while attached; null: the system's default
     int m_nModalResult = 0;
 
 private:
-    friend class CDialog;
     friend struct quor::WindowCore;
 };

@@ -297,8 +297,8 @@ void CWnd::RepositionBars(UINT nIDFirst, UINT nIDLast, UINT nIDLeftOver) {
     }
     const CRect rest(layout.rect);
     if (leftOver && layout.hDWP)
-        layout.hDWP = ::DeferWindowPos(layout.hDWP, leftOver, nullptr, rest.left, rest.top, rest.Width(),
-                                       rest.Height(), SWP_NOACTIVATE | SWP_NOZORDER);
+        layout.hDWP = ::DeferWindowPos(layout.hDWP, leftOver, nullptr, rest.left, rest.top, rest.Width(), rest.Height(),
+                                       SWP_NOACTIVATE | SWP_NOZORDER);
     if (layout.hDWP) ::EndDeferWindowPos(layout.hDWP);
     throwKeptException();
 }

@@ -22,15 +22,15 @@ struct WindowState {
     std::vector<Creation> creations;
     CWnd* hooked = nullptr;  // takes the next window that is created
     HHOOK createHook = nullptr;
-    MSG current = {};        // the message being handled
-    int depth = 0;           // window procedures and pumped messages under way
+    MSG current = {};  // the message being handled
+    int depth = 0;     // window procedures and pumped messages under way
     std::exception_ptr kept;
-    int keptDepth = 0;       // how deep the message was whose handler threw
+    int keptDepth = 0;           // how deep the message was whose handler threw
     CWnd* mainWindow = nullptr;  // without an application object
     CWinApp* app = nullptr;
     HINSTANCE resources = nullptr;
-    WPARAM exitCode = 0;     // of the last quit message
-    CWnd* tip = nullptr;     // the shared tool tip window, owned by itself
+    WPARAM exitCode = 0;  // of the last quit message
+    CWnd* tip = nullptr;  // the shared tool tip window, owned by itself
 };
 
 // Never destroyed: objects of other modules may detach after this module's statics are gone.
@@ -55,8 +55,8 @@ public:
 
 // Keeps an exception that leaves a message's handling until the call that sent the message can throw it again.
 void keepException(std::exception_ptr exception);
-// Throws the kept exception, if the message that it belongs to lies below the caller: a window that dies of an exception
-// must still get its last messages handled.
+// Throws the kept exception, if the message that it belongs to lies below the caller: a window that dies of an
+// exception must still get its last messages handled.
 void throwKeptException();
 
 // Offers a message to the control that caused it. False without a permanent object.

@@ -55,8 +55,8 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
 BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     auto* header = reinterpret_cast<NMHDR*>(lParam);
     if (quor::reflect(header->hwndFrom, WM_NOTIFY, wParam, lParam, pResult)) return TRUE;
-    const UINT id = header->hwndFrom ? static_cast<UINT>(::GetDlgCtrlID(header->hwndFrom))
-                                     : static_cast<UINT>(header->idFrom);
+    const UINT id =
+        header->hwndFrom ? static_cast<UINT>(::GetDlgCtrlID(header->hwndFrom)) : static_cast<UINT>(header->idFrom);
     AFX_NOTIFY notify = {pResult, header};
     return OnCmdMsg(id, MAKELONG(header->code, WM_NOTIFY), &notify, nullptr);
 }

@@ -56,9 +56,9 @@ TipWindow* tipFor(const CWnd& window) {
 bool isMouseMove(UINT message) { return message == WM_MOUSEMOVE || message == WM_NCMOUSEMOVE; }
 
 bool endsTip(UINT message) {
-    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN ||
-           message == WM_MBUTTONDOWN || message == WM_NCLBUTTONDOWN || message == WM_NCRBUTTONDOWN ||
-           message == WM_MOUSEWHEEL;
+    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_LBUTTONDOWN ||
+           message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN || message == WM_NCLBUTTONDOWN ||
+           message == WM_NCRBUTTONDOWN || message == WM_MOUSEWHEEL;
 }
 
 // The window nearest to the mouse that wants tips answers for the message.

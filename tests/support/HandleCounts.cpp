@@ -1,5 +1,5 @@
 // Wine's GetGuiResources always answers 0, so the objects are counted where they are listed: GDI objects in the table
-// that the process shares with the system, windows and menus by asking about every handle value.
+// that the process shares with the system, windows by enumeration, menus by asking about every handle value.
 #include "support/HandleCounts.h"
 
 #include "platform/Framework.h"
@@ -31,23 +31,43 @@ int gdiObjects() {
     return used;
 }
 
-bool isOwnWindow(HWND window) {
+BOOL CALLBACK countOwn(HWND window, LPARAM count) {
     DWORD process = 0;
-    return ::IsWindow(window) && ::GetWindowThreadProcessId(window, &process) && process == ::GetCurrentProcessId();
+    ::GetWindowThreadProcessId(window, &process);
+    *reinterpret_cast<int*>(count) += process == ::GetCurrentProcessId();
+    return TRUE;
+}
+
+BOOL CALLBACK countWithChildren(HWND window, LPARAM count) {
+    countOwn(window, count);
+    return ::EnumChildWindows(window, &countOwn, count), TRUE;
+}
+
+// Top-level windows with all below them, and windows that only take messages.
+int ownWindows() {
+    int count = 0;
+    ::EnumWindows(&countWithChildren, reinterpret_cast<LPARAM>(&count));
+    for (HWND window = nullptr; (window = ::FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr));)
+        countOwn(window, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+// Menus are listed nowhere: every value that a handle can have is asked about.
+int ownMenus() {
+    int count = 0;
+    for (UINT_PTR value = 0x20; value <= 0x1001E; value += 2)
+        count += ::IsMenu(reinterpret_cast<HMENU>(value)) != FALSE;
+    return count;
 }
 
 }  // namespace
 
 HandleCounts countHandles() {
     HandleCounts counts;
-    if (const auto gdi = static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS)))
-        counts.gdi = gdi;
-    else
-        counts.gdi = gdiObjects();
-    for (UINT_PTR value = 0x20; value <= 0x1001E; value += 2) {
-        counts.windows += isOwnWindow(reinterpret_cast<HWND>(value));
-        counts.menus += ::IsMenu(reinterpret_cast<HMENU>(value)) != FALSE;
-    }
+    counts.gdi = static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
+    if (counts.gdi == 0) counts.gdi = gdiObjects();
+    counts.windows = ownWindows();
+    counts.menus = ownMenus();
     return counts;
 }
 

@@ -14,7 +14,7 @@ struct HandleCounts {
 };
 std::ostream& operator<<(std::ostream& out, const HandleCounts& counts);
 
-// A walk over all handle values: about a fifth of a second under Wine.
+// Exact for this process's own objects; windows of its desktop only. Takes about 0.15 s under Wine.
 HandleCounts countHandles();
 
 }  // namespace test

@@ -55,7 +55,8 @@ void sendDrag(HWND window, POINT from, POINT to) {
     constexpr int steps = 4;
     std::vector<INPUT> batch{moveTo(window, from), mouseInput(MOUSEEVENTF_LEFTDOWN)};
     for (int step = 1; step <= steps; ++step)
-        batch.push_back(moveTo(window, {from.x + (to.x - from.x) * step / steps, from.y + (to.y - from.y) * step / steps}));
+        batch.push_back(
+            moveTo(window, {from.x + (to.x - from.x) * step / steps, from.y + (to.y - from.y) * step / steps}));
     batch.push_back(mouseInput(MOUSEEVENTF_LEFTUP));
     send(batch);
 }

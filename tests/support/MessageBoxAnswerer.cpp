@@ -65,7 +65,8 @@ void MessageBoxWatch::answer(HWND box) {
     if (current && !::GetDlgItem(box, button))
         ADD_FAILURE() << "The box \"" << seen.text << "\" has no button " << button;
     if (!::GetDlgItem(box, button)) button = anyButton(box);
-    ::PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));
+    ::PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));
 }
 
 MessageBoxAnswerer::MessageBoxAnswerer(std::vector<int> buttons)

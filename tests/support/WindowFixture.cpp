@@ -25,8 +25,10 @@ bool isCrash(DWORD code) {
         case EXCEPTION_STACK_OVERFLOW:
         case EXCEPTION_INT_DIVIDE_BY_ZERO:
         case EXCEPTION_PRIV_INSTRUCTION:
-        case EXCEPTION_DATATYPE_MISALIGNMENT: return true;
-        default: return false;
+        case EXCEPTION_DATATYPE_MISALIGNMENT:
+            return true;
+        default:
+            return false;
     }
 }
 

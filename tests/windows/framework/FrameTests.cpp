@@ -164,6 +164,7 @@ TEST_F(Frame, EmptyFormIsAPaneOfAnyWindow) {
     auto* form = new EmptyForm;
     const CRect place(10, 20, 210, 120);
     ASSERT_TRUE(form->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, place, &frame(), 500));
+    EXPECT_TRUE(form->IsKindOf(RUNTIME_CLASS(EmptyForm)));
     EXPECT_TRUE(form->IsKindOf(RUNTIME_CLASS(CBCGPFormView)));
     EXPECT_TRUE(form->IsKindOf(RUNTIME_CLASS(CView)));
     EXPECT_EQ(frame().GetDlgItem(500), form);

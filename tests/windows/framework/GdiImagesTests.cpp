@@ -26,7 +26,7 @@ void makeBitmap(CBitmap& bitmap, int width, int height, COLORREF color) {
     memory.FillSolidRect(0, 0, width, height, color);
 }
 
-class GdiImages : public WindowFixture {};
+class GdiImages : public test::WindowFixture {};
 
 TEST_F(GdiImages, AListTakesReplacesAndDrawsPictures) {
     CImageList images;
@@ -75,7 +75,8 @@ TEST_F(GdiImages, AListBelongsToItsObjectUntilDetached) {
 
 TEST_F(GdiImages, TheDragImageFollowsThePointer) {
     CWnd window;
-    ASSERT_TRUE(window.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 100, 100), nullptr, 0));
+    ASSERT_TRUE(
+        window.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 100, 100), nullptr, 0));
     CImageList images;
     ASSERT_TRUE(images.Create(16, 16, ILC_COLOR32, 1, 1));
     CBitmap picture;
@@ -114,7 +115,7 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(TwoColours, CWnd)
-    ON_WM_PAINT()
+ON_WM_PAINT()
 END_MESSAGE_MAP()
 
 // Reads a PNG file back; empty on failure.

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/Framework.h"
-#include "support/GdiCount.h"
+#include "support/HandleCounts.h"
 #include "support/WindowFixture.h"
 
 namespace {
@@ -31,7 +31,7 @@ private:
     HGDIOBJ m_old;
 };
 
-class GdiObjects : public WindowFixture {};
+class GdiObjects : public test::WindowFixture {};
 
 TEST_F(GdiObjects, NestedSelectScopesPutBackWhatWasThere) {
     Sheet sheet;
@@ -150,10 +150,11 @@ TEST_F(GdiObjects, FillsAndFramesTouchExactlyTheirPixels) {
     const struct {
         int x, y;
         COLORREF color;
-    } pixels[] = {{2, 2, red},    {5, 5, red},     {6, 6, white}, {1, 2, white},   {10, 2, red},  {18, 2, red},
-                  {19, 2, blue},  {10, 8, red},    {10, 9, blue}, {19, 9, blue},   {15, 5, white}, {24, 2, blue},
-                  {27, 5, blue},  {28, 5, white}};
-    for (const auto& pixel : pixels) EXPECT_EQ(sheet.dc.GetPixel(pixel.x, pixel.y), pixel.color) << pixel.x << ',' << pixel.y;
+    } pixels[] = {{2, 2, red},    {5, 5, red},   {6, 6, white}, {1, 2, white}, {10, 2, red},
+                  {18, 2, red},   {19, 2, blue}, {10, 8, red},  {10, 9, blue}, {19, 9, blue},
+                  {15, 5, white}, {24, 2, blue}, {27, 5, blue}, {28, 5, white}};
+    for (const auto& pixel : pixels)
+        EXPECT_EQ(sheet.dc.GetPixel(pixel.x, pixel.y), pixel.color) << pixel.x << ',' << pixel.y;
 }
 
 TEST_F(GdiObjects, AGradientRunsFromOneColourToTheOther) {
@@ -239,16 +240,17 @@ TEST_F(GdiObjects, NothingLeaks) {
         images.Create(16, 16, ILC_COLOR32 | ILC_MASK, 2, 2);
         CMenu menu;
         menu.CreatePopupMenu();
+        menu.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(::CreatePopupMenu()), "sub");
         ::DeleteObject(CFont::FromHandle(::CreateFontA(8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "Arial"))->Detach());
     };
     round();
     quorFreeTemporaryGdiObjects();
-    const int before = liveGdiObjects();
+    const test::HandleCounts before = test::countHandles();
     for (int i = 0; i < 50; ++i) round();
     quorFreeTemporaryGdiObjects();
-    EXPECT_EQ(liveGdiObjects(), before);
+    EXPECT_EQ(test::countHandles(), before);
     CPen counted(PS_SOLID, 1, red);
-    EXPECT_EQ(liveGdiObjects(), before + 1) << "the counter does not count";
+    EXPECT_EQ(test::countHandles().gdi, before.gdi + 1) << "the counter does not count";
 }
 
 }  // namespace

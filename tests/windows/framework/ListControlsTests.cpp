@@ -12,11 +12,11 @@
 namespace {
 
 // A visible parent window with one report list in it.
-class ListControls : public WindowFixture {
+class ListControls : public test::WindowFixture {
 protected:
     void SetUp() override {
-        WindowFixture::SetUp();
-        ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 400, 300), nullptr, 0));
+        ASSERT_TRUE(
+            parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 400, 300), nullptr, 0));
     }
     void create(CListCtrl& list, DWORD style = 0) {
         ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT | style, CRect(0, 0, 400, 300), &parent, 7));
@@ -42,7 +42,8 @@ protected:
 
 std::vector<int> selectedRows(const CListCtrl& list) {
     std::vector<int> rows;
-    for (POSITION position = list.GetFirstSelectedItemPosition(); position;) rows.push_back(list.GetNextSelectedItem(position));
+    for (POSITION position = list.GetFirstSelectedItemPosition(); position;)
+        rows.push_back(list.GetNextSelectedItem(position));
     return rows;
 }
 
@@ -240,7 +241,7 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(DrawnList, CListCtrl)
-    ON_WM_MEASUREITEM_REFLECT()
+ON_WM_MEASUREITEM_REFLECT()
 END_MESSAGE_MAP()
 
 TEST_F(ListControls, RequestsToDrawAndMeasureReachTheListItself) {

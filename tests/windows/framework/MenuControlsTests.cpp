@@ -1,12 +1,14 @@
 // CMenu over real menus, tracked ones included.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "platform/Framework.h"
 #include "support/WindowFixture.h"
 
 namespace {
 
-class MenuControls : public WindowFixture {
+class MenuControls : public test::WindowFixture {
 protected:
     static void fill(CMenu& menu) {
         ASSERT_TRUE(menu.CreatePopupMenu());
@@ -79,26 +81,31 @@ TEST_F(MenuControls, AMenuDiesWithItsObjectAndASubmenuWithItsMenu) {
 class MenuOwner : public CWnd {
 public:
     CMenu* opened = nullptr;
+    bool fails = false;
 
 protected:
     afx_msg void OnInitMenuPopup(CMenu* menu, UINT, BOOL) {
         opened = menu;
         for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) PostMessage(WM_KEYDOWN, key);
+        if (fails) throw std::runtime_error("handler");
     }
     DECLARE_MESSAGE_MAP()
 };
 
 BEGIN_MESSAGE_MAP(MenuOwner, CWnd)
-    ON_WM_INITMENUPOPUP()
+ON_WM_INITMENUPOPUP()
 END_MESSAGE_MAP()
 
 TEST_F(MenuControls, TrackingReturnsTheChosenCommand) {
     MenuOwner owner;
-    ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 200, 200), nullptr, 0));
+    ASSERT_TRUE(
+        owner.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 200, 200), nullptr, 0));
     CMenu menu;
     fill(menu);
     EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD | TPM_LEFTALIGN, 10, 10, &owner), 11);
     EXPECT_EQ(owner.opened, &menu);
+    owner.fails = true;
+    EXPECT_THROW(menu.TrackPopupMenu(TPM_RETURNCMD, 10, 10, &owner), std::runtime_error);
 }
 
 }  // namespace

@@ -153,8 +153,8 @@ public:
 
 protected:
     afx_msg void OnTimer(UINT_PTR) {
-        SendMessage(WM_APP);     // an inner message must not replace the outer one
-        CWnd::OnTimer(999);      // default processing gets the original arguments
+        SendMessage(WM_APP);  // an inner message must not replace the outer one
+        CWnd::OnTimer(999);   // default processing gets the original arguments
     }
     DECLARE_MESSAGE_MAP()
 };

@@ -1,6 +1,7 @@
 #include "Probe.h"
 #include "support/Input.h"
 
+#include <gtest/gtest-spi.h>
 #include <stdexcept>
 
 namespace {
@@ -119,9 +120,10 @@ TEST_F(Pump, FrameworkExceptionsAreThrownByPointerAndCaughtInAnotherModule) {
 class TestApp : public CWinApp {
 public:
     TestApp() : CWinApp("TestApp") {}
-    int idleTurns = 0;
+    std::vector<LONG> idleTurns;
     BOOL OnIdle(LONG count) override {
-        ++idleTurns;
+        idleTurns.push_back(count);
+        if (count == 1 && m_pMainWnd) m_pMainWnd->PostMessage(WM_COMMAND, ID_APP_EXIT);
         return CWinApp::OnIdle(count);
     }
 };
@@ -148,10 +150,11 @@ TEST_F(Pump, ApplicationEndsWithItsMainWindow) {
     ASSERT_TRUE(mainWindow->Create(nullptr, "main"));
     app.m_pMainWnd = mainWindow;
     EXPECT_EQ(AfxGetMainWnd(), mainWindow);
-    mainWindow->PostMessage(WM_COMMAND, ID_APP_EXIT);
-    EXPECT_EQ(app.Run(), 0);
+    EXPECT_EQ(app.Run(), 0);  // the second idle turn ends it
     EXPECT_EQ(app.m_pMainWnd, nullptr);
-    EXPECT_GT(app.idleTurns, 0);
+    ASSERT_GE(app.idleTurns.size(), 2u);
+    EXPECT_EQ(app.idleTurns[0], 0);
+    EXPECT_EQ(app.idleTurns[1], 1);
 }
 
 TEST_F(Pump, QuitCodeIsTheResultOfRun) {
@@ -185,6 +188,15 @@ TEST_F(Pump, AcceleratorsOfTheFrameWorkInItsChildren) {
     test::sendKeys({VK_CONTROL, 'K'});
     pumpUntilIdle();
     EXPECT_EQ(calls.count("command 321"), 1);
+}
+
+TEST_F(Pump, UnexpectedMessageBoxIsClosedAndFailsTheTest) {
+    int result = 0;
+    EXPECT_NONFATAL_FAILURE(result = AfxMessageBox("Nobody asked", MB_YESNOCANCEL), "Nobody asked");
+    EXPECT_EQ(result, IDCANCEL);
+    test::MessageBoxAnswerer answerer({IDYES});
+    EXPECT_NONFATAL_FAILURE(result = AfxMessageBox("No such button", MB_OK), "has no button 6");
+    EXPECT_EQ(result, IDOK);
 }
 
 TEST_F(Pump, MessageBoxesBelongToTheMainWindow) {

@@ -21,11 +21,11 @@ protected:
     }
 };
 
-class StandardControls : public WindowFixture {
+class StandardControls : public test::WindowFixture {
 protected:
     void SetUp() override {
-        WindowFixture::SetUp();
-        ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 300, 300), nullptr, 0));
+        ASSERT_TRUE(
+            parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 300, 300), nullptr, 0));
     }
     static constexpr DWORD child = WS_CHILD | WS_VISIBLE;
     CommandParent parent;
@@ -249,6 +249,8 @@ TEST_F(StandardControls, ToolsOfATipAreAddedMovedAndDeleted) {
     EXPECT_EQ(CRect(info.rect), CRect(60, 50, 90, 70));
     EXPECT_TRUE(tip.HitTest(&parent, CPoint(65, 55), &info));
     EXPECT_FALSE(tip.HitTest(&parent, CPoint(55, 55), &info)) << "the old rectangle";
+    ASSERT_TRUE(tip.HitTest(&label, CPoint(3, 3), &info)) << "a tool that is a whole window";
+    EXPECT_EQ(info.uId, reinterpret_cast<UINT_PTR>(label.m_hWnd));
     tip.UpdateTipText("changed", &parent, 1);
     tip.GetText(text, &parent, 1);
     EXPECT_EQ(text, "changed");
@@ -300,18 +302,28 @@ TEST_F(StandardControls, AColourIsKeptOrCancelled) {
     EXPECT_TRUE(parent.IsWindowEnabled());
 }
 
+// The dialog offers installed faces only: any scalable one will do.
+int CALLBACK takeScalable(const LOGFONTA* font, const TEXTMETRICA*, DWORD kind, LPARAM face) {
+    if (!(kind & TRUETYPE_FONTTYPE) || font->lfFaceName[0] == '@') return 1;
+    *reinterpret_cast<CString*>(face) = font->lfFaceName;
+    return 0;
+}
+
 TEST_F(StandardControls, AFontComesBackFromItsDialog) {
     LOGFONT font{};
+    CString face;
+    font.lfCharSet = DEFAULT_CHARSET;
+    ::EnumFontFamiliesExA(CClientDC(nullptr), &font, &takeScalable, reinterpret_cast<LPARAM>(&face), 0);
     font.lfHeight = -16;
-    font.lfWeight = FW_BOLD;
-    ::lstrcpyA(font.lfFaceName, "Arial");
+    ::lstrcpyA(font.lfFaceName, face);
     CFontDialog dialog(&font, CF_SCREENFONTS | CF_EFFECTS, nullptr, &parent);
     const DialogAnswer ok(IDOK);
     ASSERT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_EQ(dialog.GetFaceName(), face);
     LOGFONT back{};
     dialog.GetCurrentFont(&back);
     EXPECT_EQ(back.lfHeight, -16);
-    EXPECT_TRUE(dialog.IsBold());
+    EXPECT_FALSE(dialog.IsBold());
     EXPECT_EQ(dialog.GetSize(), ::MulDiv(160, 72, ::GetDeviceCaps(CClientDC(nullptr), LOGPIXELSY)));
 }
 
