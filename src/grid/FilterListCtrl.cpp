@@ -9,21 +9,21 @@
 IMPLEMENT_DYNAMIC(CFilterListCtrl, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CFilterListCtrl, CCommonListCtrl)
-    // Life
-    ON_WM_CREATE()
-    ON_WM_DESTROY()
-    ON_WM_TIMER()
-    // Focus
-    ON_WM_SETFOCUS()
-    ON_WM_KILLFOCUS()
-    // Painting
-    ON_WM_ERASEBKGND()
-    ON_WM_MEASUREITEM_REFLECT()
-    ON_NOTIFY_REFLECT_EX(NM_CUSTOMDRAW, &CFilterListCtrl::OnNMCustomdraw)
-    // What the control asks. The second is sent in either form, whatever the control was created with.
-    ON_NOTIFY_REFLECT(LVN_GETDISPINFOA, &CFilterListCtrl::OnLvnGetdispinfo)
-    ON_NOTIFY_REFLECT(LVN_ODFINDITEMA, &CFilterListCtrl::OnLvnOdfinditem)
-    ON_NOTIFY_REFLECT(LVN_ODFINDITEMW, &CFilterListCtrl::OnLvnOdfinditem)
+// Life
+ON_WM_CREATE()
+ON_WM_DESTROY()
+ON_WM_TIMER()
+// Focus
+ON_WM_SETFOCUS()
+ON_WM_KILLFOCUS()
+// Painting
+ON_WM_ERASEBKGND()
+ON_WM_MEASUREITEM_REFLECT()
+ON_NOTIFY_REFLECT_EX(NM_CUSTOMDRAW, &CFilterListCtrl::OnNMCustomdraw)
+// What the control asks. The second is sent in either form, whatever the control was created with.
+ON_NOTIFY_REFLECT(LVN_GETDISPINFOA, &CFilterListCtrl::OnLvnGetdispinfo)
+ON_NOTIFY_REFLECT(LVN_ODFINDITEMA, &CFilterListCtrl::OnLvnOdfinditem)
+ON_NOTIFY_REFLECT(LVN_ODFINDITEMW, &CFilterListCtrl::OnLvnOdfinditem)
 END_MESSAGE_MAP()
 
 CArray<CFilterListCtrl*, CFilterListCtrl*> CFilterListCtrl::g_OptiDataFilterLists;
@@ -113,10 +113,14 @@ void CFilterListCtrl::turnHeaderThemeOff() {
 
 void CFilterListCtrl::OnTimer(UINT_PTR id) {
     switch (id) {
-        case kFlushTimer: return flushDirtyRect();
-        case kRepaintTimer: return repaintWhole();
-        case kTrendFadeTimer: return FadeTrends();
-        default: CCommonListCtrl::OnTimer(id);
+        case kFlushTimer:
+            return flushDirtyRect();
+        case kRepaintTimer:
+            return repaintWhole();
+        case kTrendFadeTimer:
+            return FadeTrends();
+        default:
+            CCommonListCtrl::OnTimer(id);
     }
 }
 
@@ -154,10 +158,17 @@ BOOL CFilterListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     if (header->hwndFrom == m_header.m_hWnd && m_header.m_hWnd) {
         switch (header->code) {
             case HDN_ENDTRACKA:
-            case HDN_ENDTRACKW: OnHdnEnddragList(result); break;
-            case HDN_FILTERCHANGE: OnFilterChange(header); break;
-            case HDN_FILTERBTNCLICK: OnFilterButtonClicked(header, result); break;
-            default: break;
+            case HDN_ENDTRACKW:
+                OnHdnEnddragList(result);
+                break;
+            case HDN_FILTERCHANGE:
+                OnFilterChange(header);
+                break;
+            case HDN_FILTERBTNCLICK:
+                OnFilterButtonClicked(header, result);
+                break;
+            default:
+                break;
         }
     }
     return CCommonListCtrl::OnNotify(wParam, lParam, result);
@@ -178,7 +189,9 @@ void CFilterListCtrl::OnLvnGetdispinfo(NMHDR* header, LRESULT* result) {
         item.stateMask = LVIS_STATEIMAGEMASK;
         item.state = INDEXTOSTATEIMAGEMASK(2);
     }
-    if (item.mask & LVIF_TEXT) ::lstrcpynA(item.pszText, GetItemText(item.iItem, item.iSubItem), item.cchTextMax);
+    if (!(item.mask & LVIF_TEXT)) return;
+    const CString text = m_native.isMeasuring() ? CString() : GetItemText(item.iItem, item.iSubItem);
+    ::lstrcpynA(item.pszText, text, item.cchTextMax);
 }
 
 // Typing finds nothing: the answer is always the marked row.

@@ -152,12 +152,12 @@ public:
 
     // --- Looks
 
-    bool AlternateRows = false;     // rows in two colours
-    bool GreyedOut = false;         // all rows grey
-    bool NoRowFill = false;         // no flat fill: the background shows
-    bool NoSelectionPaint = false;  // a selected row looks like any other
-    bool CustomDrawMode = false;    // paint by custom draw; m_bCustomDraw too, and no LVS_OWNERDRAWFIXED
-    bool SortOnCheckedFlag = false;  // checked rows first, on a ground of their own
+    bool AlternateRows = false;           // rows in two colours
+    bool GreyedOut = false;               // all rows grey
+    bool NoRowFill = false;               // no flat fill: the background shows
+    bool NoSelectionPaint = false;        // a selected row looks like any other
+    bool CustomDrawMode = false;          // paint by custom draw; m_bCustomDraw too, and no LVS_OWNERDRAWFIXED
+    bool SortOnCheckedFlag = false;       // checked rows first, on a ground of their own
     COLORREF AlternateColor1 = 16381936;  // even visual rows
     COLORREF AlternateColor2 = 16443110;
     // Fills run from their colour to white.
@@ -260,6 +260,6 @@ private:
     BatchSelection m_selection;  // scratch of a batch end
 };
 
-// Closes the batch of every grid in opti-data mode, in the order in which they entered it, and starts the flush timer of
-// those that have something to repaint. A grid without a window is passed over; grids may be destroyed meanwhile.
+// Closes the batch of every grid in opti-data mode, in the order in which they entered it, and starts the flush timer
+// of those that have something to repaint. A grid without a window is passed over; grids may be destroyed meanwhile.
 QUOR_CONTROLS_API void processEndofBatchUpdates();

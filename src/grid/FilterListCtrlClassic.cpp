@@ -60,13 +60,16 @@ int CFilterListCtrl::DeleteItem(int item) {
 
 int CFilterListCtrl::finishDelete(const ClassicChange& change) {
     switch (change.outcome) {
-        case ClassicOutcome::done: break;
-        case ClassicOutcome::unknown: return refuse("Delete item: Item not found", 0);
+        case ClassicOutcome::done:
+            break;
+        case ClassicOutcome::unknown:
+            return refuse("Delete item: Item not found", 0);
         case ClassicOutcome::corrupt:
             refuse("Delete item: Reindexing Error", 0);
             DeleteAllItems();
             return 0;
-        default: return 0;
+        default:
+            return 0;
     }
     RemoveTrendValues(change.mapIndex);
     if (rowDragIsOn()) {
@@ -108,14 +111,18 @@ int CFilterListCtrl::RepaintDisplayItem(int item) {
 
 int CFilterListCtrl::finishRetest(const ClassicChange& change) {
     switch (change.outcome) {
-        case ClassicOutcome::shown: invalidateShownRow(change.visual); return 0;
+        case ClassicOutcome::shown:
+            invalidateShownRow(change.visual);
+            return 0;
         case ClassicOutcome::left:
         case ClassicOutcome::entered:
             m_native.setCount(m_rows.displayCount());
             invalidateToBottom(change.visual);
             return change.outcome == ClassicOutcome::entered ? 1 : -1;
-        case ClassicOutcome::keptOut: return 1;
-        default: return 0;
+        case ClassicOutcome::keptOut:
+            return 1;
+        default:
+            return 0;
     }
 }
 

@@ -15,9 +15,12 @@ constexpr SIZE kCellImageSize{16, 17};
 
 UINT textFlags(CellAlign align) {
     switch (align) {
-        case CellAlign::left: return DT_LEFT;
-        case CellAlign::right: return DT_RIGHT;
-        default: return DT_CENTER;
+        case CellAlign::left:
+            return DT_LEFT;
+        case CellAlign::right:
+            return DT_RIGHT;
+        default:
+            return DT_CENTER;
     }
 }
 
@@ -53,7 +56,11 @@ void fillGradient(CDC& dc, const RECT& rect, GradientColors colors) {
 class CFilterListCtrl::RowPainter {
 public:
     RowPainter(CFilterListCtrl& grid, CDC& dc, int visual, const RECT& row)
-        : m_grid(grid), m_dc(dc), m_visual(visual), m_row(row), m_look(grid.rowLook(visual)),
+        : m_grid(grid),
+          m_dc(dc),
+          m_visual(visual),
+          m_row(row),
+          m_look(grid.rowLook(visual)),
           m_state(grid.m_native.itemState(visual, kPaintedState)) {}
 
     void paint() {
@@ -202,10 +209,18 @@ BOOL CFilterListCtrl::OnNMCustomdraw(NMHDR* header, LRESULT* result) {
     if (!CustomDrawMode || !m_bCustomDraw || !UseFilter) return FALSE;
     auto& draw = *reinterpret_cast<NMLVCUSTOMDRAW*>(header);
     switch (draw.nmcd.dwDrawStage) {
-        case CDDS_PREPAINT: *result = CDRF_NOTIFYITEMDRAW; break;
-        case CDDS_ITEMPREPAINT: *result = CDRF_NOTIFYSUBITEMDRAW; break;
-        case CDDS_ITEMPREPAINT | CDDS_SUBITEM: *result = drawCell(draw); break;
-        default: *result = CDRF_DODEFAULT; break;
+        case CDDS_PREPAINT:
+            *result = CDRF_NOTIFYITEMDRAW;
+            break;
+        case CDDS_ITEMPREPAINT:
+            *result = CDRF_NOTIFYSUBITEMDRAW;
+            break;
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+            *result = drawCell(draw);
+            break;
+        default:
+            *result = CDRF_DODEFAULT;
+            break;
     }
     return TRUE;
 }

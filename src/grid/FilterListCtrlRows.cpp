@@ -20,8 +20,7 @@ int CFilterListCtrl::DeleteRow(void* row, bool updateNow) {
     return carryOut(m_rows.remove(static_cast<CFilterListBaseData*>(row), updateNow));
 }
 
-void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* list, int& mapIndex,
-                                    int& displayIndex) {
+void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* list, int& mapIndex, int& displayIndex) {
     mapIndex = displayIndex = -1;
     const sFilterListRowIndex* const numbers = row && list ? row->find(list) : nullptr;
     if (!numbers) return;

@@ -14,10 +14,14 @@ bool isBlindToCount(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_NCMOUSEMOVE:
         case WM_NCCREATE:
         case WM_CREATE:
-        case WM_DESTROY: return true;
-        case WM_MOUSEMOVE: return (wParam & anyButton) == 0;
-        case WM_NOTIFY: return reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(NM_CUSTOMDRAW);
-        default: return false;
+        case WM_DESTROY:
+            return true;
+        case WM_MOUSEMOVE:
+            return (wParam & anyButton) == 0;
+        case WM_NOTIFY:
+            return reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(NM_CUSTOMDRAW);
+        default:
+            return false;
     }
 }
 
@@ -26,8 +30,10 @@ bool leavesLayoutAlone(UINT message) {
         case WM_PAINT:
         case WM_NCPAINT:
         case WM_ERASEBKGND:
-        case WM_MOUSEMOVE: return true;
-        default: return false;
+        case WM_MOUSEMOVE:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -39,8 +45,10 @@ bool NativeList::changesCount(UINT message) {
         case LVM_INSERTITEMA:
         case LVM_INSERTITEMW:
         case LVM_DELETEITEM:
-        case LVM_DELETEALLITEMS: return true;
-        default: return false;
+        case LVM_DELETEALLITEMS:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -50,6 +58,7 @@ LRESULT NativeList::send(UINT message, INT_PTR wParam, LPARAM lParam) {
 
 void NativeList::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCDESTROY) return forgetWindow();
+    if (!m_measuring) m_labels.clear();
     if (message == WM_PAINT) m_visibilityIsStale = true;  // a window that paints may have been hidden before
     if (isBlindToCount(message, wParam, lParam)) return;
     if (!leavesLayoutAlone(message)) m_layoutIsStale = true;
@@ -181,8 +190,23 @@ void NativeList::deleteAllRows() {
 }
 
 bool NativeList::labelRect(int visual, int place, RECT& rect) {
-    rect = {.left = LVIR_LABEL, .top = place, .right = 0, .bottom = 0};
-    return send(LVM_GETSUBITEMRECT, visual, reinterpret_cast<LPARAM>(&rect)) != 0;
+    const auto index = static_cast<std::size_t>(place);
+    const int rowTop = layout().rowRect(visual).top;
+    if (place < 0) return false;
+    if (index >= m_labels.size()) m_labels.resize(index + 1, RECT{0, 0, 0, -1});
+    RECT& label = m_labels[index];
+    if (label.bottom < label.top) {
+        rect = {.left = LVIR_LABEL, .top = place, .right = 0, .bottom = 0};
+        m_measuring = true;
+        const bool found = send(LVM_GETSUBITEMRECT, visual, reinterpret_cast<LPARAM>(&rect)) != 0;
+        m_measuring = false;
+        if (!found) return false;
+        label = rect;
+        ::OffsetRect(&label, 0, -rowTop);
+    }
+    rect = label;
+    ::OffsetRect(&rect, 0, rowTop);
+    return true;
 }
 
 void NativeList::invalidate(const RECT& rect, bool erase) {

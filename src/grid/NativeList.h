@@ -60,7 +60,10 @@ public:
     void insertRow(int visual);  // moves the native selection
     void deleteAllRows();
     void ensureVisible(int visual);
+    // A cell's label. Asked of the control once per column and paint: in a report view all rows are alike.
     bool labelRect(int visual, int place, RECT& rect);
+    // The control wants a text only to find a rectangle: any will do.
+    bool isMeasuring() const { return m_measuring; }
     void invalidate(const RECT& rect, bool erase);
     void invalidateAll();  // with erase
 
@@ -88,7 +91,9 @@ private:
     bool m_visibilityIsStale = true;
     bool m_settling = false;
     bool m_redrawIsOff = false;
-    int m_told = 0;    // what the control knows
-    int m_wanted = 0;  // what it shall know
-    int m_lowest = 0;  // the lowest value since it was told
+    bool m_measuring = false;
+    std::vector<RECT> m_labels;  // by place, as in row 0 at the top of the list; inverted: not asked yet
+    int m_told = 0;              // what the control knows
+    int m_wanted = 0;            // what it shall know
+    int m_lowest = 0;            // the lowest value since it was told
 };

@@ -20,10 +20,14 @@ RowColors finalColors(const RowLook& look, RowColors asked) {
 
 CellAlign cellAlign(int format) {
     switch (format) {
-        case 0: return CellAlign::left;
-        case 1: return CellAlign::right;
-        case 2048: return CellAlign::icon;
-        default: return CellAlign::centre;
+        case 0:
+            return CellAlign::left;
+        case 1:
+            return CellAlign::right;
+        case 2048:
+            return CellAlign::icon;
+        default:
+            return CellAlign::centre;
     }
 }
 
@@ -34,8 +38,10 @@ bool isNumericType(int dataType) {
         case 4:
         case 5:
         case 7:
-        case 9: return true;
-        default: return false;
+        case 9:
+            return true;
+        default:
+            return false;
     }
 }
 

@@ -1,0 +1,398 @@
+// What stands on the screen, pixel by pixel where it matters. The host's shaded fill paints its first colour flat.
+#include "windows/grid/GridFixture.h"
+#include "support/HandleCounts.h"
+#include "support/Input.h"
+
+namespace grid_tests {
+namespace {
+
+constexpr COLORREF listBack = 0x000000, listText = 0x00FF00;
+
+class Paint : public GridFixture {
+protected:
+    void createGrid(std::vector<Column> columns = {{"name"}}, bool reverse = false) {
+        create(grid, std::move(columns));
+        grid.SetUseFilter(TRUE);
+        grid.SetReverseDisplay(reverse);
+        grid.SetOptiDataMode(true);
+    }
+    void redraw() {
+        pumpUntilIdle();
+        fakeHost().calls.clear();
+        owner.asked = owner.drawItems = 0;
+        grid.RedrawWindow();
+    }
+    CRect bounds(int visual) {
+        CRect rect;
+        grid.GetItemRect(visual, &rect, LVIR_BOUNDS);
+        return rect;
+    }
+    CRect cell(int visual, int place) {
+        CRect rect;
+        grid.GetSubItemRect(visual, place, LVIR_LABEL, rect);
+        return rect;
+    }
+    COLORREF pixel(int x, int y) {
+        CClientDC dc(&grid);
+        return ::GetPixel(dc, x, y);
+    }
+    // Its last pixel before the right edge: beyond every text of these tests.
+    COLORREF ground(int visual) { return pixel(bounds(visual).right - 1, bounds(visual).bottom - 1); }
+    // First and last x of a rectangle with pixels of this colour; -1 without any.
+    std::pair<int, int> inked(const CRect& rect, COLORREF color) {
+        CClientDC dc(&grid);
+        int first = -1, last = -1;
+        for (int x = rect.left; x < rect.right; ++x)
+            for (int y = rect.top; y < rect.bottom; ++y)
+                if (::GetPixel(dc, x, y) == color) last = x, first = first == -1 ? x : first;
+        return {first, last};
+    }
+    bool hasInk(const CRect& rect, COLORREF color) { return inked(rect, color).first != -1; }
+
+    CFilterListCtrl grid;
+};
+
+TEST_F(Paint, TheGroundOfARowFollowsTheFlags) {
+    struct Case {
+        const char* fact;
+        std::function<void(CFilterListCtrl&, Row&)> set;
+        COLORREF first, second;  // ground of rows 0 and 1
+        bool shaded = false;
+    };
+    const Case table[] = {
+        {"the list's own colour", [](auto&, auto&) {}, listBack, listBack},
+        {"stripes", [](auto& g, auto&) { g.AlternateRows = true; }, 16381936, 16443110},
+        {"the host's colour over stripes", [](auto& g, auto& r) { g.AlternateRows = true, r.background = 0x123456; },
+         0x123456, 16443110},
+        {"grey over all", [](auto& g, auto& r) { g.GreyedOut = true, r.background = 0x123456; }, 0xDCDCDC, 0xDCDCDC},
+        {"a checked row", [](auto& g, auto&) { g.SortOnCheckedFlag = true, g.SetCheck(0, 1); }, 0x400040, listBack},
+        {"a check without the flag", [](auto& g, auto&) { g.SetCheck(0, 1); }, listBack, listBack},
+        {"shades", [](auto& g, auto& r) { g.SetDrawShades(true), r.background = 0x123456; }, 0x123456, listBack, true},
+    };
+    for (const Case& look : table) {
+        SCOPED_TRACE(look.fact);
+        CFilterListCtrl own;
+        createOpti(own);
+        fill(own, "ab");
+        row("a")->background = kColorUnset;
+        look.set(own, *row("a"));
+        pumpUntilIdle();
+        fakeHost().calls.clear();
+        own.RedrawWindow();
+        const auto groundOf = [&](int visual) {
+            CRect rect;
+            own.GetItemRect(visual, &rect, LVIR_BOUNDS);
+            CClientDC dc(&own);
+            return ::GetPixel(dc, rect.right - 1, rect.bottom - 1);
+        };
+        EXPECT_EQ(groundOf(0), look.first);
+        EXPECT_EQ(groundOf(1), look.second);
+        const std::string shade = "FillShadeRect " + std::to_string(look.first) + " 16777215 0";
+        EXPECT_EQ(fakeHost().count(shade) > 0, look.shaded);
+        own.DeleteAllItems();
+    }
+}
+
+TEST_F(Paint, TheSelectionLooksDifferentWithTheFocus) {
+    createGrid();
+    fill(grid, "ab*c");
+    ::SetFocus(owner);
+    redraw();
+    EXPECT_EQ(fakeHost().count("FillShadeRect 8289918 0 0"), 1);  // 0x7E7E7E
+    EXPECT_EQ(ground(1), 0x7E7E7Eu);
+    EXPECT_TRUE(hasInk(cell(1, 0), 0xFFFFFF));
+    grid.SetFocus();
+    redraw();
+    EXPECT_EQ(fakeHost().count("FillShadeRect 14777170 16754236 0"), 1);  // 0xE17B52 to 0xFFA63C
+    EXPECT_EQ(ground(1), 0xE17B52u);
+    EXPECT_EQ(ground(0), listBack);
+    grid.NoSelectionPaint = true;
+    redraw();
+    EXPECT_EQ(ground(1), listBack);
+    EXPECT_TRUE(hasInk(cell(1, 0), listText));
+    EXPECT_EQ(fakeHost().calls.size(), 0u);
+}
+
+TEST_F(Paint, ADeletedRowIsBlankAndBlankWhenSelected) {
+    createGrid();
+    fill(grid, "ab*c");
+    grid.SetBkColor(0x202020);
+    redraw();
+    grid.DeleteRow(row("a"), false);
+    grid.DeleteRow(row("b"), false);
+    redraw();
+    EXPECT_EQ(inked(bounds(0), 0x202020), std::pair(int(bounds(0).left), int(bounds(0).right - 1)));
+    EXPECT_FALSE(hasInk(bounds(0), listText));
+    EXPECT_NE(ground(1), 0x202020u);
+    EXPECT_FALSE(hasInk(cell(1, 0), 0xFFFFFF));
+    EXPECT_TRUE(hasInk(cell(2, 0), listText));
+    grid.GreyedOut = true;
+    redraw();
+    EXPECT_EQ(ground(0), 0xDCDCDCu);
+}
+
+TEST_F(Paint, TextsStandAtTheEdgeOfTheirAlignment) {
+    createGrid({{"left", 80, 0}, {"right", 80, 1, 2}, {"centre", 80, 2}, {"none", 80, 5, 2}});
+    row("a")->cells = {{0, "IIII"}, {1, "1111"}, {2, "IIII"}, {3, "1111"}};
+    fill(grid, "a");
+    redraw();
+    const auto [leftFirst, leftLast] = inked(cell(0, 0), listText);
+    EXPECT_GE(leftFirst, cell(0, 0).left + 3);
+    EXPECT_LE(leftFirst, cell(0, 0).left + 6);
+    const auto [rightFirst, rightLast] = inked(cell(0, 1), listText);
+    EXPECT_LT(rightLast, cell(0, 1).right - 3);
+    EXPECT_GE(rightLast, cell(0, 1).right - 7);
+    for (const int place : {2, 3}) {
+        const auto [first, last] = inked(cell(0, place), listText);
+        const int slack = (first - cell(0, place).left) - (cell(0, place).right - 1 - last);
+        EXPECT_LE(std::abs(slack), 8) << place;  // a text of about 30 in a cell of 80
+    }
+}
+
+// Two rows are alike if their pixels are.
+TEST_F(Paint, DecimalsAreGroupedAndOtherTextsAreNot) {
+    const struct {
+        int dataType;
+        const char* text;
+        const char* shown;
+    } table[] = {{2, "1234567.5", "1,234,567.5"},
+                 {2, "1234567a", "1234567a"},
+                 {8, "1234567", "1234567"},
+                 {1, "1234567", "1234567"},
+                 {2, "-1234", "-1,234"}};
+    for (const auto& pair : table) {
+        CFilterListCtrl own;
+        create(own, {{"name", 20}, {"number", 120, 1, pair.dataType}, {"text", 120, 1, 8}});
+        own.SetUseFilter(TRUE);
+        own.SetOptiDataMode(true);
+        row("a")->cells = {{1, pair.text}, {2, pair.shown}};
+        fill(own, "a");
+        own.RedrawWindow();
+        CRect number, text;
+        own.GetSubItemRect(0, 1, LVIR_LABEL, number);
+        own.GetSubItemRect(0, 2, LVIR_LABEL, text);
+        CClientDC dc(&own);
+        int differing = 0, inkedPixels = 0;
+        for (int x = 1; x < number.Width(); ++x)
+            for (int y = number.top; y < number.bottom; ++y) {
+                const COLORREF one = ::GetPixel(dc, number.right - x, y);
+                differing += one != ::GetPixel(dc, text.right - x, y);
+                inkedPixels += one != listBack;
+            }
+        EXPECT_EQ(differing, 0) << pair.text;
+        EXPECT_GT(inkedPixels, 10) << pair.text;
+        own.DeleteAllItems();
+    }
+}
+
+TEST_F(Paint, ALongTextEndsInsideItsCell) {
+    createGrid({{"narrow", 40}, {"next", 80}});
+    row("a")->cells = {{0, std::string(300, 'W')}, {1, ""}};
+    fill(grid, "a");
+    redraw();
+    EXPECT_TRUE(hasInk(cell(0, 0), listText));
+    EXPECT_FALSE(hasInk(cell(0, 1), listText));
+}
+
+TEST_F(Paint, IconsAndImagesStandInTheirCells) {
+    createGrid({{"name", 40}, {"icon", 60, 2048, 1}, {"image", 60, 2048, 8}});
+    CImageList images;
+    images.Create(16, 17, ILC_COLOR32, 1, 1);
+    CBitmap bitmap;
+    {
+        CClientDC dc(&grid);
+        CDC memory;
+        memory.CreateCompatibleDC(&dc);
+        bitmap.CreateCompatibleBitmap(&dc, 16, 17);
+        const SelectScope selected(memory, bitmap);
+        memory.FillSolidRect(0, 0, 16, 17, 0x0000FF);
+    }
+    images.Add(&bitmap, static_cast<CBitmap*>(nullptr));
+    grid.SetImageList(&images, LVSIL_NORMAL);
+    fill(grid, "ab");
+    row("a")->icon = 0;  // an image; as an icon handle it cannot be drawn
+    row("b")->icon = -1;
+    redraw();
+    EXPECT_TRUE(hasInk(cell(0, 1), listText)) << "says that the icon failed";
+    EXPECT_TRUE(hasInk(cell(0, 2), 0x0000FF));
+    EXPECT_FALSE(hasInk(cell(1, 1), listText));
+    EXPECT_FALSE(hasInk(cell(1, 2), 0x0000FF));
+    const HICON icon = ::LoadIcon(nullptr, IDI_ERROR);
+    row("a")->icon = static_cast<int>(reinterpret_cast<INT_PTR>(icon));
+    redraw();
+    EXPECT_FALSE(hasInk(cell(0, 1), listText));
+    grid.SetImageList(nullptr, LVSIL_NORMAL);
+}
+
+TEST_F(Paint, OneTextIsAskedPerVisibleCell) {
+    createGrid({{"name"}, {"bid"}, {"ask"}});
+    fill(grid, "abcdefghijklmnopqrstuvwxyz");
+    redraw();
+    const int inView = grid.GetCountPerPage() + 1;
+    EXPECT_EQ(owner.asked % 3, 0);
+    EXPECT_GE(owner.asked, 3 * (inView - 1));
+    EXPECT_LE(owner.asked, 3 * inView);
+}
+
+TEST_F(Paint, AHostWithoutATextLeavesTheRowAsItWas) {
+    createGrid();
+    fill(grid, "a");
+    redraw();
+    row("a")->background = 0x303030;
+    owner.answers = false;
+    const CRect area = bounds(0);
+    grid.InvalidateRect(&area, FALSE);
+    grid.UpdateWindow();
+    EXPECT_TRUE(hasInk(cell(0, 0), listText));
+    EXPECT_EQ(ground(0), listBack);
+}
+
+TEST_F(Paint, WithoutItsFirstColumnInPlaceARowIsNotPainted) {
+    createGrid();
+    fill(grid, "a");
+    grid.m_arrOrder.SetAt(0, 1);
+    redraw();
+    EXPECT_EQ(owner.asked, 0);
+}
+
+TEST_F(Paint, AnOwnerPaintsAGridWithoutACallback) {
+    createGrid();
+    fill(grid, "ab");
+    grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(nullptr));
+    owner.draws = true;
+    redraw();
+    EXPECT_EQ(owner.drawItems, 2);
+}
+
+TEST_F(Paint, RowsAreAsHighAsTheirFontAndLinesAsk) {
+    createGrid();
+    fill(grid, "ab");
+    CFont font;
+    font.CreateFont(-20, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, "Arial");
+    grid.SetFont(&font);
+    EXPECT_EQ(bounds(0).Height(), 24);
+    grid.SetNoOfLinesPerRow(2);
+    grid.SetFont(&font);
+    EXPECT_EQ(bounds(0).Height(), 48);
+    grid.SetNoOfLinesPerRow(-3);
+    grid.SetFont(&font);
+    EXPECT_EQ(bounds(0).Height(), 24);
+    grid.UpdateRow(row("b"));
+    grid.SendMessage(WM_TIMER, 4001);
+    grid.SetFont(nullptr);
+}
+
+TEST_F(Paint, ADraggedColumnRepaintsRowsOfSeveralLines) {
+    createGrid();
+    fill(grid, "ab");
+    redraw();
+    NMHEADERW drag{};
+    drag.hdr.hwndFrom = *grid.GetHeaderCtrl();
+    for (const UINT code : {static_cast<UINT>(HDN_ENDTRACKA), static_cast<UINT>(HDN_ENDTRACKW)}) {
+        drag.hdr.code = code;
+        for (const int lines : {1, 2}) {
+            grid.SetNoOfLinesPerRow(lines);
+            grid.ValidateRect(nullptr);
+            grid.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&drag));
+            CRect rect;
+            grid.GetUpdateRect(&rect);
+            EXPECT_EQ(rect.IsRectEmpty(), lines == 1) << code;
+        }
+    }
+}
+
+// ---- Erasing
+
+TEST_F(Paint, StripesGoOnBelowTheRowsFromTheTopOfThePage) {
+    createGrid();
+    grid.AlternateRows = true;
+    fill(grid, "ab");
+    redraw();
+    const int height = bounds(0).Height();
+    EXPECT_EQ(pixel(200, bounds(0).top + 1), 16381936u);
+    EXPECT_EQ(pixel(200, bounds(1).top + 1), 16443110u);
+    EXPECT_EQ(pixel(200, bounds(1).top + height + 1), 16381936u);
+}
+
+TEST_F(Paint, TheEmptyAreaIsFilledAndRowsAreLeftToThemselves) {
+    createGrid();
+    grid.m_bFillEmptyArea = 1;
+    grid.SetBkColor(0x404040);
+    fill(grid, "ab");
+    redraw();
+    EXPECT_EQ(pixel(200, bounds(0).top + 1), 0x404040u);
+    EXPECT_EQ(pixel(5, bounds(1).bottom + 20), 0x404040u);
+    grid.SetDrawShades(true);
+    redraw();
+    EXPECT_GT(fakeHost().count("FillShadeRect 4210752 16777215 0"), 2);
+}
+
+// ---- Custom draw
+
+class CustomDraw : public Paint {
+protected:
+    void SetUp() override {
+        createGrid({{"name", 80, 0}, {"number", 80, 1, 2}});
+        grid.ModifyStyle(LVS_OWNERDRAWFIXED, 0);
+        row("a")->cells = {{1, "1234567"}};
+        fill(grid, "ab*c");
+        pumpUntilIdle();
+    }
+};
+
+TEST_F(CustomDraw, CellsArePaintedWithBothFlagsAlone) {
+    row("a")->background = 0x123456;
+    for (const bool mode : {false, true}) {
+        for (const int flag : {0, 1}) {
+            grid.CustomDrawMode = mode;
+            grid.m_bCustomDraw = flag;
+            redraw();
+            EXPECT_EQ(pixel(cell(0, 1).left + 2, cell(0, 1).top + 1) == 0x123456u, mode && flag) << mode << flag;
+        }
+    }
+}
+
+TEST_F(CustomDraw, ASelectedCellIsFlatAndItsTextWhite) {
+    grid.CustomDrawMode = true;
+    grid.m_bCustomDraw = 1;
+    ::SetFocus(owner);
+    redraw();
+    EXPECT_EQ(pixel(cell(1, 1).left + 2, cell(1, 1).top + 1), 0x7E7E7Eu);
+    EXPECT_TRUE(hasInk(cell(1, 0), 0xFFFFFF));
+    grid.SetFocus();
+    redraw();
+    EXPECT_EQ(pixel(cell(1, 1).left + 2, cell(1, 1).top + 1), 0xE17B52u);
+    EXPECT_EQ(pixel(cell(1, 0).left - 1, cell(1, 0).top + 1), 0xE17B52u) << "the margin of the first cell";
+    EXPECT_EQ(fakeHost().calls.size(), 0u) << "no gradient";
+    const auto [first, last] = inked(cell(0, 1), listText);
+    EXPECT_GE(last, cell(0, 1).right - 7);
+}
+
+// ---- Ends
+
+TEST_F(Paint, OpeningAndClosingGridsGivesEverythingBack) {
+    CFont font;
+    font.CreatePointFont(90, "Arial");
+    const auto round = [&] {
+        CFilterListCtrl own;
+        createOpti(own);
+        own.SetFont(&font);
+        own.AlternateRows = true;
+        fill(own, "ab*!c");
+        own.RedrawWindow();
+        own.PutListFilter();
+        own.DeleteRow(row("b"), false);
+        processEndofBatchUpdates();
+        own.RedrawWindow();
+        own.DeleteAllItems();
+    };
+    for (int i = 0; i < 20; ++i) round();
+    pumpUntilIdle();
+    const test::HandleCounts before = test::countHandles();
+    for (int i = 0; i < 200; ++i) round();
+    pumpUntilIdle();
+    EXPECT_EQ(test::countHandles(), before);
+}
+
+}  // namespace
+}  // namespace grid_tests
