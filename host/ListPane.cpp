@@ -66,10 +66,6 @@ void CListPane::setRemark(const std::string& remark) {
     InvalidateRect(&area, FALSE);
 }
 
-void CListPane::paintNow() { list().RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN); }
-
-void CListPane::fitColumns() { list().AutoSizeColumns(0); }
-
 void CListPane::layOut() {
     if (!GetSafeHwnd() || !list().GetSafeHwnd()) return;
     CRect area;
@@ -77,16 +73,19 @@ void CListPane::layOut() {
     list().MoveWindow(0, captionHeight, area.Width(), (std::max)(0, area.Height() - captionHeight));
 }
 
-void CListPane::fillWidth() {
+void CListPane::fitColumns() {
+    CCommonListCtrl& target = list();
     CRect area;
-    list().GetClientRect(&area);
+    target.GetClientRect(&area);
     const int room = area.Width() - ::GetSystemMetrics(SM_CXVSCROLL);
     int total = 0;
-    const int count = list().GetHeaderCtrl()->GetItemCount();
-    for (int place = 0; place < count; ++place) total += list().GetColumnWidth(place);
-    if (total <= 0 || total >= room) return;
-    for (int place = 0; place < count; ++place)
-        list().SetColumnWidth(place, list().GetColumnWidth(place) * room / total);
+    const auto eachShown = [&target](auto&& use) {
+        for (INT_PTR i = 0; i < target.m_arrColumns.GetSize() && i < target.m_arrOrder.GetSize(); ++i)
+            if (target.m_arrOrder[i] >= 0) use(target.m_arrOrder[i], target.m_arrColumns[i].iWidth);
+    };
+    eachShown([&](int, int width) { total += width; });
+    if (total <= 0) return;
+    eachShown([&](int place, int width) { target.SetColumnWidth(place, total < room ? width * room / total : width); });
 }
 
 void CListPane::OnSize(UINT type, int width, int height) {

@@ -36,12 +36,8 @@ public:
     // Shown at the right of the caption strip; repainted only when it changes.
     void setRemark(const std::string& remark);
 
-    // Repaints the list at once, whatever is dirty.
-    void paintNow();
-    // Makes every column as wide as its texts or its heading need.
-    virtual void fitColumns();
-    // Widens all columns in proportion where they leave room at the right.
-    void fillWidth();
+    // Gives the columns their first widths again, widened in proportion where they leave room at the right.
+    void fitColumns();
 
 protected:
     virtual BOOL createList() = 0;

@@ -70,9 +70,7 @@ BOOL CMainFrame::CreateTerminal() {
     LoadAccelTable(MAKEINTRESOURCEA(IDR_TERMINAL));
     InitialUpdateFrame(FALSE);
     readLayout();
-    m_panes.watch->fillWidth();
-    m_panes.orders->fillWidth();
-    m_panes.trades->fillWidth();
+    OnViewFitColumns();
     m_pump = std::make_unique<FeedPump>(*m_run.feed, m_run.options.speed, m_run.clock, m_panes);
     m_timer.register_timer(this, statusPeriod, statusOffset);
     m_lastTick = m_run.clock.nowMicros();
@@ -158,6 +156,7 @@ void CMainFrame::OnTimer(UINT_PTR id) {
     m_lastTick = now;
     if (state != FeedState::running && m_feedEnding.empty())
         feedOver(state == FeedState::ended ? "end of tape" : "bad line");
+    if (!IsWindowEnabled()) return;  // a message box is open: the frame ends when it has been answered
     if (!m_feedEnding.empty() && m_run.options.headless)
         finish(m_feedEnding);
     else if (m_deadline && now >= m_deadline)
@@ -305,9 +304,9 @@ void CMainFrame::OnViewLog() {
 void CMainFrame::OnUpdateViewLog(CCmdUI* ui) { ui->SetCheck(m_logShown ? 1 : 0); }
 
 void CMainFrame::OnViewFitColumns() {
-    for (CListPane* pane : {static_cast<CListPane*>(m_panes.watch), static_cast<CListPane*>(m_panes.orders),
-                            static_cast<CListPane*>(m_panes.trades)})
-        pane->fitColumns();
+    m_panes.watch->fitColumns();
+    m_panes.orders->fitColumns();
+    m_panes.trades->fitColumns();
 }
 
 void CMainFrame::OnViewResetLayout() {
