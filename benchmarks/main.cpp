@@ -12,7 +12,10 @@ struct Suite {
     const char* name;
     void (*run)(Figures&);
 };
-const Suite suites[] = {{"grid", benchGrid}};
+const Suite suites[] = {{"grid", benchGrid},
+                        {"expression", benchExpression},
+                        {"settings", benchSettings},
+                        {"black76", benchBlack76}};
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }
 

@@ -64,6 +64,11 @@ bool Feed::isDue(std::int64_t now) {
     return static_cast<double>(m_pending.time) - static_cast<double>(m_firstTime) <= ran;
 }
 
+void Feed::setSpeed(Speed speed) {
+    m_speed = speed;
+    m_started = false;  // isDue starts the source's time anew, at the tick that waits
+}
+
 void Feed::deliver(FeedSink& sink) {
     dispatch(m_pending, m_tally);
     dispatch(m_pending, sink);

@@ -68,6 +68,10 @@ public:
     // state is `ended` or `failed` it stays so, and calls do nothing. The sink must not call back into the feed.
     Slice take(Clock& clock, const SliceLimit& limit, FeedSink& sink);
 
+    // From the next tick on the source's time runs at this speed: what was not due before is not due by the change, and
+    // what passes between two calls of take before it (a pause) is passed over.
+    void setSpeed(Speed speed);
+
     std::int64_t ticksTaken() const { return m_ticksTaken; }
     FeedState state() const { return m_state; }
     const std::string& error() const { return m_source->error(); }  // empty unless the state is `failed`

@@ -70,7 +70,7 @@ bool quor::isInput(const MSG& message) {
 
 // --- Construction --------------------------------------------------------------------------------------------------
 
-CDialog::CDialog() { m_nFlags |= WF_DIALOG; }
+CDialog::CDialog() = default;
 
 CDialog::CDialog(UINT nIDTemplate, CWnd* pParentWnd) : CDialog() {
     m_lpszTemplateName = MAKEINTRESOURCEA(nIDTemplate);

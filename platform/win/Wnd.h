@@ -40,7 +40,6 @@ struct WindowCore;
 constexpr UINT WF_TOOLTIPS = 0x0001;       // EnableToolTips is on
 constexpr UINT WF_MODALLOOP = 0x0008;      // inside RunModalLoop
 constexpr UINT WF_CONTINUEMODAL = 0x0010;  // the loop goes on
-constexpr UINT WF_DIALOG = 0x0020;         // a CDialog: IsDialogMessage applies
 constexpr UINT WF_TEMPORARY = 0x0100;      // made by FromHandle
 
 // Flags of RunModalLoop.

@@ -39,6 +39,21 @@ TEST(Feed, TakesWhatIsDueAtItsSpeed) {
     }
 }
 
+TEST(Feed, AChangeOfSpeedCountsFromTheTickThatWaits) {
+    Feed feed = feedOf(everyMillisecond(100), {});
+    SetClock clock;
+    NoSink sink;
+    clock.now = 5'000;
+    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 1);
+    clock.now = 60'005'000;  // a minute's pause
+    feed.setSpeed({.max = false, .factor = 10});
+    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 1);
+    clock.now += 1'000;
+    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 10);
+    feed.setSpeed({.max = true});
+    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 88);
+}
+
 TEST(Feed, ASliceEndsAtItsTickLimitAndSaysThatMoreIsDue) {
     Feed feed = feedOf(everyMillisecond(25), {.max = true});
     SetClock clock;

@@ -1,0 +1,81 @@
+#include "host/FeedPump.h"
+
+#include "src/grid/FilterListCtrl.h"
+
+namespace terminal {
+
+namespace {
+// The watch's cells change faster than anyone reads: 20 times a second is plenty, and each write costs a repaint.
+constexpr std::int64_t watchPeriodMicros = 50'000;
+constexpr int watchRowsOutOfView = 200;  // of them at most are written in one slice
+}  // namespace
+
+FeedPump::FeedPump(Feed& feed, Speed speed, Clock& clock, const Panes& panes)
+    : m_feed(feed), m_clock(clock), m_panes(panes), m_speed(speed) {}
+
+FeedState FeedPump::slice() {
+    if (m_paused) return m_feed.state();
+    const std::int64_t begin = m_clock.nowMicros();
+    if (m_firstSlice < 0) m_firstSlice = begin;
+    m_panes.orders->grid().beginSlice();
+    m_panes.trades->grid().beginSlice();
+    const bool running = m_feed.state() == FeedState::running;
+    const Slice slice = m_feed.take(m_clock, SliceLimit{}, *this);
+    if (running) m_lastSlice = m_clock.nowMicros();
+    m_rate.add(begin, slice.ticks);
+    if (slice.state != FeedState::running) {
+        if (running) settle();
+        return slice.state;
+    }
+    if (slice.ticks) closeBatch();
+    if (begin - m_watchWritten >= watchPeriodMicros) {
+        m_watchWritten = begin;
+        m_panes.watch->writeChanged(watchRowsOutOfView);
+    }
+    return slice.state;
+}
+
+void FeedPump::closeBatch() {
+    m_panes.trades->dropOldest();
+    processEndofBatchUpdates();
+    m_panes.orders->refillIfNeeded();
+    m_panes.trades->refillIfNeeded();
+}
+
+void FeedPump::settle() {
+    m_panes.watch->writeAll();
+    closeBatch();
+}
+
+void FeedPump::pause(bool on) {
+    if (m_paused && !on) setSpeed(m_speed);  // what was not due in the pause is not due at its end
+    m_paused = on;
+}
+
+void FeedPump::setSpeed(Speed speed) {
+    m_speed = speed;
+    m_feed.setSpeed(speed);
+}
+
+double FeedPump::secondsRun() const {
+    return m_firstSlice < 0 ? 0 : static_cast<double>(m_lastSlice - m_firstSlice) / 1e6;
+}
+
+std::int64_t FeedPump::rows() const {
+    return static_cast<std::int64_t>(m_panes.watch->rows().size()) + m_panes.orders->grid().GetDisplayCount() +
+           m_panes.trades->grid().GetDisplayCount();
+}
+
+void FeedPump::instrument(const Instrument& news) {
+    m_panes.watch->addInstrument(news);
+    m_panes.orders->instrument(news);
+    m_panes.trades->instrument(news);
+}
+
+void FeedPump::quote(const Quote& news) { m_panes.watch->quote(news); }
+void FeedPump::order(const OrderEvent& news) { m_panes.orders->order(news, now()); }
+void FeedPump::trade(const Trade& news) { m_panes.trades->trade(news, now()); }
+void FeedPump::level(const BookLevel& news) { m_panes.orders->level(news, now()); }
+void FeedPump::tickEnd(MarketTime) { m_now = 0; }
+
+}  // namespace terminal

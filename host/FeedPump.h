@@ -1,0 +1,69 @@
+// Takes what the feed has, slice by slice, and hands it to the panes; ends each slice by closing the grids' batch.
+//
+// Called from the frame's timer: a slice ends after 8 ms or 10,000 ticks and the next one comes with the next timer, so
+// the window stays alive however fast the feed is. Nothing here posts a message or waits.
+#pragma once
+
+#include <cstdint>
+
+#include "host/OrdersPane.h"
+#include "host/TradesPane.h"
+#include "host/WatchPane.h"
+#include "host/core/Feed.h"
+#include "host/core/Statistics.h"
+
+namespace terminal {
+
+// The panes that a feed fills. All borrowed, none null while a pump works.
+struct Panes {
+    CWatchPane* watch = nullptr;
+    COrdersPane* orders = nullptr;
+    CTradesPane* trades = nullptr;
+};
+
+class FeedPump final : private FeedSink {
+public:
+    // All borrowed; they outlive the pump.
+    FeedPump(Feed& feed, Speed speed, Clock& clock, const Panes& panes);
+
+    // One slice. Gives the feed's state after it; while paused, nothing is taken.
+    FeedState slice();
+    // Brings every cell up to date, whatever it takes, and closes the batch.
+    void settle();
+
+    void pause(bool on);
+    bool paused() const { return m_paused; }
+    Speed speed() const { return m_speed; }
+    // The source's time runs at the new speed from its next tick on.
+    void setSpeed(Speed speed);
+
+    double ticksPerSecond() { return m_rate.perSecond(m_clock.nowMicros()); }
+    // Seconds in which the feed ran: from the first slice to the last tick's, or to now while it runs.
+    double secondsRun() const;
+    std::int64_t rows() const;
+
+private:
+    void instrument(const Instrument& news) override;
+    void quote(const Quote& news) override;
+    void order(const OrderEvent& news) override;
+    void trade(const Trade& news) override;
+    void level(const BookLevel& news) override;
+    void tickEnd(MarketTime time) override;
+
+    void closeBatch();
+    // The clock is read once a tick.
+    std::int64_t now() { return m_now ? m_now : m_now = m_clock.nowMicros(); }
+
+    Feed& m_feed;
+    Clock& m_clock;
+    Panes m_panes;
+    RateCounter m_rate;
+    Speed m_speed;
+    bool m_paused = false;
+    std::int64_t m_now = 0;
+    std::int64_t m_watchWritten = 0;
+    std::int64_t m_firstSlice = -1;
+    std::int64_t m_lastSlice = -1;
+};
+
+}  // namespace terminal

@@ -1,0 +1,50 @@
+#include "host/HeaderPaint.h"
+
+#include "host/Theme.h"
+
+namespace terminal {
+
+namespace {
+void paintCell(HWND header, const NMCUSTOMDRAW& draw) {
+    char text[128] = "";
+    HDITEMA item{};
+    item.mask = HDI_TEXT | HDI_FORMAT | HDI_IMAGE;
+    item.pszText = text;
+    item.cchTextMax = sizeof text;
+    ::SendMessageA(header, HDM_GETITEMA, draw.dwItemSpec, reinterpret_cast<LPARAM>(&item));
+    const int image = (item.fmt & HDF_IMAGE) ? item.iImage : -1;
+    drawHeaderCell(*CDC::FromHandle(draw.hdc), draw.rc, text, item.fmt & HDF_JUSTIFYMASK, image);
+}
+
+// What no column covers: right of the last one.
+void paintRest(HWND header, HDC hdc) {
+    RECT area, last{};
+    ::GetClientRect(header, &area);
+    const auto count = ::SendMessageA(header, HDM_GETITEMCOUNT, 0, 0);
+    if (count > 0) {
+        const auto index = ::SendMessageA(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(count - 1), 0);
+        ::SendMessageA(header, HDM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&last));
+    }
+    area.left = last.right;
+    if (area.left < area.right) drawHeaderCell(*CDC::FromHandle(hdc), area, "", 0, -1);
+}
+}  // namespace
+
+bool paintHeader(CListCtrl& list, const NMHDR* news, LRESULT* result) {
+    if (!news || news->code != static_cast<UINT>(NM_CUSTOMDRAW)) return false;
+    const HWND header = reinterpret_cast<HWND>(::SendMessageA(list.GetSafeHwnd(), LVM_GETHEADER, 0, 0));
+    if (news->hwndFrom != header) return false;
+    const auto& draw = *reinterpret_cast<const NMCUSTOMDRAW*>(news);
+    if (draw.dwDrawStage == CDDS_PREPAINT) {
+        *result = CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+    } else if (draw.dwDrawStage == CDDS_ITEMPREPAINT) {
+        paintCell(header, draw);
+        *result = CDRF_SKIPDEFAULT;
+    } else {
+        if (draw.dwDrawStage == CDDS_POSTPAINT) paintRest(header, draw.hdc);
+        *result = CDRF_DODEFAULT;
+    }
+    return true;
+}
+
+}  // namespace terminal

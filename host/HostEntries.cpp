@@ -1,0 +1,79 @@
+// The host's entry points, exported by name from the executable. The library looks them up while it is loaded, before
+// this program's static objects exist: nothing here may touch anything but zero-initialised data.
+#include "host/HostEntries.h"
+
+#include "host/ListPane.h"
+#include "host/LogPane.h"
+#include "host/Theme.h"
+
+#define HOST_ENTRY extern "C" __declspec(dllexport)
+
+namespace terminal {
+
+namespace {
+SettingsFile* settingsFile;  // zero-initialised
+
+// The market watches' user columns have a section without a key in the library's call: this is theirs in the file.
+constexpr const char* userColumnsKey = "UserColumns";
+
+int readOrWrite(int operation, const CString& section, CString& value, const char* key) {
+    if (!settingsFile) return 0;
+    if (operation == 1)
+        return settingsFile->set(static_cast<const char*>(section), key, static_cast<const char*>(value)) ? 1 : 0;
+    if (operation != 0) return 0;
+    const auto found = settingsFile->get(static_cast<const char*>(section), key);
+    if (!found) return 0;
+    assignText(value, *found);
+    return 1;
+}
+}  // namespace
+
+void useSettings(SettingsFile* settings) { settingsFile = settings; }
+
+}  // namespace terminal
+
+// The icon of the library's dialogs.
+HOST_ENTRY HICON pu_get_application_iCon() { return ::LoadIconA(nullptr, reinterpret_cast<LPCSTR>(IDI_APPLICATION)); }
+
+// Nobody is logged on in the demo: there are no peer data, and quoru_get_app_status says so.
+HOST_ENTRY void pu_get_peer_data(CString& first, CString& second, CString& third) {
+    first.Empty();
+    second.Empty();
+    third.Empty();
+}
+HOST_ENTRY int quoru_get_app_status() { return 0; }
+
+HOST_ENTRY int UserSetting(int operation, CString section, CString& value, CString key) {
+    return terminal::readOrWrite(operation, section, value, key);
+}
+HOST_ENTRY int UserSettingMWColumns(int operation, CString section, CString& value) {
+    return terminal::readOrWrite(operation, section, value, terminal::userColumnsKey);
+}
+
+HOST_ENTRY void AddToTabbedLog(const char* text, int, int) { terminal::Log::instance().add(text); }
+
+HOST_ENTRY HMODULE quoru_call_LoadLibrary(const char* fileName) {
+    return fileName ? ::LoadLibraryA(fileName) : nullptr;
+}
+
+HOST_ENTRY void FillShadeRect(CDC* dc, const RECT* rect, COLORREF from, COLORREF to, int) {
+    if (dc && rect) terminal::fillGradient(*dc, *rect, from, to);
+}
+
+// Looked up and never called.
+HOST_ENTRY void quoru_add_extra_columns() {}
+HOST_ENTRY void pu_GetScreenSharingStatus() {}
+
+// The demo has no market watch of the library's kind: there is no record whose cell could be asked for.
+HOST_ENTRY void MrktWatchGetColumnText(CWnd*, void*, int, CString& text) { text.Empty(); }
+HOST_ENTRY int IsOptimizedMWUpdate() { return 0; }
+
+// Every menu item is allowed.
+HOST_ENTRY int pu_get_find_menu_item_in_roles(int) { return 0; }
+
+// Screen sharing is allowed: no dialog needs protection.
+HOST_ENTRY int pu_GetDefaultScreenSharingStatus(CWnd*, int, int) { return 1; }
+HOST_ENTRY int pu_RegisterForWindowDisplayAffinity(CWnd*) { return 1; }
+HOST_ENTRY void pu_RemoveWindowFromDispAffinityWindowsMap(CWnd*) {}
+
+HOST_ENTRY void pu_GetAppdataHashCode(CString& text) { text = "QuorTerminal"; }

@@ -1,0 +1,63 @@
+// One pane of the frame: a form view with a caption strip and one list that fills the rest.
+//
+// It is a form view so that its list finds a customisable parent: the list then registers itself, takes its font and
+// hears of changes to it. The view deletes itself with its window, as views do; the list and the rows are its members.
+#pragma once
+
+#include <string>
+
+#include "platform/Framework.h"
+#include "host/core/MarketText.h"
+#include "src/list/CommonListCtrl.h"
+
+namespace terminal {
+
+// Puts `text` into a string of the framework without a new buffer where the old one has room.
+void assignText(CString& text, std::string_view value);
+
+// A column of a list: heading, width in pixels, list column format (0 left, 1 right, 2 centred), sort type.
+struct ColumnSpec {
+    const char* heading;
+    int width;
+    int format;
+    int dataType;
+};
+
+class CListPane : public CBCGPFormView {
+public:
+    // `title` stands in the caption strip, and is the name under which the list's settings are kept.
+    explicit CListPane(const char* title);
+
+    // Makes the pane, its list included, as a child of `parent`. FALSE: the system gave no window.
+    BOOL CreatePane(CWnd* parent, UINT id);
+
+    virtual CCommonListCtrl& list() = 0;
+    const char* title() const { return m_title; }
+    // Shown at the right of the caption strip; repainted only when it changes.
+    void setRemark(const std::string& remark);
+
+    // Gives the columns their first widths again, widened in proportion where they leave room at the right.
+    void fitColumns();
+
+protected:
+    virtual BOOL createList() = 0;
+    // Gives the list its name, columns and colours; for createList, before the list's window exists.
+    void describeColumns(const ColumnSpec* columns, int count);
+
+    void OnInitialUpdate() override;
+
+private:
+    int OnCreate(LPCREATESTRUCT create);
+    void OnSize(UINT type, int width, int height);
+    void OnPaint();
+    BOOL OnEraseBkgnd(CDC* dc);
+    void layOut();
+
+    const char* m_title;
+    std::string m_remark;
+    CFont m_captionFont;
+
+    DECLARE_MESSAGE_MAP()
+};
+
+}  // namespace terminal

@@ -1,0 +1,360 @@
+#include "host/MainFrame.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+#include "host/SelfCheck.h"
+#include "host/Theme.h"
+#include "host/resource.h"
+
+namespace terminal {
+
+namespace {
+constexpr UINT_PTR tickTimer = 1;
+constexpr UINT tickPeriod = 10;  // milliseconds: the shortest that the system's timers give
+constexpr int statusPeriod = 500;
+constexpr unsigned long statusOffset = 601;  // of WM_USER: the message by which m_timer calls for the status bar
+constexpr UINT WM_REFRESH_STATUS = WM_USER + statusOffset;
+
+constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.89;
+constexpr double slowest = 1.0 / 64, fastest = 4096;
+constexpr int largestWidth = 1680, largestHeight = 1000;
+
+__attribute__((format(printf, 1, 2))) std::string formatted(const char* format, ...) {
+    char text[128];
+    va_list values;
+    va_start(values, format);
+    std::vsnprintf(text, sizeof text, format, values);
+    va_end(values);
+    return text;
+}
+
+std::string counted(std::int64_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
+    ON_WM_CREATE()
+    ON_WM_DESTROY()
+    ON_WM_CLOSE()
+    ON_WM_TIMER()
+    ON_MESSAGE(WM_REFRESH_STATUS, &CMainFrame::OnRefreshStatus)
+    ON_COMMAND(ID_FILE_PICTURES, &CMainFrame::OnFilePictures)
+    ON_COMMAND(ID_FILE_EXIT, &CMainFrame::OnFileExit)
+    ON_COMMAND(ID_VIEW_LOG, &CMainFrame::OnViewLog)
+    ON_UPDATE_COMMAND_UI(ID_VIEW_LOG, &CMainFrame::OnUpdateViewLog)
+    ON_COMMAND(ID_VIEW_FIT_COLUMNS, &CMainFrame::OnViewFitColumns)
+    ON_COMMAND(ID_VIEW_RESET_LAYOUT, &CMainFrame::OnViewResetLayout)
+    ON_COMMAND(ID_FEED_PAUSE, &CMainFrame::OnFeedPause)
+    ON_UPDATE_COMMAND_UI(ID_FEED_PAUSE, &CMainFrame::OnUpdateFeedPause)
+    ON_COMMAND(ID_FEED_SLOWER, &CMainFrame::OnFeedSlower)
+    ON_COMMAND(ID_FEED_FASTER, &CMainFrame::OnFeedFaster)
+    ON_COMMAND(ID_FEED_REAL_TIME, &CMainFrame::OnFeedRealTime)
+    ON_COMMAND(ID_FEED_MAX, &CMainFrame::OnFeedMax)
+    ON_UPDATE_COMMAND_UI_RANGE(ID_FEED_SLOWER, ID_FEED_MAX, &CMainFrame::OnUpdateFeedSpeed)
+    ON_COMMAND(ID_HELP_ABOUT, &CMainFrame::OnHelpAbout)
+END_MESSAGE_MAP()
+
+CMainFrame::CMainFrame(TerminalRun& run) : m_run(run) {}
+
+BOOL CMainFrame::CreateTerminal() {
+    const int width = (std::min)(largestWidth, ::GetSystemMetrics(SM_CXSCREEN));
+    const int height = (std::min)(largestHeight, ::GetSystemMetrics(SM_CYSCREEN));
+    const CRect place(0, 0, width, height);
+    if (!Create(nullptr, ("Quor Terminal - " + m_run.feedName()).c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place,
+                nullptr, MAKEINTRESOURCEA(IDR_TERMINAL)))
+        return FALSE;
+    LoadAccelTable(MAKEINTRESOURCEA(IDR_TERMINAL));
+    InitialUpdateFrame(FALSE);
+    readLayout();
+    OnViewFitColumns();
+    m_pump = std::make_unique<FeedPump>(*m_run.feed, m_run.options.speed, m_run.clock, m_panes);
+    m_timer.register_timer(this, statusPeriod, statusOffset);
+    m_lastTick = m_run.clock.nowMicros();
+    if (const auto seconds = secondsToRun(m_run.options)) m_deadline = m_lastTick + *seconds * std::int64_t{1'000'000};
+    Log::instance().add(("Feed: " + m_run.feedName()).c_str());
+    refreshStatus();
+    ShowWindow(SW_SHOWNORMAL);
+    UpdateWindow();
+    m_panes.watch->list().SetFocus();
+    SetTimer(tickTimer, tickPeriod);
+    return TRUE;
+}
+
+int CMainFrame::OnCreate(LPCREATESTRUCT create) {
+    if (CFrameWnd::OnCreate(create) == -1 || !m_status.CreateStrip(this, IDC_STATUS)) return -1;
+    RecalcLayout();
+    return 0;
+}
+
+BOOL CMainFrame::OnCreateClient(LPCREATESTRUCT, CCreateContext*) { return createPanes(); }
+
+bool CMainFrame::createPanes() {
+    if (!m_splitLog.CreatePane(this, IDC_SPLIT_LOG) || !m_splitWatch.CreatePane(&m_splitLog, IDC_SPLIT_WATCH) ||
+        !m_splitBooks.CreatePane(&m_splitWatch, IDC_SPLIT_BOOKS) || !m_log.CreatePane(&m_splitLog, IDC_LOG))
+        return false;
+    // The views delete themselves with their windows, also when their creation fails half-way.
+    m_panes.watch = new CWatchPane(m_run.figures);
+    if (!m_panes.watch->CreatePane(&m_splitWatch, IDC_PANE_WATCH)) return false;
+    m_panes.orders = new COrdersPane(m_run.figures);
+    if (!m_panes.orders->CreatePane(&m_splitBooks, IDC_PANE_ORDERS)) return false;
+    m_panes.trades = new CTradesPane(m_run.figures, m_run.options.keep);
+    if (!m_panes.trades->CreatePane(&m_splitBooks, IDC_PANE_TRADES)) return false;
+    m_splitBooks.SetPanes(m_panes.orders, m_panes.trades);
+    m_splitWatch.SetPanes(m_panes.watch, &m_splitBooks);
+    m_splitLog.SetPanes(&m_splitWatch, &m_log);
+    return true;
+}
+
+void CMainFrame::RecalcLayout(BOOL) {
+    if (!m_status.GetSafeHwnd() || !m_splitLog.GetSafeHwnd()) return;
+    CRect area, bar;
+    GetClientRect(&area);
+    m_status.SendMessage(WM_SIZE);  // the bar finds its own place and height
+    m_status.GetWindowRect(&bar);
+    m_splitLog.MoveWindow(0, 0, area.Width(), (std::max)(0, area.Height() - bar.Height()));
+}
+
+void CMainFrame::readLayout() {
+    const auto share = [this](const char* key, double otherwise) {
+        const auto text = m_run.settings.get("Layout", key);
+        const double value = text ? std::atof(std::string(*text).c_str()) : 0;
+        return value > 0.02 && value < 0.98 ? value : otherwise;
+    };
+    m_splitLog.setShare(share("Log", panesShare));
+    m_splitWatch.setShare(share("Watch", watchShare));
+    m_splitBooks.setShare(share("Orders", ordersShare));
+    const auto shown = m_run.settings.get("Layout", "LogShown");
+    m_logShown = !shown || *shown != "0";
+    m_splitLog.showSecond(m_logShown);
+}
+
+void CMainFrame::writeLayout() {
+    m_run.settings.set("Layout", "Log", formatted("%.4f", m_splitLog.share()));
+    m_run.settings.set("Layout", "Watch", formatted("%.4f", m_splitWatch.share()));
+    m_run.settings.set("Layout", "Orders", formatted("%.4f", m_splitBooks.share()));
+    m_run.settings.set("Layout", "LogShown", m_logShown ? "1" : "0");
+}
+
+void CMainFrame::saveSettings() {
+    if (m_run.settings.dirty() && !m_run.settings.save() && !m_saveFailed) {
+        m_saveFailed = true;
+        Log::instance().add("The settings could not be written.");
+    }
+}
+
+void CMainFrame::OnTimer(UINT_PTR id) {
+    if (id != tickTimer) return CFrameWnd::OnTimer(id);
+    if (m_finished) return;
+    const FeedState state = m_pump->slice();
+    saveSettings();
+    const std::int64_t now = m_run.clock.nowMicros();
+    m_timer.timer_action(static_cast<unsigned long>((now - m_lastTick) / 1000));
+    m_lastTick = now;
+    if (state != FeedState::running && m_feedEnding.empty())
+        feedOver(state == FeedState::ended ? "end of tape" : "bad line");
+    if (!IsWindowEnabled()) return;  // a message box is open: the frame ends when it has been answered
+    if (!m_feedEnding.empty() && m_run.options.headless)
+        finish(m_feedEnding);
+    else if (m_deadline && now >= m_deadline)
+        finish("time is up");
+}
+
+void CMainFrame::feedOver(const std::string& reason) {
+    m_feedEnding = reason;
+    if (m_run.feed->state() == FeedState::failed) {
+        m_run.exitCode = exitBadInput;
+        m_status.showFault();
+        Log::instance().add(m_run.feed->error().c_str());
+        std::fprintf(stderr, "%s\n", m_run.feed->error().c_str());
+    }
+    Log::instance().add(
+        ("The feed has ended: " + reason + ", " + std::to_string(m_run.feed->ticksTaken()) + " ticks").c_str());
+    logLastPrices();
+    refreshStatus();
+}
+
+// A line each for a few instruments, none for a whole market.
+void CMainFrame::logLastPrices() {
+    constexpr std::size_t few = 4;
+    const auto& rows = m_panes.watch->rows();
+    for (std::size_t i = 0; i < rows.size() && rows.size() <= few; ++i) {
+        const std::string& last = rows[i].written[static_cast<std::size_t>(Watch::last)];
+        if (!last.empty()) Log::instance().add((rows[i].instrument.symbol + ": last price " + last).c_str());
+    }
+}
+
+void CMainFrame::paintEverything() {
+    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void CMainFrame::finish(const std::string& ending) {
+    if (m_finished) return;
+    m_finished = true;
+    KillTimer(tickTimer);
+    m_pump->settle();
+    if (m_run.options.selfTestFault) {
+        const bool spoilt = m_panes.orders->spoil() || m_panes.trades->spoil() || m_panes.watch->spoil();
+        Log::instance().add(spoilt ? "Self-test: one row is wrong on purpose."
+                                   : "Self-test: there is no row to spoil.");
+        processEndofBatchUpdates();
+    }
+    refreshStatus();
+    paintEverything();
+    if (m_run.options.headless) savePictures();
+    checkMyself();
+    RunSummary& summary = m_run.summary;
+    summary.instruments = static_cast<std::int64_t>(m_panes.watch->rows().size());
+    summary.rows = m_pump->rows();
+    summary.ticks = m_run.feed->ticksTaken();
+    summary.seconds = m_pump->secondsRun();
+    summary.repaints = m_run.figures.repaints();
+    if (const Percentiles& latency = m_run.figures.latency(); latency.count()) {
+        summary.tickToPaintMedianMs = static_cast<double>(latency.median()) / 1000;
+        summary.tickToPaintP99Ms = static_cast<double>(latency.percentile(99)) / 1000;
+    }
+    summary.firstRowMs = m_run.figures.firstRowMs();
+    summary.ending = ending;
+    if (IsWindow(m_hWnd)) DestroyWindow();
+}
+
+void CMainFrame::checkMyself() {
+    const auto findings = selfCheck(m_run.feed->tally(), m_panes, m_run.options.keep);
+    for (const std::string& finding : findings) {
+        Log::instance().add(("Self-check: " + finding).c_str());
+        std::fprintf(stderr, "self-check: %s\n", finding.c_str());
+    }
+    if (!findings.empty() && m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+}
+
+bool CMainFrame::savePictures() {
+    const struct {
+        CWnd* window;
+        const char* name;
+    } pictures[] = {{this, "terminal.png"},
+                    {m_panes.watch, "watch.png"},
+                    {m_panes.orders, "orders.png"},
+                    {m_panes.trades, "trades.png"}};
+    bool all = true;
+    for (const auto& [window, name] : pictures) {
+        const std::string path = m_run.outPath(name);
+        CString error;
+        window->ModifyStyle(WS_CLIPCHILDREN, 0);  // or the children would be holes in the picture
+        const bool saved = quorSaveClientAreaPng(window->GetSafeHwnd(), path.c_str(), &error);
+        window->ModifyStyle(0, WS_CLIPCHILDREN);
+        if (saved) continue;
+        all = false;
+        const std::string message = path + ": this picture could not be written: " + static_cast<const char*>(error);
+        Log::instance().add(message.c_str());
+        std::fprintf(stderr, "%s\n", message.c_str());
+        if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+    }
+    return all;
+}
+
+void CMainFrame::refreshStatus() {
+    const Speed speed = m_pump->speed();
+    m_status.setPart(StatusPart::state, !m_feedEnding.empty() ? "Feed ended: " + m_feedEnding
+                                        : m_pump->paused()    ? "Paused"
+                                                              : "Live: " + m_run.feedName());
+    m_status.setPart(StatusPart::ticks, formatted("%.0f ticks/s", m_pump->ticksPerSecond()));
+    m_status.setPart(StatusPart::rows, formatted("%.0f rows", static_cast<double>(m_pump->rows())));
+    m_status.setPart(StatusPart::repaints, formatted("%.1f repaints/s", m_run.figures.repaintsPerSecond()));
+    const std::int64_t latency = m_run.figures.takeRecentMedian();
+    m_status.setPart(StatusPart::latency, latency
+                                              ? formatted("tick to paint %.0f ms", static_cast<double>(latency) / 1000)
+                                              : "tick to paint -");
+    m_status.setPart(StatusPart::speed, speed.max ? "speed max" : formatted("speed x%g", speed.factor));
+    m_panes.watch->setRemark(counted(static_cast<std::int64_t>(m_panes.watch->rows().size()), "instrument"));
+    m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row"));
+    m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));
+}
+
+LRESULT CMainFrame::OnRefreshStatus(WPARAM, LPARAM) {
+    refreshStatus();
+    return 0;
+}
+
+void CMainFrame::OnClose() {
+    if (!m_finished) finish("window closed");
+}
+
+void CMainFrame::OnDestroy() {
+    KillTimer(tickTimer);
+    writeLayout();
+    saveSettings();
+    CFrameWnd::OnDestroy();
+}
+
+void CMainFrame::OnFilePictures() {
+    paintEverything();
+    if (savePictures()) Log::instance().add(("The pictures are in " + m_run.options.outDirectory).c_str());
+}
+
+void CMainFrame::OnFileExit() { SendMessage(WM_CLOSE); }
+
+void CMainFrame::OnViewLog() {
+    m_logShown = !m_logShown;
+    m_splitLog.showSecond(m_logShown);
+}
+
+void CMainFrame::OnUpdateViewLog(CCmdUI* ui) { ui->SetCheck(m_logShown ? 1 : 0); }
+
+void CMainFrame::OnViewFitColumns() {
+    m_panes.watch->fitColumns();
+    m_panes.orders->fitColumns();
+    m_panes.trades->fitColumns();
+}
+
+void CMainFrame::OnViewResetLayout() {
+    m_splitLog.setShare(panesShare);
+    m_splitWatch.setShare(watchShare);
+    m_splitBooks.setShare(ordersShare);
+    if (!m_logShown) OnViewLog();
+}
+
+void CMainFrame::OnFeedPause() {
+    m_pump->pause(!m_pump->paused());
+    Log::instance().add(m_pump->paused() ? "The feed is paused." : "The feed goes on.");
+    refreshStatus();
+}
+
+void CMainFrame::OnUpdateFeedPause(CCmdUI* ui) {
+    ui->Enable(m_feedEnding.empty());
+    ui->SetCheck(m_pump->paused() ? 1 : 0);
+}
+
+void CMainFrame::setSpeed(Speed speed) {
+    m_pump->setSpeed(speed);
+    refreshStatus();
+}
+
+void CMainFrame::OnFeedSlower() {
+    const Speed speed = m_pump->speed();
+    setSpeed({false, speed.max ? 1 : (std::max)(slowest, speed.factor / 2)});
+}
+
+void CMainFrame::OnFeedFaster() {
+    const Speed speed = m_pump->speed();
+    if (!speed.max) setSpeed({false, (std::min)(fastest, speed.factor * 2)});
+}
+
+void CMainFrame::OnFeedRealTime() { setSpeed({false, 1}); }
+void CMainFrame::OnFeedMax() { setSpeed({true, 1}); }
+
+void CMainFrame::OnUpdateFeedSpeed(CCmdUI* ui) {
+    const Speed speed = m_pump->speed();
+    ui->Enable(m_feedEnding.empty());
+    if (ui->m_nID == ID_FEED_REAL_TIME) ui->SetRadio(!speed.max && speed.factor == 1);
+    if (ui->m_nID == ID_FEED_MAX) ui->SetRadio(speed.max);
+}
+
+void CMainFrame::OnHelpAbout() {
+    MessageBox("Quor Terminal\n\nA demo of Quor Controls: live rows from a simulated or recorded market.",
+               "About Quor Terminal", MB_OK | MB_ICONINFORMATION);
+}
+
+}  // namespace terminal

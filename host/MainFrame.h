@@ -1,0 +1,90 @@
+// The terminal's frame window: menu, panes in splitters, log, status bar, and the one tick that drives it all.
+//
+// The tick (a window timer) takes one slice of the feed and then drives a CZTTimer, whose entry refreshes the status
+// bar. When the run is over (its time, the tape's end, a bad line) a headless frame paints for the last time, saves its
+// pictures, checks itself and closes; one with a user stays open, and is checked when it closes.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/FeedPump.h"
+#include "host/LogPane.h"
+#include "host/TerminalRun.h"
+#include "host/Splitter.h"
+#include "host/StatusStrip.h"
+#include "platform/Framework.h"
+#include "src/foundation/ZTTimer.h"
+
+namespace terminal {
+
+class CMainFrame : public CFrameWnd {
+public:
+    // The run is borrowed and outlives the frame.
+    explicit CMainFrame(TerminalRun& run);
+
+    // Makes the window with everything in it. FALSE: the system gave no window.
+    BOOL CreateTerminal();
+
+protected:
+    BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;
+    void RecalcLayout(BOOL notify = TRUE) override;
+
+private:
+    int OnCreate(LPCREATESTRUCT create);
+    void OnDestroy();
+    void OnClose();
+    void OnTimer(UINT_PTR id);
+    LRESULT OnRefreshStatus(WPARAM, LPARAM);
+
+    void OnFilePictures();
+    void OnFileExit();
+    void OnViewLog();
+    void OnUpdateViewLog(CCmdUI* ui);
+    void OnViewFitColumns();
+    void OnViewResetLayout();
+    void OnFeedPause();
+    void OnUpdateFeedPause(CCmdUI* ui);
+    void OnFeedSlower();
+    void OnFeedFaster();
+    void OnFeedRealTime();
+    void OnFeedMax();
+    void OnUpdateFeedSpeed(CCmdUI* ui);
+    void OnHelpAbout();
+
+    bool createPanes();
+    void readLayout();
+    void writeLayout();
+    void setSpeed(Speed speed);
+    void saveSettings();
+
+    // The end of the feed, for a reason; told once.
+    void feedOver(const std::string& reason);
+    // The end of the run: last paint, pictures, self-check, figures.
+    void finish(const std::string& ending);
+    void logLastPrices();
+    void paintEverything();
+    bool savePictures();
+    void checkMyself();
+    void refreshStatus();
+
+    TerminalRun& m_run;
+    Panes m_panes;
+    std::unique_ptr<FeedPump> m_pump;
+    CZTTimer m_timer;
+    CPaneSplitter m_splitLog{CPaneSplitter::Axis::Rows, 0};
+    CPaneSplitter m_splitWatch{CPaneSplitter::Axis::Rows, 0};
+    CPaneSplitter m_splitBooks{CPaneSplitter::Axis::Columns, 0};
+    CLogPane m_log;
+    CStatusStrip m_status;
+    std::string m_feedEnding;  // "" while the feed runs
+    bool m_logShown = true;
+    bool m_finished = false;
+    bool m_saveFailed = false;
+    std::int64_t m_lastTick = 0;
+    std::int64_t m_deadline = 0;  // 0: none
+
+    DECLARE_MESSAGE_MAP()
+};
+
+}  // namespace terminal

@@ -1,0 +1,52 @@
+#include "host/StatusStrip.h"
+
+#include "host/Theme.h"
+
+namespace terminal {
+
+namespace {
+constexpr int partCount = static_cast<int>(StatusPart::count);
+constexpr int widths[partCount] = {0, 110, 110, 110, 160, 100};  // the state takes the rest
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CStatusStrip, CStatusBarCtrl)
+    ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
+END_MESSAGE_MAP()
+
+BOOL CStatusStrip::CreateStrip(CWnd* parent, UINT id) {
+    const CRect none(0, 0, 0, 0);
+    return Create(WS_CHILD | WS_VISIBLE | CCS_BOTTOM, none, parent, id);
+}
+
+void CStatusStrip::setPart(StatusPart part, const std::string& text) {
+    std::string& shown = m_texts[static_cast<std::size_t>(part)];
+    if (shown == text) return;
+    shown = text;
+    Invalidate(FALSE);
+}
+
+void CStatusStrip::OnPaint() {
+    CPaintDC dc(this);
+    CRect area;
+    GetClientRect(&area);
+    dc.FillSolidRect(&area, palette::surface);
+    const SelectScope font(dc, reinterpret_cast<HGDIOBJ>(SendMessage(WM_GETFONT)));
+    RECT cell = area;
+    cell.left = cell.right;
+    for (int part = partCount - 1; part >= 0; --part) {
+        const bool isState = part == static_cast<int>(StatusPart::state);
+        cell.right = cell.left;
+        cell.left = isState ? area.left : cell.right - widths[part];
+        const RECT line{cell.left, cell.top + 4, cell.left + 1, cell.bottom - 4};
+        if (!isState) dc.FillSolidRect(&line, palette::edge);
+        const std::string& text = m_texts[static_cast<std::size_t>(part)];
+        dc.SetBkMode(TRANSPARENT);
+        dc.SetTextColor(!isState ? palette::dim : m_fault ? palette::down : palette::text);
+        drawCellText(dc, text.c_str(), static_cast<int>(text.size()), cell, isState ? 0 : 1);
+    }
+}
+
+BOOL CStatusStrip::OnEraseBkgnd(CDC*) { return TRUE; }
+
+}  // namespace terminal

@@ -1,0 +1,45 @@
+// One run of the terminal: what the command line asked for, the feed, the recorder, the settings and the figures. The
+// application owns it and the frame works on it; it outlives every window.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/PaintFigures.h"
+#include "host/core/Feed.h"
+#include "host/core/FileDevice.h"
+#include "host/core/Options.h"
+#include "host/core/SettingsFile.h"
+#include "host/core/Summary.h"
+#include "host/core/TapeRecorder.h"
+
+namespace terminal {
+
+inline constexpr int exitWell = 0;
+inline constexpr int exitCheckFailed = 1;  // exitBadInput is 2
+
+class TerminalRun {
+public:
+    explicit TerminalRun(const Options& options);
+
+    // Makes the out folder, checks the tape, opens feed, log, recording and settings. "" or the message with which the
+    // program ends before any window opens.
+    std::string open();
+
+    // A path inside the out folder.
+    std::string outPath(const char* name) const { return options.outDirectory + "/" + name; }
+    // What the feed is, for the title: "simulator, 500 instruments" or the tape's name.
+    std::string feedName() const;
+
+    Options options;
+    SteadyClock clock;
+    PaintFigures figures{clock};
+    Disk disk;
+    SettingsFile settings;
+    std::unique_ptr<TapeRecorder> recorder;
+    std::unique_ptr<Feed> feed;
+    RunSummary summary;
+    int exitCode = exitWell;
+};
+
+}  // namespace terminal

@@ -1,0 +1,37 @@
+// The look of the demo terminal: one dark palette, and the few drawing helpers that every pane shares.
+// Windowless data and plain GDI on a device context that the caller owns; nothing here keeps a handle.
+#pragma once
+
+#include "platform/Framework.h"
+
+namespace terminal {
+
+namespace palette {
+inline constexpr COLORREF background = RGB(13, 17, 23);  // lists, log
+inline constexpr COLORREF stripe = RGB(18, 24, 32);      // every second row of the watch
+inline constexpr COLORREF surface = RGB(28, 34, 43);     // captions, splitter bars, headers
+inline constexpr COLORREF edge = RGB(48, 57, 69);        // lines between cells of a header or caption
+inline constexpr COLORREF text = RGB(214, 221, 229);     // plain text
+inline constexpr COLORREF dim = RGB(132, 144, 158);      // what changes rarely: headings, series, times
+inline constexpr COLORREF symbol = RGB(240, 196, 90);    // names
+inline constexpr COLORREF up = RGB(63, 205, 122);        // rising, buyers
+inline constexpr COLORREF down = RGB(245, 92, 92);       // falling, sellers
+inline constexpr COLORREF upBack = RGB(14, 36, 26);      // a buyer's row
+inline constexpr COLORREF downBack = RGB(42, 20, 24);    // a seller's row
+inline constexpr COLORREF selection = RGB(38, 79, 120);  // a selected row of the watch
+}  // namespace palette
+
+// Text inside a cell keeps this many pixels from both edges.
+inline constexpr int cellPadding = 5;
+
+// Fills `area` from the colour `from` at the top to `to` at the bottom. An empty area draws nothing.
+void fillGradient(CDC& dc, const RECT& area, COLORREF from, COLORREF to);
+
+// Draws one line of text into `cell`: `format` is a list column's (0 left, 1 right, 2 centred), cut with an ellipsis.
+void drawCellText(CDC& dc, const char* text, int length, const RECT& cell, int format);
+
+// Paints one cell of a list's header: flat, dark, its text aligned as the column's. `sortImage` is the library's header
+// image (0 rising, 1 falling; any other draws no arrow).
+void drawHeaderCell(CDC& dc, const RECT& cell, const char* text, int format, int sortImage);
+
+}  // namespace terminal

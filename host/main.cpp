@@ -1,0 +1,77 @@
+// The demo terminal: a Windows program over the library, fed by a simulator or a recorded tape.
+#include <cstdio>
+
+#include "host/HostEntries.h"
+#include "host/LogPane.h"
+#include "host/MainFrame.h"
+#include "host/TerminalRun.h"
+#include "host/Theme.h"
+#include "src/foundation/core/Globals.h"
+#include "src/list/CommonListCtrl.h"
+
+namespace terminal {
+
+namespace {
+
+class CTerminalApp : public CWinApp {
+public:
+    explicit CTerminalApp(TerminalRun& run) : CWinApp("Quor Terminal"), m_run(run) {}
+
+    BOOL InitInstance() override {
+        auto* const frame = new CMainFrame(m_run);  // deletes itself with its window
+        m_pMainWnd = frame;
+        if (frame->CreateTerminal()) return TRUE;
+        std::fputs("The window could not be made.\n", stderr);
+        m_pMainWnd = nullptr;
+        m_run.exitCode = exitCheckFailed;
+        return FALSE;
+    }
+    int ExitInstance() override { return m_run.exitCode; }
+
+private:
+    TerminalRun& m_run;
+};
+
+// Every list starts in the terminal's colours and font; a user's own choice for a list wins.
+void setAppearance() {
+    cCustomizedAppearanceSettings appearance = Get_Apperance_setting();
+    appearance.crBackground = palette::background;
+    appearance.crText = palette::text;
+    appearance.csFontName = "Tahoma";
+    appearance.csFontSize = "9";
+    Set_Apperance_setting(appearance);
+}
+
+int runTerminal(const Options& options) {
+    TerminalRun run(options);
+    if (const std::string message = run.open(); !message.empty()) {
+        std::fprintf(stderr, "%s\n", message.c_str());
+        return exitBadInput;
+    }
+    CCommonListCtrl::SetRecoveryFiles(run.outPath("recovery.ini").c_str(), run.outPath("dialogs.ini").c_str());
+    setAppearance();
+    CTerminalApp app(run);
+    const int code = AfxWinMain(::GetModuleHandleA(nullptr), ::GetCommandLineA(), SW_SHOWNORMAL);
+    useSettings(nullptr);
+    const bool recorded = !run.recorder || run.recorder->close();
+    if (!recorded) std::fprintf(stderr, "%s\n", run.recorder->error().c_str());
+    if (!run.summary.ending.empty()) std::printf("%s\n", summaryLine(run.summary).c_str());
+    return code == exitWell && !recorded ? exitCheckFailed : code;
+}
+
+}  // namespace
+
+}  // namespace terminal
+
+int main(int count, char** arguments) {
+    const terminal::ParsedOptions parsed = terminal::parseOptions(count - 1, arguments + 1);
+    if (!parsed.error.empty()) {
+        std::fprintf(stderr, "%s\n", parsed.error.c_str());
+        return terminal::exitBadInput;
+    }
+    if (parsed.options.help) {
+        std::fputs(terminal::usageText(), stdout);
+        return 0;
+    }
+    return terminal::runTerminal(parsed.options);
+}

@@ -1,0 +1,29 @@
+// Ids of the demo terminal's own resources and commands. They keep clear of the ids that the library's lists use.
+#pragma once
+
+#define IDR_TERMINAL 41000
+#define IDD_PANE 41001
+
+#define IDC_WATCH 41100
+#define IDC_ORDERS 41101
+#define IDC_TRADES 41102
+#define IDC_LOG 41103
+#define IDC_STATUS 41104
+#define IDC_SPLIT_LOG 41105
+#define IDC_SPLIT_WATCH 41106
+#define IDC_SPLIT_BOOKS 41107
+#define IDC_PANE_WATCH 41108
+#define IDC_PANE_ORDERS 41109
+#define IDC_PANE_TRADES 41110
+
+#define ID_FILE_PICTURES 41200
+#define ID_FILE_EXIT 41201
+#define ID_VIEW_LOG 41210
+#define ID_VIEW_FIT_COLUMNS 41212
+#define ID_VIEW_RESET_LAYOUT 41213
+#define ID_FEED_PAUSE 41220
+#define ID_FEED_SLOWER 41221
+#define ID_FEED_FASTER 41222
+#define ID_FEED_REAL_TIME 41223
+#define ID_FEED_MAX 41224
+#define ID_HELP_ABOUT 41230

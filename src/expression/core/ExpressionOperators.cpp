@@ -1,0 +1,101 @@
+#include "src/expression/core/ExpressionOperators.h"
+
+#include <cmath>
+
+namespace expression {
+
+namespace {
+
+double truth(bool value) { return value ? 1.0 : 0.0; }
+
+// Bits of the truncated operands. Shift counts are taken modulo 32; shifts of negative numbers are defined here.
+double bitwise(int row, std::int32_t left, std::int32_t right) {
+    const auto count = static_cast<std::uint32_t>(right) & 31u;
+    switch (row) {
+        case rowShiftLeft:
+            return static_cast<std::int32_t>(static_cast<std::uint32_t>(left) << count);
+        case rowShiftRight:
+            return left >> count;
+        case rowAnd:
+            return left & right;
+        case rowOr:
+            return left | right;
+        case rowExclusiveOr:
+            return left ^ right;
+        case rowNor:
+            return ~(left | right);
+        default:
+            return ~(left & right);  // rowNand
+    }
+}
+
+}  // namespace
+
+bool applyOperator(int row, double left, double right, double& value) {
+    switch (row) {
+        case rowMultiply:
+            value = left * right;
+            return true;
+        case rowPower:
+            value = std::pow(left, right);
+            return true;
+        case rowDivideWhole:
+            value = truncate(left / right);
+            return true;
+        case rowDivide:
+            value = left / right;
+            return true;
+        case rowRemainder: {
+            const std::int32_t divisor = truncate(right);
+            if (divisor == 0) return false;
+            // By -1 the remainder is always 0; the processor traps on the smallest integer.
+            value = divisor == -1 ? 0 : truncate(left) % divisor;
+            return true;
+        }
+        case rowAdd:
+            value = left + right;
+            return true;
+        case rowSubtract:
+            value = left - right;
+            return true;
+        case rowBothTrue:
+            value = truth(left != 0.0 && right != 0.0);
+            return true;
+        case rowEitherTrue:
+            value = truth(left != 0.0 || right != 0.0);
+            return true;
+        case rowEqual:
+            value = truth(left == right);
+            return true;
+        case rowLess:
+            value = truth(left < right);
+            return true;
+        case rowGreater:
+            value = truth(left > right);
+            return true;
+        case rowGreaterEqual:
+            value = truth(left >= right);
+            return true;
+        case rowUnequal:
+            value = truth(left != right);
+            return true;
+        case rowLessEqual:
+            value = truth(left <= right);
+            return true;
+        default:
+            value = bitwise(row, truncate(left), truncate(right));
+            return true;
+    }
+}
+
+bool readOperand(LPCSTR text, std::size_t length, double& value) {
+    const LPCSTR operandEnd = text + length;
+    LPCSTR end = text;
+    value = quor::strtod(text, &end);
+    // The reader saw the text behind the operand too. It went past the end in two cases: an exponent whose sign is no
+    // part of the operand (`1e` of `1e-5`), which leaves a bad operand, and the parenthesis of `nan(...)`, behind which
+    // the operand is "nan" all the same.
+    return end == operandEnd || (end > operandEnd && std::isnan(value));
+}
+
+}  // namespace expression

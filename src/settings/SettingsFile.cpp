@@ -1,0 +1,203 @@
+#include "src/settings/SettingsFile.h"
+
+#include <boost/property_tree/json_parser.hpp>
+
+#include <cstdio>
+#include <memory>
+#include <sstream>
+#include <streambuf>
+
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace settings {
+
+namespace {
+
+using boost::property_tree::json_parser_error;
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+// Lets a stream read bytes where they lie.
+class ViewBuffer : public std::streambuf {
+public:
+    explicit ViewBuffer(std::string_view bytes) {
+        char* begin = const_cast<char*>(bytes.data());  // never written: a get area alone
+        setg(begin, begin, begin + bytes.size());
+    }
+};
+
+// Whether no bracket stands inside more than kMaxDepth others. Up to the first fault of a text this walk and the parser
+// agree on what is a string, so a text that passes never takes the parser deeper.
+bool isShallow(std::string_view json) {
+    int depth = 0;
+    for (std::size_t i = 0; i < json.size(); ++i) {
+        switch (json[i]) {
+            case '"':
+                for (++i; i < json.size() && json[i] != '"'; ++i)
+                    if (json[i] == '\\') ++i;
+                break;
+            case '{':
+            case '[':
+                if (++depth > kMaxDepth) return false;
+                break;
+            case '}':
+            case ']':
+                --depth;
+                break;
+            default:
+                break;
+        }
+    }
+    return true;
+}
+
+// Well-formed UTF-8 as the Unicode standard has it: no overlong forms, no surrogates, nothing above U+10FFFF.
+bool isUtf8(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+        const unsigned lead = byte(i);
+        if (lead < 0x80) {
+            ++i;
+            continue;
+        }
+        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+        if (lead < 0xC2 || lead > 0xF4 || text.size() - i < length) return false;
+        const unsigned second = byte(i + 1);
+        const unsigned low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+        const unsigned high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+        if (second < low || second > high) return false;
+        for (std::size_t k = 2; k < length; ++k)
+            if ((byte(i + k) & 0xC0) != 0x80) return false;
+        i += length;
+    }
+    return true;
+}
+
+// Null, or why a tree cannot be written. A leaf adds no level to the file, except that the root is always an object.
+const char* faultOf(const Tree& tree, int depth) {
+    if (!tree.empty() && !tree.data().empty()) return "an entry has both a value and children";
+    if (!isUtf8(tree.data())) return "a value is not UTF-8";
+    if (!tree.empty() && depth > kMaxDepth) return "the tree is too deep";
+    for (const auto& [key, child] : tree) {
+        if (!isUtf8(key)) return "a key is not UTF-8";
+        if (const char* fault = faultOf(child, depth + 1)) return fault;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+bool parse(std::string_view json, Tree& tree) {
+    if (!isShallow(json)) return false;
+    try {
+        ViewBuffer buffer(json);
+        std::istream stream(&buffer);
+        boost::property_tree::read_json(stream, tree);
+        return true;
+    } catch (...) {
+        return false;  // the reader fills a tree of its own and hands it over last
+    }
+}
+
+bool readFile(const std::string& path, Tree& tree) {
+    try {
+        const File file(std::fopen(path.c_str(), "rb"));
+        if (!file) return false;
+        std::string json;
+        constexpr std::size_t kChunk = 1 << 20;
+        for (std::size_t read = kChunk; read == kChunk;) {
+            const std::size_t had = json.size();
+            json.resize(had + kChunk);
+            read = std::fread(json.data() + had, 1, kChunk, file.get());
+            json.resize(had + read);
+        }
+        return !std::ferror(file.get()) && parse(json, tree);
+    } catch (...) {
+        return false;  // a file too large for the memory
+    }
+}
+
+std::string format(const Tree& tree, const std::string& path) {
+    const char* fault = tree.data().empty() ? faultOf(tree, 1) : "the root has a value";
+    if (fault) throw json_parser_error(fault, path, 0);
+    std::ostringstream json;
+    boost::property_tree::write_json(json, tree, true);
+    return std::move(json).str();
+}
+
+void writeFile(const Tree& tree, const std::string& path, FileSteps& steps) {
+    const std::string json = format(tree, path);
+    if (!steps.mayWrite(path)) throw json_parser_error("the file may not be written", path, 0);
+    const std::string beside = path + ".new";
+    if (steps.write(beside, json) && steps.flush(beside) && steps.replace(beside, path)) return;
+    steps.remove(beside);
+    throw json_parser_error("write error", path, 0);
+}
+
+void eraseEverywhere(Tree& tree, const std::string& key) {
+    tree.erase(key);
+    for (auto& [name, child] : tree) eraseEverywhere(child, key);
+}
+
+bool FileSteps::write(const std::string& path, std::string_view bytes) {
+    File file(std::fopen(path.c_str(), "wb"));
+    if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) return false;
+    return std::fclose(file.release()) == 0;
+}
+
+void FileSteps::remove(const std::string& path) { std::remove(path.c_str()); }
+
+#if defined(_WIN32)
+
+bool FileSteps::mayWrite(const std::string& path) {
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return true;
+    if (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) return false;
+    const HANDLE file =
+        ::CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    ::CloseHandle(file);
+    return true;
+}
+
+bool FileSteps::flush(const std::string& path) {
+    const File file(std::fopen(path.c_str(), "r+b"));
+    return file && _commit(_fileno(file.get())) == 0;
+}
+
+bool FileSteps::replace(const std::string& from, const std::string& to) {
+    return ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+#else
+
+bool FileSteps::mayWrite(const std::string& path) {
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0) return true;
+    // The mode counts even for a superuser, whom access() would let pass.
+    return S_ISREG(status.st_mode) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 &&
+           ::access(path.c_str(), W_OK) == 0;
+}
+
+bool FileSteps::flush(const std::string& path) {
+    const File file(std::fopen(path.c_str(), "r+b"));
+    return file && ::fsync(::fileno(file.get())) == 0;
+}
+
+bool FileSteps::replace(const std::string& from, const std::string& to) {
+    return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+#endif
+
+}  // namespace settings

@@ -1,0 +1,47 @@
+// Counts what goes through operator new while an expression is evaluated.
+#include "src/expression/core/ExpressionEvaluator.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+#include <string>
+
+namespace {
+std::size_t g_allocations = 0;
+}
+
+// The compiler sees through the replaced pair and takes it for a mismatch.
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+
+void* operator new(std::size_t size) {
+    ++g_allocations;
+    if (void* memory = std::malloc(size ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+TEST(ExpressionAllocation, NoneUpToSixtyFourTokens) {
+    std::string chain = "1.25";
+    while (chain.size() < 31 * 7) chain += " + 2.5 ";
+    const std::string texts[] = {
+        chain, std::string(21, '(') + "0x10" + std::string(21, ')') + "* 1234567890.12345678901234567890",
+        "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 29 30 31 32 33 34 35 36 37 38 39 "
+        "40 41 42 43 44 45 46 47 48 49 50 51 52 53 54 55 56 57 58 59 60 61 62 63 64",
+        std::string(64, '('), "abc - 10%0"};
+    for (const std::string& text : texts) {
+        CString argument(text.c_str());
+        double value = 0;
+        const std::size_t before = g_allocations;
+        EvaluateExpression(argument, &value);
+        EXPECT_EQ(g_allocations, before) << text;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+// The fuzz bodies over their corpus, and over some mutants of each text: what can be had without a fuzzing compiler. A
+// body that finds a fault ends the process and says which text.
+#include "tests/fuzz/Fuzz.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+
+namespace {
+
+using Body = void (*)(const std::uint8_t*, std::size_t);
+
+void run(Body body, const std::string& text) { body(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()); }
+
+std::string mutant(std::string text, std::mt19937& random) {
+    for (unsigned edits = 1 + random() % 4; edits > 0; --edits) {
+        const std::size_t at = random() % (text.size() + 1);
+        switch (random() % 3) {
+            case 0:
+                text.insert(at, 1, static_cast<char>(random()));
+                break;
+            case 1:
+                text.insert(at, text.substr(random() % (text.size() + 1), 1 + random() % 8));
+                break;
+            default:
+                text.erase(at, 1 + random() % 2);
+                break;
+        }
+    }
+    return text;
+}
+
+void runFolder(const char* folder, Body body) {
+    constexpr int kMutants = 300;
+    std::mt19937 random(20251121);
+    int files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(QUOR_CORPUS) / folder)) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        run(body, text);
+        for (int i = 0; i < kMutants; ++i) run(body, mutant(text, random));
+        ++files;
+    }
+    EXPECT_GT(files, 0);
+}
+
+TEST(FuzzCorpus, Expression) { runFolder("expression", fuzzExpression); }
+TEST(FuzzCorpus, Settings) { runFolder("settings", fuzzSettings); }
+
+}  // namespace

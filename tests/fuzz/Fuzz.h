@@ -1,0 +1,12 @@
+// The fuzz targets' bodies. libFuzzer drives them in executables of their own; the core tests run them over the corpus.
+// A body returns normally for every input, or ends the process by assertion: abort() with a line on stderr.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// Both roads of the evaluator must agree on the text.
+void fuzzExpression(const std::uint8_t* data, std::size_t size);
+
+// The reader of the settings file takes any bytes; what it gives can be written and read back the same, if at all.
+void fuzzSettings(const std::uint8_t* data, std::size_t size);

@@ -1,0 +1,107 @@
+// The terminal over its simulator: summary, pictures, self-check, settings, exported entry points.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "ChildProcess.h"
+#include "Picture.h"
+#include "host/Theme.h"
+
+namespace {
+
+// Palette colours are COLORREFs; pictures are 0xRRGGBB.
+std::uint32_t rgb(std::uint32_t colour) {
+    return ((colour & 0xFF) << 16) | (colour & 0xFF00) | ((colour >> 16) & 0xFF);
+}
+
+double number(const std::string& text) { return std::atof(text.c_str()); }
+
+// A pane of text: mostly its background, some of its colours, no single flat area.
+void expectReadable(const RunResult& run, const char* file, std::initializer_list<std::uint32_t> colours) {
+    const Picture picture = readPicture(run.folder + "\\" + file);
+    ASSERT_GT(picture.width, 200) << file;
+    ASSERT_GT(picture.height, 100) << file;
+    EXPECT_GT(picture.distinctColours(), 8u) << file;
+    for (const std::uint32_t colour : colours) {
+        EXPECT_GT(picture.shareOf(rgb(colour)), 0.0005) << file << " lacks colour " << std::hex << colour;
+        EXPECT_LT(picture.shareOf(rgb(colour)), 0.95) << file << " is nearly all " << std::hex << colour;
+    }
+}
+
+}  // namespace
+
+namespace terminal {
+
+TEST(TerminalRun, SimulatorRunsItsTimeAndPassesItsSelfCheck) {
+    const RunResult run = runTerminal("simulator", "--seconds 3 --seed 7");
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.figure("ending"), "time is up");
+    EXPECT_EQ(run.figure("instruments"), "500");
+    EXPECT_GT(number(run.figure("ticks")), 3'000);
+    EXPECT_GT(number(run.figure("rows")), 1'000);
+    EXPECT_GT(number(run.figure("repaints")), 5);
+    EXPECT_GT(number(run.figure("tick_to_paint_ms_median")), 0);
+    EXPECT_LT(number(run.figure("first_row_ms")), 5'000);
+    expectReadable(run, "terminal.png", {palette::background, palette::surface, palette::up, palette::down});
+    expectReadable(run, "watch.png",
+                   {palette::background, palette::stripe, palette::symbol, palette::up, palette::down});
+    expectReadable(run, "orders.png", {palette::upBack, palette::downBack, palette::up, palette::down});
+    expectReadable(run, "trades.png", {palette::background, palette::up, palette::down});
+    EXPECT_TRUE(run.wrote("terminal.log"));
+    EXPECT_TRUE(run.wrote("terminal-settings.ini"));
+}
+
+TEST(TerminalRun, FaultOnPurposeFailsTheSelfCheck) {
+    const RunResult run = runTerminal("fault", "--seconds 1 --instruments 20 --self-test-fault");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.errors.find("self-check: orders: rows: shown"), std::string::npos) << run.errors;
+}
+
+TEST(TerminalRun, BadCommandLinesEndBeforeAnyWindow) {
+    static const char* const lines[] = {"--speed 0", "--seconds x", "--instruments -1", "--no-such-option", "--tape"};
+    for (const char* line : lines) {
+        const RunResult run = runTerminal("badline", line);
+        EXPECT_EQ(run.exitCode, 2) << line;
+        EXPECT_NE(run.errors, "") << line;
+        EXPECT_FALSE(run.wrote("terminal.log")) << line;
+    }
+}
+
+TEST(TerminalRun, LayoutIsReadFromTheSettingsAndTheRestOfTheFileIsKept) {
+    const std::string other = "[Other]\r\nkey= \xA7 \"two\" \r\n";
+    writeTestFile("layout\\terminal-settings.ini", "[Layout]\r\nWatch=0.3000\r\nOrders=nonsense\r\n" + other);
+    const RunResult run = runTerminal("layout", "--seconds 1 --instruments 5", KeepSettings::yes);
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    const std::string text = readFile(run.folder + "\\terminal-settings.ini");
+    EXPECT_NE(text.find("Watch=0.3000\r\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("nonsense"), std::string::npos) << text;
+    EXPECT_NE(text.find(other), std::string::npos) << text;
+}
+
+TEST(TerminalHost, EveryEntryPointIsExportedByName) {
+    static const char* const names[] = {"pu_get_application_iCon",
+                                        "pu_get_peer_data",
+                                        "UserSettingMWColumns",
+                                        "AddToTabbedLog",
+                                        "quoru_call_LoadLibrary",
+                                        "FillShadeRect",
+                                        "quoru_add_extra_columns",
+                                        "MrktWatchGetColumnText",
+                                        "UserSetting",
+                                        "quoru_get_app_status",
+                                        "pu_get_find_menu_item_in_roles",
+                                        "IsOptimizedMWUpdate",
+                                        "pu_RegisterForWindowDisplayAffinity",
+                                        "pu_GetScreenSharingStatus",
+                                        "pu_GetDefaultScreenSharingStatus",
+                                        "pu_GetAppdataHashCode",
+                                        "pu_RemoveWindowFromDispAffinityWindowsMap"};
+    const HMODULE host =
+        ::LoadLibraryExA(programPath("QuorTerminal.exe").c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+    ASSERT_NE(host, nullptr);
+    for (const char* name : names) EXPECT_NE(::GetProcAddress(host, name), nullptr) << name;
+    ::FreeLibrary(host);
+}
+
+}  // namespace terminal
