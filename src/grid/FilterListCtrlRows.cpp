@@ -74,13 +74,20 @@ void CFilterListCtrl::processPendingOptiUpdates() {
     const StoreChange change = m_rows.endBatch(selection);
     m_native.setCount(m_rows.displayCount());
     m_native.settle();
-    for (const int visual : selection.selected) {
-        const bool focused = selection.mark == -1 || visual == selection.mark;
+    selectAgain(selection);
+    markDirty(change);
+    m_selection = std::move(selection);
+}
+
+// The marked row takes the focus too. Without a mark every row would: the first to take it becomes the mark, the last
+// keeps the focus, and a focus that wanders through all those between costs the control milliseconds a row.
+void CFilterListCtrl::selectAgain(const BatchSelection& selection) {
+    for (const int& visual : selection.selected) {
+        const bool atAnEnd = &visual == &selection.selected.front() || &visual == &selection.selected.back();
+        const bool focused = selection.mark == -1 ? atAnEnd : visual == selection.mark;
         const UINT state = focused ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
         m_native.setState(visual, state, state);
     }
-    markDirty(change);
-    m_selection = std::move(selection);
 }
 
 void CFilterListCtrl::startFlushTimer() {
