@@ -8,7 +8,7 @@ namespace terminal {
 namespace {
 std::string_view percentText(Price change, Price close, TextBuffer& buffer) {
     const double percent = static_cast<double>(change) / static_cast<double>(close) * 100;
-    const int length = std::snprintf(buffer.text, sizeof buffer.text, "%+.2f", percent);
+    const int length = std::snprintf(buffer.text, sizeof buffer.text, change == 0 ? "%.2f" : "%+.2f", percent);
     return {buffer.text, static_cast<std::size_t>(length)};
 }
 

@@ -201,7 +201,7 @@ private:
     RowTest rowTest();
     int carryOut(const StoreChange& change);
     void markDirty(const StoreChange& change);
-    void selectAgain(const BatchSelection& selection);
+    void restoreSelection(const BatchSelection& selection);
     void startFlushTimer();
     void StartRepaintTimer();
     void flushDirtyRect();

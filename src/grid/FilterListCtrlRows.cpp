@@ -74,19 +74,20 @@ void CFilterListCtrl::processPendingOptiUpdates() {
     const StoreChange change = m_rows.endBatch(selection);
     m_native.setCount(m_rows.displayCount());
     m_native.settle();
-    selectAgain(selection);
+    restoreSelection(selection);
     markDirty(change);
     m_selection = std::move(selection);
 }
 
-// The marked row takes the focus too. Without a mark every row would: the first to take it becomes the mark, the last
-// keeps the focus, and a focus that wanders through all those between costs the control milliseconds a row.
-void CFilterListCtrl::selectAgain(const BatchSelection& selection) {
-    for (const int& visual : selection.selected) {
-        const bool atAnEnd = &visual == &selection.selected.front() || &visual == &selection.selected.back();
-        const bool focused = selection.mark == -1 ? atAnEnd : visual == selection.mark;
+// Selects the rows again; the marked one takes the focus. Without a mark every row takes it in turn: the first becomes
+// the control's mark and the last keeps the focus, so those two calls bring about the same state. (Each call that moves
+// the focus costs the control milliseconds.)
+void CFilterListCtrl::restoreSelection(const BatchSelection& selection) {
+    const std::vector<int>& rows = selection.selected;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const bool focused = selection.mark == -1 ? i == 0 || i + 1 == rows.size() : rows[i] == selection.mark;
         const UINT state = focused ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
-        m_native.setState(visual, state, state);
+        m_native.setState(rows[i], state, state);
     }
 }
 

@@ -31,7 +31,7 @@ public:
 };
 
 // Parses a JSON text. False, with the tree as it was, if it is no JSON or is nested deeper than kMaxDepth.
-bool parse(std::string_view json, Tree& tree);
+bool parse(std::string json, Tree& tree);
 
 // Reads a file into the tree; false, with the tree as it was, if that cannot be done.
 bool readFile(const std::string& path, Tree& tree);

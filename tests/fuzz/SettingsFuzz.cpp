@@ -19,7 +19,7 @@ void fuzzSettings(const std::uint8_t* data, std::size_t size) {
     settings::Tree marker;
     marker.put("before", "kept");
     settings::Tree tree = marker;
-    if (!settings::parse({reinterpret_cast<const char*>(data), size}, tree)) {
+    if (!settings::parse(std::string(reinterpret_cast<const char*>(data), size), tree)) {
         if (tree != marker) fail("a text that was refused changed the tree");
         return;
     }
