@@ -1,0 +1,187 @@
+// The margin server's mathematics: the portfolio of docs/calculators-servers.md, worked there by hand, and the rules of
+// portfolios and positions.
+#include "servers/core/MarginBook.h"
+#include "servers/core/Refusal.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+using namespace servers;
+
+const MarginBook::Name kName = {"otn", "101", "N/A"};
+
+Position position(const char* product, ContractKind kind, const char* month, int quantity, double strike = 0) {
+    return {"NSCCL", "NSE", product, static_cast<int>(kind), month, month, 73, strike, quantity};
+}
+
+constexpr const char* kNear = "ALPHA,1000,90,0.20,0.04,0.06,15";
+
+// Ten futures long, six of the next month short, five calls written.
+void fillWorkedExample(Portfolio& portfolio) {
+    portfolio.setPosition(position(kNear, ContractKind::Future, "2606", 10));
+    portfolio.setPosition(position("ALPHA,1010", ContractKind::Future, "2607", -6));
+    portfolio.setPosition(position("ALPHA", ContractKind::Call, "2606", -5, 1050));
+}
+
+struct Margin : testing::Test {
+    Margin() {
+        book.create(kName);
+        book.select(kName);
+    }
+    Reason refusal(const Position& p) {
+        try {
+            book.selected().setPosition(p);
+        } catch (const Refusal& r) {
+            return r.reason();
+        }
+        return Reason::NotFound;
+    }
+    double scanningRisk() {
+        book.selected().calculate();
+        return book.result().scanningRisk;
+    }
+    MarginBook book;
+};
+
+TEST_F(Margin, TheWorkedExample) {
+    fillWorkedExample(book.selected());
+    const double expected[] = {31.88,  -29.98,  -29.31, -100.83, 108.23, 60.78,  -74.69, -148.57,
+                               197.99, 165.92, -104.70, -173.52, 298.63, 279.61, -48.63, 222.96};
+    const auto losses = book.selected().losses("NSCCL", "NSE", "ALPHA");
+    ASSERT_EQ(losses.size(), 16u);
+    for (std::size_t i = 0; i < 16; ++i) EXPECT_NEAR(losses[i], expected[i], 0.005) << "scenario " << i + 1;
+
+    EXPECT_TRUE(book.selected().calculate());
+    EXPECT_NEAR(book.result().scanningRisk, 298.63, 0.005);
+    EXPECT_NEAR(book.result().spreadCharge, 90, 1e-9);
+    EXPECT_EQ(book.result().longOptionValue, 0);
+    EXPECT_NEAR(book.result().shortOptionValue, 83.33, 0.005);
+    EXPECT_NEAR(book.requirement(1, 1), 471.96, 0.005);
+    EXPECT_NEAR(book.requirement(1, 0), 388.63, 0.005);
+    EXPECT_NEAR(book.requirement(0, 0), 298.63, 0.005);
+    EXPECT_NEAR(book.requirement(0, 1), 381.96, 0.005);
+}
+
+TEST_F(Margin, FuturesAloneLoseTheirRange) {
+    Portfolio& p = book.selected();
+    p.setPosition(position("BETA,100,9,0,0,0,1", ContractKind::Future, "a", -7));
+    EXPECT_DOUBLE_EQ(scanningRisk(), 63);
+    // With a range of more than twice the price it falls to nothing in the extreme move, and the short gains no more.
+    p.setPosition(position("GAMMA,100,60,0,0,0,1", ContractKind::Future, "a", 1));
+    EXPECT_DOUBLE_EQ(scanningRisk(), 63 + 60);
+}
+
+// Far out of the money nothing but the extreme moves costs anything: 35 % of the loss of two ranges.
+TEST_F(Margin, AnExtremeMoveCountsForAThird) {
+    book.selected().setPosition(position("DELTA,100,10,0,0,0,1", ContractKind::Call, "a", -10, 110));
+    EXPECT_NEAR(scanningRisk(), 10 * 10 * 0.35, 1e-9);
+    EXPECT_DOUBLE_EQ(book.requirement(1, 1), book.result().scanningRisk);
+}
+
+TEST_F(Margin, LongOptionsPayTheirOwnRisk) {
+    book.selected().setPosition(position(kNear, ContractKind::Put, "2606", 4, 900));
+    book.selected().calculate();
+    EXPECT_GT(book.result().longOptionValue, 0);
+    EXPECT_GT(book.result().scanningRisk, 0);
+    EXPECT_LE(book.result().scanningRisk, book.result().longOptionValue);
+    EXPECT_EQ(book.requirement(1, 1), 0);
+}
+
+TEST_F(Margin, ProductsDoNotOffsetEachOther) {
+    Portfolio& p = book.selected();
+    p.setPosition(position("A,100,5,0,0,0,2", ContractKind::Future, "x", 3));
+    p.setPosition(position("B,100,5,0,0,0,2", ContractKind::Future, "y", -3));
+    p.calculate();
+    EXPECT_DOUBLE_EQ(book.result().scanningRisk, 30);
+    EXPECT_EQ(book.result().spreadCharge, 0);
+    // Within a product three of the five units are spread.
+    p.setPosition(position("A,101", ContractKind::Future, "y", -5));
+    p.calculate();
+    EXPECT_DOUBLE_EQ(book.result().scanningRisk, 10 + 15);
+    EXPECT_DOUBLE_EQ(book.result().spreadCharge, 3 * 2);
+}
+
+TEST_F(Margin, APositionIsSetNotAdded) {
+    Portfolio& p = book.selected();
+    p.setPosition(position("A,100,5,0,0,0,2", ContractKind::Future, "x", 3));
+    p.setPosition(position("A", ContractKind::Future, "x", -2));
+    EXPECT_DOUBLE_EQ(scanningRisk(), 10);
+    p.setPosition(position("A,100,8,0,0,0,2", ContractKind::Future, "x", -2));
+    EXPECT_DOUBLE_EQ(scanningRisk(), 16);
+    p.setPosition(position("A", ContractKind::Future, "x", 0));
+    EXPECT_FALSE(p.calculate());
+    EXPECT_EQ(book.requirement(1, 1), 0);
+}
+
+TEST_F(Margin, AChangeVoidsTheResults) {
+    fillWorkedExample(book.selected());
+    EXPECT_THROW(book.result(), Refusal);
+    book.selected().calculate();
+    EXPECT_NO_THROW(book.result());
+    book.selected().setPosition(position("ALPHA", ContractKind::Call, "2606", -4, 1050));
+    EXPECT_THROW(book.requirement(1, 1), Refusal);
+}
+
+TEST_F(Margin, BadPositionsAreRefusedAndChangeNothing) {
+    Portfolio& p = book.selected();
+    p.setPosition(position(kNear, ContractKind::Future, "2606", 10));
+    const double before = scanningRisk();
+    Position noMonth = position(kNear, ContractKind::Future, "", 1), badKind = position(kNear, ContractKind::Put, "x", 1, 5);
+    badKind.kind = 3;
+    Position badDays = position(kNear, ContractKind::Call, "2606", 1, 5);
+    badDays.days = -1;
+    const Position bad[] = {
+        noMonth,
+        badKind,
+        badDays,
+        position("", ContractKind::Future, "2606", 1),
+        position("OTHER", ContractKind::Future, "2606", 1),
+        position("OTHER,100", ContractKind::Future, "2606", 1),
+        position("ALPHA", ContractKind::Future, "2607", 1),
+        position("ALPHA,0", ContractKind::Future, "2606", 1),
+        position("ALPHA,12EUR", ContractKind::Future, "2606", 1),
+        position("ALPHA,inf", ContractKind::Future, "2606", 1),
+        position("ALPHA,1000,90", ContractKind::Future, "2606", 1),
+        position("ALPHA,1000,0,0.2,0.04,0.06,15", ContractKind::Future, "2606", 1),
+        position("ALPHA,1000,90,-1,0.04,0.06,15", ContractKind::Future, "2606", 1),
+        position("ALPHA,1000,90,0.2,0.04,0.06,-1", ContractKind::Future, "2606", 1),
+        position("ALPHA", ContractKind::Call, "2606", 1, 0),
+        position("ALPHA", ContractKind::Call, "2606", 1, std::nan("")),
+    };
+    for (const Position& b : bad) EXPECT_EQ(refusal(b), Reason::BadArgument) << b.product << ' ' << b.month;
+    EXPECT_EQ(book.result().scanningRisk, before);  // still calculated
+}
+
+TEST(MarginBook, PortfoliosAreNamedAndSelected) {
+    const auto reason = [](auto&& call) {
+        try {
+            call();
+        } catch (const Refusal& r) {
+            return r.reason();
+        }
+        return Reason::BadArgument;
+    };
+    MarginBook book;
+    EXPECT_EQ(reason([&] { book.select(kName); }), Reason::NotFound);
+    EXPECT_EQ(reason([&] { book.selected(); }), Reason::NotFound);
+    book.create(kName);
+    EXPECT_EQ(reason([&] { book.selected(); }), Reason::NotFound);
+    EXPECT_EQ(reason([&] { book.create(kName); }), Reason::AlreadyThere);
+    book.select(kName);
+    EXPECT_EQ(reason([&] { book.result(); }), Reason::NotCalculated);
+    book.create({"other", "101", "N/A"});
+    fillWorkedExample(book.selected());
+    EXPECT_TRUE(book.selected().calculate());
+    book.select({"other", "101", "N/A"});
+    EXPECT_FALSE(book.selected().calculate());
+    book.eraseSelected();
+    EXPECT_EQ(reason([&] { book.eraseSelected(); }), Reason::NotFound);
+    book.select(kName);
+    EXPECT_GT(book.requirement(1, 1), 0);
+    EXPECT_EQ(reason([&] { book.requirement(2, 1); }), Reason::BadArgument);
+}
+
+}  // namespace
