@@ -9,12 +9,29 @@ BEGIN_MESSAGE_MAP(CWinApp, CCmdTarget)
     ON_COMMAND(ID_APP_EXIT, &CWinApp::OnAppExit)
 END_MESSAGE_MAP()
 
-CWinApp::CWinApp(LPCSTR lpszAppName) : m_hInstance(::GetModuleHandleA(nullptr)), m_appName(lpszAppName) {
+namespace {
+
+// The module whose image holds the object: its DLL if it is a static one there. Objects elsewhere (stack, heap) are the
+// executable's.
+HINSTANCE moduleAround(const void* object) {
+    HMODULE module = nullptr;
+    constexpr DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (::GetModuleHandleExA(flags, static_cast<LPCSTR>(object), &module)) return module;
+    return ::GetModuleHandleA(nullptr);
+}
+
+}  // namespace
+
+CWinApp::CWinApp(LPCSTR lpszAppName) : m_hInstance(moduleAround(this)), m_appName(lpszAppName) {
     if (lpszAppName) m_pszAppName = m_appName;
-    if (!windowState().app) windowState().app = this;
+    if (m_hInstance != ::GetModuleHandleA(nullptr))
+        windowState().libraryApps.push_back(this);
+    else if (!windowState().app)
+        windowState().app = this;
 }
 
 CWinApp::~CWinApp() {
+    std::erase(windowState().libraryApps, this);
     if (windowState().app == this) windowState().app = nullptr;
 }
 
@@ -76,6 +93,12 @@ void CWinApp::OnAppExit() {
 // --- What belongs to the process -----------------------------------------------------------------------------------
 
 CWinApp* AfxGetApp() { return windowState().app; }
+
+CWinApp* quorGetLibraryApp(HINSTANCE hInstance) {
+    for (CWinApp* app : windowState().libraryApps)
+        if (app->m_hInstance == hInstance) return app;
+    return nullptr;
+}
 
 CWnd* AfxGetMainWnd() {
     CWnd* mainWindow = windowState().app ? windowState().app->GetMainWnd() : nullptr;

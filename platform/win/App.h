@@ -11,12 +11,14 @@ class CWnd;
 class QUOR_FRAMEWORK_API CWinApp : public CCmdTarget {
     DECLARE_DYNAMIC(CWinApp)
 public:
-    // The first object made becomes AfxGetApp(); at most one lives at a time.
+    // The program's object becomes AfxGetApp(); at most one lives at a time. A static object of a DLL is that library's
+    // own: m_hInstance is the DLL, InitInstance and ExitInstance run when it is loaded and unloaded (DllMain.cpp, which
+    // is compiled into such a DLL), and AfxGetApp() does not see it.
     explicit CWinApp(LPCSTR lpszAppName = nullptr);
     ~CWinApp() override;
 
     CWnd* m_pMainWnd = nullptr;       // its end ends the application: WM_QUIT is posted when it is destroyed
-    HINSTANCE m_hInstance = nullptr;  // the executable
+    HINSTANCE m_hInstance = nullptr;  // the executable, or the DLL of a library's object
     LPCSTR m_pszAppName = nullptr;    // caption of AfxMessageBox; the executable's name if none was given
     LPSTR m_lpCmdLine = nullptr;
     int m_nCmdShow = SW_SHOWNORMAL;
@@ -52,6 +54,8 @@ private:
 
 // The application object, or null.
 QUOR_FRAMEWORK_API CWinApp* AfxGetApp();
+// The object of a DLL, or null. For DllMain.cpp; libraries know their own object.
+QUOR_FRAMEWORK_API CWinApp* quorGetLibraryApp(HINSTANCE hInstance);
 // The application's main window; without an application the one given to AfxSetMainWnd.
 QUOR_FRAMEWORK_API CWnd* AfxGetMainWnd();
 // For programs without an application object. WM_QUIT is not posted at its end.

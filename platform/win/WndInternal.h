@@ -28,6 +28,7 @@ struct WindowState {
     int keptDepth = 0;           // how deep the message was whose handler threw
     CWnd* mainWindow = nullptr;  // without an application object
     CWinApp* app = nullptr;
+    std::vector<CWinApp*> libraryApps;  // static objects of DLLs
     HINSTANCE resources = nullptr;
     WPARAM exitCode = 0;  // of the last quit message
     CWnd* tip = nullptr;  // the shared tool tip window, owned by itself

@@ -1,0 +1,14 @@
+// Errors of COM servers as exceptions: _com_error, _bstr_t and what belongs to them. The classes come from the
+// compiler's <comdef.h>; the three functions that its runtime lacks are in this library.
+//
+// Not part of Framework.h, as <comdef.h> is not part of the framework: who calls a server includes it.
+#pragma once
+
+#include "platform/base/WinTypes.h"
+
+#include <comdef.h>
+
+// void _com_issue_errorex(HRESULT hr, IUnknown* server, REFIID iid)
+//
+// Throws _com_error(hr). It carries the thread's error info if the server says that this interface of it sets one
+// (ISupportErrorInfo); otherwise none, whatever an earlier call left.
