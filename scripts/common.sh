@@ -5,7 +5,7 @@ build="$root/build"
 wine=/usr/lib/wine/wine64
 wineserver=/usr/lib/wine/wineserver64
 packages=(g++ cmake ninja-build g++-mingw-w64-x86-64-posix wine64 libwine googletest xvfb xauth xdotool imagemagick
-    fonts-wine fonts-liberation libboost-dev util-linux)
+    fonts-wine fonts-liberation libboost-dev mingw-w64-tools util-linux)
 
 die() { printf '%s\n' "$1" >&2; exit 2; }
 
@@ -73,4 +73,18 @@ make_prefixes() {
         "$wineserver" -k; "$wineserver" -w
     ) || die "The Wine prefixes could not be made; see build/wine/boot.log"
     touch "$build/wine/ready"
+}
+
+# The calculation servers, entered in a prefix's registry. Only when the prefix does not have them from this folder yet.
+register_servers() { # prefix name
+    local mark="$build/wine/$1.servers" folder="$build/windows/bin" server
+    [ "$(cat "$mark" 2>/dev/null)" = "$folder" ] && return 0
+    (
+        wine_environment "$1"
+        [ "$1" = tests ] && unset DISPLAY
+        for server in QuorOptionServer QuorMarginServer; do
+            "$wine" regsvr32 /s "Z:${folder//\//\\}\\$server.dll" || exit 1
+        done
+    ) >/dev/null 2>&1 || die "The calculation servers could not be registered in the prefix '$1'."
+    printf '%s' "$folder" >"$mark"
 }

@@ -1,0 +1,332 @@
+// The real calculation servers, as ./test registers them: through the library's wrappers, early bound by their vtables,
+// and late bound by their type libraries.
+#include "platform/win/ComError.h"
+#include "servers/interfaces/CalculationServers.h"
+#include "src/calculators/QuorCOMWrapApp.h"
+#include "support/MessageBoxAnswerer.h"
+#include "support/WindowFixture.h"
+
+#include <cmath>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Releaser {
+    void operator()(IUnknown* object) const { object->Release(); }
+};
+template <class Interface>
+using Owned = std::unique_ptr<Interface, Releaser>;
+
+template <class Interface>
+Owned<Interface> newServer(const CLSID& classId, const IID& iid) {
+    ::CoInitialize(nullptr);
+    void* object = nullptr;
+    EXPECT_EQ(::CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, iid, &object), S_OK)
+        << "not registered? ./test does that";
+    return Owned<Interface>(static_cast<Interface*>(object));
+}
+
+Owned<IOptionCalculator> newOptionServer() {
+    return newServer<IOptionCalculator>(kOptionCalculatorClass, kOptionCalculatorInterface);
+}
+Owned<IMarginCalculator> newMarginServer() {
+    return newServer<IMarginCalculator>(kMarginCalculatorClass, kMarginCalculatorInterface);
+}
+
+// The failure that a call throws; S_OK if it throws none. With the interface of the error info, null if there is none.
+struct Thrown {
+    HRESULT code = S_OK;
+    GUID interfaceId = {};
+    std::string sentence;
+};
+
+Thrown thrownBy(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const _com_error& error) {
+        const _bstr_t sentence = error.Description();
+        return {error.Error(), error.GUID_(), sentence.length() ? static_cast<const char*>(sentence) : ""};
+    }
+    return {};
+}
+
+struct Servers : test::WindowFixture {
+    Servers() {
+        static const bool created = [] {
+            bool option = false, margin = false;
+            quorCalculators().GetSpan(&option);
+            quorCalculators().GetSpanCom(&margin);
+            return option && margin;
+        }();
+        EXPECT_TRUE(created) << "not registered? ./test does that";
+    }
+    CQuorCOMWrapApp& app = quorCalculators();
+    double price = -7, delta = -7, gamma = -7, theta = -7, vega = -7, rho = -7;
+    bool untouched() const {
+        return price == -7 && delta == -7 && gamma == -7 && theta == -7 && vega == -7 && rho == -7;
+    }
+};
+
+// --- Through the wrappers ------------------------------------------------------------------------------------------
+
+TEST_F(Servers, BlackScholesFigures) {
+    const auto priced = [this](double spot, float strike, double volatility, short right, double carry) {
+        app.CalculateBSPriceWra(spot, strike, 0.5, 0.10, volatility, right, carry, 0, &price, &delta, &gamma, &theta,
+                                &vega, &rho);
+        return price;
+    };
+    EXPECT_NEAR(priced(42, 40, 0.20, 0, 0.10), 4.7594, 5e-5);
+    EXPECT_NEAR(delta, 0.7791, 5e-5);
+    EXPECT_GT(gamma, 0);
+    EXPECT_LT(theta, 0);
+    EXPECT_GT(vega, 0);
+    EXPECT_GT(rho, 0);
+    EXPECT_NEAR(priced(42, 40, 0.20, 1, 0.10), 0.8086, 5e-5);
+    EXPECT_NEAR(delta, 0.7791 - 1, 5e-5);
+    EXPECT_NEAR(priced(75, 70, 0.35, 1, 0.05), 4.0870, 5e-5);
+}
+
+TEST_F(Servers, PricesOfAFutureAgreeWithBlack76) {
+    app.CalcPriceWra(20, 20, 4.0 / 12, 0.09, 0, 0.25, 0, 1, 0, 0, &price, &delta, &gamma, &theta, &vega, &rho);
+    EXPECT_NEAR(price, 1.1166, 5e-5);
+    double o[6] = {};
+    app.CalcBlack76ModelPutData(20, 0.09, 4.0 / 12, 0.25, 20, o[0], o[1], o[2], o[3], o[4], o[5]);
+    const double served[] = {price, delta, gamma, theta, vega, rho};
+    for (int i = 0; i < 6; ++i) EXPECT_NEAR(served[i], o[i], 1e-10) << i;
+}
+
+TEST_F(Servers, AmericanExerciseCostsMore) {
+    double american = 0;
+    app.CalcPriceWra(90, 100, 0.5, 0.10, 0, 0.25, 0, 1, 0, 0, &price, &delta, &gamma, &theta, &vega, &rho);
+    app.CalcPriceWra(90, 100, 0.5, 0.10, 0, 0.25, 0, 1, 1, 401, &american, &delta, &gamma, &theta, &vega, &rho);
+    EXPECT_NEAR(american, 12.430, 2e-3);
+    EXPECT_GT(american, price + 0.1);
+}
+
+TEST_F(Servers, ImpliedVolatility) {
+    double volatility = 0;
+    app.CalculateImpVolatilityWra(4.0870, 75, 70, 0.5, 0.10, 0.05, 0, 1, &volatility);
+    EXPECT_NEAR(volatility, 0.35, 1e-5);
+    app.CalculateImpVolatilityWra(12.430, 90, 100, 0.5, 0.10, 0, 0, 3, &volatility);
+    EXPECT_NEAR(volatility, 0.25, 1e-3);
+}
+
+TEST_F(Servers, WhatTheOptionServerRefusesIsThrownAndWritesNothing) {
+    const double nan = std::nan("");
+    const auto priced = [this](double spot, double years, short right, short exercise) {
+        return thrownBy([=, this] {
+            app.CalcPriceWra(spot, 100, years, 0.05, 0, 0.2, 0, right, exercise, 0, &price, &delta, &gamma, &theta,
+                             &vega, &rho);
+        });
+    };
+    const auto solved = [this](double target, short kind) {
+        return thrownBy([=, this] { app.CalculateImpVolatilityWra(target, 100, 90, 1, 0.05, 0.05, 0, kind, &price); });
+    };
+    const struct {
+        Thrown thrown;
+        HRESULT code;
+    } rows[] = {
+        {priced(-1, 1, 0, 0), E_INVALIDARG},  {priced(nan, 1, 0, 0), E_INVALIDARG}, {priced(100, -1, 0, 0), E_INVALIDARG},
+        {priced(100, 1, 2, 0), E_INVALIDARG}, {priced(100, 1, 0, 2), E_INVALIDARG}, {solved(1, 0), kOutsideBounds},
+        {solved(101, 0), kOutsideBounds},     {solved(-1, 1), kOutsideBounds},      {solved(5, 4), E_INVALIDARG},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.thrown.code, row.code) << row.thrown.sentence;
+        EXPECT_EQ(row.thrown.interfaceId, kOptionCalculatorInterface);
+        EXPECT_FALSE(row.thrown.sentence.empty());
+    }
+    EXPECT_TRUE(untouched());
+}
+
+// The portfolio of the docs: ten futures long, six of the next month short, five calls written.
+TEST_F(Servers, TheWorkedPortfolio) {
+    app.CreatePortfolioWra();
+    app.SelectPortfolioWra();
+    EXPECT_EQ(app.CalculateWra(), S_FALSE);
+    app.SetPortfPositionWra("", "", "ALPHA,1000,90,0.20,0.04,0.06,15", 0, "2606", "", 73, 0, 10);
+    app.SetPortfPositionWra("", "", "ALPHA,1010", 0, "2607", "", 103, 0, -6);
+    app.SetPortfPositionWra("", "", "ALPHA", 1, "2606", "", 73, 1050, -5);
+    EXPECT_EQ(app.CalculateWra(), S_OK);
+    EXPECT_NEAR(app.GetPortfTotReqWra(), 471.96, 0.005);
+    EXPECT_NEAR(app.GetPortfShortOptValueWra(), -83.33, 0.005);
+    EXPECT_NEAR(app.GetPortfLongFutValueWra(), -83.33, 0.005);
+    app.DeleteWra();
+}
+
+TEST_F(Servers, WhatTheMarginServerRefusesIsThrown) {
+    const auto refused = [this](const char* product) {
+        return thrownBy([=, this] { app.SetPortfPositionWra("", "", product, 0, "2606", "", 73, 0, 10); }).code;
+    };
+    EXPECT_EQ(thrownBy([this] { app.SelectPortfolioWra(); }).code, HRESULT_FROM_WIN32(ERROR_NOT_FOUND));
+    EXPECT_EQ(thrownBy([this] { app.DeleteWra(); }).code, HRESULT_FROM_WIN32(ERROR_NOT_FOUND));
+    app.CreatePortfolioWra();
+    app.SelectPortfolioWra();
+    EXPECT_EQ(thrownBy([this] { app.CreatePortfolioWra(); }).code, HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS));
+    EXPECT_EQ(refused("UNKNOWN"), E_INVALIDARG);
+    EXPECT_EQ(refused("A,1,x,0,0,0,0"), E_INVALIDARG);
+    const Thrown early = thrownBy([this] { app.GetPortfTotReqWra(); });
+    EXPECT_EQ(early.code, kNotCalculated);
+    EXPECT_EQ(early.interfaceId, kMarginCalculatorInterface);
+    EXPECT_EQ(early.sentence, "The portfolio has not been calculated.");
+    test::MessageBoxAnswerer answerer;
+    app.GetErrorDetailsWra();
+    EXPECT_EQ(answerer.texts(), std::vector<std::string>{""});
+    app.DeleteWra();
+}
+
+// --- Early bound ---------------------------------------------------------------------------------------------------
+
+TEST(OptionServer, NullOutputsAreRefusedBeforeAnythingIsWritten) {
+    const auto server = newOptionServer();
+    double o[6] = {-7, -7, -7, -7, -7, -7};
+    EXPECT_EQ(server->CalculateBlackScholes(42, 40, 0.5, 0.1, 0.2, 0, 0.1, 0, &o[0], &o[1], &o[2], &o[3], &o[4], nullptr),
+              E_POINTER);
+    EXPECT_EQ(server->CalculateImpliedVolatility(5, 42, 40, 0.5, 0.1, 0.1, 0, 0, nullptr), E_POINTER);
+    for (const double untouched : o) EXPECT_EQ(untouched, -7);
+}
+
+TEST(MarginServer, ErrorDetailsAreThoseOfTheLastFailure) {
+    const auto server = newMarginServer();
+    BSTR text = nullptr;
+    EXPECT_EQ(server->GetErrorDetails(&text), S_OK);
+    EXPECT_EQ(_bstr_t(text, false).length(), 0u);
+    EXPECT_EQ(server->Calculate(), HRESULT_FROM_WIN32(ERROR_NOT_FOUND));
+    EXPECT_EQ(server->GetErrorDetails(&text), S_OK);
+    EXPECT_STREQ(static_cast<const char*>(_bstr_t(text, false)), "No portfolio is selected.");
+    EXPECT_EQ(server->GetErrorDetails(nullptr), E_POINTER);
+}
+
+// Entry 7 of the table is position 1.
+HRESULT callPosition(IUnknown* object, int position) {
+    using Method = HRESULT(STDMETHODCALLTYPE*)(IUnknown*);
+    return (*reinterpret_cast<Method**>(object))[6 + position](object);
+}
+
+TEST(CalculationServers, UnnamedPositionsAreNotImplemented) {
+    const auto option = newOptionServer();
+    const auto margin = newMarginServer();
+    EXPECT_EQ(callPosition(option.get(), 2), E_NOTIMPL);
+    for (const int position : {1, 3, 4, 7, 8, 9, 12, 13, 15, 17})
+        EXPECT_EQ(callPosition(margin.get(), position), E_NOTIMPL) << position;
+    EXPECT_EQ(callPosition(margin.get(), 5), HRESULT_FROM_WIN32(ERROR_NOT_FOUND));
+}
+
+TEST(CalculationServers, ObjectsKeepTheirDllLoaded) {
+    auto server = newMarginServer();
+    const HMODULE dll = ::GetModuleHandleA("QuorMarginServer.dll");
+    ASSERT_TRUE(dll);
+    const auto canUnload =
+        reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void (*)()>(::GetProcAddress(dll, "DllCanUnloadNow")));
+    EXPECT_EQ(canUnload(), S_FALSE);
+    void* same = nullptr;
+    ASSERT_EQ(server->QueryInterface(IID_IDispatch, &same), S_OK);
+    EXPECT_EQ(same, server.get());
+    EXPECT_EQ(server->Release(), 1u);
+    EXPECT_EQ(server->QueryInterface(IID_IStream, &same), E_NOINTERFACE);
+    EXPECT_EQ(same, nullptr);
+}
+
+TEST(CalculationServers, EveryPortfolioBookIsItsObjectsOwn) {
+    const auto first = newMarginServer(), second = newMarginServer();
+    const _bstr_t name("a");
+    const BSTR text = const_cast<wchar_t*>(static_cast<const wchar_t*>(name));
+    EXPECT_EQ(first->CreatePortfolio(text, text, nullptr), S_OK);
+    EXPECT_EQ(first->SelectPortfolio(text, text, nullptr), S_OK);
+    EXPECT_EQ(second->SelectPortfolio(text, text, nullptr), HRESULT_FROM_WIN32(ERROR_NOT_FOUND));
+}
+
+// --- Late bound ----------------------------------------------------------------------------------------------------
+
+// Arguments are given first to last and passed last to first.
+HRESULT invoke(IDispatch* server, const wchar_t* name, std::vector<VARIANT> arguments, EXCEPINFO* exception = nullptr) {
+    wchar_t* names[] = {const_cast<wchar_t*>(name)};
+    DISPID id = 0;
+    const HRESULT found = server->GetIDsOfNames(IID_NULL, names, 1, LOCALE_SYSTEM_DEFAULT, &id);
+    if (FAILED(found)) return found;
+    std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
+    DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+    return server->Invoke(id, IID_NULL, LOCALE_SYSTEM_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, exception, nullptr);
+}
+
+VARIANT variant(double number) {
+    VARIANT v = {};
+    v.vt = VT_R8;
+    v.dblVal = number;
+    return v;
+}
+VARIANT variant(double* output) {
+    VARIANT v = {};
+    v.vt = VT_R8 | VT_BYREF;
+    v.pdblVal = output;
+    return v;
+}
+VARIANT variant(const _bstr_t& text) {
+    VARIANT v = {};
+    v.vt = VT_BSTR;
+    v.bstrVal = const_cast<wchar_t*>(static_cast<const wchar_t*>(text));
+    return v;
+}
+
+TEST(CalculationServers, ScriptsReachTheOptionServerByName) {
+    ::CoInitialize(nullptr);
+    CLSID classId = {};
+    ASSERT_EQ(::CLSIDFromProgID(L"Quor.OptionCalculator", &classId), S_OK);
+    const auto server = newServer<IDispatch>(classId, IID_IDispatch);
+    double o[6] = {};
+    std::vector<VARIANT> arguments;
+    for (const double in : {42.0, 40.0, 0.5, 0.1, 0.2, 1.0, 0.1, 0.0}) arguments.push_back(variant(in));
+    for (double& output : o) arguments.push_back(variant(&output));
+    EXPECT_EQ(invoke(server.get(), L"CalculateBlackScholes", arguments), S_OK);
+    EXPECT_NEAR(o[0], 0.8086, 5e-5);
+    EXPECT_NEAR(o[1], 0.7791 - 1, 5e-5);
+}
+
+TEST(CalculationServers, ScriptsReachTheMarginServerByName) {
+    const auto server = newServer<IDispatch>(kMarginCalculatorClass, IID_IDispatch);
+    const _bstr_t name("p"), product("A,100,9,0,0,0,1"), month("2606");
+    const std::vector<VARIANT> names = {variant(name), variant(name), variant(name)};
+    EXPECT_EQ(invoke(server.get(), L"CreatePortfolio", names), S_OK);
+    EXPECT_EQ(invoke(server.get(), L"selectportfolio", names), S_OK);
+    EXPECT_EQ(invoke(server.get(), L"SetPortfPosition",
+                     {variant(name), variant(name), variant(product), variant(0.0), variant(month), variant(month),
+                      variant(30.0), variant(0.0), variant(-7.0)}),
+              S_OK);
+    EXPECT_EQ(invoke(server.get(), L"Calculate", {}), S_OK);
+    double requirement = 0;
+    EXPECT_EQ(invoke(server.get(), L"GetTotalRequirement", {variant(1.0), variant(1.0), variant(&requirement)}), S_OK);
+    EXPECT_DOUBLE_EQ(requirement, 63);
+
+    EXCEPINFO exception = {};
+    EXPECT_EQ(invoke(server.get(), L"CreatePortfolio", names, &exception), DISP_E_EXCEPTION);
+    const _bstr_t sentence(exception.bstrDescription, false), source(exception.bstrSource, false);
+    EXPECT_STREQ(static_cast<const char*>(sentence), "A portfolio of this name exists.");
+    EXPECT_STREQ(static_cast<const char*>(source), "Quor.MarginCalculator");
+    ::SysFreeString(exception.bstrHelpFile);
+}
+
+// The type library counts positions as the vtable does.
+TEST(CalculationServers, TypeLibraryPositionsAreThoseOfTheTable) {
+    const Owned<IDispatch> servers[] = {newServer<IDispatch>(kOptionCalculatorClass, IID_IDispatch),
+                                        newServer<IDispatch>(kMarginCalculatorClass, IID_IDispatch)};
+    const int methods[] = {4, 18};
+    for (int i = 0; i < 2; ++i) {
+        ITypeInfo* dispatch = nullptr;
+        ASSERT_EQ(servers[i]->GetTypeInfo(0, LOCALE_SYSTEM_DEFAULT, &dispatch), S_OK);
+        const Owned<ITypeInfo> owner(dispatch);
+        int seen = 0;
+        FUNCDESC* method = nullptr;
+        for (UINT index = 0; SUCCEEDED(dispatch->GetFuncDesc(index, &method)); ++index) {
+            if (method->memid > 0 && method->memid < 100) {
+                EXPECT_EQ(method->oVft, static_cast<short>((6 + method->memid) * sizeof(void*)));
+                ++seen;
+            }
+            dispatch->ReleaseFuncDesc(method);
+        }
+        EXPECT_EQ(seen, methods[i]);
+    }
+}
+
+}  // namespace
