@@ -6,7 +6,8 @@ namespace {
 
 bool setsErrorInfo(IUnknown* server, REFIID iid) {
     ISupportErrorInfo* support = nullptr;
-    if (!server || FAILED(server->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(&support)))) return false;
+    if (!server || FAILED(server->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(&support))))
+        return false;
     const HRESULT answer = support->InterfaceSupportsErrorInfo(iid);
     support->Release();
     return answer == S_OK;

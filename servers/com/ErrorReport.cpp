@@ -11,11 +11,16 @@ namespace {
 
 HRESULT codeOf(Reason reason) {
     switch (reason) {
-        case Reason::BadArgument: return E_INVALIDARG;
-        case Reason::OutsideBounds: return kOutsideBounds;
-        case Reason::NotFound: return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
-        case Reason::AlreadyThere: return HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
-        case Reason::NotCalculated: return kNotCalculated;
+        case Reason::BadArgument:
+            return E_INVALIDARG;
+        case Reason::OutsideBounds:
+            return kOutsideBounds;
+        case Reason::NotFound:
+            return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
+        case Reason::AlreadyThere:
+            return HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
+        case Reason::NotCalculated:
+            return kNotCalculated;
     }
     return E_FAIL;
 }

@@ -1,5 +1,5 @@
-// What makes a DLL an in-process COM server: class factory, life count, registration. The DLL that this is compiled into
-// supplies serverDescription(); Module.cpp has the four exported functions (named in Module.def).
+// What makes a DLL an in-process COM server: class factory, life count, registration. The DLL that this is compiled
+// into supplies serverDescription(); Module.cpp has the four exported functions (named in Module.def).
 #pragma once
 
 #include "platform/base/WinTypes.h"
@@ -14,7 +14,7 @@ struct ServerDescription {
     GUID libraryId;            // of the type library, version 1.0, which is resource 1 of the DLL
     const wchar_t* programId;  // also the source of error infos
     const wchar_t* name;
-    IDispatch* (*create)();    // a new object with one reference; throws std::bad_alloc
+    IDispatch* (*create)();  // a new object with one reference; throws std::bad_alloc
 };
 
 const ServerDescription& serverDescription();

@@ -33,7 +33,7 @@ double inverted(double z, int n) {
 
 struct Tree {
     int steps;
-    double up, down;          // factors of the spot in one step
+    double up, down;              // factors of the spot in one step
     double upWeight, downWeight;  // probabilities, discounted by one step
     bool certain;
 };
@@ -167,8 +167,7 @@ Option bumped(Option o, double volatility, double rate) {
 
 // The Black-Scholes equation gives the theta of an option that is held: the tree has no node of the same spot later.
 double yearlyTheta(const Option& o, const Valuation& v) {
-    return o.rate * v.price - o.carry * o.spot * v.delta -
-           o.volatility * o.volatility * o.spot * o.spot * v.gamma / 2;
+    return o.rate * v.price - o.carry * o.spot * v.delta - o.volatility * o.volatility * o.spot * o.spot * v.gamma / 2;
 }
 
 // More volatility than a tree can hold: the price has reached its upper bound.

@@ -39,7 +39,7 @@ struct Terms {
     double asset;      // present value of the asset delivered at expiry
     double strike;     // present value of the strike
     double d1, d2;
-    double n1, n2;     // probabilities, N(sign * d1) and N(sign * d2)
+    double n1, n2;  // probabilities, N(sign * d1) and N(sign * d2)
 };
 
 Terms termsOf(const Option& o) {
@@ -80,8 +80,7 @@ Valuation europeanValue(const Option& option) {
     v.price = priceOf(t);
     v.delta = t.sign * t.asset / option.spot * t.n1;
     v.theta = yearlyTheta(option, t) / kDaysInYear;
-    const double yearlyRho =
-        option.carry == 0 ? -option.years * v.price : t.sign * option.years * t.strike * t.n2;
+    const double yearlyRho = option.carry == 0 ? -option.years * v.price : t.sign * option.years * t.strike * t.n2;
     v.rho = yearlyRho * kPoint;
     if (t.deviation > 0) {
         v.gamma = t.asset * density(t.d1) / (option.spot * option.spot * t.deviation);

@@ -95,7 +95,8 @@ Option optionOn(double price, ContractKind kind, double strike, int days, const 
 }  // namespace
 
 // Of one unit. A fall by more than the price leaves the future worthless: its call too, and its put pays the strike.
-double Portfolio::valueOf(const Product& product, const ContractKey& key, const Holding& holding, const Scenario& scenario) {
+double Portfolio::valueOf(const Product& product, const ContractKey& key, const Holding& holding,
+                          const Scenario& scenario) {
     const RiskParameters& p = product.parameters;
     const double price = std::max(0.0, product.prices.at(holding.underlyingMonth) + scenario.move * p.range);
     if (key.kind == ContractKind::Future) return price;
@@ -184,8 +185,7 @@ bool Portfolio::calculate() {
 }
 
 void MarginBook::create(const Name& name) {
-    if (!m_portfolios.try_emplace(name).second)
-        throw Refusal(Reason::AlreadyThere, "A portfolio of this name exists.");
+    if (!m_portfolios.try_emplace(name).second) throw Refusal(Reason::AlreadyThere, "A portfolio of this name exists.");
 }
 
 void MarginBook::select(const Name& name) {

@@ -26,14 +26,21 @@ struct Scenario {
 constexpr double kThird = 1.0 / 3;
 constexpr double kExtremeShare = 0.35;
 constexpr std::array<Scenario, 16> kScenarios = {{
-    {0, 1, 1},           {0, -1, 1},            // price unchanged
-    {kThird, 1, 1},      {kThird, -1, 1},       // a third of the range, up and down
-    {-kThird, 1, 1},     {-kThird, -1, 1},      //
-    {2 * kThird, 1, 1},  {2 * kThird, -1, 1},   // two thirds
-    {-2 * kThird, 1, 1}, {-2 * kThird, -1, 1},  //
-    {1, 1, 1},           {1, -1, 1},            // the whole range
-    {-1, 1, 1},          {-1, -1, 1},           //
-    {2, 0, kExtremeShare},                      // twice the range: rare, so a part of the loss counts
+    {0, 1, 1},   // price unchanged, volatility up
+    {0, -1, 1},  // and down; so on in pairs
+    {kThird, 1, 1},
+    {kThird, -1, 1},
+    {-kThird, 1, 1},
+    {-kThird, -1, 1},
+    {2 * kThird, 1, 1},
+    {2 * kThird, -1, 1},
+    {-2 * kThird, 1, 1},
+    {-2 * kThird, -1, 1},
+    {1, 1, 1},  // the whole range
+    {1, -1, 1},
+    {-1, 1, 1},
+    {-1, -1, 1},
+    {2, 0, kExtremeShare},  // twice the range: rare, so a part of the loss counts
     {-2, 0, kExtremeShare},
 }};
 
@@ -47,12 +54,12 @@ struct Position {
     //   SYMBOL,price               a new price of this month
     //   SYMBOL,price,range,volatility,volatility range,rate,spread charge
     std::string product;
-    int kind = 0;                // as ContractKind
-    std::string month;           // of the contract: any text, "2606"
-    std::string underlyingMonth; // of the future under it, whose price is meant
-    int days = 0;                // calendar days to expiry, 0 or more
-    double strike = 0;           // above 0 for options; unread for futures
-    int quantity = 0;            // in units of the underlying, long above 0, short below; 0 takes the position out
+    int kind = 0;                 // as ContractKind
+    std::string month;            // of the contract: any text, "2606"
+    std::string underlyingMonth;  // of the future under it, whose price is meant
+    int days = 0;                 // calendar days to expiry, 0 or more
+    double strike = 0;            // above 0 for options; unread for futures
+    int quantity = 0;             // in units of the underlying, long above 0, short below; 0 takes the position out
 };
 
 // The market data of a product; the price is that of one month.
@@ -82,8 +89,10 @@ public:
     bool calculate();
     bool calculated() const { return m_calculated; }
     const MarginResult& result() const { return m_result; }
-    // Loss of one product in each scenario, in the order of kScenarios; empty for an unknown one. For reports and tests.
-    std::vector<double> losses(const std::string& clearing, const std::string& exchange, const std::string& symbol) const;
+    // Loss of one product in each scenario, in the order of kScenarios; empty for an unknown one. For reports and
+    // tests.
+    std::vector<double> losses(const std::string& clearing, const std::string& exchange,
+                               const std::string& symbol) const;
 
 private:
     struct ContractKey {
@@ -104,7 +113,8 @@ private:
     };
     using ProductKey = std::array<std::string, 3>;  // clearing, exchange, symbol
 
-    static double valueOf(const Product& product, const ContractKey& key, const Holding& holding, const Scenario& scenario);
+    static double valueOf(const Product& product, const ContractKey& key, const Holding& holding,
+                          const Scenario& scenario);
     static double deltaOf(const Product& product, const ContractKey& key, const Holding& holding);
     static std::vector<double> lossesOf(const Product& product);
     static double spreadChargeOf(const Product& product);

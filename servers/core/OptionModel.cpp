@@ -98,8 +98,8 @@ double impliedVolatility(const Option& option, double price) {
     if (atHigh == 0) return high;
     std::uintmax_t evaluations = 200;
     const boost::math::tools::eps_tolerance<double> nearEnough(50);
-    const auto bracket = boost::math::tools::toms748_solve(excess, 0.0, high, bounds.lower - price, atHigh, nearEnough,
-                                                           evaluations);
+    const auto bracket =
+        boost::math::tools::toms748_solve(excess, 0.0, high, bounds.lower - price, atHigh, nearEnough, evaluations);
     return (bracket.first + bracket.second) / 2;
 }
 

@@ -24,10 +24,11 @@ struct Option {
     double rate = 0;        // interest a year, continuous: 0.1 is 10 %
     double carry = 0;       // cost of carry a year, continuous
     double volatility = 0;  // a year, 0 or more: 0.2 is 20 %
-    double dividends = 0;   // cash paid before expiry, at its present value; from 0 to below the spot, it is taken off it
+    double dividends =
+        0;  // cash paid before expiry, at its present value; from 0 to below the spot, it is taken off it
     Right right = Right::Call;
     Exercise exercise = Exercise::European;
-    int steps = 0;          // of the tree, 0 for kDefaultSteps; even numbers count as the next odd one, 5 at least
+    int steps = 0;  // of the tree, 0 for kDefaultSteps; even numbers count as the next odd one, 5 at least
 };
 
 struct Valuation {
@@ -36,8 +37,8 @@ struct Valuation {
     double gamma = 0;  // change of delta per 1 of spot
     double theta = 0;  // change of the price per calendar day that passes (a year has 365)
     double vega = 0;   // change of the price per point of volatility (0.01)
-    // Change of the price per point of the rate (0.01). The carry moves with the rate (the yield r - b stays), unless it
-    // is exactly 0: an option on a future, whose price stays.
+    // Change of the price per point of the rate (0.01). The carry moves with the rate (the yield r - b stays), unless
+    // it is exactly 0: an option on a future, whose price stays.
     double rho = 0;
 };
 

@@ -10,9 +10,11 @@
 #include <ole2.h>
 
 constexpr CLSID kOptionCalculatorClass = {0x0C332960, 0xAC64, 0x11D7, {0xB4, 0x57, 0x00, 0xD0, 0xB7, 0xBD, 0x01, 0x2C}};
-constexpr IID kOptionCalculatorInterface = {0x0C33295F, 0xAC64, 0x11D7, {0xB4, 0x57, 0x00, 0xD0, 0xB7, 0xBD, 0x01, 0x2C}};
+constexpr IID kOptionCalculatorInterface = {
+    0x0C33295F, 0xAC64, 0x11D7, {0xB4, 0x57, 0x00, 0xD0, 0xB7, 0xBD, 0x01, 0x2C}};
 constexpr CLSID kMarginCalculatorClass = {0x5B17F3FC, 0xFBCD, 0x4208, {0xAF, 0x23, 0xAA, 0x13, 0xB4, 0x71, 0x72, 0x57}};
-constexpr IID kMarginCalculatorInterface = {0x40A9F92B, 0x445D, 0x4154, {0x8A, 0x74, 0x5D, 0xF0, 0x19, 0xFA, 0x5E, 0xE5}};
+constexpr IID kMarginCalculatorInterface = {
+    0x40A9F92B, 0x445D, 0x4154, {0x8A, 0x74, 0x5D, 0xF0, 0x19, 0xFA, 0x5E, 0xE5}};
 
 // Failures of the servers' own, besides those of COM (E_INVALIDARG, E_POINTER, ...).
 constexpr HRESULT kOutsideBounds = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 0x201);
@@ -27,10 +29,10 @@ constexpr HRESULT kNotCalculated = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 0x
 // Outputs are written on success only, all of them.
 struct IOptionCalculator : IDispatch {
     // 1. American or European exercise, cash dividends.
-    virtual HRESULT STDMETHODCALLTYPE CalculatePrice(double spot, double strike, double years, double rate, double carry,
-                                                     double volatility, double dividends, short right, short exercise,
-                                                     short steps, double* price, double* delta, double* gamma,
-                                                     double* theta, double* vega, double* rho) = 0;
+    virtual HRESULT STDMETHODCALLTYPE CalculatePrice(double spot, double strike, double years, double rate,
+                                                     double carry, double volatility, double dividends, short right,
+                                                     short exercise, short steps, double* price, double* delta,
+                                                     double* gamma, double* theta, double* vega, double* rho) = 0;
     virtual HRESULT STDMETHODCALLTYPE Unnamed2() = 0;
     // 3
     virtual HRESULT STDMETHODCALLTYPE CalculateImpliedVolatility(double price, double spot, double strike, double years,
@@ -52,7 +54,7 @@ struct IMarginCalculator : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Calculate() = 0;  // 2. S_FALSE: there is no position
     virtual HRESULT STDMETHODCALLTYPE Unnamed3() = 0;
     virtual HRESULT STDMETHODCALLTYPE Unnamed4() = 0;
-    virtual HRESULT STDMETHODCALLTYPE DeletePortfolio() = 0;               // 5
+    virtual HRESULT STDMETHODCALLTYPE DeletePortfolio() = 0;                 // 5
     virtual HRESULT STDMETHODCALLTYPE GetNetOptionValue(double* value) = 0;  // 6
     virtual HRESULT STDMETHODCALLTYPE Unnamed7() = 0;
     virtual HRESULT STDMETHODCALLTYPE Unnamed8() = 0;

@@ -27,8 +27,7 @@ public:
         return done([&] { m_book.select({textOf(portfolio), textOf(account), textOf(segment)}); });
     }
     HRESULT STDMETHODCALLTYPE SetPortfPosition(BSTR clearing, BSTR exchange, BSTR product, short kind, BSTR month,
-                                               BSTR underlyingMonth, short days, float strike,
-                                               LONG quantity) override {
+                                               BSTR underlyingMonth, short days, float strike, LONG quantity) override {
         return done([&] {
             m_book.selected().setPosition({textOf(clearing), textOf(exchange), textOf(product), kind, textOf(month),
                                            textOf(underlyingMonth), days, strike, quantity});

@@ -40,8 +40,8 @@ public:
                                              short steps, double* price, double* delta, double* gamma, double* theta,
                                              double* vega, double* rho) override {
         return valued({price, delta, gamma, theta, vega, rho}, [&] {
-            return Option{spot,       strike,    years,          rate,                 carry,
-                          volatility, dividends, rightOf(right), exerciseOf(exercise), steps};
+            return Option{spot, strike, years, rate, carry, volatility, dividends, rightOf(right), exerciseOf(exercise),
+                          steps};
         });
     }
 
@@ -53,8 +53,8 @@ public:
         return guarded([&] {
             if (!volatility) return E_POINTER;
             if (kind < 0 || kind > 3) throw Refusal(Reason::BadArgument, "The kind must be from 0 to 3.");
-            const Option option = {spot, strike,    years,             rate,                  carry,
-                                   0,    dividends, rightOf(kind & 1), exerciseOf(kind >> 1), 0};
+            const Option option = {
+                spot, strike, years, rate, carry, 0, dividends, rightOf(kind & 1), exerciseOf(kind >> 1), 0};
             *volatility = impliedVolatility(option, price);
             return S_OK;
         });
@@ -65,8 +65,8 @@ public:
                                                     double* price, double* delta, double* gamma, double* theta,
                                                     double* vega, double* rho) override {
         return valued({price, delta, gamma, theta, vega, rho}, [&] {
-            return Option{spot,       strike,    years,          rate,               carry,
-                          volatility, dividends, rightOf(right), Exercise::European, 0};
+            return Option{spot, strike, years, rate, carry, volatility, dividends, rightOf(right), Exercise::European,
+                          0};
         });
     }
 

@@ -76,8 +76,7 @@ void CQuorCOMWrapApp::GetSpanCom(bool* pbOk) { *pbOk = marginServer.create(kMarg
 // --- Black-76 ------------------------------------------------------------------------------------------------------
 
 void CQuorCOMWrapApp::CalcBlack76ModelCallData(double F, double r, double T, double sigma, double K, double& price,
-                                               double& delta, double& gamma, double& theta, double& vega,
-                                               double& rho) {
+                                               double& delta, double& gamma, double& theta, double& vega, double& rho) {
     giveOut(black76::call({F, r, T, sigma, K}), price, delta, gamma, theta, vega, rho);
 }
 

@@ -4,9 +4,9 @@
 // servers/interfaces/CalculationServers.h and whose arguments are explained in docs/calculators.md. The wrappers add no
 // logic: a team without these servers can put a class of its own behind the same operations.
 //
-// The host calls GetSpan and GetSpanCom first, each once, on the thread that will call the wrappers: each sets a pointer
-// of the process, which all objects of this class use. A wrapper whose server was not created faults. Nothing is locked,
-// and the portfolio values pass through a field of the object: one call at a time.
+// The host calls GetSpan and GetSpanCom first, each once, on the thread that will call the wrappers: each sets a
+// pointer of the process, which all objects of this class use. A wrapper whose server was not created faults. Nothing
+// is locked, and the portfolio values pass through a field of the object: one call at a time.
 //
 // Failures: a failing HRESULT of a server reaches the caller as a _com_error (platform/win/ComError.h) with the error
 // info of that server's interface; so does a text for which there is no memory (E_OUTOFMEMORY). Nothing is caught here.
@@ -26,8 +26,8 @@ public:
     void GetSpan(bool* pbOk);
     void GetSpanCom(bool* pbOk);
 
-    // Options on futures: price F of the future, rate r, years T, volatility sigma, strike K. Theta is per day, vega and
-    // rho per point. Nothing is checked; see src/calculators/core/Black76.h.
+    // Options on futures: price F of the future, rate r, years T, volatility sigma, strike K. Theta is per day, vega
+    // and rho per point. Nothing is checked; see src/calculators/core/Black76.h.
     void CalcBlack76ModelCallData(double F, double r, double T, double sigma, double K, double& price, double& delta,
                                   double& gamma, double& theta, double& vega, double& rho);
     void CalcBlack76ModelPutData(double F, double r, double T, double sigma, double K, double& price, double& delta,
@@ -41,15 +41,16 @@ public:
     void CalculateImpVolatilityWra(double price, double spot, double strike, double years, double rate, double carry,
                                    double dividends, short kind, double* volatility);
     void CalculateBSPriceWra(double spot, float strike, double years, double rate, double volatility, short right,
-                             double carry, double dividends, double* price, double* delta, double* gamma,
-                             double* theta, double* vega, double* rho);
+                             double carry, double dividends, double* price, double* delta, double* gamma, double* theta,
+                             double* vega, double* rho);
 
     // The margin server. The portfolio is always the one named "otn", "101", "N/A".
     void CreatePortfolioWra();
     void SelectPortfolioWra();
     void DeleteWra();
     // The contract's product goes on as `c`, its kind `d` and the days `g` cut to 16 bits, the month `e` twice, the
-    // strike `h` and the quantity `i`. The house and the exchange are fixed ("NSCCL", "NSE"): `a`, `b` and `f` are unread.
+    // strike `h` and the quantity `i`. The house and the exchange are fixed ("NSCCL", "NSE"): `a`, `b` and `f` are
+    // unread.
     void SetPortfPositionWra(CString a, CString b, CString c, int d, CString e, CString f, int g, float h, long i);
     // The server's success code: 1 (S_FALSE) when the portfolio is empty.
     int CalculateWra();

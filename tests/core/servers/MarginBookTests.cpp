@@ -48,7 +48,7 @@ struct Margin : testing::Test {
 
 TEST_F(Margin, TheWorkedExample) {
     fillWorkedExample(book.selected());
-    const double expected[] = {31.88,  -29.98,  -29.31, -100.83, 108.23, 60.78,  -74.69, -148.57,
+    const double expected[] = {31.88,  -29.98, -29.31,  -100.83, 108.23, 60.78,  -74.69, -148.57,
                                197.99, 165.92, -104.70, -173.52, 298.63, 279.61, -48.63, 222.96};
     const auto losses = book.selected().losses("NSCCL", "NSE", "ALPHA");
     ASSERT_EQ(losses.size(), 16u);
@@ -129,7 +129,8 @@ TEST_F(Margin, BadPositionsAreRefusedAndChangeNothing) {
     Portfolio& p = book.selected();
     p.setPosition(position(kNear, ContractKind::Future, "2606", 10));
     const double before = scanningRisk();
-    Position noMonth = position(kNear, ContractKind::Future, "", 1), badKind = position(kNear, ContractKind::Put, "x", 1, 5);
+    Position noMonth = position(kNear, ContractKind::Future, "", 1),
+             badKind = position(kNear, ContractKind::Put, "x", 1, 5);
     badKind.kind = 3;
     Position badDays = position(kNear, ContractKind::Call, "2606", 1, 5);
     badDays.days = -1;

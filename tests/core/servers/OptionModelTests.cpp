@@ -1,5 +1,5 @@
-// The option server's mathematics: published figures, laws that hold between prices, an independent tree, and the search
-// for the volatility over a grid of options.
+// The option server's mathematics: published figures, laws that hold between prices, an independent tree, and the
+// search for the volatility over a grid of options.
 #include "servers/core/OptionModel.h"
 #include "servers/core/Refusal.h"
 
@@ -159,10 +159,7 @@ TEST(OptionModel, AtExpiryAndWithoutVolatilityThePaymentIsCertain) {
     };
     const double growth = std::exp(-0.05);
     const Row rows[] = {
-        {110, 0, 0.3, 10, 1},
-        {90, 0, 0.3, 0, 0},
-        {100, 0, 0.3, 0, 0.5},
-        {110, 1, 0, 110 - 100 * growth, 1},
+        {110, 0, 0.3, 10, 1}, {90, 0, 0.3, 0, 0}, {100, 0, 0.3, 0, 0.5}, {110, 1, 0, 110 - 100 * growth, 1},
         {90, 1, 0, 0, 0},
     };
     for (const Row& row : rows) {

@@ -7,7 +7,8 @@
 
 namespace test {
 
-// Runs this executable again as a child with the mode and an argument for it; its exit code, or WAIT_TIMEOUT after 20 s.
+// Runs this executable again as a child with the mode and an argument for it; its exit code, or WAIT_TIMEOUT after 20
+// s.
 DWORD runChild(const std::string& mode, const std::string& argument = "");
 // The child's work, by mode; its exit code. Called by main().
 int childMain(const std::string& mode, const std::string& argument);

@@ -111,8 +111,8 @@ HRESULT STDMETHODCALLTYPE unexpected(Object* self) {
 }
 
 HRESULT STDMETHODCALLTYPE option1(Object* self, double a, double b, double c, double d, double e, double f, double g,
-                                  short h, short i, short j, double* o1, double* o2, double* o3, double* o4,
-                                  double* o5, double* o6) {
+                                  short h, short i, short j, double* o1, double* o2, double* o3, double* o4, double* o5,
+                                  double* o6) {
     return record(self, "option 1:", a, b, c, d, e, f, g, h, i, j, o1, o2, o3, o4, o5, o6);
 }
 HRESULT STDMETHODCALLTYPE option3(Object* self, double a, double b, double c, double d, double e, double f, double g,
@@ -126,12 +126,8 @@ HRESULT STDMETHODCALLTYPE option4(Object* self, double a, double b, double c, do
 HRESULT STDMETHODCALLTYPE margin2(Object* self) { return record(self, "margin 2:"); }
 HRESULT STDMETHODCALLTYPE margin5(Object* self) { return record(self, "margin 5:"); }
 HRESULT STDMETHODCALLTYPE margin6(Object* self, double* o) { return record(self, "margin 6:", o); }
-HRESULT STDMETHODCALLTYPE margin10(Object* self, BSTR a, BSTR b, BSTR c) {
-    return record(self, "margin 10:", a, b, c);
-}
-HRESULT STDMETHODCALLTYPE margin11(Object* self, BSTR a, BSTR b, BSTR c) {
-    return record(self, "margin 11:", a, b, c);
-}
+HRESULT STDMETHODCALLTYPE margin10(Object* self, BSTR a, BSTR b, BSTR c) { return record(self, "margin 10:", a, b, c); }
+HRESULT STDMETHODCALLTYPE margin11(Object* self, BSTR a, BSTR b, BSTR c) { return record(self, "margin 11:", a, b, c); }
 HRESULT STDMETHODCALLTYPE margin14(Object* self, BSTR a, BSTR b, BSTR c, short d, BSTR e, BSTR f, short g, float h,
                                    long i) {
     const char* months = e != f ? "margin 14:" : "margin 14 (one text twice):";
@@ -147,17 +143,17 @@ HRESULT STDMETHODCALLTYPE margin18(Object* self, BSTR* o) {
 
 const Method errorSupportMethods[] = {entry(queryInterface), entry(stay), entry(stay), entry(supportsErrorInfo)};
 
-#define DISPATCH_ENTRIES                                                                                   \
+#define DISPATCH_ENTRIES                                                                                               \
     entry(queryInterface), entry(stay), entry(stay), entry(dispatchEntry), entry(dispatchEntry), entry(dispatchEntry), \
         entry(dispatchEntry)
 
-const Method optionMethods[] = {DISPATCH_ENTRIES, entry(option1), entry(unexpected<2>), entry(option3), entry(option4),
-                         entry(unexpected<5>)};
-const Method marginMethods[] = {
-    DISPATCH_ENTRIES,     entry(unexpected<1>),  entry(margin2),        entry(unexpected<3>),  entry(unexpected<4>),
-    entry(margin5),       entry(margin6),        entry(unexpected<7>),  entry(unexpected<8>),  entry(unexpected<9>),
-    entry(margin10),      entry(margin11),       entry(unexpected<12>), entry(unexpected<13>), entry(margin14),
-    entry(unexpected<15>), entry(margin16),      entry(unexpected<17>), entry(margin18),       entry(unexpected<19>)};
+const Method optionMethods[] = {DISPATCH_ENTRIES, entry(option1), entry(unexpected<2>),
+                                entry(option3),   entry(option4), entry(unexpected<5>)};
+const Method marginMethods[] = {DISPATCH_ENTRIES,      entry(unexpected<1>),  entry(margin2),  entry(unexpected<3>),
+                                entry(unexpected<4>),  entry(margin5),        entry(margin6),  entry(unexpected<7>),
+                                entry(unexpected<8>),  entry(unexpected<9>),  entry(margin10), entry(margin11),
+                                entry(unexpected<12>), entry(unexpected<13>), entry(margin14), entry(unexpected<15>),
+                                entry(margin16),       entry(unexpected<17>), entry(margin18), entry(unexpected<19>)};
 
 Object optionErrors = {errorSupportMethods, kOptionInterface, nullptr};
 Object marginErrors = {errorSupportMethods, kMarginInterface, nullptr};
@@ -172,7 +168,8 @@ HRESULT STDMETHODCALLTYPE queryFactory(Object* self, REFIID, void** object) {
     *object = self;
     return S_OK;
 }
-const Method factoryMethods[] = {entry(queryFactory), entry(stay), entry(stay), entry(createInstance), entry(lockServer)};
+const Method factoryMethods[] = {entry(queryFactory), entry(stay), entry(stay), entry(createInstance),
+                                 entry(lockServer)};
 Object optionFactory = {factoryMethods, nullptr, nullptr};
 Object marginFactory = {factoryMethods, nullptr, nullptr};
 
@@ -209,9 +206,7 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*) {
 }
 
 HRESULT WINAPI DllGetClassObject(REFCLSID classId, REFIID, void** object) {
-    *object = classId == idOf(kOptionClass)   ? &optionFactory
-              : classId == idOf(kMarginClass) ? &marginFactory
-                                              : nullptr;
+    *object = classId == idOf(kOptionClass) ? &optionFactory : classId == idOf(kMarginClass) ? &marginFactory : nullptr;
     return *object ? S_OK : CLASS_E_CLASSNOTAVAILABLE;
 }
 

@@ -129,9 +129,11 @@ TEST_F(Servers, WhatTheOptionServerRefusesIsThrownAndWritesNothing) {
         Thrown thrown;
         HRESULT code;
     } rows[] = {
-        {priced(-1, 1, 0, 0), E_INVALIDARG},  {priced(nan, 1, 0, 0), E_INVALIDARG}, {priced(100, -1, 0, 0), E_INVALIDARG},
-        {priced(100, 1, 2, 0), E_INVALIDARG}, {priced(100, 1, 0, 2), E_INVALIDARG}, {solved(1, 0), kOutsideBounds},
-        {solved(101, 0), kOutsideBounds},     {solved(-1, 1), kOutsideBounds},      {solved(5, 4), E_INVALIDARG},
+        {priced(-1, 1, 0, 0), E_INVALIDARG},   {priced(nan, 1, 0, 0), E_INVALIDARG},
+        {priced(100, -1, 0, 0), E_INVALIDARG}, {priced(100, 1, 2, 0), E_INVALIDARG},
+        {priced(100, 1, 0, 2), E_INVALIDARG},  {solved(1, 0), kOutsideBounds},
+        {solved(101, 0), kOutsideBounds},      {solved(-1, 1), kOutsideBounds},
+        {solved(5, 4), E_INVALIDARG},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(row.thrown.code, row.code) << row.thrown.sentence;
@@ -182,8 +184,9 @@ TEST_F(Servers, WhatTheMarginServerRefusesIsThrown) {
 TEST(OptionServer, NullOutputsAreRefusedBeforeAnythingIsWritten) {
     const auto server = newOptionServer();
     double o[6] = {-7, -7, -7, -7, -7, -7};
-    EXPECT_EQ(server->CalculateBlackScholes(42, 40, 0.5, 0.1, 0.2, 0, 0.1, 0, &o[0], &o[1], &o[2], &o[3], &o[4], nullptr),
-              E_POINTER);
+    EXPECT_EQ(
+        server->CalculateBlackScholes(42, 40, 0.5, 0.1, 0.2, 0, 0.1, 0, &o[0], &o[1], &o[2], &o[3], &o[4], nullptr),
+        E_POINTER);
     EXPECT_EQ(server->CalculateImpliedVolatility(5, 42, 40, 0.5, 0.1, 0.1, 0, 0, nullptr), E_POINTER);
     for (const double untouched : o) EXPECT_EQ(untouched, -7);
 }
@@ -248,7 +251,8 @@ HRESULT invoke(IDispatch* server, const wchar_t* name, std::vector<VARIANT> argu
     if (FAILED(found)) return found;
     std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
     DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    return server->Invoke(id, IID_NULL, LOCALE_SYSTEM_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, exception, nullptr);
+    return server->Invoke(id, IID_NULL, LOCALE_SYSTEM_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, exception,
+                          nullptr);
 }
 
 VARIANT variant(double number) {

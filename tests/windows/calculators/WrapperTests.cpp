@@ -1,7 +1,8 @@
 // The wrappers of the calculation servers over real activation of COM classes: what arrives in which place, what comes
 // back, and what happens when a server fails, is not registered, or cannot be loaded.
 //
-// Changes the registration of both classes, with a recording server and with the real ones, so it runs in a Wine prefix of its own.
+// Changes the registration of both classes, with a recording server and with the real ones, so it runs in a Wine prefix
+// of its own.
 #include "platform/win/ComError.h"
 #include "src/calculators/QuorCOMWrapApp.h"
 #include "support/MessageBoxAnswerer.h"
@@ -74,8 +75,9 @@ TEST_F(Wrappers, PriceArgumentsKeepTheirOrder) {
 TEST_F(Wrappers, TheFloatIsWidened) {
     app.CalcPriceWra(0, 0.1f, 0, 0, 0, 0, 0, 0, 0, 0, &o[0], &o[1], &o[2], &o[3], &o[4], &o[5]);
     app.CalculateBSPriceWra(0, 0.1f, 0, 0, 0, 0, 0, 0, &o[0], &o[1], &o[2], &o[3], &o[4], &o[5]);
-    EXPECT_EQ(recorder.calls(), "option 1: 0 0.1000000015 0 0 0 0 0 0 0 0 out out out out out out\n"
-                                "option 4: 0 0.1000000015 0 0 0 0 0 0 out out out out out out\n");
+    EXPECT_EQ(recorder.calls(),
+              "option 1: 0 0.1000000015 0 0 0 0 0 0 0 0 out out out out out out\n"
+              "option 4: 0 0.1000000015 0 0 0 0 0 0 out out out out out out\n");
 }
 
 TEST_F(Wrappers, ImpliedVolatilityArgumentsKeepTheirOrder) {
@@ -95,8 +97,7 @@ TEST_F(Wrappers, ThePortfolioHasFixedNames) {
     app.SelectPortfolioWra();
     EXPECT_EQ(app.CalculateWra(), S_OK);
     app.DeleteWra();
-    EXPECT_EQ(recorder.calls(),
-              "margin 10: 'otn' '101' 'N/A'\nmargin 11: 'otn' '101' 'N/A'\nmargin 2:\nmargin 5:\n");
+    EXPECT_EQ(recorder.calls(), "margin 10: 'otn' '101' 'N/A'\nmargin 11: 'otn' '101' 'N/A'\nmargin 2:\nmargin 5:\n");
 }
 
 TEST_F(Wrappers, CalculateReturnsTheSuccessCode) {
@@ -114,8 +115,9 @@ TEST_F(Wrappers, APositionSendsTheFifthTextTwiceAndDropsThree) {
 TEST_F(Wrappers, APositionsNumbersAreCutTo16BitsTheQuantityIsNot) {
     app.SetPortfPositionWra("", "", "", 65537, "", "", 32768, 0.1f, -2147483647 - 1);
     app.SetPortfPositionWra("", "", "", -1, "", "", -65535, -2.5f, 2147483647);
-    EXPECT_EQ(recorder.calls(), "margin 14: 'NSCCL' 'NSE' '' 1 '' '' -32768 0.1000000015f -2147483648\n"
-                                "margin 14: 'NSCCL' 'NSE' '' -1 '' '' 1 -2.5f 2147483647\n");
+    EXPECT_EQ(recorder.calls(),
+              "margin 14: 'NSCCL' 'NSE' '' 1 '' '' -32768 0.1000000015f -2147483648\n"
+              "margin 14: 'NSCCL' 'NSE' '' -1 '' '' 1 -2.5f 2147483647\n");
 }
 
 TEST_F(Wrappers, TextsAreOfCodePage1252) {
