@@ -1,4 +1,4 @@
-// The margin server's mathematics: the portfolio of docs/calculators-servers.md, worked there by hand, and the rules of
+// The margin server's mathematics: the portfolio of docs/calculators.md, worked there by hand, and the rules of
 // portfolios and positions.
 #include "servers/core/MarginBook.h"
 #include "servers/core/Refusal.h"
