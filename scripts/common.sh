@@ -88,3 +88,9 @@ register_servers() { # prefix name
     ) >/dev/null 2>&1 || die "The calculation servers could not be registered in the prefix '$1'."
     printf '%s' "$folder" >"$mark"
 }
+
+# Starts the prefix's server and services, so that no test is their parent: they hold its output open, and the test
+# would seem to run as long as they do.
+start_wine() { # prefix name
+    (wine_environment "$1"; unset DISPLAY; "$wineserver" -p; "$wine" cmd /c exit) </dev/null >/dev/null 2>&1
+}

@@ -74,12 +74,16 @@ TEST(TerminalSettings, KillAtAnyMomentLosesNothingThatWasSaved) {
     const std::string name = "terminal_tests_generation_" + std::to_string(::GetCurrentProcessId());
     SharedCounter counter(name);
     counter.set(0);
-    int advanced = 0;
+    int advanced = 0, refused = 0;
     for (int kill = 0; kill < kills; ++kill) {
         const LONG before = counter.get();
         ChildProcess writer("\"" + programPath("terminal_tests.exe") + "\" " + settingsWriterOption + " \"" + path +
                             "\" " + name);
-        ASSERT_TRUE(writer.started());
+        if (!writer.started()) {  // Wine refuses a start now and then, one in some thousands: not what is tested
+            ASSERT_LE(++refused, 3) << "error " << ::GetLastError();
+            --kill;
+            continue;
+        }
         // Once it is at work (or slow to start), a moment of its own: the start is not what is tested.
         for (int i = 0; i < 2'000 && counter.get() == before; ++i) ::Sleep(1);
         if (const unsigned wait = random() % 4) ::Sleep(wait);
