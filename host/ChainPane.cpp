@@ -65,6 +65,10 @@ BOOL CChainPane::createList() {
     describeColumns(columns, columnCount);
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&CChainPane::cellText));
     if (!m_grid.CreateGrid(this, IDC_CHAIN)) return FALSE;
+    // Each cell has colours of its own: custom draw, by which the grid paints cell by cell. The rows keep their height.
+    m_grid.CustomDrawMode = true;
+    m_grid.m_bCustomDraw = 1;
+    m_grid.ModifyStyle(LVS_OWNERDRAWFIXED, 0);
     m_grid.InsertColumnsForList(nullptr);
     return TRUE;
 }
@@ -96,7 +100,6 @@ int CChainPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORRE
         if (color == palette::dim) color = palette::text;
     }
     assignText(text, cell);
-    m_grid.note(columnIndex, cell);
     return 1;
 }
 

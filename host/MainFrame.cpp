@@ -18,7 +18,7 @@ constexpr int statusPeriod = 500;
 constexpr unsigned long statusOffset = 601;  // of WM_USER: the message by which m_timer calls for the status bar
 constexpr UINT WM_REFRESH_STATUS = WM_USER + statusOffset;
 
-constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.66, chainShare = 0.66;
+constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.68, chainShare = 0.66;
 constexpr double slowest = 1.0 / 64, fastest = 4096;
 constexpr int largestWidth = 1680, largestHeight = 1000;
 
