@@ -18,7 +18,7 @@ constexpr int statusPeriod = 500;
 constexpr unsigned long statusOffset = 601;  // of WM_USER: the message by which m_timer calls for the status bar
 constexpr UINT WM_REFRESH_STATUS = WM_USER + statusOffset;
 
-constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.89;
+constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.68, chainShare = 0.66;
 constexpr double slowest = 1.0 / 64, fastest = 4096;
 constexpr int largestWidth = 1680, largestHeight = 1000;
 
@@ -69,6 +69,7 @@ BOOL CMainFrame::CreateTerminal() {
         return FALSE;
     LoadAccelTable(MAKEINTRESOURCEA(IDR_TERMINAL));
     InitialUpdateFrame(FALSE);
+    m_chain->connect();
     readLayout();
     OnViewFitColumns();
     m_pump = std::make_unique<FeedPump>(*m_run.feed, m_run.options.speed, m_run.clock, m_panes);
@@ -94,7 +95,8 @@ BOOL CMainFrame::OnCreateClient(LPCREATESTRUCT, CCreateContext*) { return create
 
 bool CMainFrame::createPanes() {
     if (!m_splitLog.CreatePane(this, IDC_SPLIT_LOG) || !m_splitWatch.CreatePane(&m_splitLog, IDC_SPLIT_WATCH) ||
-        !m_splitBooks.CreatePane(&m_splitWatch, IDC_SPLIT_BOOKS) || !m_log.CreatePane(&m_splitLog, IDC_LOG))
+        !m_splitBooks.CreatePane(&m_splitWatch, IDC_SPLIT_BOOKS) ||
+        !m_splitBottom.CreatePane(&m_splitLog, IDC_SPLIT_BOTTOM) || !m_log.CreatePane(&m_splitBottom, IDC_LOG))
         return false;
     // The views delete themselves with their windows, also when their creation fails half-way.
     m_panes.watch = new CWatchPane(m_run.figures);
@@ -103,9 +105,12 @@ bool CMainFrame::createPanes() {
     if (!m_panes.orders->CreatePane(&m_splitBooks, IDC_PANE_ORDERS)) return false;
     m_panes.trades = new CTradesPane(m_run.figures, m_run.options.keep);
     if (!m_panes.trades->CreatePane(&m_splitBooks, IDC_PANE_TRADES)) return false;
+    m_chain = new CChainPane(m_run.figures, *m_panes.watch);
+    if (!m_chain->CreatePane(&m_splitBottom, IDC_PANE_CHAIN)) return false;
     m_splitBooks.SetPanes(m_panes.orders, m_panes.trades);
     m_splitWatch.SetPanes(m_panes.watch, &m_splitBooks);
-    m_splitLog.SetPanes(&m_splitWatch, &m_log);
+    m_splitBottom.SetPanes(m_chain, &m_log);
+    m_splitLog.SetPanes(&m_splitWatch, &m_splitBottom);
     return true;
 }
 
@@ -124,16 +129,18 @@ void CMainFrame::readLayout() {
         const double value = text ? std::atof(std::string(*text).c_str()) : 0;
         return value > 0.02 && value < 0.98 ? value : otherwise;
     };
-    m_splitLog.setShare(share("Log", panesShare));
+    m_splitLog.setShare(share("Bottom", panesShare));
+    m_splitBottom.setShare(share("Chain", chainShare));
     m_splitWatch.setShare(share("Watch", watchShare));
     m_splitBooks.setShare(share("Orders", ordersShare));
     const auto shown = m_run.settings.get("Layout", "LogShown");
     m_logShown = !shown || *shown != "0";
-    m_splitLog.showSecond(m_logShown);
+    m_splitBottom.showSecond(m_logShown);
 }
 
 void CMainFrame::writeLayout() {
-    m_run.settings.set("Layout", "Log", formatted("%.4f", m_splitLog.share()));
+    m_run.settings.set("Layout", "Bottom", formatted("%.4f", m_splitLog.share()));
+    m_run.settings.set("Layout", "Chain", formatted("%.4f", m_splitBottom.share()));
     m_run.settings.set("Layout", "Watch", formatted("%.4f", m_splitWatch.share()));
     m_run.settings.set("Layout", "Orders", formatted("%.4f", m_splitBooks.share()));
     m_run.settings.set("Layout", "LogShown", m_logShown ? "1" : "0");
@@ -152,6 +159,7 @@ void CMainFrame::OnTimer(UINT_PTR id) {
     const FeedState state = m_pump->slice();
     saveSettings();
     const std::int64_t now = m_run.clock.nowMicros();
+    m_chain->update(now);
     m_timer.timer_action(static_cast<unsigned long>((now - m_lastTick) / 1000));
     m_lastTick = now;
     if (state != FeedState::running && m_feedEnding.empty())
@@ -187,6 +195,16 @@ void CMainFrame::logLastPrices() {
     }
 }
 
+void CMainFrame::logChainCosts() {
+    const Percentiles& costs = m_chain->costs();
+    if (!costs.count()) return;
+    Log::instance().add(
+        formatted("Option chain: %s in %s, median %.2f ms, longest %.2f ms",
+                  counted(m_chain->chain().priced(), "option").c_str(), counted(costs.count(), "recompute").c_str(),
+                  static_cast<double>(costs.median()) / 1000, static_cast<double>(costs.largest()) / 1000)
+            .c_str());
+}
+
 void CMainFrame::paintEverything() {
     RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
@@ -202,6 +220,7 @@ void CMainFrame::finish(const std::string& ending) {
                                    : "Self-test: there is no row to spoil.");
         processEndofBatchUpdates();
     }
+    logChainCosts();
     refreshStatus();
     paintEverything();
     if (m_run.options.headless) savePictures();
@@ -217,6 +236,7 @@ void CMainFrame::finish(const std::string& ending) {
         summary.tickToPaintP99Ms = static_cast<double>(latency.percentile(99)) / 1000;
     }
     summary.firstRowMs = m_run.figures.firstRowMs();
+    summary.optionsPriced = m_chain->chain().priced();
     summary.ending = ending;
     if (IsWindow(m_hWnd)) DestroyWindow();
 }
@@ -237,7 +257,8 @@ bool CMainFrame::savePictures() {
     } pictures[] = {{this, "terminal.png"},
                     {m_panes.watch, "watch.png"},
                     {m_panes.orders, "orders.png"},
-                    {m_panes.trades, "trades.png"}};
+                    {m_panes.trades, "trades.png"},
+                    {m_chain, "chain.png"}};
     bool all = true;
     for (const auto& [window, name] : pictures) {
         const std::string path = m_run.outPath(name);
@@ -298,7 +319,7 @@ void CMainFrame::OnFileExit() { SendMessage(WM_CLOSE); }
 
 void CMainFrame::OnViewLog() {
     m_logShown = !m_logShown;
-    m_splitLog.showSecond(m_logShown);
+    m_splitBottom.showSecond(m_logShown);
 }
 
 void CMainFrame::OnUpdateViewLog(CCmdUI* ui) { ui->SetCheck(m_logShown ? 1 : 0); }
@@ -307,10 +328,12 @@ void CMainFrame::OnViewFitColumns() {
     m_panes.watch->fitColumns();
     m_panes.orders->fitColumns();
     m_panes.trades->fitColumns();
+    m_chain->fitColumns();
 }
 
 void CMainFrame::OnViewResetLayout() {
     m_splitLog.setShare(panesShare);
+    m_splitBottom.setShare(chainShare);
     m_splitWatch.setShare(watchShare);
     m_splitBooks.setShare(ordersShare);
     if (!m_logShown) OnViewLog();

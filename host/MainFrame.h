@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "host/ChainPane.h"
 #include "host/FeedPump.h"
 #include "host/LogPane.h"
 #include "host/TerminalRun.h"
@@ -63,6 +64,7 @@ private:
     // The end of the run: last paint, pictures, self-check, figures.
     void finish(const std::string& ending);
     void logLastPrices();
+    void logChainCosts();
     void paintEverything();
     bool savePictures();
     void checkMyself();
@@ -70,9 +72,11 @@ private:
 
     TerminalRun& m_run;
     Panes m_panes;
+    CChainPane* m_chain = nullptr;  // a view: it goes with its window
     std::unique_ptr<FeedPump> m_pump;
     CZTTimer m_timer;
     CPaneSplitter m_splitLog{CPaneSplitter::Axis::Rows, 0};
+    CPaneSplitter m_splitBottom{CPaneSplitter::Axis::Columns, 0};
     CPaneSplitter m_splitWatch{CPaneSplitter::Axis::Rows, 0};
     CPaneSplitter m_splitBooks{CPaneSplitter::Axis::Columns, 0};
     CLogPane m_log;

@@ -18,6 +18,7 @@ inline constexpr COLORREF up = RGB(63, 205, 122);        // rising, buyers
 inline constexpr COLORREF down = RGB(245, 92, 92);       // falling, sellers
 inline constexpr COLORREF upBack = RGB(14, 36, 26);      // a buyer's row
 inline constexpr COLORREF downBack = RGB(42, 20, 24);    // a seller's row
+inline constexpr COLORREF atMoney = RGB(30, 58, 88);       // the option chain's row nearest to the price
 inline constexpr COLORREF selection = RGB(38, 79, 120);  // a selected row of the watch
 }  // namespace palette
 

@@ -96,6 +96,8 @@ BOOL CWatchPane::createList() {
     return TRUE;
 }
 
+int CWatchPane::selectedRow() const { return m_list.CListCtrl::GetNextItem(-1, LVNI_SELECTED); }
+
 void CWatchPane::addInstrument(const Instrument& news) {
     if (news.id != m_rows.size()) return;  // ids are an index; a feed that breaks this is counted by the tally
     holdRedraw();

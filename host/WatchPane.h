@@ -89,6 +89,9 @@ public:
     const DrawnRows& drawn() const { return m_list.drawnRows; }
     const std::vector<WatchRow>& rows() const { return m_rows; }
 
+    // The row that the user selected, the first of several; -1: none.
+    int selectedRow() const;
+
     void addInstrument(const Instrument& news);
     void quote(const Quote& news);
 

@@ -27,6 +27,7 @@ std::string summaryLine(const RunSummary& s) {
     put("tick_to_paint_ms_median", orNone(s.tickToPaintMedianMs, 1));
     put("tick_to_paint_ms_p99", orNone(s.tickToPaintP99Ms, 1));
     put("first_row_ms", orNone(s.firstRowMs, 0));
+    put("options_priced", std::to_string(s.optionsPriced));
     put("ending", "\"" + s.ending + "\"");
     return line;
 }

@@ -68,13 +68,15 @@ TEST(Summary, OneLineTellsTheRun) {
     run.tickToPaintMedianMs = 31.24;
     run.tickToPaintP99Ms = 180;
     run.firstRowMs = 420;
+    run.optionsPriced = 900;
     run.ending = "time is up";
     EXPECT_EQ(summaryLine(run),
               "summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 "
-              "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=180.0 first_row_ms=420 ending=\"time is up\"");
+              "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=900 "
+              "ending=\"time is up\"");
     EXPECT_EQ(summaryLine({.ending = "bad line"}),
               "summary: instruments=0 rows=0 ticks=0 ticks_per_second=0 repaints=0 "
-              "tick_to_paint_ms_median=none tick_to_paint_ms_p99=none first_row_ms=none ending=\"bad line\"");
+              "tick_to_paint_ms_median=none tick_to_paint_ms_p99=none first_row_ms=none options_priced=0 ending=\"bad line\"");
 }
 
 }  // namespace

@@ -103,7 +103,7 @@ std::string readFile(const std::string& path) {
 RunResult runTerminal(const std::string& name, const std::string& arguments, KeepSettings keep) {
     RunResult result;
     result.folder = testFolder() + "\\" + name;
-    for (const char* file : {"terminal.png", "watch.png", "orders.png", "trades.png", "terminal.log"})
+    for (const char* file : {"terminal.png", "watch.png", "orders.png", "trades.png", "chain.png", "terminal.log"})
         ::DeleteFileA((result.folder + "\\" + file).c_str());
     if (keep == KeepSettings::no) ::DeleteFileA((result.folder + "\\terminal-settings.ini").c_str());
     const std::string output = testFolder() + "\\" + name + ".stdout", errors = testFolder() + "\\" + name + ".stderr";

@@ -43,11 +43,14 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndPassesItsSelfCheck) {
     EXPECT_GT(number(run.figure("repaints")), 5);
     EXPECT_GT(number(run.figure("tick_to_paint_ms_median")), 0);
     EXPECT_LT(number(run.figure("first_row_ms")), 5'000);
+    EXPECT_GT(number(run.figure("options_priced")), 30);
     expectReadable(run, "terminal.png", {palette::background, palette::surface, palette::up, palette::down});
     expectReadable(run, "watch.png",
                    {palette::background, palette::stripe, palette::symbol, palette::up, palette::down});
     expectReadable(run, "orders.png", {palette::upBack, palette::downBack, palette::up, palette::down});
     expectReadable(run, "trades.png", {palette::background, palette::up, palette::down});
+    expectReadable(run, "chain.png",
+                   {palette::upBack, palette::downBack, palette::atMoney, palette::surface, palette::symbol});
     EXPECT_TRUE(run.wrote("terminal.log"));
     EXPECT_TRUE(run.wrote("terminal-settings.ini"));
 }

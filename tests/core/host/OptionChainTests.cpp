@@ -1,0 +1,194 @@
+// The option chain without its window: underlying, strikes, expiry, quotes, and when it is computed again.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "host/core/MarketText.h"
+#include "host/core/OptionChain.h"
+
+using namespace terminal;
+
+namespace {
+
+// Intrinsic value plus a term linear in the volatility: can be turned round by hand.
+class LinearPricer final : public OptionPricer {
+public:
+    std::optional<OptionValues> value(const OptionTerms& terms, double volatility) override {
+        ++calls;
+        if (terms.strike == refusedStrike) return {};
+        return OptionValues{intrinsic(terms) + volatility * 10, volatility, 0, 0, 0};
+    }
+    std::optional<double> impliedVolatility(const OptionTerms& terms, double price) override {
+        if (!implies) return {};
+        return (price - intrinsic(terms)) / 10;
+    }
+    static double intrinsic(const OptionTerms& terms) {
+        const double call = terms.underlying - terms.strike;
+        return std::max(0.0, terms.put ? -call : call);
+    }
+    double refusedStrike = -1;
+    bool implies = true;
+    int calls = 0;
+};
+
+MarketTime at(const char* text) { return *parseTime(text); }
+
+TEST(OptionChain, TheUnderlyingIsTheSelectedOneElseTheOneShownElseTheFirst) {
+    constexpr auto no = Candidate::no, other = Candidate::fallback, good = Candidate::preferred;
+    const struct {
+        std::vector<Candidate> all;
+        int selected;
+        std::optional<InstrumentId> shown, expected;
+    } cases[] = {
+        {{}, -1, {}, {}},
+        {{no, no}, 1, {}, {}},
+        {{no, other, good, good}, -1, {}, 2},
+        {{no, other, other}, -1, {}, 1},
+        {{good, other, good}, 1, {}, 1},
+        {{good, no, good}, 1, {}, 0},
+        {{good, no, good}, 1, 2, 2},
+        {{good, good, good}, -1, 2, 2},
+        {{good, good, good}, 1, 2, 1},
+        {{good}, 7, 9, 0},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(chooseUnderlying(c.all.size(), c.selected, c.shown, [&](InstrumentId id) { return c.all.at(id); }),
+                  c.expected)
+            << &c - cases;
+}
+
+TEST(OptionChain, ThePriceIsTheLastElseTheMiddle) {
+    constexpr std::uint16_t both = quoteBid | quoteAsk;
+    const struct {
+        std::uint16_t fields;
+        Price last, bid, ask;
+        std::optional<Price> expected;
+    } cases[] = {
+        {0, 5, 5, 5, {}},          {quoteLast, 7, 0, 0, 7},  {quoteLast | both, 7, 1, 3, 7}, {both, 0, 10, 14, 12},
+        {both, 0, noPrice, 4, {}}, {quoteBid, 0, 10, 0, {}}, {quoteLast, 0, 0, 0, {}},       {quoteLast, -3, 0, 0, {}},
+    };
+    for (const auto& c : cases) {
+        Quote quote;
+        quote.fields = c.fields;
+        quote.last = c.last, quote.bid = c.bid, quote.ask = c.ask;
+        EXPECT_EQ(underlyingPrice(quote), c.expected) << &c - cases;
+        const auto kind = c.expected ? Candidate::preferred : Candidate::no;
+        EXPECT_EQ(candidateOf({.symbol = "A", .series = "FUT"}, quote), kind);
+        EXPECT_EQ(candidateOf({.symbol = "A", .series = "BOND"}, quote) == Candidate::fallback, c.expected.has_value());
+    }
+}
+
+TEST(OptionChain, StrikesAreOneTwoOrFiveApart) {
+    const std::pair<Price, Price> cases[] = {
+        {100 * priceOne, priceOne},
+        {101 * priceOne, 2 * priceOne},
+        {612 * priceOne, 10 * priceOne},
+        {500 * priceOne, 5 * priceOne},
+        {20'000 * priceOne, 200 * priceOne},
+        {priceOne / 2, priceOne / 200},
+        {1, 1},
+        {largestPrice, 1'000'000'000 * priceOne},
+    };
+    for (const auto& [price, step] : cases) EXPECT_EQ(strikeStep(price), step) << price;
+}
+
+TEST(OptionChain, ExpiryIsTheLastThursdayAWeekAhead) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"1970-01-01 00:00:00", "1970-01-29 15:30:00.000000000"},
+        {"2012-06-21 09:30:00", "2012-06-28 15:30:00.000000000"},
+        {"2012-06-22 09:30:00", "2012-07-26 15:30:00.000000000"},
+        {"2012-02-22 23:59:59", "2012-03-29 15:30:00.000000000"},
+        {"2023-12-28 10:00:00", "2024-01-25 15:30:00.000000000"},
+    };
+    for (const auto& [now, expiry] : cases) {
+        TextBuffer buffer;
+        EXPECT_EQ(formatDateTime(expiryAfter(at(now)), buffer), expiry) << now;
+    }
+}
+
+TEST(OptionChain, TheSmileFallsToTheMoneyAndStaysInBounds) {
+    EXPECT_DOUBLE_EQ(smileVolatility(100, 100), 0.22);
+    EXPECT_GT(smileVolatility(90, 100), smileVolatility(95, 100));
+    EXPECT_GT(smileVolatility(90, 100), smileVolatility(110, 100));
+    for (const double strike : {1e-9, 1.0, 50.0, 200.0, 1e9}) {
+        EXPECT_GE(smileVolatility(strike, 100), 0.05) << strike;
+        EXPECT_LE(smileVolatility(strike, 100), 1.5) << strike;
+    }
+}
+
+TEST(OptionChain, QuotesAreWholeTicksAndGreeksFollowTheQuote) {
+    LinearPricer pricer;
+    OptionTerms terms{.underlying = 100, .strike = 100, .years = 0.1};
+    OptionFigures figures = priceOption(pricer, terms, 0.25);  // the smile's 2.20 becomes 2.25
+    ASSERT_TRUE(figures.values && figures.volatility);
+    EXPECT_DOUBLE_EQ(figures.values->price, 2.25);
+    EXPECT_DOUBLE_EQ(*figures.volatility, 0.225);
+    EXPECT_DOUBLE_EQ(figures.values->delta, 0.225);
+    EXPECT_DOUBLE_EQ(priceOption(pricer, terms, 5).values->price, 5) << "a quote is one tick at least";
+
+    pricer.implies = false;
+    figures = priceOption(pricer, terms, 0.25);
+    EXPECT_FALSE(figures.volatility);
+    EXPECT_DOUBLE_EQ(figures.values->price, 2.25);
+    EXPECT_DOUBLE_EQ(figures.values->delta, 0.22) << "without a volatility the Greeks are the smile's";
+
+    pricer.refusedStrike = 100;
+    EXPECT_FALSE(priceOption(pricer, terms, 0.25).values);
+}
+
+TEST(OptionChain, RowsStandInOrderAroundTheMoney) {
+    for (const Price price : {Price{1}, 5 * priceOne, 612'35 * priceOne / 100, 99'999 * priceOne, largestPrice}) {
+        LinearPricer pricer;
+        OptionChain chain;
+        ASSERT_TRUE(chain.recompute({.price = price, .tickSize = 5'000'000}, 0, pricer));
+        const auto& rows = chain.rows();
+        EXPECT_GT(rows[0].strike, 0) << price;
+        for (std::size_t i = 1; i < rows.size(); ++i)
+            EXPECT_EQ(rows[i].strike - rows[i - 1].strike, strikeStep(price)) << price;
+        const Price nearest = rows[static_cast<std::size_t>(chain.atTheMoney())].strike;
+        EXPECT_LE(2 * std::abs(nearest - price), strikeStep(price)) << price;
+        if (price > 1 && price < largestPrice) {
+            EXPECT_EQ(chain.atTheMoney(), OptionChain::strikes / 2) << price;
+        }
+        EXPECT_EQ(chain.priced(), 2 * OptionChain::strikes);
+    }
+}
+
+TEST(OptionChain, TheStrikesStayWhileThePriceSwingsByLessThanAStep) {
+    LinearPricer pricer;
+    OptionChain chain;
+    const struct {
+        int price, lowest, atTheMoney;
+    } steps[] = {{150, 136, 7}, {148, 136, 6}, {152, 136, 8}, {153, 140, 6}, {152, 140, 6}, {151, 138, 6}};
+    std::int64_t now = 0;
+    for (const auto& s : steps) {
+        chain.recompute({.price = s.price * priceOne}, now += OptionChain::periodMicros, pricer);
+        EXPECT_EQ(chain.rows()[0].strike, s.lowest * priceOne) << s.price;
+        EXPECT_EQ(chain.rows()[static_cast<std::size_t>(chain.atTheMoney())].strike,
+                  (s.lowest + 2 * s.atTheMoney) * priceOne)
+            << s.price;
+    }
+}
+
+TEST(OptionChain, IsComputedTwiceASecondAtMostAndOnlyForNews) {
+    LinearPricer pricer;
+    OptionChain chain;
+    ChainBasis basis{.price = 100 * priceOne};
+    EXPECT_TRUE(chain.due(0));
+    EXPECT_TRUE(chain.recompute(basis, 1'000, pricer));
+    EXPECT_FALSE(chain.due(1'000 + 499'999));
+    EXPECT_TRUE(chain.due(1'000 + 500'000));
+    const int calls = pricer.calls;
+    EXPECT_FALSE(chain.recompute(basis, 501'000, pricer));
+    EXPECT_EQ(pricer.calls, calls);
+    basis.time = 1;
+    EXPECT_TRUE(chain.recompute(basis, 501'000, pricer));
+    EXPECT_FALSE(chain.due(501'001));
+
+    pricer.refusedStrike = 100;
+    basis.time = 2;
+    chain.recompute(basis, 1'500'000, pricer);
+    EXPECT_EQ(chain.priced(), 3 * 2 * OptionChain::strikes - 2) << "an option without a price does not count";
+}
+
+}  // namespace
