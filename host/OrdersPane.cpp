@@ -47,8 +47,8 @@ std::string_view cellOf(const OrderRow& row, const Instrument& instrument, Colum
             return empty ? std::string_view() : formatQuantity(order.quantity, buffer);
         case Column::value:
             return empty ? std::string_view() : valueText(order.price, order.quantity, buffer);
-        case Column::time:
-            return empty ? std::string_view() : formatTimeOfDay(order.time, buffer);
+        case Column::time:  // a level of a snapshot has none
+            return empty || row.level >= 0 ? std::string_view() : formatTimeOfDay(order.time, buffer);
         case Column::count:
             break;
     }
