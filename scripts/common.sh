@@ -85,6 +85,8 @@ register_servers() { # prefix name
         for server in QuorOptionServer QuorMarginServer; do
             "$wine" regsvr32 /s "Z:${folder//\//\\}\\$server.dll" || exit 1
         done
+        # The prefix's desktop was made without this run's display: the next program would get no window on it.
+        timeout 20 "$wineserver" -w || true
     ) >/dev/null 2>&1 || die "The calculation servers could not be registered in the prefix '$1'."
     printf '%s' "$folder" >"$mark"
 }
