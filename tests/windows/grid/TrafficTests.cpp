@@ -8,11 +8,14 @@ struct Spy {
     WNDPROC below = nullptr;
     int messages = 0;
     std::vector<int> counts;  // of LVM_SETITEMCOUNT, in order
+    int focusGiven = 0;       // LVM_SETITEMSTATE that gives a row the focus
     static Spy* current;
 
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         ++current->messages;
         if (message == LVM_SETITEMCOUNT) current->counts.push_back(static_cast<int>(wParam));
+        if (message == LVM_SETITEMSTATE && (reinterpret_cast<const LVITEMA*>(lParam)->state & LVIS_FOCUSED))
+            ++current->focusGiven;
         return ::CallWindowProcA(current->below, window, message, wParam, lParam);
     }
 };
@@ -63,6 +66,19 @@ TEST_F(Traffic, DeferredRowsCostNothingUntilTheBatchEndsAndThenOneCount) {
     EXPECT_EQ(spy.messages, 0);
     processEndofBatchUpdates();
     EXPECT_EQ(spy.counts, std::vector<int>{25});
+}
+
+// Each move of the focus costs the control milliseconds: once a row it was 870 ms for 100 selected rows.
+TEST_F(Traffic, ABatchWithoutAMarkMovesTheFocusTwice) {
+    for (int visual = 2; visual < 12; ++visual) grid.SetItemState(visual, LVIS_SELECTED, LVIS_SELECTED);
+    grid.SetSelectionMark(-1);
+    spy.focusGiven = 0;
+    grid.DeleteRow(row("a"), false);
+    processEndofBatchUpdates();
+    EXPECT_EQ(spy.focusGiven, 2);
+    EXPECT_EQ(grid.GetSelectedCount(), 10u);
+    EXPECT_EQ(grid.GetSelectionMark(), 1);
+    EXPECT_EQ(grid.GetNextItem(-1, LVNI_FOCUSED), 10);
 }
 
 TEST_F(Traffic, ABatchOfTicksAloneTellsNoCount) {

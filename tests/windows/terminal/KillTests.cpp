@@ -79,7 +79,7 @@ TEST(TerminalSettings, KillAtAnyMomentLosesNothingThatWasSaved) {
         const LONG before = counter.get();
         ChildProcess writer("\"" + programPath("terminal_tests.exe") + "\" " + settingsWriterOption + " \"" + path +
                             "\" " + name);
-        if (!writer.started()) {  // Wine refuses a start now and then, one in some thousands: not what is tested
+        if (!writer.started()) {  // seen once under Wine in some 2,000 starts: not what is tested
             ASSERT_LE(++refused, 3) << "error " << ::GetLastError();
             --kill;
             continue;
