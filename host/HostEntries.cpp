@@ -5,6 +5,7 @@
 #include "host/ListPane.h"
 #include "host/LogPane.h"
 #include "host/Theme.h"
+#include "host/core/WatchStore.h"
 
 #define HOST_ENTRY extern "C" __declspec(dllexport)
 
@@ -12,9 +13,6 @@ namespace terminal {
 
 namespace {
 SettingsFile* settingsFile;  // zero-initialised
-
-// The market watches' user columns have a section without a key in the library's call: this is theirs in the file.
-constexpr const char* userColumnsKey = "UserColumns";
 
 int readOrWrite(int operation, const CString& section, CString& value, const char* key) {
     if (!settingsFile) return 0;

@@ -17,9 +17,6 @@ struct OrderRow : CFilterListBaseData {
     PaintStamp stamp;
 };
 
-// Which way a trade's price went against the one before it of the same instrument; equal prices keep the direction.
-enum class Move : std::int8_t { down = -1, none = 0, up = 1 };
-
 struct TradeRow : CFilterListBaseData {
     Trade trade;
     std::int64_t number = 0;  // 1 is the first trade of the run

@@ -4,6 +4,7 @@
 #include "host/LogPane.h"
 #include "host/core/Simulator.h"
 #include "host/core/Tape.h"
+#include "host/core/WatchStore.h"
 #include "platform/Framework.h"
 
 namespace terminal {
@@ -34,6 +35,7 @@ std::string TerminalRun::open() {
     if (!makeFolder(options.outDirectory)) return options.outDirectory + ": this folder cannot be made";
     Log::instance().openFile(outPath(logName));
     if (!settings.load()) Log::instance().add("The settings could not be read; nothing will be saved in this run.");
+    writeFirstUserColumns(settings);
     useSettings(&settings);
     if (!options.recordFile.empty()) {
         recorder = std::make_unique<TapeRecorder>(options.recordFile);

@@ -76,6 +76,9 @@ struct Quote {
 // Puts the fields that `news` has over those of `state`, time included.
 void mergeQuote(Quote& state, const Quote& news);
 
+// Which way a price went against the one before it of the same instrument; equal prices keep the direction.
+enum class Move : std::int8_t { down = -1, none = 0, up = 1 };
+
 struct Order {
     OrderId id = 0;
     InstrumentId instrument = 0;
