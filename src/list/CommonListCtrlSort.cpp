@@ -184,13 +184,15 @@ void CCommonListCtrl::AfterSort(bool touchesFirstColumn) {
     }
 }
 
-// Boxes show only in a header that has the style for them. The item keeps all else, its tick included.
+// Boxes show only in a header that has the style for them; it stays for columns that are inserted later. The item keeps
+// all else, its tick included.
 void CCommonListCtrl::SetHeaderCheckbox() {
     CHeaderCtrl* header = GetHeaderCtrl();
+    if (!header) return;
+    header->ModifyStyle(0, HDS_CHECKBOXES);
     HDITEM item{};
     item.mask = HDI_FORMAT;
-    if (!header || !header->GetItem(0, &item)) return;
-    header->ModifyStyle(0, HDS_CHECKBOXES);
+    if (!header->GetItem(0, &item)) return;
     item.fmt |= HDF_CHECKBOX;
     header->SetItem(0, &item);
     header->Invalidate();
