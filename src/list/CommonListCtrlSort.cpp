@@ -85,12 +85,7 @@ void CCommonListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
 }
 
 void CCommonListCtrl::ClickColumn(int place) {
-    NMLISTVIEW click{};
-    click.hdr.hwndFrom = m_hWnd;
-    click.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-    click.hdr.code = static_cast<UINT>(LVN_COLUMNCLICK);
-    click.iItem = -1;
-    click.iSubItem = place;
+    NMLISTVIEW click = headerClick(*this, place);
     LRESULT result = 0;
     CCommonListCtrl::OnLvnColumnclick(&click.hdr, &result);
 }
