@@ -22,3 +22,4 @@ void benchGrid(Figures& figures);
 void benchExpression(Figures& figures);
 void benchSettings(Figures& figures);
 void benchBlack76(Figures& figures);
+void benchListSort(Figures& figures);

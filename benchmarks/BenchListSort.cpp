@@ -1,10 +1,11 @@
 // The base list's sort: 10,000 rows of eight columns, sorted by a decimal column as a click on the header does, falling
 // and rising in turn. Each sort is timed whole: reading the texts, moving the rows, the arrow. The order is checked.
 #include "benchmarks/Bench.h"
-#include "benchmarks/Median.h"
 #include "src/list/CommonListCtrl.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -103,6 +104,7 @@ void benchListSort(Figures& figures) {
         list.DestroyWindow();
     }
     frame->DestroyWindow();
-    figures.push_back({"sort_list_10k_ms", median(times), "ms",
+    std::sort(times.begin(), times.end());
+    figures.push_back({"sort_list_10k_ms", times[times.size() / 2], "ms",
                        "a header click on a decimal column, 10,000 rows of 8 columns, painting not included", 60, 42});
 }

@@ -15,7 +15,8 @@ struct Suite {
 const Suite suites[] = {{"grid", benchGrid},
                         {"expression", benchExpression},
                         {"settings", benchSettings},
-                        {"black76", benchBlack76}};
+                        {"black76", benchBlack76},
+                        {"listsort", benchListSort}};
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }
 

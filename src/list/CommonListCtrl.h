@@ -405,7 +405,8 @@ private:
     void DropSortLockOutsideColumns();
     void ClickColumn(int place);
     void SortRows();
-    void HoldRowData();
+    std::vector<DWORD_PTR> SaveRowData();
+    std::vector<DWORD_PTR> NumberRows();
     void ReleaseRowData();
     void TakeSortDataType();
     bool RowsAreNative() const;

@@ -88,12 +88,7 @@ void CCommonListCtrl::KillAutoSortTimer() {
 
 int CCommonListCtrl::SortOnVisibleIndex(int place, int) {
     if (!m_bAutoSort) return 1;
-    NMLISTVIEW click{};
-    click.hdr.hwndFrom = m_hWnd;
-    click.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-    click.hdr.code = static_cast<UINT>(LVN_COLUMNCLICK);
-    click.iItem = -1;
-    click.iSubItem = std::max(place, 0);
+    NMLISTVIEW click = headerClick(*this, std::max(place, 0));
     LRESULT result = 0;
     const RedrawScope frozen(*this);
     if (m_nSortCol == m_nLastSortCol) m_nSortOrder = -m_nSortOrder;  // the click turns it back

@@ -19,6 +19,15 @@ std::shared_ptr<CImageList> sharedHeaderImages();
 // Gives a header item a sort image; false if there is no such item.
 bool setHeaderImage(CHeaderCtrl& header, int item, int format, HeaderImage image);
 
+// The notification of a click on the header at a place, as the control would send it.
+inline NMLISTVIEW headerClick(const CWnd& list, int place) {
+    NMLISTVIEW click{};
+    click.hdr = {list.m_hWnd, static_cast<UINT_PTR>(list.GetDlgCtrlID()), static_cast<UINT>(LVN_COLUMNCLICK)};
+    click.iItem = -1;
+    click.iSubItem = place;
+    return click;
+}
+
 // Sets a flag for a block and puts the former value back.
 template <class Flag>
 class FlagScope {

@@ -16,20 +16,46 @@ namespace {
 
 constexpr const char* kSortLockKey = "SortLockInfo";
 
-// The arguments of the control's comparison are item data: row numbers while a sort holds the rows' data. `positions`
-// is indexed by them; data that something else has put into an item meanwhile are no row and go last.
-struct Positions {
-    std::vector<std::uint32_t> ofRow;
-    std::uint32_t of(LPARAM row) const {
-        const auto index = static_cast<std::size_t>(row);
-        return index < ofRow.size() ? ofRow[index] : static_cast<std::uint32_t>(ofRow.size());
+// Where each row ends, by its item data, which is what the control's comparison is given. An open hash table at most
+// half full: the control asks some 25 times per row.
+class PositionOfData {
+public:
+    // False if two rows have the same data; then the table is of no use.
+    bool fill(const std::vector<DWORD_PTR>& data, const std::vector<std::uint32_t>& positions) {
+        m_bits = 1;
+        while ((std::size_t{1} << m_bits) < 2 * positions.size()) ++m_bits;
+        m_slots.assign(std::size_t{1} << m_bits, {0, kFree});
+        for (std::size_t row = 0; row < positions.size(); ++row) {
+            Slot& slot = m_slots[find(data[row])];
+            if (slot.position != kFree) return false;
+            slot = {data[row], positions[row]};
+        }
+        return true;
     }
+    // Data that no row had are behind all rows.
+    std::uint32_t of(DWORD_PTR data) const { return m_slots[find(data)].position; }
+
+private:
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
+    struct Slot {
+        DWORD_PTR data;
+        std::uint32_t position;
+    };
+    std::size_t find(DWORD_PTR data) const {
+        constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;
+        auto slot = static_cast<std::size_t>((data * kGoldenRatio) >> (64 - m_bits));
+        while (m_slots[slot].position != kFree && m_slots[slot].data != data) slot = (slot + 1) & (m_slots.size() - 1);
+        return slot;
+    }
+
+    int m_bits = 1;
+    std::vector<Slot> m_slots;
 };
 
-int CALLBACK comparePositions(LPARAM row1, LPARAM row2, LPARAM argument) {
-    const auto& positions = *reinterpret_cast<const Positions*>(argument);
-    const std::uint32_t first = positions.of(row1);
-    const std::uint32_t second = positions.of(row2);
+int CALLBACK comparePositions(LPARAM data1, LPARAM data2, LPARAM argument) {
+    const auto& positions = *reinterpret_cast<const PositionOfData*>(argument);
+    const std::uint32_t first = positions.of(static_cast<DWORD_PTR>(data1));
+    const std::uint32_t second = positions.of(static_cast<DWORD_PTR>(data2));
     return first < second ? -1 : first > second ? 1 : 0;
 }
 
@@ -59,12 +85,7 @@ void CCommonListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
 }
 
 void CCommonListCtrl::ClickColumn(int place) {
-    NMLISTVIEW click{};
-    click.hdr.hwndFrom = m_hWnd;
-    click.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-    click.hdr.code = static_cast<UINT>(LVN_COLUMNCLICK);
-    click.iItem = -1;
-    click.iSubItem = place;
+    NMLISTVIEW click = headerClick(*this, place);
     LRESULT result = 0;
     CCommonListCtrl::OnLvnColumnclick(&click.hdr, &result);
 }
@@ -110,16 +131,25 @@ RowSort CCommonListCtrl::PrepareSort(const std::vector<int>& rows) {
     return sort;
 }
 
+// Rows are told apart by their data. Only where two rows have the same do the items hold row numbers meanwhile: each
+// change of an item's data costs two notifications of the owner, together more than all the rest of a sort.
 void CCommonListCtrl::SortRows() {
     TakeSortDataType();
     if (!RowsAreNative()) return;
     const RedrawScope frozen(*this);
-    HoldRowData();
-    std::vector<int> rows(static_cast<std::size_t>(m_arrSavedItemData.GetCount()));
+    const std::vector<DWORD_PTR> data = SaveRowData();
+    std::vector<int> rows(data.size());
     for (std::size_t row = 0; row < rows.size(); ++row) rows[row] = static_cast<int>(row);
-    Positions positions{PrepareSort(rows).positions()};
-    CListCtrl::SortItems(comparePositions, reinterpret_cast<DWORD_PTR>(&positions));
-    ReleaseRowData();
+    const std::vector<std::uint32_t> positions = PrepareSort(rows).positions();
+    PositionOfData table;
+    const bool distinct = table.fill(data, positions);
+    if (distinct) {
+        m_arrSavedItemData.RemoveAll();
+    } else {
+        table.fill(NumberRows(), positions);
+    }
+    CListCtrl::SortItems(comparePositions, reinterpret_cast<DWORD_PTR>(&table));
+    if (!distinct) ReleaseRowData();
 }
 
 void CCommonListCtrl::TakeSortDataType() {
@@ -132,15 +162,23 @@ void CCommonListCtrl::TakeSortDataType() {
     }
 }
 
-// From here to ReleaseRowData an item's data are its row number and GetItemData answers from m_arrSavedItemData, which
-// is complete before the first item changes: a handler of a change may ask for any row.
-void CCommonListCtrl::HoldRowData() {
-    const int count = CListCtrl::GetItemCount();
-    CArray<DWORD_PTR, DWORD_PTR> data;
-    data.SetSize(count);
-    for (int row = 0; row < count; ++row) data.SetAt(row, CListCtrl::GetItemData(row));
-    m_arrSavedItemData.Copy(data);
-    for (int row = 0; row < count; ++row) CListCtrl::SetItemData(row, static_cast<DWORD_PTR>(row));
+// From here GetItemData answers from m_arrSavedItemData. Returns the same data.
+std::vector<DWORD_PTR> CCommonListCtrl::SaveRowData() {
+    std::vector<DWORD_PTR> data(static_cast<std::size_t>(CListCtrl::GetItemCount()));
+    for (std::size_t row = 0; row < data.size(); ++row) data[row] = CListCtrl::GetItemData(static_cast<int>(row));
+    m_arrSavedItemData.SetSize(static_cast<INT_PTR>(data.size()));
+    std::copy(data.begin(), data.end(), m_arrSavedItemData.GetData());
+    return data;
+}
+
+// Gives each item its row number as data, until ReleaseRowData. Returns the numbers.
+std::vector<DWORD_PTR> CCommonListCtrl::NumberRows() {
+    std::vector<DWORD_PTR> numbers(static_cast<std::size_t>(m_arrSavedItemData.GetCount()));
+    for (std::size_t row = 0; row < numbers.size(); ++row) {
+        numbers[row] = row;
+        CListCtrl::SetItemData(static_cast<int>(row), row);
+    }
+    return numbers;
 }
 
 // The saved data first follow the rows to their new places, for the same reason.

@@ -143,6 +143,20 @@ TEST_F(Sorts, TextsAreReadOncePerRowAndDataHoldMeanwhile) {
     EXPECT_EQ(list.m_arrSavedItemData.GetCount(), 0);
 }
 
+TEST_F(Sorts, RowsWithEqualDataSortToo) {
+    start();
+    const DWORD_PTR data[] = {7, 7, 0, ~DWORD_PTR{0}, 0};
+    for (int row = 0; row < 5; ++row) list.SetItemData(row, data[row]);
+    clickHeader(1);
+    std::string texts;
+    for (int row = 0; row < 5; ++row) {
+        texts += list.CListCtrl::GetItemText(row, 4);
+        EXPECT_EQ(list.GetItemData(row), data[texts[static_cast<std::size_t>(row)] - '1']);
+    }
+    EXPECT_EQ(texts, "24531");
+    EXPECT_EQ(list.m_arrSavedItemData.GetCount(), 0);
+}
+
 TEST_F(Sorts, SelectionAndFocusStayWithTheirRow) {
     start();
     list.SetRowFocus(2);
