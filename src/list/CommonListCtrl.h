@@ -313,6 +313,8 @@ protected:
     afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
+    // On a market watch: saves under the parent window's title and answers true.
+    virtual bool SaveMarketWatchProfile();
     // Whether this list is a market watch; that class overrides it.
     virtual bool IsMarketWatch() const { return false; }
     // The click handlers that an auto-sort step runs: here the base's. A grid runs its own and then this one; a
@@ -365,7 +367,6 @@ private:
     void ReadCustomizeRecord(const CString& record);
     void WriteCustomizeRecord();
     void ReadUserCustomizeRecord(const CString& record);
-    bool SaveMarketWatchProfile();
 
     ProfileSource* m_pProfileSource = nullptr;
     SortOrderChooser* m_dlgSortOrder = nullptr;
