@@ -14,6 +14,7 @@ struct Suite {
 };
 const Suite suites[] = {{"grid", benchGrid},
                         {"expression", benchExpression},
+                        {"custom", benchCustomColumn},
                         {"settings", benchSettings},
                         {"black76", benchBlack76},
                         {"listsort", benchListSort}};

@@ -16,6 +16,7 @@
 // One thread: that of the windows. Destroy grids before rows.
 #pragma once
 
+#include "src/expression/core/CustomColumnText.h"
 #include "src/grid/ColorHeaderCtrl.h"
 #include "src/grid/NativeList.h"
 #include "src/grid/core/CellPainting.h"
@@ -178,7 +179,8 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
-    // The text of a user column. Will put the other columns' values into its formula and evaluate it.
+    // The text of a user column, made anew from the row's other texts; nothing for a built-in column. A formula whose
+    // values run together shows kInvalidCustomExpression in a message box and leaves the text.
     virtual void GetCustomColumnText(DWORD_PTR data, int columnIndex, CString& text);
 
     afx_msg int OnCreate(LPCREATESTRUCT create);
@@ -261,6 +263,7 @@ private:
     bool DrawShades = false;
     int LinesPerRow = 1;
     BatchSelection m_selection;  // scratch of a batch end
+    CustomColumnText m_customText;
 };
 
 // Closes the batch of every grid in opti-data mode, in the order in which they entered it, and starts the flush timer

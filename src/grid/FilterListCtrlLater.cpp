@@ -1,9 +1,6 @@
 // Operations that the grid calls where they belong and that are not filled in yet. Each says what it will do.
 #include "src/grid/FilterListCtrl.h"
 
-// Will put the other columns' values into the column's formula and evaluate it.
-void CFilterListCtrl::GetCustomColumnText(DWORD_PTR, int, CString&) {}
-
 // Will match one cell against the tokens of one filter text. No filter can be set yet, so nothing asks.
 int CFilterListCtrl::IsItemMatchingFilter(const CString&, const CString&) { return 1; }
 

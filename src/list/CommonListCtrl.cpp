@@ -93,7 +93,7 @@ void CCommonListCtrl::PreSubclassWindow() {
 // The control measures its rows when it is created and when its size changes, not when its style does: it is asked to.
 void CCommonListCtrl::StartOnLivingControl() {
     SetExtendedStyle(GetExtendedStyle() | LVS_EX_FULLROWSELECT);
-    ModifyStyle(0, LVS_OWNERDRAWFIXED);
+    ModifyStyle(0, LVS_OWNERDRAWFIXED | WS_CLIPCHILDREN);  // rows that are painted leave the header alone
     CommonInitList();
     RemeasureRows();
 }

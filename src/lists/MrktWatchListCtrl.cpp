@@ -1,0 +1,159 @@
+// Life, cells and the multi-column sort of a market watch.
+#include "src/lists/MrktWatchListCtrl.h"
+
+#include "src/foundation/ControlBlock.h"
+#include "src/foundation/Messages.h"
+#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/ListCommands.h"
+
+#include <numeric>
+
+IMPLEMENT_DYNAMIC(CMrktWatchListCtrl, CCommonListCtrl)
+
+BEGIN_MESSAGE_MAP(CMrktWatchListCtrl, CCommonListCtrl)
+    // Painting
+    ON_WM_ERASEBKGND()
+    ON_WM_SIZE()
+    // Commands
+    ON_COMMAND(kFitColumnsToData, &CMrktWatchListCtrl::ColFitToContentMarketListControl)
+    ON_COMMAND(kFitColumnsToHeader, &CMrktWatchListCtrl::ColFitToHeaderMarketListControl)
+END_MESSAGE_MAP()
+
+CMrktWatchListCtrl* CMrktWatchListCtrl::g_pLastMarketWatch = nullptr;
+int CMrktWatchListCtrl::g_nMarketWatchesBuilt = 0;
+
+namespace {
+
+// Where the two texts stand in the host's record.
+constexpr std::size_t kTradingSymbolOffset = 266;
+constexpr std::size_t kSymbolOffset = 401;
+
+CString watchSection(const CString& name) { return "MarketWatchNew_" + name; }
+
+// The host's texts of one record.
+class HostCells : public CustomCellSource {
+public:
+    HostCells(CWnd* parent, sMWStruct* record) : m_parent(parent), m_record(record) {}
+    bool cellText(int columnIndex, CString& text) override {
+        if (!g_pControlBlock->MrktWatchGetColumnText) return false;
+        g_pControlBlock->MrktWatchGetColumnText(m_parent, m_record, columnIndex, text);
+        return true;
+    }
+
+private:
+    CWnd* m_parent;
+    sMWStruct* m_record;
+};
+
+}  // namespace
+
+CMrktWatchListCtrl::CMrktWatchListCtrl() {
+    m_bGroupList = 1;
+    m_nBaseColumnCount = kMarketWatchColumns;
+    g_pLastMarketWatch = this;
+}
+
+// The window goes here, while its messages still find this class.
+CMrktWatchListCtrl::~CMrktWatchListCtrl() {
+    if (m_hWnd) DestroyWindow();
+    if (g_pLastMarketWatch == this) g_pLastMarketWatch = nullptr;
+}
+
+CString CMrktWatchListCtrl::ParentTitle() const {
+    CString title;
+    if (const CWnd* parent = GetParent()) parent->GetWindowText(title);
+    return title;
+}
+
+bool CMrktWatchListCtrl::SaveMarketWatchProfile() {
+    SaveColumnProfile(ParentTitle());
+    return true;
+}
+
+MrktWatchRowData* CMrktWatchListCtrl::RowData(int row) {
+    auto* data = reinterpret_cast<MrktWatchRowData*>(GetItemData(row));
+    return data && data->pRecord ? data : nullptr;
+}
+
+CString CMrktWatchListCtrl::GetItemText(int row, int place) {
+    CString text;
+    MrktWatchRowData* data = RowData(row);
+    if (!data) return text;
+    int columnIndex = 0;
+    if (const INT_PTR count = m_arrOrder.GetCount()) {
+        while (columnIndex < count && m_arrOrder.GetAt(columnIndex) != place) ++columnIndex;
+        if (columnIndex == count) return text;
+    }
+    g_pControlBlock->MrktWatchGetColumnText(GetParent(), data, columnIndex, text);
+    return text;
+}
+
+CString CMrktWatchListCtrl::GetItemText(int row, int place, bool, bool) { return GetItemText(row, place); }
+
+CString CMrktWatchListCtrl::GetTradingSymbolOrSymbol(bool tradingSymbol, int row) {
+    const MrktWatchRowData* data = RowData(row);
+    if (!data) return {};
+    return reinterpret_cast<const char*>(data->pRecord) + (tradingSymbol ? kTradingSymbolOffset : kSymbolOffset);
+}
+
+int CMrktWatchListCtrl::GetCustomColumnText(sMWStruct* record, int columnIndex, CString& text) {
+    if (columnIndex < kFirstMarketWatchUserColumn) return 1;
+    if (columnIndex >= m_arrColumns.GetCount()) return 0;
+    HostCells cells(GetParent(), record);
+    // A copy: the message box pumps messages, and the columns may change meanwhile.
+    const CString formula = idExpression(m_arrColumns.GetAt(columnIndex), ListFamily::marketWatch);
+    switch (m_customText.evaluate(ListFamily::marketWatch, columnIndex, formula, cells, text)) {
+        case CustomCellOutcome::noValue:
+            return 0;
+        case CustomCellOutcome::invalid:
+            AfxMessageBox(kInvalidCustomExpression);
+            return 0;
+        default:
+            return 1;
+    }
+}
+
+// Row numbers are sorted while the items keep their data; then each item takes the data of the row that belongs there.
+void CMrktWatchListCtrl::SortListOnMultiplelevel() {
+    const int count = GetItemCount();
+    if (!m_bMultiSortActive || !m_bSortEnabled || count == 0) return;
+    std::vector<int> rows(static_cast<std::size_t>(count));
+    std::iota(rows.begin(), rows.end(), 0);
+    SendInfoForQSort(rows.data(), rows.size(), sizeof(int));
+    std::vector<DWORD_PTR> data;
+    for (const int row : rows) data.push_back(GetItemData(row));
+    {
+        const RedrawScope frozen(*this);
+        for (int row = 0; row < count; ++row) SetItemData(row, data[static_cast<std::size_t>(row)]);
+    }
+    if (CWnd* parent = GetParent(); isLive(parent))
+        parent->SendMessage(WM_LIST_ROWS_REORDERED, static_cast<WPARAM>(GetDlgCtrlID()), 0);
+}
+
+void CMrktWatchListCtrl::ReadSortOrderProfile() {
+    if (!isLive(SortProfileCombo)) return;
+    CString name;
+    SortProfileCombo->GetWindowText(name);
+    ReadMultiSortOrderProfile(name);
+}
+
+void CMrktWatchListCtrl::SaveSortOrderProfile() {
+    if (!isLive(SortProfileCombo)) return;
+    CString name;
+    SortProfileCombo->GetWindowText(name);
+    SaveMultiSortOrderProfile(name);
+}
+
+// The base reads and writes the levels under the list's name, which is the watch's section meanwhile.
+void CMrktWatchListCtrl::ReadMultiSortOrderProfile(CString name) {
+    {
+        const FlagScope<CString> section(m_csListName, watchSection(name));
+        CCommonListCtrl::ReadSortOrderProfile();
+    }
+    if (m_bMultiSortActive) DrawHeaderSortImageForMultiSortMode(1, true);
+}
+
+void CMrktWatchListCtrl::SaveMultiSortOrderProfile(CString name) {
+    const FlagScope<CString> section(m_csListName, watchSection(name));
+    CCommonListCtrl::SaveSortOrderProfile();
+}

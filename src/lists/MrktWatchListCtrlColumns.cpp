@@ -1,0 +1,156 @@
+// How the columns of a market watch come on screen and how wide they are.
+#include "src/foundation/core/Globals.h"
+#include "src/foundation/Messages.h"
+#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/ListSettings.h"
+#include "src/list/core/ListLayout.h"
+#include "src/list/core/SortTexts.h"
+#include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/core/WatchColumns.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr char kUserColumnsSection[] = "MarketWatch";
+// What the control adds to a text's width when it fits a column to it.
+constexpr int kCellPadding = 12;
+
+}  // namespace
+
+void CMrktWatchListCtrl::InsertColumnsForList(int*) {
+    m_nBaseColumnCount = kMarketWatchColumns;
+    ReadAutoSort();
+    InitializeAutoSort();
+    ReadUserColumns();
+    if (m_bLockSortEnabled) ReadStoredLock();
+    if (m_arrOrder.IsEmpty()) ReadStoredPlaces();
+    ReadGridLines("MarketWatchNew_" + ParentTitle());
+    ShowColumns(iNewDataArrCnt > 0 && m_arrColumns.GetCount() == iMrktInfoColCount + 1);
+    ++g_nMarketWatchesBuilt;
+}
+
+void CMrktWatchListCtrl::ReadStoredLock() {
+    CString text;
+    if (!readListSetting(m_csListName, "SortLockInfo", text)) return;
+    const SortLock lock = parseSortLock(text);
+    if (!lock.locked || lock.columnIndex < 0 || lock.columnIndex >= m_arrColumns.GetCount()) return;
+    m_bSortLocked = m_bSorted = 1;
+    m_nLockSortColumn = lock.columnIndex;
+    m_nLockSortOrder = lock.order;
+}
+
+// The first watch counts the user columns; they are the same for all.
+void CMrktWatchListCtrl::ReadUserColumns() {
+    CString text;
+    if (!g_pControlBlock->UserSettingMWColumns(0, kUserColumnsSection, text)) return;
+    const std::vector<WatchColumn> columns = parseWatchUserColumns(text);
+    if (!fitWatchColumns(columns)) return;
+    for (const WatchColumn& column : columns) {
+        if (column.columnIndex < kMarketWatchColumns) continue;
+        constexpr int kWidth = 80;
+        m_arrColumns.SetAtGrow(column.columnIndex, makeWatchUserColumn(column, kWidth));
+        if (g_nMarketWatchesBuilt) continue;
+        ++iMrktInfoColCount;
+        ++iNewDataArrCnt;
+    }
+}
+
+void CMrktWatchListCtrl::ReadStoredPlaces() {
+    const int count = static_cast<int>(m_arrColumns.GetCount());
+    WatchArrays arrays;
+    CString text, section = "MarketWatchNew_" + ParentTitle();
+    const bool stored = m_bUseColumnProfile && g_pControlBlock->UserSetting(0, section, text, "COLUMNPROFILE");
+    if (!stored || !placeByProfile(parseWatchProfile(text), count, arrays)) {
+        for (int i = 0; i < std::min(count, kMarketWatchColumns); ++i) {
+            const bool known = i < m_arrDefaultColumns.GetCount();
+            arrays.order.push_back(m_arrDefaultColumns.IsEmpty() ? i : known ? m_arrDefaultColumns.GetAt(i) : -1);
+            arrays.widths.push_back(m_arrColumns.GetAt(i).iWidth);
+        }
+    }
+    assign(m_arrOrder, arrays.order);
+    assign(m_arrWidth, arrays.widths);
+}
+
+// A watch keeps its grid lines under its own name, not under the list's.
+void CMrktWatchListCtrl::ReadGridLines(const CString& section) {
+    CString text;
+    if (!g_pControlBlock->UserSetting(0, section, text, "GridLine")) return;
+    m_bGridLines = text == "true";
+    SetExtendedStyle((GetExtendedStyle() & ~static_cast<DWORD>(LVS_EX_GRIDLINES)) |
+                     (m_bGridLines ? LVS_EX_GRIDLINES : 0));
+}
+
+// Replaces the control's columns by what the arrays say, and puts the arrays in step.
+void CMrktWatchListCtrl::ShowColumns(bool placesUserColumns) {
+    WatchPlanInput input;
+    input.arrays = {toVector(m_arrOrder), toVector(m_arrWidth)};
+    input.lastColumn = iMrktInfoColCount;
+    input.placesUserColumns = placesUserColumns;
+    for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) input.recordWidths.push_back(m_arrColumns.GetAt(i).iWidth);
+    const WatchPlan plan = planWatchColumns(input);
+    assign(m_arrOrder, plan.arrays.order);
+    assign(m_arrWidth, plan.arrays.widths);
+    assign(m_arrVisible, plan.visible);
+    if (!plan.bySequence.empty()) m_nFirstColumn = plan.bySequence[0];
+    const RedrawScope frozen(*this);
+    const CHeaderCtrl* header = GetHeaderCtrl();
+    for (int place = header ? header->GetItemCount() - 1 : -1; place >= 0; --place) DeleteColumn(place);
+    int place = 0;
+    for (const int columnIndex : plan.bySequence) {
+        const sQuorColInfo& column = m_arrColumns.GetAt(columnIndex);
+        InsertColumn(place, column.szColumnName, column.iFormat, m_arrWidth.GetAt(columnIndex), place);
+        if (columnIndex >= kMarketWatchColumns)
+            AddHeaderToolTip(place, displayExpression(column, ListFamily::marketWatch));
+        ++place;
+    }
+}
+
+int CMrktWatchListCtrl::InsertMrktColumn(int place, CString name, int format, int width, int order) {
+    sQuorColInfo column;
+    setColumnName(column, name);
+    column.iFormat = format;
+    column.iWidth = width;
+    const int columnIndex = static_cast<int>(m_arrColumns.Add(column));
+    if (order >= 0) {
+        for (INT_PTR i = 0; i < m_arrOrder.GetCount(); ++i)
+            if (m_arrOrder.GetAt(i) >= order) m_arrOrder.SetAt(i, m_arrOrder.GetAt(i) + 1);
+    }
+    m_arrOrder.SetAtGrow(columnIndex, order);
+    m_arrWidth.SetAtGrow(columnIndex, width);
+    m_arrVisible.RemoveAll();
+    for (int i = 0; i <= columnIndex; ++i)
+        if (m_arrOrder.GetAt(i) >= 0) AddToVisibleArray({m_arrOrder.GetAt(i), i});
+    if (order >= 0) InsertColumn(place, name, format, width, place);
+    return columnIndex;
+}
+
+int CMrktWatchListCtrl::WidestText(int place) {
+    CClientDC dc(this);
+    const SelectScope font(&dc, GetFont());
+    int widest = 0;
+    for (int row = GetItemCount() - 1; row >= 0; --row) {
+        const CString text = GetItemText(row, place);
+        SIZE size{};
+        if (::GetTextExtentPoint32A(dc.m_hDC, text, text.GetLength(), &size)) widest = std::max<int>(widest, size.cx);
+    }
+    return widest + kCellPadding;
+}
+
+// The control knows no texts of its rows: they are measured here.
+void CMrktWatchListCtrl::ColFitToContentMarketListControl() {
+    CHeaderCtrl* header = GetHeaderCtrl();
+    if (!header) return;
+    {
+        const RedrawScope frozen(*this);
+        for (int place = header->GetItemCount() - 1; place >= 0; --place) {
+            ColumnMeasure measure;
+            measure.data = WidestText(place);
+            SetColumnWidth(place, fittedColumnWidth(kFitColumnsToData, measure));
+        }
+    }
+    if (m_bHeaderToolTips) LayOutHeaderToolTips();
+    header->Invalidate();
+}
+
+void CMrktWatchListCtrl::ColFitToHeaderMarketListControl() { AutoSizeColumns(kFitColumnsToHeader); }

@@ -1,0 +1,125 @@
+// What a market watch stores and exchanges; the texts stand in core/WatchTexts.h.
+#include "platform/tools/QuorTools.h"
+#include "src/foundation/Messages.h"
+#include "src/foundation/core/Globals.h"
+#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/ListSettings.h"
+#include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/core/WatchColumns.h"
+
+#include <cstring>
+
+namespace {
+
+// The section of user columns and of exported watches.
+constexpr char kAllWatches[] = "MarketWatch";
+constexpr int kLongestHeading = 255;
+
+CString exportKey(const CString& name) { return "MW:" + name; }
+
+}  // namespace
+
+int CMrktWatchListCtrl::WidthOfHeading(const char* heading) const {
+    const CHeaderCtrl* header = GetHeaderCtrl();
+    const int count = header ? header->GetItemCount() : 0;
+    for (int place = 0; place < count; ++place) {
+        char text[kLongestHeading + 1] = "";
+        LVCOLUMN column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH;
+        column.pszText = text;
+        column.cchTextMax = kLongestHeading;
+        if (GetColumn(place, &column) && std::strcmp(text, heading) == 0) return column.cx;
+    }
+    return 0;
+}
+
+// Places are those on screen, where the user may have dragged a header item since the columns were built.
+std::vector<WatchColumn> CMrktWatchListCtrl::ColumnsAsTheyStand() const {
+    const CHeaderCtrl* header = GetHeaderCtrl();
+    std::vector<int> shownAt(header ? static_cast<std::size_t>(header->GetItemCount()) : 0, -1);
+    for (std::size_t i = 0; i < shownAt.size(); ++i) {
+        const int item = header->OrderToIndex(static_cast<int>(i));
+        if (item >= 0 && static_cast<std::size_t>(item) < shownAt.size())
+            shownAt[static_cast<std::size_t>(item)] = static_cast<int>(i);
+    }
+    std::vector<WatchColumn> columns;
+    for (int i = 0; i < m_arrColumns.GetCount(); ++i) {
+        WatchColumn column;
+        column.columnIndex = i;
+        const int item = i < m_arrOrder.GetCount() ? m_arrOrder.GetAt(i) : -1;
+        if (item >= 0 && static_cast<std::size_t>(item) < shownAt.size())
+            column.place = shownAt[static_cast<std::size_t>(item)];
+        if (column.place >= 0) column.width = WidthOfHeading(m_arrColumns.GetAt(i).szColumnName);
+        columns.push_back(column);
+    }
+    return columns;
+}
+
+std::vector<WatchColumn> CMrktWatchListCtrl::UserColumns() const {
+    std::vector<WatchColumn> columns;
+    for (int i = kMarketWatchColumns; i < m_arrColumns.GetCount(); ++i) {
+        const sQuorColInfo& record = m_arrColumns.GetAt(i);
+        WatchColumn column;
+        column.columnIndex = i;
+        column.name = record.szColumnName;
+        column.idForm = idExpression(record, ListFamily::marketWatch);
+        column.displayForm = displayExpression(record, ListFamily::marketWatch);
+        columns.push_back(column);
+    }
+    return columns;
+}
+
+void CMrktWatchListCtrl::SaveColumnProfile(CString name) {
+    const CString section = "MarketWatchNew_" + name;
+    CString text = formatWatchProfile(ColumnsAsTheyStand());
+    if (!g_pControlBlock->UserSetting(1, section, text, "COLUMNPROFILE"))
+        AfxMessageBox("Error while saving column profile");
+    CString user = formatWatchUserColumns(UserColumns());
+    g_pControlBlock->UserSettingMWColumns(1, kAllWatches, user);
+    CString lines = m_bGridLines ? "true" : "false";
+    g_pControlBlock->UserSetting(1, section, lines, "GridLine");
+}
+
+void CMrktWatchListCtrl::ExportColumnToFile(CString name, CString file) {
+    std::vector<WatchColumn> columns = ColumnsAsTheyStand();
+    const std::vector<WatchColumn> user = UserColumns();
+    for (WatchColumn& column : columns) {
+        // The order array's place, not the header's: what a file says is independent of how this window was dragged.
+        column.place = column.columnIndex < m_arrOrder.GetCount() ? m_arrOrder.GetAt(column.columnIndex) : -1;
+        if (column.columnIndex < kMarketWatchColumns) {
+            column.name = m_arrColumns.GetAt(column.columnIndex).szColumnName;
+            continue;
+        }
+        const WatchColumn& formulas = user[static_cast<std::size_t>(column.columnIndex - kMarketWatchColumns)];
+        column.name = formulas.name;
+        column.idForm = formulas.idForm;
+        column.displayForm = formulas.displayForm;
+    }
+    CString text = formatWatchExport(columns), error;
+    quoru_appdata_ini_file_operations(1, kAllWatches, exportKey(name), text, file, error);
+}
+
+void CMrktWatchListCtrl::ImportColumnsFromFile(CString file) {
+    CString title, text, error;
+    if (const CFrameWnd* frame = GetParentFrame()) frame->GetWindowText(title);
+    const bool found = quoru_appdata_ini_file_operations(0, kAllWatches, exportKey(title), text, file, error) != 0;
+    if (!found) text.Empty();
+
+    if (m_arrColumns.GetCount() > kMarketWatchColumns) m_arrColumns.SetSize(kMarketWatchColumns);
+    std::vector<sQuorColInfo> builtIn;
+    for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) builtIn.push_back(m_arrColumns.GetAt(i));
+    const WatchImport import = importWatch(text, builtIn);
+    for (const sQuorColInfo& column : import.userColumns) m_arrColumns.Add(column);
+    assign(m_arrOrder, import.arrays.order);
+    assign(m_arrWidth, import.arrays.widths);
+    m_arrVisible.RemoveAll();
+    for (int i = 0; i < m_arrOrder.GetCount(); ++i)
+        if (m_arrOrder.GetAt(i) >= 0) AddToVisibleArray({m_arrOrder.GetAt(i), i});
+    if (!found) return;
+
+    iNewDataArrCnt = static_cast<int>(import.userColumns.size());
+    iMrktInfoColCount = kMarketWatchColumns - 1 + iNewDataArrCnt;
+    ShowColumns(false);
+    if (CWnd* parent = GetParent(); isLive(parent))
+        parent->SendMessage(WM_LIST_COLUMNS_REBUILT, static_cast<WPARAM>(GetDlgCtrlID()), 0);
+}

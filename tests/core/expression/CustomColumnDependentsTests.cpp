@@ -1,0 +1,114 @@
+#include "src/expression/core/CustomColumnDependents.h"
+#include "src/list/core/ColumnArrays.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Definition {
+    const char* name;
+    const char* display = "";
+};
+
+// Two built-in columns, then user columns that build on each other: D on C on B on A; E on the built-in Rate alone.
+class Columns {
+public:
+    explicit Columns(ListFamily family = ListFamily::grid, std::vector<Definition> more = {}) : m_family(family) {
+        std::vector<Definition> all = {{"Rate"},
+                                       {"Qty"},
+                                       {"A", " \"Rate\" * 2"},
+                                       {"B", " \"A\" + 1"},
+                                       {"C", " \"B\" / \"A\""},
+                                       {"D", " 2 * \"C\""},
+                                       {"E", " \"Rate\" + 1"}};
+        all.insert(all.end(), more.begin(), more.end());
+        for (const Definition& definition : all) {
+            sQuorColInfo column;
+            setColumnName(column, definition.name);
+            setExpressions(column, family, "id", definition.display);
+            if (columns.GetCount() >= 2) names.Add(definition.name);
+            columns.Add(column);
+        }
+    }
+    CustomColumnScope scope() const { return {columns, names, m_family, 2}; }
+
+    CArray<sQuorColInfo, sQuorColInfo> columns;
+    CStringArray names;
+
+private:
+    ListFamily m_family;
+};
+
+TEST(CustomColumnDependents, AColumnReachesWhatItsFormulasName) {
+    const struct {
+        const char* name;
+        const char* selected;
+        bool depends;
+    } cases[] = {{"A", "A", true},     {"B", "A", true},    {"D", "A", true},
+                 {"A", "D", false},    {"E", "A", false},   {"D", "E", false},
+                 {"Rate", "A", false}, {"B", "Rate", true}, {"Rate", "Rate", false}};
+    for (const ListFamily family : {ListFamily::grid, ListFamily::marketWatch}) {
+        const Columns columns(family);
+        for (const auto& expected : cases)
+            EXPECT_EQ(CheckBaseColRecursively(columns.scope(), expected.selected, expected.name), expected.depends)
+                << expected.name << " on " << expected.selected;
+    }
+}
+
+TEST(CustomColumnDependents, TheDeepestComeFirstAndEachOnce) {
+    for (const ListFamily family : {ListFamily::grid, ListFamily::marketWatch}) {
+        const Columns columns(family);
+        std::vector<int> dependents;
+        std::set<int> seen;
+        RemoveCustColRecursively(columns.scope(), "\"A\"", dependents, seen);
+        EXPECT_EQ(dependents, (std::vector<int>{5, 4, 3}));  // D, C, B
+        dependents.clear();
+        seen.clear();
+        RemoveCustColRecursively(columns.scope(), "\"D\"", dependents, seen);
+        EXPECT_TRUE(dependents.empty());
+    }
+}
+
+TEST(CustomColumnDependents, CyclesOfADamagedProfileEnd) {
+    const Columns columns(ListFamily::grid, {{"X", " \"Y\""}, {"Y", " \"X\" + \"Y\""}});
+    EXPECT_FALSE(CheckBaseColRecursively(columns.scope(), "A", "X"));
+    EXPECT_TRUE(CheckBaseColRecursively(columns.scope(), "Y", "X"));
+    std::vector<int> dependents;
+    std::set<int> seen;
+    RemoveCustColRecursively(columns.scope(), "\"X\"", dependents, seen);
+    std::sort(dependents.begin(), dependents.end());
+    EXPECT_EQ(dependents, (std::vector<int>{7, 8}));
+}
+
+std::string text(const CArray<int, int>& array) {
+    std::string all;
+    for (INT_PTR i = 0; i < array.GetCount(); ++i) all += std::to_string(array.GetAt(i)) + " ";
+    return all;
+}
+
+TEST(CustomColumnDependents, DeletedColumnsCloseThePlacesUp) {
+    Columns lists;
+    CArray<int, int> order, widths;
+    for (const int place : {0, 4, 1, -1, 2, 3, 5}) order.Add(place);
+    for (const int width : {10, 11, 12, 13, 14, 15, 16}) widths.Add(width);
+    const ListColumnArrays arrays{lists.columns, order, &widths};
+    EXPECT_EQ(removeColumnRecord(arrays, 5), 3);
+    EXPECT_EQ(removeColumnRecord(arrays, 3), -1) << "a hidden column has no place to leave";
+    EXPECT_EQ(removeColumnRecord(arrays, 2), 1);
+    EXPECT_EQ(removeColumnRecord(arrays, 9), -1);
+    EXPECT_EQ(text(order), "0 2 1 3 ");
+    EXPECT_EQ(text(widths), "10 11 13 14 16 ") << "the width of the hidden column stays";
+    EXPECT_EQ(lists.columns.GetCount(), 4);
+    EXPECT_STREQ(lists.columns.GetAt(2).szColumnName, "C");
+    CArray<sVisibleColumn, sVisibleColumn> visible;
+    rebuildVisible(order, visible);
+    EXPECT_EQ(columnAtPlace(visible, 1), 2);
+    EXPECT_EQ(columnAtPlace(visible, 3), 3);
+    EXPECT_EQ(visible.GetCount(), 4);
+}
+
+}  // namespace

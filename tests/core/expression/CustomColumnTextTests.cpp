@@ -1,0 +1,156 @@
+#include "src/expression/core/CustomColumnText.h"
+
+#include "platform/base/Numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Outcome = CustomCellOutcome;
+
+// A row whose built-in columns hold texts and whose user columns hold id forms.
+class Row : public CustomCellSource {
+public:
+    bool cellText(int columnIndex, CString& text) override {
+        if (const auto formula = formulas.find(columnIndex); formula != formulas.end()) {
+            inner.push_back(cells.evaluate(family, columnIndex, formula->second.c_str(), *this, text));
+            return true;
+        }
+        const auto found = texts.find(columnIndex);
+        if (found == texts.end()) return false;
+        text = found->second.c_str();
+        return true;
+    }
+
+    Outcome show(const std::string& formula, CString& text) {
+        return cells.evaluate(family, 100, formula.c_str(), *this, text);
+    }
+
+    ListFamily family = ListFamily::grid;
+    std::map<int, std::string> texts = {{1, "123.45"}, {2, "abc"}, {3, "-3"},      {4, "4"},
+                                        {5, ""},       {6, "0"},   {7, "1,234.5"}, {8, "0x10"}};
+    std::map<int, std::string> formulas;
+    std::vector<Outcome> inner;
+    CustomColumnText cells;
+};
+
+TEST(CustomColumnText, FormulasShowWhatCellsDependOn) {
+    struct Case {
+        const char* formula;
+        const char* shown;
+        Outcome outcome = Outcome::done;
+    };
+    const Case cases[] = {
+        {" 2+3", "5.00"},
+        {" \"1\" * 2", "246.90"},
+        {" \"2\" + 1", "1.00"},                       // no number: zero
+        {" \"5\" + 1", "1.00"},                       // empty: zero
+        {" \"8\" + 1", "1.00"},                       // a cell's number is decimal
+        {" \"3\" * \"4\"", "-12.00"},                 // a sign behind a blank
+        {" \"4\"*\"3\"", "0.00"},                     // "4*-3" has no operator
+        {" \"7\" + 1", "0.00"},                       // enters whole and fails there
+        {" \"4\" / \"6\"", "Divided by ZERO error"},  //
+        {" \"4\" / \"2\"", "Divided by ZERO error"},  //
+        {" 10/2-2", "Divided by ZERO error"},         // everything right of the first "/"
+        {" (10/2)", "Divided by ZERO error"},         // unbalanced there: the number stays 0
+        {" 2/1+10/0", "inf"},
+        {" 8 / \"4\"", "2.00"},
+        {" 8 / 2 + (", "Divided by ZERO error"},
+        {" \"4\" / x", "4"},         // the right side is no number: the last reference stays
+        {" \"4\" % \"6\"", "0.00"},  // a bad operand is no failure
+        {" \"4\" \"1\"", "123.45", Outcome::invalid},
+        {" \"4\" + \"9\"", "4", Outcome::noValue},
+        {" 1 / 3", "0.33"},
+        {" 0 - 1 / 8", "-0.12"},  // an exact half goes to the even digit
+        {" 10 ^ 20", "100000000000000000000.00"},
+        {"\"4\" * 2", "before", Outcome::noValue},  // no leading text: the roles are swapped, and column " * 2" is 0
+        {" \"\"\"4\" * 2", "8.00"},                 // runs of quotes are one
+    };
+    for (const Case& expected : cases) {
+        Row row;
+        CString text = "before";
+        EXPECT_EQ(row.show(expected.formula, text), expected.outcome) << expected.formula;
+        EXPECT_STREQ(text, expected.shown) << expected.formula;
+    }
+}
+
+TEST(CustomColumnText, MultiLineListsKeepAnEmptyCellEmpty) {
+    Row row;
+    row.family = ListFamily::multiLine;
+    CString text = "before";
+    EXPECT_EQ(row.show(" \"4\" + \"5\"", text), Outcome::emptyValue);
+    EXPECT_STREQ(text, "");
+    text = "before";
+    EXPECT_EQ(row.show(" \"4\" / x", text), Outcome::done);
+    EXPECT_STREQ(text, "") << "references do not show";
+    EXPECT_EQ(row.show(" \"4\" + \"1\"", text), Outcome::done);
+    EXPECT_STREQ(text, "127.45");
+}
+
+TEST(CustomColumnText, AnInnerColumnEntersWithTwoDecimals) {
+    Row row;
+    row.formulas = {{50, " \"4\" / 3"}, {51, " \"50\" * 3 + \"50\""}};
+    CString text;
+    EXPECT_EQ(row.show(" \"51\" * 100 + \"4\"", text), Outcome::done);
+    EXPECT_STREQ(text, "536.00");  // 1.33 * 3 + 1.33 = 5.32
+}
+
+TEST(CustomColumnText, ColumnsThatContainEachOtherEnd) {
+    Row row;
+    row.formulas = {{50, " \"51\" + 1"}, {51, " \"50\" + \"50\" + 1"}, {100, " \"100\""}};
+    CString text;
+    EXPECT_EQ(row.show(" \"50\" + \"100\"", text), Outcome::done);
+    EXPECT_EQ(std::count(row.inner.begin(), row.inner.end(), Outcome::noValue), 3);
+}
+
+TEST(CustomColumnText, NumbersLookAsTheFormatterWritesThem) {
+    Row row;
+    for (const char* number : {"0.005", "0.015", "2.675", "-0.001", "999999999999999.9", "1e15", "1.5e300", "1e-300"}) {
+        row.texts[60] = number;
+        CString text;
+        row.show(" 0 + \"60\"", text);
+        EXPECT_EQ(text, quor::formatDouble(quor::atof(number), 2)) << number;
+    }
+}
+
+TEST(CustomColumnText, WhatIsNoNumberCountsAsZero) {
+    const char* const cells[] = {"",       "-",   "+.", ".",    "-0.00", "0.0.5",        "00x1", "1e-999", "0e5", "abc",
+                                 "\t .e5", "1e2", ".5", "-0.5", " 7",    "0.0000000001", "1e",   "12EUR",  "1e-5"};
+    for (const char* cell : cells) {
+        Row row;
+        row.texts[60] = cell;
+        CString text;
+        row.show(" 4 / \"60\"", text);
+        EXPECT_EQ(text == kDividedByZero, quor::atof(cell) == 0.0) << cell;
+    }
+}
+
+// ---- Which string is which
+
+TEST(CustomColumnText, EachFamilyKeepsItsFormsWhereItsProfilesHaveThem) {
+    const struct {
+        ListFamily family;
+        const char* first;
+        const char* second;
+    } cases[] = {{ListFamily::grid, " \"4\" * 2", " \"Rate\" * 2"},
+                 {ListFamily::multiLine, " \"4\" * 2", " \"Rate\" * 2"},
+                 {ListFamily::marketWatch, " \"Rate\" * 2", " \"4\" * 2"}};
+    for (const auto& expected : cases) {
+        sQuorColInfo column;
+        setExpressions(column, expected.family, " \"4\" * 2", " \"Rate\" * 2");
+        EXPECT_STREQ(column.csExpression, expected.first);
+        EXPECT_STREQ(column.csToolTip, expected.second);
+        EXPECT_STREQ(displayExpression(column, expected.family), " \"Rate\" * 2");
+        Row row;
+        CString text;
+        row.show(idExpression(column, expected.family).GetString(), text);
+        EXPECT_STREQ(text, "8.00");
+    }
+}
+
+}  // namespace
