@@ -174,6 +174,8 @@ public:
     void DrawItem(LPDRAWITEMSTRUCT item) override;
 
 protected:
+    // Rows are asked for anew once the columns came from a file.
+    void OnColumnsImported() override { PopulateList(); }
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;

@@ -62,12 +62,7 @@ CCommonListCtrl::~CCommonListCtrl() {
     leave(g_listRegistry, this);
     leave(g_groupListRegistry, this);
     m_Appearance.freeKeywordArrays();
-    for (POSITION position = m_mapDealSlipProfiles.GetStartPosition(); position;) {
-        CString name;
-        CArray<int, int>* places = nullptr;
-        m_mapDealSlipProfiles.GetNextAssoc(position, name, places);
-        delete places;
-    }
+    FreeDealSlipProfiles();
 }
 
 BOOL CCommonListCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) {

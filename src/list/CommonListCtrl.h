@@ -26,6 +26,13 @@
 #include "src/list/core/ProfileSource.h"
 
 class RowSort;
+struct ColumnSetPlan;
+
+// A header item: its text, cut to 255 characters, and its width in pixels.
+struct HeaderColumn {
+    CString heading;
+    int width = 0;
+};
 
 // Callbacks on the owner window. They run only on a permanent window object of the framework; hosts make them from
 // their own members by static_cast.
@@ -55,7 +62,8 @@ public:
     virtual CString GetItemText(int row, int place);
     // The row's data: during a sort, when the items hold row numbers, what m_arrSavedItemData keeps for the row.
     virtual DWORD_PTR GetItemData(int row);
-    // Will write the column profile of this list to the host's store.
+    // Writes the column profile to the host's store, if profiles are in use: places by the order array, widths by the
+    // header (0 for a column that it does not show). A host that refuses is reported in a message box.
     virtual void SaveColumnProfile();
     // Applies the locked sort again: the rows and this column's arrow. Nothing unless the list is locked on a column
     // that shows.
@@ -78,7 +86,7 @@ public:
 
     // Puts a list to work on its window: header images, colours, registry, appearance. Once per window.
     void CommonInitList();
-    // Where profiles come from; borrowed, must outlive the list's use of it. Null, the default: nothing is stored.
+    // Where profiles come from; borrowed, must outlive the list's use of it. Null, the default: the host's store.
     void SetProfileSource(ProfileSource* source) { m_pProfileSource = source; }
     // The columns that show by default, by columnIndex in screen order; call after filling m_arrColumns. Always 1; the
     // second form gives 0 for a count of 0 and changes nothing.
@@ -120,6 +128,37 @@ public:
     // Gives the header item at `place` a tool tip, `text` or its heading if null. 1, or 0 if there is no such header
     // item, no report view, or no heading.
     int AddHeaderToolTip(int place, const char* text);
+
+    // --- Columns that travel. Files are INI files, bare names in the user's application data; the section is the list.
+
+    // Writes the columns with their headings, if profiles are in use. A failure is not reported.
+    void ExportColumnToFile(CString file);
+    // Takes the columns of such a file by heading: the user columns of the list (those with a tool tip) go, those of
+    // the file come. Then the parent is told (WM_LIST_COLUMNS_REBUILT, 1). If the file cannot be read, or profiles are
+    // not in use, the arrays are left at the built-in columns and the control still shows the old ones.
+    void ImportColumnsFromFile(CString file);
+    // The same for any kind of list; nothing without a list name. A market watch is exported only if its frame's title
+    // is `name`; other lists do not use it.
+    void ExportColumns(CString name, CString file);
+    void ImportColumns(CString file);
+    // Imports or exports every registered list. Before an export, frames of group lists get `name` as their title.
+    static void RecoverColumnProfile(bool import, CString name, CString file);
+    // Shows every list of g_listRegistry as "FactorySetting.ini" beside the executable says. A reading that fails is
+    // reported in a message box; that list stays as it is.
+    static void ApplyColumnProfile();
+    // Whether a column carries this heading: that at *index, else the first of all. If so, *found is set and added to
+    // `seen`. An *index that is no column gives false.
+    bool DoesColumnExist(const CString& heading, int* index, int* found, CArray<int, int>* seen);
+
+    // --- Deal slip profiles. Names are without prefix; a host that refuses is reported in a message box.
+
+    // Stores a profile of m_mapDealSlipProfiles; an empty text if there is none or profiles are not in use.
+    void SaveColumnProfileDealSlipReport(CString name);
+    // Empties the stored profile; map and names are the caller's.
+    void DeleteProfile(CString name);
+    void SaveLastInvokedProfile(CString name);
+    void SaveDefaultProfile(CString name);
+    void SaveDealSlipReportProfileNames(CStringArray& names);
 
     // --- Rows
 
@@ -190,16 +229,16 @@ public:
     // Gives a list another face and size (points, as text). Nothing changes if the window is no living list, has no
     // font, or the size comes to a height of -1. `id` is not read.
     static void SetListFontProperty(CWnd* list, int id, CString name, CString size);
+    // Turns the grid lines on or off, alternately.
+    void GridLines();
+    // Takes the stored state of the grid lines; if that is on, the lines are switched over, not on. Saving is silent.
+    void ReadGridLineStatus();
+    void SaveGridLineStatus();
     // Kept for hosts; cells have no colour of their own.
     int GetItemColor(int row, int place);
     void SetItemColor(int row, int place, COLORREF color);
     // The first parent of `list` that has a window and is a CBCGPDialog, CBCGPFormView or CBCGPDialogBar, or null.
     static CWnd* GetListCtrlDlgParent(CWnd* list);
-
-    // --- Not filled in yet: each says what it will do.
-
-    void ReadGridLineStatus();  // read the stored grid-line state and show it
-    void SaveGridLineStatus();  // write it
 
     // --- Process-wide
 
@@ -313,14 +352,26 @@ protected:
     afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
-    // On a market watch: saves under the parent window's title and answers true.
-    virtual bool SaveMarketWatchProfile();
     // Whether this list is a market watch; that class overrides it.
     virtual bool IsMarketWatch() const { return false; }
     // The click handlers that an auto-sort step runs: here the base's. A grid runs its own and then this one; a
     // multi-line list only its own.
     virtual void OnAutoSortClick(NMHDR* header, LRESULT* result);
 
+    // What kinds of list do in their own way. On a market watch the first three do their work and answer true:
+    // save under the parent window's title; export to a file if the frame's title is `name`; import from a file.
+    virtual bool SaveMarketWatchProfile();
+    virtual bool ExportMarketWatch(const CString& name, const CString& file);
+    virtual bool ImportMarketWatch(const CString& file);
+    // Columns were imported and the parent was told; here nothing is left to do.
+    virtual void OnColumnsImported();
+    // On a category list: makes a user column read-only.
+    virtual void SetUserColumnReadOnly(int columnIndex);
+    // The header items with the headings by which columns are known, for widths to save.
+    virtual std::vector<HeaderColumn> ReadHeader();
+
+    // The columns as they are now, in index order, names and user parts included.
+    std::vector<ProfileEntry> CurrentProfile();
     // Makes the control ask for its row height again, as after a change of size.
     void RemeasureRows();
     // Lays the header's tool tips over the header items as they stand now.
@@ -331,6 +382,9 @@ private:
     void StartOnLivingControl();
     // Columns.
     void InsertColumnsForList_Recursive(int* unused);
+    bool ReadStoredColumns(int builtInCount, std::vector<ProfileEntry>& entries);
+    void TakePlan(const ColumnSetPlan& plan);
+    void ShowPlan(const ColumnSetPlan& plan);
     void InsertColumnRecord(int place, int columnIndex, int width);
     void DeleteAllColumns();
     void NotifyColumnsRebuilt(LPARAM imported);
@@ -344,6 +398,12 @@ private:
     void ApplyAppearanceColors();
     void ReplaceFont(const LOGFONT& description);
     CRect RowsInView();
+    void ReadCustomizeRecord(const CString& record);
+    void WriteCustomizeRecord();
+    void ReadUserCustomizeRecord(const CString& record);
+    // Deal slip profiles.
+    void ReadDealSlipState();
+    void FreeDealSlipProfiles();
 
     // Sorting.
     void OnListKey(WPARAM key);
@@ -360,13 +420,6 @@ private:
     void ShowSortImage(int place, int image);
     void AfterSort(bool touchesFirstColumn);
     void SetSortLock(bool locked);
-
-    // Calls into what is not built yet; empty bodies.
-    void ReadDealSlipState();
-    void SetUserColumnReadOnly(int columnIndex);
-    void ReadCustomizeRecord(const CString& record);
-    void WriteCustomizeRecord();
-    void ReadUserCustomizeRecord(const CString& record);
 
     ProfileSource* m_pProfileSource = nullptr;
     SortOrderChooser* m_dlgSortOrder = nullptr;

@@ -31,15 +31,15 @@ int CCommonListCtrl::ReadAutoSort() {
     CString value;
     if (IsMarketWatch() && hostRunsOptimizedMarketWatch()) {
         m_bAutoSort = 0;
-    } else if (readListSetting(*this, kTickedKey, value)) {
+    } else if (readListSetting(m_csListName, kTickedKey, value)) {
         m_bAutoSort = value == "true";
     }
-    if (readListSetting(*this, kPlaceKey, value)) m_nSortCol = quor::atoi(value);
+    if (readListSetting(m_csListName, kPlaceKey, value)) m_nSortCol = quor::atoi(value);
     if (m_nSortCol >= m_arrColumns.GetCount()) {
         m_nSortCol = 0;
         return -1;
     }
-    if (readListSetting(*this, kOrderKey, value)) {
+    if (readListSetting(m_csListName, kOrderKey, value)) {
         m_nSortOrder = quor::atoi(value);
         // The first step takes the column for the sorted one and keeps its order.
         if (m_nSortOrder == 1) m_nLastSortCol = m_nSortCol;
@@ -48,10 +48,10 @@ int CCommonListCtrl::ReadAutoSort() {
 }
 
 void CCommonListCtrl::SaveAutoSort() {
-    writeListSetting(*this, kTickedKey, m_bAutoSort ? "true" : "false");
+    writeListSetting(m_csListName, kTickedKey, m_bAutoSort ? "true" : "false");
     if (!m_bAutoSort) return;
-    writeListSetting(*this, kPlaceKey, text(m_nSortCol));
-    writeListSetting(*this, kOrderKey, text(m_nSortOrder));
+    writeListSetting(m_csListName, kPlaceKey, text(m_nSortCol));
+    writeListSetting(m_csListName, kOrderKey, text(m_nSortOrder));
 }
 
 void CCommonListCtrl::InitializeAutoSort() {

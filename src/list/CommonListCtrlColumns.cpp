@@ -21,30 +21,36 @@ void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
     for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) input.widths.push_back(m_arrColumns.GetAt(i).iWidth);
     input.defaultPlaces = toVector(m_arrDefaultColumns);
     const int count = static_cast<int>(input.widths.size());
-    input.hasProfile = m_bUseColumnProfile && m_pProfileSource &&
-                       m_pProfileSource->readColumnProfile(m_csListName, count, input.profile);
+    input.hasProfile = m_bUseColumnProfile && ReadStoredColumns(count, input.profile);
     const ColumnSetPlan plan = planColumnSet(input);
 
+    TakePlan(plan);
+    ShowPlan(plan);
+    if (!plan.readsSortOrder) return;
+    ReadSortOrderProfile();
+    if (m_bMultiSortActive) DrawHeaderSortImageForMultiSortMode(1, true);
+}
+
+// The arrays as a plan has them; the control is left alone.
+void CCommonListCtrl::TakePlan(const ColumnSetPlan& plan) {
     for (const auto& [index, column] : plan.userColumns) m_arrColumns.SetAtGrow(index, column);
     DropSortLockOutsideColumns();
     assign(m_arrOrder, plan.order);
     assign(m_arrWidth, plan.widths);
     assign(m_arrVisible, plan.visible);
     m_nFirstColumn = plan.firstColumn;
-    {
-        const RedrawScope frozen(*this);
-        DeleteAllColumns();
-        for (int place = 0; place < static_cast<int>(plan.inserts.size()); ++place) {
-            const ColumnSetPlan::Insert& insert = plan.inserts[static_cast<std::size_t>(place)];
-            InsertColumnRecord(place, insert.columnIndex, insert.width);
-            if (!insert.isUserColumn) continue;
-            AddHeaderToolTip(place, m_arrColumns.GetAt(insert.columnIndex).csToolTip);
-            SetUserColumnReadOnly(insert.columnIndex);
-        }
+}
+
+void CCommonListCtrl::ShowPlan(const ColumnSetPlan& plan) {
+    const RedrawScope frozen(*this);
+    DeleteAllColumns();
+    for (int place = 0; place < static_cast<int>(plan.inserts.size()); ++place) {
+        const ColumnSetPlan::Insert& insert = plan.inserts[static_cast<std::size_t>(place)];
+        InsertColumnRecord(place, insert.columnIndex, insert.width);
+        if (!insert.isUserColumn) continue;
+        AddHeaderToolTip(place, m_arrColumns.GetAt(insert.columnIndex).csToolTip);
+        SetUserColumnReadOnly(insert.columnIndex);
     }
-    if (!plan.readsSortOrder) return;
-    ReadSortOrderProfile();
-    if (m_bMultiSortActive) DrawHeaderSortImageForMultiSortMode(1, true);
 }
 
 void CCommonListCtrl::InsertColumnRecord(int place, int columnIndex, int width) {

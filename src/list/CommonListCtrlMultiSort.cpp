@@ -48,7 +48,7 @@ int CCommonListCtrl::BuildSortColumnOrderArray(CString heading, int order) {
 void CCommonListCtrl::ReadSortOrderProfile() {
     m_arrSortOrder.RemoveAll();
     CString text;
-    if (!readListSetting(*this, kLevelsKey, text) || !m_bMultiSortEnabled) return;
+    if (!readListSetting(m_csListName, kLevelsKey, text) || !m_bMultiSortEnabled) return;
     if (text.IsEmpty()) {
         if (m_dlgSortOrder) m_dlgSortOrder->clear();
         m_bMultiSortActive = 0;
@@ -78,7 +78,7 @@ void CCommonListCtrl::SaveSortOrderProfile() {
         m_mapSortOrderByName.Lookup(heading, order);
         levels.push_back({heading, order});
     }
-    if (!writeListSetting(*this, kLevelsKey, formatSortLevels(levels, m_bMultiSortActive != 0))) {
+    if (!writeListSetting(m_csListName, kLevelsKey, formatSortLevels(levels, m_bMultiSortActive != 0))) {
         BCGPMessageBox(m_hWnd, "Error while saving sort column profile");
     }
 }

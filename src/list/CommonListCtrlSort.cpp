@@ -199,7 +199,7 @@ void CCommonListCtrl::SetHeaderCheckbox() {
 void CCommonListCtrl::SetSortLock(bool locked) {
     m_bSortLocked = locked;
     const CString text = formatSortLock({locked, m_nLockSortColumn, m_nLockSortOrder});
-    if (!writeListSetting(*this, kSortLockKey, text)) logToHost("Error while saving Lock profile");
+    if (!writeListSetting(m_csListName, kSortLockKey, text)) logToHost("Error while saving Lock profile");
 }
 
 void CCommonListCtrl::OnLockUnlockSortCheck() {
@@ -212,7 +212,7 @@ void CCommonListCtrl::OnLockUnlockSortCheck() {
 
 void CCommonListCtrl::ReadSortLockInfo() {
     CString text;
-    if (!readListSetting(*this, kSortLockKey, text)) return;
+    if (!readListSetting(m_csListName, kSortLockKey, text)) return;
     const SortLock lock = parseSortLock(text);
     if (!lock.locked) return;
     m_bSortLocked = m_bSorted = 1;

@@ -50,6 +50,11 @@ void runFolder(const char* folder, Body body) {
 }
 
 TEST(FuzzCorpus, Expression) { runFolder("expression", fuzzExpression); }
+TEST(FuzzCorpus, ColumnProfile) { runFolder("column_profile", fuzzColumnProfile); }
+TEST(FuzzCorpus, Exchange) { runFolder("exchange", fuzzExchange); }
+TEST(FuzzCorpus, Factory) { runFolder("factory", fuzzFactory); }
+TEST(FuzzCorpus, DealSlip) { runFolder("deal_slip", fuzzDealSlip); }
+TEST(FuzzCorpus, Appearance) { runFolder("appearance", fuzzAppearance); }
 TEST(FuzzCorpus, Settings) { runFolder("settings", fuzzSettings); }
 
 }  // namespace

@@ -10,3 +10,11 @@ void fuzzExpression(const std::uint8_t* data, std::size_t size);
 
 // The reader of the settings file takes any bytes; what it gives can be written and read back the same, if at all.
 void fuzzSettings(const std::uint8_t* data, std::size_t size);
+
+// The stored texts of a list. Whatever the bytes are, the arrays that come of them are of equal count and their entries
+// -1 or within the cap; where the text gives no place twice, no column set has one twice.
+void fuzzColumnProfile(const std::uint8_t* data, std::size_t size);
+void fuzzExchange(const std::uint8_t* data, std::size_t size);
+void fuzzFactory(const std::uint8_t* data, std::size_t size);
+void fuzzDealSlip(const std::uint8_t* data, std::size_t size);
+void fuzzAppearance(const std::uint8_t* data, std::size_t size);

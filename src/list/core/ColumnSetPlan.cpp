@@ -27,10 +27,6 @@ struct Draft {
     std::vector<int> bySequence;
 };
 
-bool fits(const ProfileEntry& entry) {
-    return entry.columnIndex >= 0 && entry.columnIndex < kMaxColumns && entry.place >= -1 && entry.place < kMaxColumns;
-}
-
 void takeEntry(Draft& draft, const ProfileEntry& entry) {
     const int column = entry.columnIndex;
     if (column >= draft.builtInCount) {
@@ -115,7 +111,7 @@ ColumnSetPlan planColumnSet(const ColumnSetInput& input) {
     std::set<int> named;
     int loaded = 0;
     for (const ProfileEntry& entry : input.profile) {
-        if (!fits(entry)) return planDefaults(input.widths, input.defaultPlaces);
+        if (!fitsColumnRange(entry.columnIndex, entry.place)) return planDefaults(input.widths, input.defaultPlaces);
         if (entry.columnIndex >= draft.builtInCount && !entry.isUserColumn)
             break;  // a text cut short: what stands, stands
         takeEntry(draft, entry);

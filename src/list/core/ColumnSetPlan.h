@@ -17,10 +17,8 @@
 #include <utility>
 #include <vector>
 
-#include "src/list/core/ProfileSource.h"
+#include "src/list/core/ColumnProfileText.h"
 
-// No text may ask for more columns or places than this.
-inline constexpr int kMaxColumns = 4096;
 // What a column gets that the profile does not know.
 inline constexpr int kUnknownColumnWidth = 100;
 

@@ -1,4 +1,5 @@
-// Where a list learns which columns its user had: the stored column profile, already split into entries.
+// A stored column profile, split into its entries, and a seam: a list reads its profile from the host's store unless it
+// was given another source.
 #pragma once
 
 #include <vector>

@@ -1,0 +1,123 @@
+// What a list keeps from one run to the next: its column profile, grid lines and records of appearance. The texts are
+// made and read in core/; here they move between the host's store and the list's arrays.
+#include "platform/tools/QuorTools.h"
+#include "src/foundation/core/AppearanceRecords.h"
+#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/ListSettings.h"
+#include "src/list/core/ColumnProfileText.h"
+
+namespace {
+
+constexpr char kProfileKey[] = "COLUMNPROFILE";
+constexpr char kGridLineKey[] = "GridLine";
+constexpr char kFactoryFile[] = "FactorySetting.ini";
+constexpr char kFactorySection[] = "COLUMN PROFILE";
+// Headings are compared up to this length, terminator included.
+constexpr int kHeadingSize = 256;
+
+int widthOf(const std::vector<HeaderColumn>& header, const char* heading) {
+    for (const HeaderColumn& item : header) {
+        if (item.heading == heading) return item.width;
+    }
+    return 0;
+}
+
+}  // namespace
+
+std::vector<HeaderColumn> CCommonListCtrl::ReadHeader() {
+    std::vector<HeaderColumn> header;
+    const CHeaderCtrl* control = GetHeaderCtrl();
+    for (int i = 0; isLive(control) && i < control->GetItemCount(); ++i) {
+        char heading[kHeadingSize] = "";
+        HDITEM item{};
+        item.mask = HDI_TEXT | HDI_WIDTH;
+        item.pszText = heading;
+        item.cchTextMax = sizeof heading;
+        if (control->GetItem(i, &item)) header.push_back({heading, item.cxy});
+    }
+    return header;
+}
+
+std::vector<ProfileEntry> CCommonListCtrl::CurrentProfile() {
+    const std::vector<HeaderColumn> header = ReadHeader();
+    std::vector<ProfileEntry> entries;
+    const int count = static_cast<int>(m_arrColumns.GetCount());
+    for (int i = 0; i < count; ++i) {
+        const sQuorColInfo& column = m_arrColumns.GetAt(i);
+        ProfileEntry entry;
+        entry.columnIndex = i;
+        entry.place = i < m_arrOrder.GetCount() ? m_arrOrder.GetAt(i) : -1;
+        entry.width = widthOf(header, column.szColumnName);
+        entry.isUserColumn = i >= m_nBaseColumnCount && !m_bGroupList;
+        entry.name = column.szColumnName;
+        entry.expression = column.csExpression;
+        entry.toolTip = column.csToolTip;
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+bool CCommonListCtrl::ReadStoredColumns(int builtInCount, std::vector<ProfileEntry>& entries) {
+    if (m_pProfileSource) return m_pProfileSource->readColumnProfile(m_csListName, builtInCount, entries);
+    CString text;
+    if (!readListSetting(m_csListName, kProfileKey, text)) return false;
+    entries = parseColumnProfile(text, builtInCount);
+    return true;
+}
+
+void CCommonListCtrl::SaveColumnProfile() {
+    if (!m_bUseColumnProfile) return;
+    if (!writeListSetting(m_csListName, kProfileKey, formatColumnProfile(CurrentProfile()))) {
+        AfxMessageBox("Error while saving column profile");
+    }
+}
+
+// A message box may run while lists come and go, so the registry is read anew at each step.
+void CCommonListCtrl::ApplyColumnProfile() {
+    for (INT_PTR i = 0; i < g_listRegistry.GetCount(); ++i) {
+        CCommonListCtrl& list = *g_listRegistry.GetAt(i);
+        if (!isLive(&list)) continue;
+        CString text, error, file = kFactoryFile;
+        if (!quoru_ini_file_operations(0, kFactorySection, list.m_csListName, text, file, error)) {
+            if (!error.IsEmpty()) AfxMessageBox(error);
+            continue;
+        }
+        const FactoryColumns factory = parseFactoryProfile(text);
+        if (factory.columns.empty()) continue;
+        CArray<int, int> columns, widths;
+        assign(columns, factory.columns);
+        assign(widths, factory.widths);
+        list.LoadHeaders(&columns, &widths);
+    }
+}
+
+void CCommonListCtrl::GridLines() {
+    const DWORD style = GetExtendedStyle() ^ LVS_EX_GRIDLINES;
+    SetExtendedStyle(style);
+    m_bGridLines = (style & LVS_EX_GRIDLINES) != 0;
+}
+
+// The style is flipped, not set: on a list that has grid lines already, a stored "true" takes them away.
+void CCommonListCtrl::ReadGridLineStatus() {
+    CString value;
+    if (!readListSetting(m_csListName, kGridLineKey, value)) return;
+    m_bGridLines = value == "true";
+    if (m_bGridLines) SetExtendedStyle(GetExtendedStyle() ^ LVS_EX_GRIDLINES);
+}
+
+void CCommonListCtrl::SaveGridLineStatus() {
+    writeListSetting(m_csListName, kGridLineKey, m_bGridLines ? "true" : "false");
+}
+
+void CCommonListCtrl::ReadCustomizeRecord(const CString& record) { parseAppearanceRecord(record, m_Appearance); }
+
+void CCommonListCtrl::ReadUserCustomizeRecord(const CString& record) {
+    parseUserAppearanceRecord(record, m_Appearance);
+}
+
+void CCommonListCtrl::WriteCustomizeRecord() {
+    CString key, error, file, record = formatAppearanceRecord(m_Appearance);
+    key.Format("%s-%d", m_csListName.GetString(), GetDlgCtrlID());
+    // Without a file, where readers name the recovery file: hosts know this record only from the appearance dialogs.
+    quoru_appdata_ini_file_operations(1, "CUSTOMIZE_LISTS", key, record, file, error);
+}
