@@ -12,11 +12,8 @@ struct Suite {
     const char* name;
     void (*run)(Figures&);
 };
-const Suite suites[] = {{"grid", benchGrid},
-                        {"expression", benchExpression},
-                        {"custom", benchCustomColumn},
-                        {"settings", benchSettings},
-                        {"black76", benchBlack76}};
+const Suite suites[] = {{"grid", benchGrid},         {"expression", benchExpression}, {"custom", benchCustomColumn},
+                        {"settings", benchSettings}, {"watch", benchWatch},           {"black76", benchBlack76}};
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }
 
