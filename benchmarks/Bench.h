@@ -22,5 +22,6 @@ void benchGrid(Figures& figures);
 void benchExpression(Figures& figures);
 void benchCustomColumn(Figures& figures);
 void benchSettings(Figures& figures);
+void benchWatch(Figures& figures);
 void benchBlack76(Figures& figures);
 void benchListSort(Figures& figures);

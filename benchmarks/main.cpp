@@ -12,12 +12,15 @@ struct Suite {
     const char* name;
     void (*run)(Figures&);
 };
-const Suite suites[] = {{"grid", benchGrid},
-                        {"expression", benchExpression},
-                        {"custom", benchCustomColumn},
-                        {"settings", benchSettings},
-                        {"black76", benchBlack76},
-                        {"listsort", benchListSort}};
+const Suite suites[] = {
+    {"grid", benchGrid},
+    {"expression", benchExpression},
+    {"custom", benchCustomColumn},
+    {"settings", benchSettings},
+    {"black76", benchBlack76},
+    {"listsort", benchListSort},
+    {"watch", benchWatch},
+};
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }
 

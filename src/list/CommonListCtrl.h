@@ -352,8 +352,6 @@ protected:
     afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
-    // On a market watch: saves under the parent window's title and answers true.
-    virtual bool SaveMarketWatchProfile();
     // Whether this list is a market watch; that class overrides it.
     virtual bool IsMarketWatch() const { return false; }
     // The click handlers that an auto-sort step runs: here the base's. A grid runs its own and then this one; a
@@ -400,6 +398,12 @@ private:
     void ApplyAppearanceColors();
     void ReplaceFont(const LOGFONT& description);
     CRect RowsInView();
+    void ReadCustomizeRecord(const CString& record);
+    void WriteCustomizeRecord();
+    void ReadUserCustomizeRecord(const CString& record);
+    // Deal slip profiles.
+    void ReadDealSlipState();
+    void FreeDealSlipProfiles();
 
     // Sorting.
     void OnListKey(WPARAM key);
@@ -417,13 +421,6 @@ private:
     void ShowSortImage(int place, int image);
     void AfterSort(bool touchesFirstColumn);
     void SetSortLock(bool locked);
-
-    void ReadCustomizeRecord(const CString& record);
-    void WriteCustomizeRecord();
-    void ReadUserCustomizeRecord(const CString& record);
-    // Deal slip profiles.
-    void ReadDealSlipState();
-    void FreeDealSlipProfiles();
 
     ProfileSource* m_pProfileSource = nullptr;
     SortOrderChooser* m_dlgSortOrder = nullptr;

@@ -103,6 +103,8 @@ public:
 protected:
     bool IsMarketWatch() const override { return true; }
     bool SaveMarketWatchProfile() override;
+    bool ExportMarketWatch(const CString& name, const CString& file) override;
+    bool ImportMarketWatch(const CString& file) override;
 
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnSize(UINT type, int width, int height);

@@ -59,8 +59,9 @@ void CMrktWatchListCtrl::ReadUserColumns() {
 void CMrktWatchListCtrl::ReadStoredPlaces() {
     const int count = static_cast<int>(m_arrColumns.GetCount());
     WatchArrays arrays;
-    CString text, section = "MarketWatchNew_" + ParentTitle();
-    const bool stored = m_bUseColumnProfile && g_pControlBlock->UserSetting(0, section, text, "COLUMNPROFILE");
+    CString text;
+    const bool stored =
+        m_bUseColumnProfile && readListSetting("MarketWatchNew_" + ParentTitle(), "COLUMNPROFILE", text);
     if (!stored || !placeByProfile(parseWatchProfile(text), count, arrays)) {
         for (int i = 0; i < std::min(count, kMarketWatchColumns); ++i) {
             const bool known = i < m_arrDefaultColumns.GetCount();
@@ -75,7 +76,7 @@ void CMrktWatchListCtrl::ReadStoredPlaces() {
 // A watch keeps its grid lines under its own name, not under the list's.
 void CMrktWatchListCtrl::ReadGridLines(const CString& section) {
     CString text;
-    if (!g_pControlBlock->UserSetting(0, section, text, "GridLine")) return;
+    if (!readListSetting(section, "GridLine", text)) return;
     m_bGridLines = text == "true";
     SetExtendedStyle((GetExtendedStyle() & ~static_cast<DWORD>(LVS_EX_GRIDLINES)) |
                      (m_bGridLines ? LVS_EX_GRIDLINES : 0));

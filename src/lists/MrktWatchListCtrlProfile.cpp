@@ -71,13 +71,11 @@ std::vector<WatchColumn> CMrktWatchListCtrl::UserColumns() const {
 
 void CMrktWatchListCtrl::SaveColumnProfile(CString name) {
     const CString section = "MarketWatchNew_" + name;
-    CString text = formatWatchProfile(ColumnsAsTheyStand());
-    if (!g_pControlBlock->UserSetting(1, section, text, "COLUMNPROFILE"))
+    if (!writeListSetting(section, "COLUMNPROFILE", formatWatchProfile(ColumnsAsTheyStand())))
         AfxMessageBox("Error while saving column profile");
     CString user = formatWatchUserColumns(UserColumns());
     g_pControlBlock->UserSettingMWColumns(1, kAllWatches, user);
-    CString lines = m_bGridLines ? "true" : "false";
-    g_pControlBlock->UserSetting(1, section, lines, "GridLine");
+    writeListSetting(section, "GridLine", m_bGridLines ? "true" : "false");
 }
 
 void CMrktWatchListCtrl::ExportColumnToFile(CString name, CString file) {
@@ -97,6 +95,18 @@ void CMrktWatchListCtrl::ExportColumnToFile(CString name, CString file) {
     }
     CString text = formatWatchExport(columns), error;
     quoru_appdata_ini_file_operations(1, kAllWatches, exportKey(name), text, file, error);
+}
+
+bool CMrktWatchListCtrl::ExportMarketWatch(const CString& name, const CString& file) {
+    CString title;
+    if (const CFrameWnd* frame = GetParentFrame()) frame->GetWindowText(title);
+    if (title == name) ExportColumnToFile(title, file);
+    return true;
+}
+
+bool CMrktWatchListCtrl::ImportMarketWatch(const CString& file) {
+    ImportColumnsFromFile(file);
+    return true;
 }
 
 void CMrktWatchListCtrl::ImportColumnsFromFile(CString file) {

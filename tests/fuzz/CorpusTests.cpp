@@ -56,5 +56,8 @@ TEST(FuzzCorpus, Factory) { runFolder("factory", fuzzFactory); }
 TEST(FuzzCorpus, DealSlip) { runFolder("deal_slip", fuzzDealSlip); }
 TEST(FuzzCorpus, Appearance) { runFolder("appearance", fuzzAppearance); }
 TEST(FuzzCorpus, Settings) { runFolder("settings", fuzzSettings); }
+TEST(FuzzCorpus, WatchProfile) { runFolder("watch_profile", fuzzWatchProfile); }
+TEST(FuzzCorpus, WatchUserColumns) { runFolder("watch_user_columns", fuzzWatchUserColumns); }
+TEST(FuzzCorpus, WatchExport) { runFolder("watch_export", fuzzWatchExport); }
 
 }  // namespace

@@ -88,7 +88,8 @@ CHECK_ENTRY(FillShadeRect);
 HOST_ENTRY void quoru_add_extra_columns() { record("quoru_add_extra_columns"); }
 CHECK_ENTRY(quoru_add_extra_columns);
 
-HOST_ENTRY void MrktWatchGetColumnText(CWnd*, void*, int columnIndex, CString& value) {
+HOST_ENTRY void MrktWatchGetColumnText(CWnd* parent, void* row, int columnIndex, CString& value) {
+    if (fakeHost().marketCell) return fakeHost().marketCell(parent, row, columnIndex, value);
     record("MrktWatchGetColumnText", columnIndex);
     value = fakeHost().marketText.c_str();
 }

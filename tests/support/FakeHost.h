@@ -4,6 +4,7 @@
 // The entry points may be called before the executable's own statics are made; all state is function-local.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -27,6 +28,8 @@ struct FakeHost {
     int defaultSharingStatus = 0;
     std::string hashText = "hash";
     std::string marketText = "text";
+    // Answers for the text of a market watch cell in place of marketText, and is not recorded among the calls.
+    std::function<void(CWnd* parent, void* record, int columnIndex, CString& text)> marketCell;
 
     int count(const std::string& call) const;
 };

@@ -15,8 +15,7 @@ constexpr int kUserColumnDataType = 7;
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
 bool fits(const WatchColumn& column) {
-    return column.columnIndex >= 0 && column.columnIndex < kMaxColumns && column.place >= -1 &&
-           column.place < kMaxColumns;
+    return fitsColumnRange(column.columnIndex, column.place);
 }
 
 void dropSurplus(WatchArrays& arrays, std::size_t count) {

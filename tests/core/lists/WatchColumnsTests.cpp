@@ -1,0 +1,149 @@
+#include "src/lists/core/WatchColumns.h"
+
+#include "src/expression/core/CustomColumnText.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+
+namespace {
+
+std::string text(const std::vector<int>& numbers) {
+    std::string all;
+    for (const int number : numbers) all += (all.empty() ? "" : " ") + std::to_string(number);
+    return all;
+}
+
+// A watch of 112 built-in columns and `user` user columns, whose first built-in columns stand as told.
+struct Watch {
+    explicit Watch(int user, std::vector<int> first) {
+        input.recordWidths.assign(static_cast<std::size_t>(kMarketWatchColumns + user), 70);
+        input.lastColumn = kMarketWatchColumns - 1 + user;
+        input.arrays.order.assign(kMarketWatchColumns, -1);
+        input.arrays.widths.assign(kMarketWatchColumns, 50);
+        std::copy(first.begin(), first.end(), input.arrays.order.begin());
+    }
+    Watch& user(int place, int width) {
+        input.arrays.order.push_back(place);
+        input.arrays.widths.push_back(width);
+        return *this;
+    }
+    WatchPlan plan() const { return planWatchColumns(input); }
+    std::string sequence() const { return text(plan().bySequence); }
+
+    WatchPlanInput input;
+};
+
+TEST(WatchColumns, PlacesMeetTheColumns) {
+    EXPECT_EQ(Watch(0, {0, 1, 2}).sequence(), "0 1 2");
+    EXPECT_EQ(Watch(0, {2, 0, -1, 1}).sequence(), "1 3 0");
+    EXPECT_EQ(Watch(0, {0, 4, 9}).sequence(), "0 1 2") << "gaps close up";
+    EXPECT_EQ(Watch(0, {0, 1, 1}).sequence(), "0 2") << "the later of two stays";
+    EXPECT_EQ(Watch(0, {0, 300, 1}).sequence(), "0 2") << "a place that no column can have";
+    EXPECT_EQ(Watch(1, {0, 1}).user(2, 33).sequence(), "0 1 112");
+    EXPECT_EQ(Watch(1, {1, 2}).user(0, 33).sequence(), "112 0 1");
+    EXPECT_EQ(Watch(1, {0, 1}).user(-1, 33).sequence(), "0 1 112") << "a hidden user column comes back";
+    EXPECT_EQ(Watch(1, {0, 1}).user(0, 33).sequence(), "0 1 112") << "its place is taken";
+    EXPECT_EQ(Watch(2, {0, 1}).sequence(), "0 1 112 113") << "new user columns";
+    EXPECT_EQ(Watch(0, {0, 2, 3}).user(1, 33).sequence(), "0 1 2") << "a user column that is gone";
+}
+
+TEST(WatchColumns, WidthsFollow) {
+    const WatchPlan plan = Watch(3, {0, 1}).user(2, 33).user(-1, 44).plan();
+    EXPECT_EQ(plan.arrays.widths[112], 33);
+    EXPECT_EQ(plan.arrays.widths[113], 80) << "one that comes back";
+    EXPECT_EQ(plan.arrays.widths[114], 80) << "a new one";
+    Watch unset(0, {0});
+    unset.input.arrays.widths[0] = 0;
+    EXPECT_EQ(unset.plan().arrays.widths[0], 70) << "the record's";
+}
+
+TEST(WatchColumns, ProfilesThatDoNotFitAreLeft) {
+    for (const char* stored : {"", "4096,0,1", "-1,0,1", "0,4096,1", "0,-2,1", "0,0,1,0,1,1", "0,-1,0,1,-1,0"}) {
+        WatchArrays arrays;
+        EXPECT_FALSE(placeByProfile(parseWatchProfile(stored), 112, arrays)) << stored;
+        EXPECT_TRUE(arrays.order.empty());
+    }
+    WatchArrays arrays;
+    EXPECT_TRUE(placeByProfile(parseWatchProfile("2,0,30,0,1,40"), 112, arrays));
+    EXPECT_EQ(text(arrays.order), "1 -1 0");
+    EXPECT_EQ(text(arrays.widths), "40 100 30");
+}
+
+std::vector<sQuorColInfo> records(std::initializer_list<const char*> names) {
+    std::vector<sQuorColInfo> made;
+    for (const char* name : names) {
+        sQuorColInfo column;
+        setColumnName(column, name);
+        column.iWidth = 70;
+        made.push_back(column);
+    }
+    return made;
+}
+
+TEST(WatchColumns, ImportsKnowColumnsByName) {
+    const auto builtIn = records({"Symbol", "Last", "Bid"});
+    const struct {
+        const char* stored;
+        const char* order;
+        const char* widths;
+    } cases[] = {
+        {"", "0 1 2", "70 70 70"},
+        {"0,1,10,Symbol,1,0,20,Last,2,2,30,Bid,CUSTOMCOLUMN,", "1 0 2", "10 20 30"},
+        {"5,0,10,Bid,CUSTOMCOLUMN,", "-1 -1 0", "100 100 10"},  // moved; the others hide
+        {"0,0,10,Renamed,1,1,20,Last,CUSTOMCOLUMN,", "-1 1 -1", "100 20 100"},
+        {"2,0,10,Bid", "0 1 0", "70 70 10"},                                  // no marker: nothing hides
+        {"0,0,10,Symbol,4096,1,20,Last,CUSTOMCOLUMN,", "0 1 2", "70 70 70"},  // does not fit
+        {"0,5000,10,Symbol,CUSTOMCOLUMN,", "0 1 2", "70 70 70"},
+    };
+    for (const auto& expected : cases) {
+        const WatchImport made = importWatch(expected.stored, builtIn);
+        EXPECT_EQ(text(made.arrays.order), expected.order) << expected.stored;
+        EXPECT_EQ(text(made.arrays.widths), expected.widths) << expected.stored;
+        EXPECT_TRUE(made.userColumns.empty());
+    }
+}
+
+TEST(WatchColumns, ImportedUserColumnsAreRecordsOfAWatch) {
+    const WatchImport made = importWatch(
+        "0,0,10,Symbol,CUSTOMCOLUMN,500\xA7"
+        "1\xA7"
+        "60\xA7Twice\xA7 \"1\" * 2\xA7 \"Last\" * 2",
+        records({"Symbol"}));
+    ASSERT_EQ(made.userColumns.size(), 1u);
+    const sQuorColInfo& column = made.userColumns[0];
+    EXPECT_STREQ(column.szColumnName, "Twice");
+    EXPECT_STREQ(column.csToolTip, " \"1\" * 2") << "the first text";
+    EXPECT_STREQ(column.csExpression, " \"Last\" * 2");
+    EXPECT_EQ(idExpression(column, ListFamily::marketWatch), column.csToolTip);
+    EXPECT_EQ(column.iFormat, 1);
+    EXPECT_EQ(column.iDataType, 7);
+    EXPECT_EQ(text(made.arrays.order), "0 1");
+}
+
+// Whatever the arrays hold, each place from 0 up comes once.
+TEST(WatchColumns, EveryPlanIsInStep) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        const int user = static_cast<int>(random() % 4);
+        Watch watch(user, {});
+        watch.input.arrays.order.resize(random() % 130);
+        watch.input.arrays.widths.resize(random() % 130);
+        for (int& place : watch.input.arrays.order) place = static_cast<int>(random() % 140) - 10;
+        watch.input.placesUserColumns = random() % 2 != 0;
+        const WatchPlan plan = watch.plan();
+        const auto count = static_cast<std::size_t>(kMarketWatchColumns + user);
+        ASSERT_EQ(plan.arrays.order.size(), count);
+        ASSERT_EQ(plan.arrays.widths.size(), count);
+        std::vector<int> places;
+        for (const int place : plan.arrays.order)
+            if (place != -1) places.push_back(place);
+        std::sort(places.begin(), places.end());
+        ASSERT_EQ(places.size(), plan.bySequence.size());
+        for (std::size_t i = 0; i < places.size(); ++i) ASSERT_EQ(places[i], static_cast<int>(i));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,74 @@
+#include "src/lists/core/WatchColumns.h"
+#include "tests/fuzz/Fuzz.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "%s\n", what);
+    std::abort();
+}
+
+CString textOf(const std::uint8_t* data, std::size_t size) {
+    return CString(reinterpret_cast<const char*>(data), static_cast<int>(size));
+}
+
+std::vector<sQuorColInfo> builtInColumns() {
+    std::vector<sQuorColInfo> columns(kMarketWatchColumns);
+    int number = 0;
+    for (sQuorColInfo& column : columns) {
+        CString name;
+        name.Format("c%d", number++);
+        setColumnName(column, name);
+        column.iWidth = 70;
+    }
+    return columns;
+}
+
+// Shows the arrays with `user` user columns and checks what comes on screen: places from 0 up, each once.
+void checkPlan(const WatchArrays& arrays, int user) {
+    WatchPlanInput input;
+    input.arrays = arrays;
+    input.recordWidths.assign(static_cast<std::size_t>(kMarketWatchColumns + user), 70);
+    input.lastColumn = kMarketWatchColumns - 1 + user;
+    for (const bool places : {true, false}) {
+        input.placesUserColumns = places;
+        const WatchPlan plan = planWatchColumns(input);
+        require(plan.arrays.order.size() == input.recordWidths.size(), "arrays of another length");
+        require(plan.arrays.widths.size() == plan.arrays.order.size(), "arrays of different length");
+        std::size_t shown = 0;
+        for (const int place : plan.arrays.order) shown += place != -1;
+        require(shown == plan.bySequence.size() && shown == plan.visible.size(), "shown columns out of step");
+        for (std::size_t place = 0; place < shown; ++place)
+            require(plan.arrays.order[static_cast<std::size_t>(plan.bySequence[place])] == static_cast<int>(place),
+                    "a column at another place");
+    }
+}
+
+}  // namespace
+
+void fuzzWatchProfile(const std::uint8_t* data, std::size_t size) {
+    WatchArrays arrays;
+    const auto profile = parseWatchProfile(textOf(data, size));
+    if (!placeByProfile(profile, kMarketWatchColumns + 2, arrays)) return;
+    require(arrays.order.size() <= 4096 && arrays.order.size() == arrays.widths.size(), "arrays beyond the cap");
+    checkPlan(arrays, 2);
+}
+
+void fuzzWatchUserColumns(const std::uint8_t* data, std::size_t size) {
+    const auto columns = parseWatchUserColumns(textOf(data, size));
+    const CString written = formatWatchUserColumns(columns);
+    require(formatWatchUserColumns(parseWatchUserColumns(written)) == written, "user columns read back otherwise");
+}
+
+void fuzzWatchExport(const std::uint8_t* data, std::size_t size) {
+    static const std::vector<sQuorColInfo> builtIn = builtInColumns();
+    const WatchImport import = importWatch(textOf(data, size), builtIn);
+    const std::size_t count = builtIn.size() + import.userColumns.size();
+    require(import.arrays.order.size() == count && import.arrays.widths.size() == count, "arrays out of step");
+    for (const int place : import.arrays.order) require(place >= -1 && place < 4096, "a place beyond the cap");
+    checkPlan(import.arrays, static_cast<int>(import.userColumns.size()));
+}
