@@ -49,7 +49,8 @@ int lastAbove(const std::int32_t* numbers, int count, int limit) {
                                             _mm_or_si128(above(end - 12), above(end - 16)))) == 0)
         end -= 16;
     for (; end >= 4; end -= 4)
-        if (const unsigned mask = maskOf(above(end - 4)); mask != 0) return end - 5 + static_cast<int>(std::bit_width(mask));
+        if (const unsigned mask = maskOf(above(end - 4)); mask != 0)
+            return end - 5 + static_cast<int>(std::bit_width(mask));
     while (end > 0 && numbers[end - 1] <= limit) --end;
     return end - 1;
 }
@@ -204,8 +205,7 @@ DisplayOrder::Position DisplayOrder::makeRoom(Position position) {
     for (int i = 0; i < blockCapacity - kept; ++i) home(to.items[static_cast<std::size_t>(i)]) = added;
     for (Block* const half : {&from, &to}) {
         sizeOf(*half) = half == &from ? kept : blockCapacity - kept;
-        group(half->group).maxima[static_cast<std::size_t>(half->place)] =
-            maximumOf(half->items.data(), sizeOf(*half));
+        group(half->group).maxima[static_cast<std::size_t>(half->place)] = maximumOf(half->items.data(), sizeOf(*half));
     }
     if (position.index <= kept) return position;
     return {added, position.index - kept};

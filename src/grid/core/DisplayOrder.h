@@ -10,8 +10,8 @@
 // Blocks and groups that run empty stay where they are. When less than a quarter of the room is in use the whole
 // sequence is laid out anew, which happens at most once in as many changes as a fraction of its rows.
 //
-// Invariants, verified by Check(): every map index is at home in the block that holds it; the sizes and maxima are those
-// of the blocks; size() is their sum.
+// Invariants, verified by Check(): every map index is at home in the block that holds it; the sizes and maxima are
+// those of the blocks; size() is their sum.
 #pragma once
 
 #include "platform/Framework.h"
@@ -57,9 +57,9 @@ private:
         std::int32_t place;  // in that group
     };
     struct Group {
-        std::array<std::int32_t, groupCapacity> sizes;    // of the blocks
-        std::array<std::int32_t, groupCapacity> maxima;   // their largest map indices, -1 for an empty one
-        std::array<std::int32_t, groupCapacity> blocks;   // indices into m_blocks
+        std::array<std::int32_t, groupCapacity> sizes;   // of the blocks
+        std::array<std::int32_t, groupCapacity> maxima;  // their largest map indices, -1 for an empty one
+        std::array<std::int32_t, groupCapacity> blocks;  // indices into m_blocks
         std::int32_t used = 0;
         std::int32_t ordinal = 0;
     };

@@ -38,8 +38,9 @@ void RowStore::forgetOrder() {
 // The rows keep the slots that they know. From now on these mean no more than that they are displayed.
 void RowStore::becomeLazy() {
     m_lazyTombstones.clear();
-    if (PendingDelete) std::copy_if(DisplayItems.begin(), DisplayItems.end(), std::back_inserter(m_lazyTombstones),
-                                    [this](std::int32_t mapIndex) { return isTombstone(mapIndex); });
+    if (PendingDelete)
+        std::copy_if(DisplayItems.begin(), DisplayItems.end(), std::back_inserter(m_lazyTombstones),
+                     [this](std::int32_t mapIndex) { return isTombstone(mapIndex); });
     m_lazyOrder.emplace(DisplayItems);
     std::vector<std::int32_t>().swap(DisplayItems);
 }
