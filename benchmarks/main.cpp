@@ -20,6 +20,7 @@ const Suite suites[] = {
     {"black76", benchBlack76},
     {"listsort", benchListSort},
     {"watch", benchWatch},
+    {"flip", benchFlip},
 };
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }

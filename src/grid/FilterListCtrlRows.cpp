@@ -33,7 +33,7 @@ void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* l
     const sFilterListRowIndex* const numbers = row && list ? row->find(list) : nullptr;
     if (!numbers) return;
     mapIndex = numbers->mapIndex;
-    if (numbers->displayIndex != -1) displayIndex = list->m_rows.visualOfSlot(numbers->displayIndex);
+    if (const int slot = list->m_rows.slotOf(row); slot != -1) displayIndex = list->m_rows.visualOfSlot(slot);
 }
 
 RowTest CFilterListCtrl::rowTest() {

@@ -31,7 +31,7 @@ class CFilterListCtrl;
 // The numbers of one row in one grid. `list` is the key; an element without a list is free.
 struct sFilterListRowIndex {
     std::int32_t mapIndex = -1;
-    std::int32_t displayIndex = -1;  // a slot, -1 when the row test keeps the row out
+    std::int32_t displayIndex = -1;  // -1 when the row test keeps the row out, else what RowStore makes of it
     CFilterListCtrl* list = nullptr;
 };
 

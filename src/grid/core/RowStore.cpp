@@ -1,5 +1,5 @@
-// Both orders and the open batch. The display order is renumbered at once when a single row enters or leaves; deferred
-// deletes only leave tombstones, which endBatch closes in one pass from the lowest of them.
+// Both orders and the open batch. Deferred deletes only leave tombstones. endBatch closes them in one pass from the
+// lowest of them while the display order is plain, one by one while it is lazy.
 #include "src/grid/core/RowStore.h"
 
 #include <algorithm>
@@ -13,10 +13,12 @@ void RowStore::reserve(int n) {
 }
 
 int RowStore::mapIndexOfSlot(int slot) const {
-    return slotIsValid(slot) ? DisplayItems[static_cast<std::size_t>(slot)] : -1;
+    if (!slotIsValid(slot)) return -1;
+    return m_lazyOrder ? m_lazyOrder->at(slot) : DisplayItems[static_cast<std::size_t>(slot)];
 }
 
 int RowStore::slotOfMapIndex(int mapIndex) const {
+    if (m_lazyOrder) return mapIndex < 0 ? -1 : m_lazyOrder->slotOf(mapIndex);
     const auto found = std::find(DisplayItems.begin(), DisplayItems.end(), mapIndex);
     return found == DisplayItems.end() ? -1 : static_cast<int>(found - DisplayItems.begin());
 }
@@ -35,8 +37,7 @@ StoreChange RowStore::add(CFilterListBaseData* row, bool now, RowTest test) {
         row->setIndices(m_list, change.result, -1);
         return change;
     }
-    const int slot = displayCount();
-    DisplayItems.push_back(change.result);
+    const int slot = displayLast(change.result);
     row->setIndices(m_list, change.result, slot);
     if (now) {
         change.countChanged = true;
@@ -55,34 +56,35 @@ StoreChange RowStore::update(CFilterListBaseData* row, RowTest test) {
     if (numbers->displayIndex != -1) {
         if (!passes) return leave(*numbers);
         StoreChange change;
-        change.dirtyRow = visualOfSlot(numbers->displayIndex);
+        change.dirtyRow = visualOfSlot(slotOfNumbers(*numbers));
         return change;
     }
     return passes && numbers->mapIndex != -1 ? enter(*numbers) : StoreChange{};
 }
 
 StoreChange RowStore::leave(sFilterListRowIndex& numbers) {
-    const int slot = numbers.displayIndex;
-    StoreChange change{.result = -1, .countChanged = true, .dirtyFrom = visualOfSlot(slot), .dirtyMayStartAbove = true};
-    DisplayItems.erase(DisplayItems.begin() + slot);
+    const int formerCount = displayCount();
+    int slot = numbers.displayIndex;
+    if (!m_lazyOrder && slot == formerCount - 1) {
+        DisplayItems.pop_back();
+    } else {
+        if (!m_lazyOrder) becomeLazy();
+        slot = m_lazyOrder->erase(numbers.mapIndex);
+    }
     if (FirstPendingDelete > slot) --FirstPendingDelete;
     if (LastPendingDelete > slot) --LastPendingDelete;
     numbers.displayIndex = -1;
-    renumberFrom(slot);
-    return change;
+    const int visual = ReverseDisplay ? formerCount - 1 - slot : slot;
+    return {.result = -1, .countChanged = true, .dirtyFrom = visual, .dirtyMayStartAbove = true};
 }
 
 // The place is just after the rightmost slot with a larger map index: at the end while the display stands in arrival
 // order. A row is never sorted in here; a later sort puts it in place.
 StoreChange RowStore::enter(sFilterListRowIndex& numbers) {
-    int slot = displayCount();
-    while (slot > 0 && DisplayItems[static_cast<std::size_t>(slot - 1)] <= numbers.mapIndex) {
-        if (DisplayItems[static_cast<std::size_t>(slot - 1)] == numbers.mapIndex) return {};
-        --slot;
-    }
-    if (slot == 0) slot = displayCount();
-    DisplayItems.insert(DisplayItems.begin() + slot, numbers.mapIndex);
-    renumberFrom(slot);
+    if (!m_lazyOrder && !DisplayItems.empty() && DisplayItems.back() < numbers.mapIndex) becomeLazy();
+    if (m_lazyOrder && m_lazyOrder->contains(numbers.mapIndex)) return {};
+    const int slot = m_lazyOrder ? m_lazyOrder->enter(numbers.mapIndex) : displayLast(numbers.mapIndex);
+    numbers.displayIndex = slot;
     return {.result = 1, .countChanged = true, .dirtyFrom = visualOfSlot(slot), .dirtyMayStartAbove = true};
 }
 
@@ -94,8 +96,9 @@ StoreChange RowStore::remove(CFilterListBaseData* row, bool now) {
     StoreChange change{.result = numbers.mapIndex};
     if (!mapIndexIsValid(numbers.mapIndex)) return change;
     MapItems[static_cast<std::size_t>(numbers.mapIndex)].data = 0;
-    const int slot = numbers.displayIndex;
+    const int slot = slotOfNumbers(numbers);
     if (slot == -1) return change;
+    if (m_lazyOrder) m_lazyTombstones.push_back(numbers.mapIndex);
     if (now) {
         change.countChanged = true;
         change.dirtyFrom = visualOfSlot(slot);
@@ -138,6 +141,7 @@ StoreChange RowStore::endBatch(BatchSelection& selection) {
 
 // One pass: live rows move down and learn their slot, tombstones go. The former slots of those are noted, rising.
 void RowStore::eraseTombstonesFrom(int slot, std::vector<int>* erased) {
+    if (m_lazyOrder) return eraseLazyTombstonesFrom(slot, erased);
     const int count = displayCount();
     constexpr int ahead = 16;  // rows are far apart in memory: ask for their numbers before they are written
     int kept = slot;
@@ -171,39 +175,21 @@ void RowStore::moveSelection(BatchSelection& selection, int formerCount) const {
     selection.mark = moved(selection.mark);  // -1 lies below every row and stays
 }
 
-void RowStore::renumberFrom(int slot) {
-    const int count = displayCount();
-    for (; slot < count; ++slot) {
-        const RowData data = rowAtSlot(slot).data;
-        if (data == 0) continue;
-        if (sFilterListRowIndex* numbers = rowOf(data)->find(m_list)) numbers->displayIndex = slot;
-    }
-}
-
-void RowStore::clearDisplay() {
-    for (const std::int32_t mapIndex : DisplayItems) {
-        const RowData data = MapItems[static_cast<std::size_t>(mapIndex)].data;
-        if (!OptiDataMode || data == 0) continue;
-        if (sFilterListRowIndex* numbers = rowOf(data)->find(m_list)) numbers->displayIndex = -1;
-    }
-    DisplayItems.clear();
-}
-
-void RowStore::rebuild(RowTest test) {
-    clearDisplay();
-    if (test.function == nullptr) DisplayItems.reserve(MapItems.size());
-    for (int mapIndex = 0; mapIndex < itemCount(); ++mapIndex) {
-        const RowData data = MapItems[static_cast<std::size_t>(mapIndex)].data;
-        if (data == 0 || !test.passes(data)) continue;
-        if (OptiDataMode) {
-            if (sFilterListRowIndex* numbers = rowOf(data)->find(m_list)) numbers->displayIndex = displayCount();
-        }
-        DisplayItems.push_back(mapIndex);
-    }
+// All slots are read before the first tombstone goes.
+void RowStore::eraseLazyTombstonesFrom(int slot, std::vector<int>* erased) {
+    const auto stays = [&](std::int32_t mapIndex) {
+        const int own = m_lazyOrder->slotOf(mapIndex);
+        if (own >= slot && erased != nullptr) erased->push_back(own);
+        return own < slot;
+    };
+    const auto going = std::partition(m_lazyTombstones.begin(), m_lazyTombstones.end(), stays);
+    std::for_each(going, m_lazyTombstones.end(), [this](std::int32_t mapIndex) { m_lazyOrder->erase(mapIndex); });
+    m_lazyTombstones.erase(going, m_lazyTombstones.end());
+    if (erased != nullptr) std::sort(erased->begin(), erased->end());
 }
 
 void RowStore::clear() {
-    DisplayItems.clear();
+    forgetOrder();
     if (OptiDataMode) {
         for (const sFilterListRow& slot : MapItems)
             if (slot.data != 0) rowOf(slot.data)->setIndices(m_list, -1, -1);

@@ -7,16 +7,23 @@
 //
 // Invariants, verified by Check():
 //   - every displayed map index is valid and displayed once;
-//   - in opti-data mode the live row at slot s says displayIndex s, and a row that is not displayed says -1;
+//   - in opti-data mode a displayed row knows its slot, and a row that is not displayed says displayIndex -1;
 //   - tombstones stand in the display only while a deferred delete is pending, none below the first pending slot.
-// Nobody but this class indexes the display order, so that it can be replaced by one that renumbers lazily.
+//
+// The display order has two forms, and nobody but this class indexes it.
+//   plain  DisplayItems, a row's displayIndex is its slot. So it stands after rebuild and reorderDisplay and while rows
+//          come and go at its end; a tick reads the slot in the row that it writes anyhow.
+//   lazy   m_lazyOrder, from the first time on that a row in opti-data mode leaves or enters with rows behind it. These
+//          are not renumbered; a slot is counted when it is asked for, and displayIndex says only -1 or something else.
 //
 // A batch opens with the first deferred add or delete and closes in endBatch.
 #pragma once
 
+#include "src/grid/core/DisplayOrder.h"
 #include "src/grid/core/FilterListBaseData.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -80,7 +87,7 @@ public:
 
     // ---- sizes and numbers
     int itemCount() const { return static_cast<int>(MapItems.size()); }  // tombstones included
-    int displayCount() const { return static_cast<int>(DisplayItems.size()); }
+    int displayCount() const { return m_lazyOrder ? m_lazyOrder->size() : static_cast<int>(DisplayItems.size()); }
     bool optiData() const { return OptiDataMode; }
     void enterOptiData() { OptiDataMode = true; }  // there is no way back
     bool reverse() const { return ReverseDisplay; }
@@ -96,7 +103,7 @@ public:
     // -1 when out of range.
     int mapIndexOfSlot(int slot) const;
     int mapIndexOfVisual(int visual) const { return mapIndexOfSlot(slotOfVisual(visual)); }
-    // A walk through the display; -1 when the row is not displayed. Rows in opti-data mode know it themselves.
+    // -1 when the row is not displayed. Walks through a plain display; rows in opti-data mode know it themselves.
     int slotOfMapIndex(int mapIndex) const;
     // 0 when out of range, for a tombstone, and for a row without data.
     RowData dataOfVisual(int visual) const;
@@ -110,7 +117,7 @@ public:
     // The slot of a row, -1 when it is not displayed or not here. What a tick asks when no row can leave.
     int slotOf(const CFilterListBaseData* row) const {
         const sFilterListRowIndex* const numbers = row->find(m_list);
-        return numbers ? numbers->displayIndex : -1;
+        return numbers ? slotOfNumbers(*numbers) : -1;
     }
     // Tests a changed row anew. Result 1: it entered the display, -1: it left, 0: neither.
     StoreChange update(CFilterListBaseData* row, RowTest test);
@@ -129,6 +136,12 @@ public:
     void clearDisplay();
     // Forgets every row and tells it so. What a batch has pending stays pending; it finds nothing to do.
     void clear();
+
+    // ---- sorts. The batch is closed.
+    // The map indices in display order, by slot.
+    std::vector<std::int32_t> displayOrder() const;
+    // Takes the same rows in another order, by slot; in opti-data mode they are told their slots.
+    void reorderDisplay(std::vector<std::int32_t> mapIndices);
 
     // ---- classic mode
     // A new slot without data, displayed. 0 and everything past the end append. Outcome: done, refused for a negative
@@ -164,13 +177,24 @@ private:
     std::size_t indexAtSlot(int slot) const {
         return static_cast<std::size_t>(DisplayItems[static_cast<std::size_t>(slot)]);
     }
+    int slotOfNumbers(const sFilterListRowIndex& numbers) const {
+        const int displayIndex = numbers.displayIndex;
+        return displayIndex == -1 || !m_lazyOrder ? displayIndex : m_lazyOrder->slotOf(numbers.mapIndex);
+    }
+    bool isTombstone(int mapIndex) const { return MapItems[static_cast<std::size_t>(mapIndex)].data == 0; }
     bool mapIndexIsValid(int mapIndex) const { return mapIndex >= 0 && mapIndex < itemCount(); }
     bool slotIsValid(int slot) const { return slot >= 0 && slot < displayCount(); }
 
-    void renumberFrom(int slot);
+    void becomeLazy();
+    void forgetOrder();
+    template <class Function>
+    void forEachDisplayed(Function function) const;
+    void tellRow(std::size_t mapIndex, int displayIndex);
+    int displayLast(int mapIndex);
     StoreChange leave(sFilterListRowIndex& numbers);
     StoreChange enter(sFilterListRowIndex& numbers);
     void eraseTombstonesFrom(int slot, std::vector<int>* erased);
+    void eraseLazyTombstonesFrom(int slot, std::vector<int>* erased);
     void moveSelection(BatchSelection& selection, int formerCount) const;
     ClassicChange leaveClassic(int slot);
     bool closeDisplayGap(int mapIndex);
@@ -179,7 +203,9 @@ private:
 
     CFilterListCtrl* m_list;
     std::vector<sFilterListRow> MapItems;
-    std::vector<std::int32_t> DisplayItems;
+    std::vector<std::int32_t> DisplayItems;  // empty while the order is lazy
+    std::optional<DisplayOrder> m_lazyOrder;
+    std::vector<std::int32_t> m_lazyTombstones;  // map indices of those in the lazy order
     bool ReverseDisplay = false;
     bool OptiDataMode = false;
     bool PendingDelete = false;

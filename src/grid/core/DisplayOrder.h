@@ -1,0 +1,116 @@
+// DisplayOrder: a sequence of map indices in which a row can leave or enter anywhere at a cost that hardly depends on
+// the number of rows behind it. The row store holds its display order here from the first such change on; a display
+// that nothing has left or entered needs no more than an array. Row numbers: see FilterListBaseData.h.
+//
+// The sequence is cut into blocks of at most `blockCapacity` map indices, the blocks into groups. A group holds the
+// sizes and the largest map indices of its blocks side by side, the order those of its groups, so that a slot is
+// counted and the place of a row found by three short runs through packed numbers. `m_home` says in which block a map
+// index lies. Nothing is written to rows, which lie far apart in memory.
+//
+// Blocks and groups that run empty stay where they are. When less than a quarter of the room is in use the whole
+// sequence is laid out anew, which happens at most once in as many changes as a fraction of its rows.
+//
+// Invariants, verified by Check(): every map index is at home in the block that holds it; the sizes and maxima are
+// those of the blocks; size() is their sum.
+#pragma once
+
+#include "platform/Framework.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class QUOR_CONTROLS_API DisplayOrder {
+public:
+    static constexpr int blockCapacity = 128;
+    static constexpr int groupCapacity = 64;
+
+    // Each map index at most once, none negative.
+    explicit DisplayOrder(const std::vector<std::int32_t>& mapIndices);
+
+    int size() const { return m_size; }
+    bool contains(int mapIndex) const { return homeOf(mapIndex) != -1; }
+    // The slot must be in range.
+    int at(int slot) const;
+    // -1 when the order does not hold the map index.
+    int slotOf(int mapIndex) const;
+    // Calls with each map index from the first slot to the last.
+    template <class Function>
+    void forEach(Function function) const;
+
+    // These take a map index that the order does not hold. Result: its slot.
+    int append(int mapIndex);
+    // Just behind the rightmost slot with a larger map index, at the end when there is none.
+    int enter(int mapIndex);
+
+    // The order must hold the map index. Result: the slot that it had.
+    int erase(int mapIndex);
+
+    // Empty when every invariant holds, else the first one that does not.
+    std::string Check() const;
+
+private:
+    struct Block {
+        std::array<std::int32_t, blockCapacity> items;
+        std::int32_t group;  // an index into m_groups
+        std::int32_t place;  // in that group
+    };
+    struct Group {
+        std::array<std::int32_t, groupCapacity> sizes;   // of the blocks
+        std::array<std::int32_t, groupCapacity> maxima;  // their largest map indices, -1 for an empty one
+        std::array<std::int32_t, groupCapacity> blocks;  // indices into m_blocks
+        std::int32_t used = 0;
+        std::int32_t ordinal = 0;
+    };
+    // Where an entry lies, or is to lie.
+    struct Position {
+        int block;
+        int index;
+    };
+
+    int homeOf(int mapIndex) const {
+        const auto index = static_cast<std::size_t>(mapIndex);
+        return index < m_home.size() ? m_home[index] : -1;
+    }
+    std::int32_t& home(int mapIndex) { return m_home[static_cast<std::size_t>(mapIndex)]; }
+    Block& block(int number) { return m_blocks[static_cast<std::size_t>(number)]; }
+    const Block& block(int number) const { return m_blocks[static_cast<std::size_t>(number)]; }
+    Group& group(int number) { return m_groups[static_cast<std::size_t>(number)]; }
+    const Group& group(int number) const { return m_groups[static_cast<std::size_t>(number)]; }
+    std::int32_t& sizeOf(const Block& own) { return group(own.group).sizes[static_cast<std::size_t>(own.place)]; }
+    int sizeOf(const Block& own) const { return group(own.group).sizes[static_cast<std::size_t>(own.place)]; }
+    const Group& groupAt(std::size_t ordinal) const { return group(m_groupAt[ordinal]); }
+
+    int slotOf(Position position) const;
+    int insert(Position position, int mapIndex);
+    Position endPosition() const;
+    Position behindRightmostLarger(int mapIndex) const;
+    Position makeRoom(Position position);
+    int openBlockBehind(int number);
+    void splitGroup(int number);
+    void maximumGrew(const Block& own, int mapIndex);
+    void maximumWent(const Block& own, int mapIndex);
+    void layOut(const std::vector<std::int32_t>& mapIndices);
+    bool isSparse() const;
+
+    std::vector<Block> m_blocks;
+    std::vector<Group> m_groups;
+    std::vector<std::int32_t> m_home;  // by map index: the block, -1 when not held
+    // By ordinal, the place of a group in the order.
+    std::vector<std::int32_t> m_groupAt;
+    std::vector<std::int32_t> m_groupSizes;
+    std::vector<std::int32_t> m_groupMaxima;
+    int m_size = 0;
+};
+
+template <class Function>
+void DisplayOrder::forEach(Function function) const {
+    for (const std::int32_t number : m_groupAt) {
+        const Group& own = group(number);
+        for (std::size_t place = 0; place < static_cast<std::size_t>(own.used); ++place) {
+            const Block& held = block(own.blocks[place]);
+            for (std::size_t i = 0; i < static_cast<std::size_t>(own.sizes[place]); ++i) function(int{held.items[i]});
+        }
+    }
+}
