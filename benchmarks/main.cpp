@@ -13,6 +13,7 @@ struct Suite {
     void (*run)(Figures&);
 };
 const Suite suites[] = {{"grid", benchGrid},
+                        {"gridsort", benchGridSort},
                         {"expression", benchExpression},
                         {"settings", benchSettings},
                         {"black76", benchBlack76}};
