@@ -34,6 +34,17 @@ private:
     bool& m_sorting;
 };
 
+// The host's rows mostly lie in memory as they came: in that order a million of them are read several times faster.
+std::vector<std::int32_t> inMapOrder(const std::vector<std::int32_t>& mapIndices, int itemCount) {
+    std::vector<char> displayed(static_cast<std::size_t>(itemCount));
+    for (const std::int32_t mapIndex : mapIndices) displayed[static_cast<std::size_t>(mapIndex)] = 1;
+    std::vector<std::int32_t> result;
+    result.reserve(mapIndices.size());
+    for (std::int32_t mapIndex = 0; mapIndex < itemCount; ++mapIndex)
+        if (displayed[static_cast<std::size_t>(mapIndex)]) result.push_back(mapIndex);
+    return result;
+}
+
 class RedrawOff {
 public:
     explicit RedrawOff(NativeList& native) : m_native(native) { m_native.setRedraw(false); }
@@ -160,8 +171,9 @@ SortKeys CFilterListCtrl::readKeys(const std::vector<std::int32_t>& mapIndices, 
 }
 
 void CFilterListCtrl::sortDisplay(SortIntegers integers, bool shortcut) {
-    const SortKeys keys = readKeys(m_rows.displayOrder(), integers);
+    const SortKeys keys = readKeys(inMapOrder(m_rows.displayOrder(), GetItemCount()), integers);
     if (shortcut && keys.allTextsEqual()) return;
+    if (m_nSortOrder == 0) return m_native.invalidateAll();  // all rows are equal: none moves
     std::vector<std::int32_t> sorted = sortedMapIndices(keys, sortRule());
     if (m_rows.reverse()) std::reverse(sorted.begin(), sorted.end());
     m_rows.reorderDisplay(std::move(sorted));
