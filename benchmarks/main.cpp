@@ -21,6 +21,7 @@ const Suite suites[] = {
     {"listsort", benchListSort},
     {"watch", benchWatch},
     {"flip", benchFlip},
+    {"gridsort", benchGridSort},
 };
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }

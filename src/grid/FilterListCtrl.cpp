@@ -20,6 +20,8 @@ BEGIN_MESSAGE_MAP(CFilterListCtrl, CCommonListCtrl)
     ON_WM_ERASEBKGND()
     ON_WM_MEASUREITEM_REFLECT()
     ON_NOTIFY_REFLECT_EX(NM_CUSTOMDRAW, &CFilterListCtrl::OnNMCustomdraw)
+    // Sort
+    ON_NOTIFY_REFLECT(LVN_COLUMNCLICK, &CFilterListCtrl::OnLvnColumnclick)
     // What the control asks. The second is sent in either form, whatever the control was created with.
     ON_NOTIFY_REFLECT(LVN_GETDISPINFOA, &CFilterListCtrl::OnLvnGetdispinfo)
     ON_NOTIFY_REFLECT(LVN_ODFINDITEMA, &CFilterListCtrl::OnLvnOdfinditem)

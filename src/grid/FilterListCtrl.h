@@ -20,6 +20,7 @@
 #include "src/grid/ColorHeaderCtrl.h"
 #include "src/grid/NativeList.h"
 #include "src/grid/core/CellPainting.h"
+#include "src/grid/core/GridSort.h"
 #include "src/grid/core/RowStore.h"
 #include "src/list/CommonListCtrl.h"
 
@@ -135,6 +136,34 @@ public:
     void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);
     int GetFilterCount() const { return static_cast<int>(FilteredCols.GetSize()); }
 
+    // --- Sort. What is displayed is put in order; filters and new rows do not keep it, unless the sort is locked. The keys
+    // are the texts, each asked for once, and taken by the column's data type (SortKeys.h). Equal rows: the newer one
+    // first in a rising order, the older one in a falling order. Native selection and scroll position stay where they
+    // are on screen. With m_bRowDragEnabled the map order is the user's own: then all rows are sorted, in the map.
+    // After a sort every row in opti-data mode knows its slot; earlier versions could leave wrong ones in forward
+    // display until the next PopulateList. The grid's batch is closed first. An invalid column throws the framework's
+    // invalid-argument exception.
+
+    // As a click on the column's header would, redraw off meanwhile: the column sorted last turns round, any other
+    // rises, whatever `order` says. Nothing while the sort is locked. Always 1.
+    int SortOn(int columnIndex, int order);
+    // A click on a header item. Nothing while the sort is locked; without SetUseFilter the base list sorts.
+    afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);
+    // Applies the locked sort again, m_nLockSortColumn by m_nLockSortOrder. Nothing unless the sort is locked and the
+    // column is shown. Integers count as 32 bits here.
+    void SortByLastColumnWithLock() override;
+    // Checked rows first, both parts by the text of column 0; the first heading tells the counts, and the marked row
+    // takes mark, selection and focus to its new place. The check state is that of a visual index, the row that of a
+    // slot: in reverse display they speak of different rows.
+    void SortOnChecked();
+
+    // Where hosts of an older kind look for the keys of a run. The keys lie in arrays of the run's own now: these are
+    // emptied and released at the end of every run, and nothing fills them.
+    static CArray<__int64, __int64> g_SortDataLongArr;
+    static CArray<double, double> g_SortDataDblArr;
+    static CStringArray g_SortDataStrArr;
+    static CFilterListCtrl* g_SortingList;  // the last one that sorted; compare it, do not follow it
+
     // --- Check states. Item numbers out of range give 0; the getter by map index trusts its caller. No repaint.
 
     BOOL GetCheck(int item) const;
@@ -229,11 +258,23 @@ private:
     void fillArea(CDC& dc, const RECT& area, COLORREF color);
     LRESULT drawCell(NMLVCUSTOMDRAW& draw);
 
+    void sortRows(SortIntegers integers, bool shortcut);
+    void sortDisplay(SortIntegers integers, bool shortcut);
+    void sortMap(SortIntegers integers, bool shortcut);
+    SortKeys readKeys(const std::vector<std::int32_t>& mapIndices, SortIntegers integers);
+    SortKeys readCheckedKeys(const std::vector<std::int32_t>& mapIndices);
+    SortRule sortRule() const;
+    void findSortMapColumn();
+    void showSortArrow(int place, bool falling);
+    void hideSortArrow(int place);
+    void showCheckedCounts(int itemCount);
+    void moveMarkTo(DWORD_PTR data);
+
     // --- Not filled in yet: each says what it will do.
     int IsItemMatchingFilter(const CString& cell, const CString& filter);
     void OnFilterChange(NMHDR* header);
+    void clickBaseList(NMHDR* header, LRESULT* result);
     void OnFilterButtonClicked(NMHDR* header, LRESULT* result);
-    void SortOnChecked();
     void ResetDragOperation();
     bool rowDragIsOn() const;
     void InsertTrendValues(int mapIndex);
@@ -241,6 +282,9 @@ private:
     void FreeTrendValues();
     void FadeTrends();
     void PaintTrend(CDC& dc, int visual, int columnIndex, int place, const CString& text, COLORREF rowText);
+
+    int SortMapColumn = -1;  // columnIndex being sorted
+    bool m_sorting = false;  // a sort of the map rebuilds the display, which would apply a locked sort again
 
     int UseFilter = 0;
     ColumnTextCallback TextCallback = nullptr;

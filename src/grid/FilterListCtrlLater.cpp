@@ -10,9 +10,6 @@ void CFilterListCtrl::OnFilterChange(NMHDR*) {}
 // Will forward the notification and offer the column's values in a pop-up.
 void CFilterListCtrl::OnFilterButtonClicked(NMHDR*, LRESULT*) {}
 
-// Will put checked rows first and the counts into the first heading.
-void CFilterListCtrl::SortOnChecked() {}
-
 // Will end a row drag; until rows can be dragged, none is on.
 void CFilterListCtrl::ResetDragOperation() {}
 bool CFilterListCtrl::rowDragIsOn() const { return false; }
@@ -30,3 +27,6 @@ void CFilterListCtrl::PaintTrend(CDC&, int, int, int, const CString&, COLORREF) 
 
 // Will look for the keywords of the appearance record in the keyword column's text and give the first hit's colour.
 int CFilterListCtrl::GetTextColorForItem(DWORD_PTR, COLORREF&, int, int) { return 1; }
+
+// Will be the base list's own click, of which there is none yet.
+void CFilterListCtrl::clickBaseList(NMHDR*, LRESULT*) {}

@@ -142,6 +142,9 @@ public:
     std::vector<std::int32_t> displayOrder() const;
     // Takes the same rows in another order, by slot; in opti-data mode they are told their slots.
     void reorderDisplay(std::vector<std::int32_t> mapIndices);
+    // Puts every row and tombstone, each named once by its present map index, into a new map order, check states with
+    // them. Rows in opti-data mode learn their map index. The display is empty afterwards: rebuild it.
+    void reorderMap(const std::vector<std::int32_t>& mapIndices);
 
     // ---- classic mode
     // A new slot without data, displayed. 0 and everything past the end append. Outcome: done, refused for a negative

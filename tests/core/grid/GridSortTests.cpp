@@ -1,0 +1,166 @@
+// The grid's sort against the plain reading of its comparison.
+#include "src/grid/core/GridSort.h"
+
+#include "src/list/core/NaturalCompare.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <numeric>
+#include <random>
+
+namespace {
+
+using Indices = std::vector<std::int32_t>;
+
+SortKeys keysOf(int dataType, const std::vector<std::string>& texts, SortIntegers integers = SortIntegers::wide) {
+    SortKeys keys(dataType, integers, texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) keys.add(static_cast<std::int32_t>(i), texts[i].c_str());
+    return keys;
+}
+
+int compareDates(char* first, char* second, int order) { return std::strcmp(first, second) * order; }
+
+// Says neither the same twice nor the truth.
+int nonsense(char* first, char* second, int) {
+    static unsigned state = 1;
+    state = state * 1664525 + 1013904223;
+    return static_cast<int>(state >> 16 & 7) - 3 + first[0] - second[0];
+}
+
+// The order that the comparison asks for, by std::sort over all pairs.
+Indices expectedOrder(const SortKeys& keys, const SortRule& rule) {
+    std::vector<std::size_t> positions(keys.size());
+    std::iota(positions.begin(), positions.end(), std::size_t{0});
+    std::sort(positions.begin(), positions.end(),
+              [&](std::size_t a, std::size_t b) { return compareRows(keys, rule, a, b) < 0; });
+    Indices result;
+    for (const std::size_t position : positions) result.push_back(keys.mapIndices()[position]);
+    return result;
+}
+
+TEST(GridSort, SmallListsByType) {
+    struct Case {
+        const char* fact;
+        int dataType;
+        std::vector<std::string> texts;
+        SortRule rule;
+        Indices sorted;
+    };
+    const Case table[] = {
+        {"integers rise", 1, {"10", "9", "-1"}, {.order = -1}, {2, 1, 0}},
+        {"integers fall", 4, {"10", "9", "-1"}, {.order = 1}, {0, 1, 2}},
+        {"beyond 32 bits", 1, {"5000000000", "4000000000"}, {.order = -1}, {1, 0}},
+        {"the ends of 64 bits", 1, {"9223372036854775807", "-9223372036854775808", "0"}, {.order = -1}, {1, 2, 0}},
+        {"equal values rising: the newer first", 1, {"7", "7", "7"}, {.order = -1}, {2, 1, 0}},
+        {"equal values falling: the older first", 1, {"7", "7", "7"}, {.order = 1}, {0, 1, 2}},
+        {"numbers", 2, {"1.5", "-2.25", "1e3", "1.49999"}, {.order = -1}, {1, 3, 0, 2}},
+        {"a cell that is no number is 0", 5, {"0.01", "none", "-0.01", ""}, {.order = -1}, {2, 3, 1, 0}},
+        {"minus zero is zero", 2, {"0", "-0.0", "0.00"}, {.order = 1}, {0, 1, 2}},
+        {"beyond every number", 2, {"1e999", "1", "-1e999"}, {.order = -1}, {2, 1, 0}},
+        {"mixed texts", 3, {"a10", "a9", "a", ""}, {.order = -1}, {3, 2, 1, 0}},
+        {"more leading zeros first", 3, {"a1", "a001", "a01"}, {.order = -1}, {1, 2, 0}},
+        {"dates as they come back", 6, {"2020", "2022", "2021"}, {.order = -1, .compareDates = compareDates},
+         {1, 2, 0}},
+        {"no key: map indices only", 8, {"b", "a"}, {.order = -1}, {1, 0}},
+        {"negated keys, ties as ever", 1, {"1", "2", "2"}, {.order = -1, .negated = true}, {2, 1, 0}},
+        {"negated texts", 3, {"x1", "x2"}, {.order = -1, .negated = true}, {1, 0}},
+        {"no direction", 1, {"2", "1"}, {.order = 0}, {0, 1}},
+        {"any order above 0 falls", 1, {"1", "2"}, {.order = 5}, {1, 0}},
+    };
+    for (const Case& c : table) EXPECT_EQ(sortedMapIndices(keysOf(c.dataType, c.texts), c.rule), c.sorted) << c.fact;
+}
+
+TEST(GridSort, NarrowIntegersSaturate) {
+    const std::vector<std::string> texts{"5000000000", "4000000000"};
+    EXPECT_EQ(sortedMapIndices(keysOf(1, texts, SortIntegers::narrow), {.order = 1}), (Indices{0, 1}));
+    EXPECT_EQ(sortedMapIndices(keysOf(1, texts, SortIntegers::narrow), {.order = -1}), (Indices{1, 0}));
+    EXPECT_EQ(sortedMapIndices(keysOf(1, {"1", "5000000000", "4000000000"}, SortIntegers::narrow), {.order = -1}),
+              (Indices{0, 2, 1}));
+}
+
+TEST(GridSort, AllTextsEqualIsByteForByte) {
+    EXPECT_TRUE(keysOf(1, {}).allTextsEqual());
+    EXPECT_TRUE(keysOf(1, {"7", "7"}).allTextsEqual());
+    EXPECT_FALSE(keysOf(1, {"7", "07"}).allTextsEqual());
+    EXPECT_FALSE(keysOf(3, {"a", "b", "a"}).allTextsEqual());
+    EXPECT_FALSE(keysOf(8, {"a", "A"}).allTextsEqual());
+}
+
+// A source of cells; short alphabets make ties and near misses.
+struct Cells {
+    std::mt19937 random;
+    int pick(int below) { return std::uniform_int_distribution<int>(0, below - 1)(random); }
+
+    std::string number(int style) {
+        switch (style) {
+            case 0:
+                return std::to_string(pick(100'000) / 100.0 - 300).substr(0, 6);
+            case 1:
+                return std::to_string(pick(2000) - 1000) + "e" + std::to_string(pick(600) - 300);
+            case 2:
+                return std::to_string(pick(1000)) + "." + std::to_string(random());
+            default:
+                return (pick(2) ? "" : "-") + std::to_string(std::uint64_t{random()} * random() >> pick(40));
+        }
+    }
+    std::string text(bool ownManner) {
+        static const char* const pieces[] = {"a",  "b", "",   "0",  "00",  "7", "07", "255", "256", "65535", "65536",
+                                             "\xE4", " ", "-",  "~",  "\x01", "9223372036854775806", "9223372036854775807",
+                                             "92233720368547758070", "00000000000000000000000000000007", "2147483646"};
+        std::string result;
+        for (int i = pick(6); i > 0; --i) {
+            result += pieces[pick(static_cast<int>(std::size(pieces)))];
+            if (ownManner && pick(20) == 0) result += "2147483647";
+        }
+        return result;
+    }
+};
+
+TEST(GridSort, RandomListsStandAsTheComparisonSays) {
+    Cells cells{std::mt19937(20)};
+    for (int round = 0; round < 160; ++round) {
+        const int style = round % 5;
+        const bool text = style == 4;
+        const int dataType = text ? 3 : style == 3 ? 1 : 2;
+        const int count = 1 + cells.pick(round % 4 == 0 ? 3000 : 60);
+        Indices mapIndices(static_cast<std::size_t>(count));
+        std::iota(mapIndices.begin(), mapIndices.end(), 5);
+        if (round % 3 != 0) std::shuffle(mapIndices.begin(), mapIndices.end(), cells.random);
+        SortKeys keys(dataType, SortIntegers::wide, 0);
+        const std::string prefix = cells.pick(2) ? "SHARED" : "";
+        for (const std::int32_t mapIndex : mapIndices)
+            keys.add(mapIndex, (text ? prefix + cells.text(false) : cells.number(style)).c_str());
+        const SortRule rule{.order = cells.pick(2) ? 1 : -1, .negated = cells.pick(4) == 0};
+        ASSERT_EQ(sortedMapIndices(keys, rule), expectedOrder(keys, rule)) << "round " << round;
+    }
+}
+
+// Where no order exists every row must still come out once, and the run must be the same each time.
+TEST(GridSort, AComparisonThatContradictsItselfLosesNoRow) {
+    Cells cells{std::mt19937(21)};
+    for (int round = 0; round < 60; ++round) {
+        const bool dates = round % 2 == 0;
+        std::vector<std::string> texts(static_cast<std::size_t>(cells.pick(400)));
+        for (std::string& text : texts) text = cells.text(true);
+        const SortKeys keys = keysOf(dates ? 6 : 3, texts);
+        const SortRule rule{.order = -1, .compareDates = nonsense};
+        Indices sorted = sortedMapIndices(keys, rule);
+        if (!dates) {
+            EXPECT_EQ(sorted, sortedMapIndices(keys, rule));
+        }
+        std::sort(sorted.begin(), sorted.end());
+        ASSERT_EQ(sorted, keys.mapIndices());
+    }
+}
+
+// A number that its first digit decides makes "2147483647" equal "20"; then the later row stands first.
+TEST(GridSort, AnOverflowMarkComparesByItsFirstDigit) {
+    ASSERT_EQ(naturalCompare("2147483647", "20"), 0);
+    EXPECT_EQ(sortedMapIndices(keysOf(3, {"2147483647", "20"}), {.order = -1}), (Indices{1, 0}));
+    EXPECT_EQ(sortedMapIndices(keysOf(3, {"2147483647", "20"}), {.order = 1}), (Indices{0, 1}));
+}
+
+}  // namespace

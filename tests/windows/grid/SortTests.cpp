@@ -1,0 +1,322 @@
+// The grid's sort on real windows: header clicks, the locked sort, checked rows first.
+#include "windows/grid/GridFixture.h"
+
+#include <memory>
+
+namespace grid_tests {
+namespace {
+
+// A value by columnIndex 1 for each letter.
+using Values = std::vector<std::pair<char, const char*>>;
+
+class Sort : public GridFixture {
+protected:
+    enum Mode { opti, classic };
+
+    // Columns: name (texts), value (of a type), other.
+    void open(Mode mode = opti, bool reverse = false, int valueType = 1) {
+        m_grid = std::make_unique<CFilterListCtrl>();  // an older one takes its window along
+        create(grid(), {{"name", 60, 0, 3}, {"value", 60, kFormatRight, valueType}, {"other", 60, 0, 3}},
+               CRect(0, 0, 300, 200), kGridStyle & ~static_cast<DWORD>(LVS_NOSORTHEADER));
+        grid().SetUseFilter(TRUE);
+        grid().SetReverseDisplay(reverse);
+        if (mode == opti) grid().SetOptiDataMode(true);
+    }
+    void add(const Values& values) {
+        for (const auto& [name, value] : values) {
+            Row* const made = row({name});
+            made->cells[1] = value;
+            if (grid().GetOptiDataMode()) {
+                grid().AddRow(made, false);
+            } else {
+                grid().InsertItem(0, "");
+                grid().SetItemData(0, dataOf(made));
+            }
+        }
+        processEndofBatchUpdates();
+    }
+    void click(int place) {
+        CHeaderCtrl* const header = grid().GetHeaderCtrl();
+        CRect item;
+        header->GetItemRect(place, &item);
+        const POINT point{(item.left + item.right) / 2, item.Height() / 2};
+        const LPARAM where = MAKELPARAM(point.x, point.y);
+        header->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, where);
+        header->SendMessage(WM_LBUTTONUP, 0, where);
+    }
+    HDITEM arrow(int place) {
+        HDITEM item{};
+        item.mask = HDI_FORMAT | HDI_IMAGE;
+        grid().GetHeaderCtrl()->GetItem(place, &item);
+        return item;
+    }
+    std::string caption(int place) {
+        char text[100] = {};
+        HDITEM item{};
+        item.mask = HDI_TEXT;
+        item.pszText = text;
+        item.cchTextMax = sizeof text;
+        grid().GetHeaderCtrl()->GetItem(place, &item);
+        return text;
+    }
+    // Empty when every displayed row says its own visual index.
+    std::string wrongNumbers() {
+        for (int visual = 0; visual < grid().GetDisplayCount(); ++visual) {
+            Row* const shown = rowOf(grid().GetItemData(visual));
+            int mapIndex, told;
+            CFilterListCtrl::getRowIndices(shown, &grid(), mapIndex, told);
+            if (told != visual || grid().GetMapItemData(static_cast<unsigned>(mapIndex)) != dataOf(shown))
+                return shown->name + " says " + std::to_string(told);
+        }
+        return {};
+    }
+    bool isDirty() { return grid().GetUpdateRect(nullptr) != 0; }
+
+    CFilterListCtrl& grid() { return *m_grid; }
+    const Values ties{{'a', "2"}, {'b', "1"}, {'c', "2"}, {'d', "10"}};
+
+private:
+    std::unique_ptr<CFilterListCtrl> m_grid;
+};
+
+TEST_F(Sort, ClicksEndInThePictureOfTheTable) {
+    struct Case {
+        const char* fact;
+        Mode mode;
+        bool reverse;
+        std::vector<int> clicks;
+        const char* picture;
+    };
+    const Case table[] = {
+        {"first click: rising, newer first among equals", opti, false, {1}, "bcad"},
+        {"second click: falling, older first", opti, false, {1, 1}, "dacb"},
+        {"third click: rising again", opti, false, {1, 1, 1}, "bcad"},
+        {"another column rises", opti, false, {1, 1, 0}, "abcd"},
+        {"back to the first: it rises again", opti, false, {1, 0, 1}, "bcad"},
+        {"reverse display shows the sorted order", opti, true, {1}, "bcad"},
+        {"and the falling one", opti, true, {1, 1}, "dacb"},
+        {"classic mode", classic, false, {1}, "bcad"},
+        {"classic mode, reverse display", classic, true, {1, 1}, "dacb"},
+    };
+    for (const Case& c : table) {
+        SCOPED_TRACE(c.fact);
+        open(c.mode, c.reverse);
+        add(ties);
+        for (const int place : c.clicks) click(place);
+        EXPECT_EQ(picture(grid()), c.picture);
+        if (c.mode == opti) {
+            EXPECT_EQ(wrongNumbers(), "");
+        }
+        EXPECT_TRUE(grid().m_bSorted);
+        EXPECT_EQ(grid().g_SortingList, &grid());
+    }
+}
+
+// Earlier versions reached the rows through the display while they rewrote it.
+TEST_F(Sort, AfterAForwardSortEveryRowKnowsItsSlot) {
+    open();
+    add(ties);
+    for (int i = 0; i < 3; ++i) {
+        click(1);
+        EXPECT_EQ(wrongNumbers(), "");
+    }
+    EXPECT_EQ(grid().DeleteRow(row("c"), false), 2);
+    processEndofBatchUpdates();
+    EXPECT_EQ(picture(grid()), "bad");
+    EXPECT_EQ(wrongNumbers(), "");
+}
+
+TEST_F(Sort, AClickClosesTheBatchFirst) {
+    open();
+    add(ties);
+    grid().AddRow(row("x"), false);
+    grid().DeleteRow(row("a"), false);
+    freeRow("a");
+    click(1);
+    EXPECT_EQ(picture(grid()), "xbcd");
+    EXPECT_EQ(wrongNumbers(), "");
+}
+
+TEST_F(Sort, AColumnOfEqualTextsMovesAndRepaintsNothing) {
+    open();
+    add({{'a', "7"}, {'b', "7"}});
+    grid().ValidateRect(nullptr);
+    click(1);
+    EXPECT_EQ(picture(grid()), "ab");
+    EXPECT_FALSE(isDirty());
+    EXPECT_TRUE(grid().m_bSorted);
+    row("b")->cells[1] = "07";  // the same number in another text
+    click(1);
+    click(1);
+    EXPECT_EQ(picture(grid()), "ba");
+    EXPECT_TRUE(isDirty());
+}
+
+TEST_F(Sort, SelectionStaysWhereItIsOnScreen) {
+    open();
+    add(ties);
+    grid().SetItemState(0, LVIS_SELECTED, LVIS_SELECTED);
+    click(1);
+    EXPECT_EQ(picture(grid()), "b*cad");
+}
+
+TEST_F(Sort, TheOldArrowLosesImageAndAlignment) {
+    open();
+    add(ties);
+    constexpr int formats = HDF_STRING | HDF_BITMAP_ON_RIGHT | HDF_IMAGE;
+    click(1);
+    EXPECT_EQ(arrow(1).fmt & ~HDF_OWNERDRAW, formats);
+    EXPECT_EQ(arrow(1).iImage, 0);
+    click(1);
+    EXPECT_EQ(arrow(1).iImage, 1);
+    click(2);
+    EXPECT_EQ(arrow(1).fmt & ~HDF_OWNERDRAW, HDF_STRING);
+    EXPECT_EQ(arrow(2).fmt & ~HDF_OWNERDRAW, formats);
+    EXPECT_EQ(arrow(2).iImage, 0);
+}
+
+TEST_F(Sort, ALockedSortIgnoresClicksAndSurvivesARebuild) {
+    open();
+    add(ties);
+    click(1);
+    click(1);
+    grid().m_bLockSortEnabled = grid().m_bSortLocked = 1;
+    click(0);
+    EXPECT_EQ(grid().SortOn(0, 1), 1);
+    EXPECT_EQ(picture(grid()), "dacb");
+    add({{'e', "5"}});
+    EXPECT_EQ(picture(grid()), "dacbe");
+    grid().PopulateList();
+    EXPECT_EQ(picture(grid()), "deacb");
+    EXPECT_EQ(wrongNumbers(), "");
+    grid().m_bSortLocked = 0;
+    grid().PopulateList();
+    EXPECT_EQ(picture(grid()), "abcde");
+}
+
+TEST_F(Sort, TheLockPathLeavesTheOldArrow) {
+    open();
+    add(ties);
+    click(2);
+    grid().m_bSortLocked = 1;
+    grid().m_nLockSortColumn = 1;
+    grid().m_nLockSortOrder = 1;
+    grid().SortByLastColumnWithLock();
+    EXPECT_EQ(picture(grid()), "dacb");
+    EXPECT_EQ(arrow(1).iImage, 1);
+    EXPECT_TRUE(arrow(2).fmt & HDF_IMAGE);
+    EXPECT_EQ(grid().m_nLastSortCol, 1);
+}
+
+TEST_F(Sort, ALockColumnOutsideTheListThrows) {
+    open();
+    add(ties);
+    grid().m_nLockSortColumn = 9;
+    EXPECT_ANY_THROW(grid().SortByLastColumnWithLock());
+    click(1);  // the next run is not in its way
+    EXPECT_EQ(picture(grid()), "bcad");
+}
+
+// Both values are above 32 bits: equal in the lock path, where the older row then stands first in a falling order.
+TEST_F(Sort, TheLockPathCutsIntegersTo32Bits) {
+    open();
+    add({{'a', "5000000000"}, {'b', "6000000000"}, {'c', "1"}});
+    click(1);
+    click(1);
+    EXPECT_EQ(picture(grid()), "bac");
+    grid().m_bSortLocked = 1;
+    grid().SortByLastColumnWithLock();
+    EXPECT_EQ(picture(grid()), "abc");
+}
+
+TEST_F(Sort, SortOnIsOneClick) {
+    open();
+    add(ties);
+    EXPECT_EQ(grid().SortOn(1, 0), 1);
+    EXPECT_EQ(picture(grid()), "bcad") << "a new column rises whatever was asked for";
+    grid().SortOn(1, 1);
+    EXPECT_EQ(picture(grid()), "dacb") << "1 falls on the column sorted last";
+    grid().SortOn(1, 0);
+    EXPECT_EQ(picture(grid()), "bcad") << "any other rises there";
+    EXPECT_TRUE(isDirty());
+}
+
+TEST_F(Sort, ByTypeOfTheColumn) {
+    struct Case {
+        int dataType;
+        Values values;
+        const char* picture;
+    };
+    const Case table[] = {
+        {2, {{'a', "1.5"}, {'b', "1.25"}, {'c', "-3"}}, "cba"},
+        {3, {{'a', "x10"}, {'b', "x9"}, {'c', "x"}}, "cba"},
+        {4, {{'a', "10"}, {'b', "9"}, {'c', "none"}}, "cba"},
+        {8, {{'a', "x"}, {'b', "y"}, {'c', "z"}}, "cba"},  // no key: the newer row first
+    };
+    for (const Case& c : table) {
+        open(opti, false, c.dataType);
+        add(c.values);
+        click(1);
+        EXPECT_EQ(picture(grid()), c.picture) << c.dataType;
+    }
+}
+
+TEST_F(Sort, DatesStandNewestFirstOnTheFirstClick) {
+    open(opti, false, 6);
+    add({{'a', "2024-01-05"}, {'b', "2024-03-01"}, {'c', "2023-12-31"}});
+    click(1);
+    EXPECT_EQ(picture(grid()), "bac");
+    click(1);
+    EXPECT_EQ(picture(grid()), "cab");
+}
+
+TEST_F(Sort, ARowDragListSortsItsMap) {
+    for (const bool reverse : {false, true}) {
+        open(classic, reverse);
+        grid().m_bRowDragEnabled = 1;
+        add({{'a', "2"}, {'b', "1"}, {'c', "3"}});
+        click(1);
+        EXPECT_EQ(picture(grid()), "bac") << reverse;
+        grid().PopulateList();
+        EXPECT_EQ(picture(grid()), "bac") << "the map itself is in this order";
+        grid().m_bLockSortEnabled = grid().m_bSortLocked = 1;
+        row("a")->cells[1] = "9";
+        grid().PopulateList();
+        EXPECT_EQ(picture(grid()), "bca") << "a locked sort of the map ends";
+        grid().m_bSortLocked = 0;
+    }
+}
+
+TEST_F(Sort, CheckedRowsComeFirstWithTheirCounts) {
+    open(classic);
+    add({{'b', "1"}, {'d', "1"}, {'a', "1"}, {'c', "1"}});
+    grid().m_nSortOrder = -1;
+    grid().SetCheck(0, 1);
+    grid().SetCheck(1, 1);
+    grid().SetSelectionMark(3);
+    grid().SortOnChecked();
+    EXPECT_EQ(picture(grid()), "bdac*!");
+    EXPECT_EQ(caption(0), "name (2 / 4)");
+    EXPECT_EQ(grid().GetSelectionMark(), 3);
+    grid().SetCheck(3, 1);
+    grid().SortOnCheckedFlag = true;
+    click(1);
+    EXPECT_EQ(caption(0), "name (3 / 4)");
+    EXPECT_EQ(grid().GetItemData(1), dataOf(row("c")));
+    EXPECT_EQ(grid().GetItemData(3), dataOf(row("a")));
+    EXPECT_EQ(grid().GetSelectionMark(), 1);
+}
+
+// The check state is that of the visual index, the row that of the slot.
+TEST_F(Sort, CheckedRowsInReverseDisplaySpeakOfMirroredRows) {
+    open(classic, true);
+    add({{'a', "1"}, {'b', "1"}, {'c', "1"}});
+    grid().m_nSortOrder = -1;
+    grid().SetCheck(0, 1);  // row c on top; slot 0 is row a
+    grid().SortOnChecked();
+    EXPECT_EQ(picture(grid()), "abc");
+    EXPECT_EQ(caption(0), "name (1 / 3)");
+}
+
+}  // namespace
+}  // namespace grid_tests
