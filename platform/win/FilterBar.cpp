@@ -183,12 +183,18 @@ void FilterBar::onStyleChanged() {
     ::InvalidateRect(m_header, nullptr, TRUE);
 }
 
+// A list asks its header for the layout only when its own size changes: it is told of a change to the same size.
 void FilterBar::layOutParent() const {
     const HWND parent = ::GetParent(m_header);
     if (!isListView(parent)) return;
-    RECT client;
-    ::GetClientRect(parent, &client);
-    ::SendMessageA(parent, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+    RECT rect;
+    ::GetWindowRect(parent, &rect);
+    WINDOWPOS place{};
+    place.hwnd = parent;
+    place.cx = rect.right - rect.left;
+    place.cy = rect.bottom - rect.top;
+    place.flags = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
+    ::SendMessageA(parent, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&place));
 }
 
 // ---- Items
@@ -345,8 +351,8 @@ void FilterBar::pressButton(int item) {
     click.rc = places(item).button;
     m_pressed = item;
     ::RedrawWindow(m_header, &click.rc, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-    const LRESULT changed = ::SendMessageA(::GetParent(m_header), WM_NOTIFY, click.hdr.idFrom,
-                                           reinterpret_cast<LPARAM>(&click));
+    const LRESULT changed =
+        ::SendMessageA(::GetParent(m_header), WM_NOTIFY, click.hdr.idFrom, reinterpret_cast<LPARAM>(&click));
     m_pressed = -1;
     if (!isAlive()) return;
     invalidateBar();

@@ -10,7 +10,8 @@
 //   cchTextMax counts the final null: when writing it is also the limit of what can be typed (0 or less: no change;
 //   1,048,575 characters at first), when reading it is the size of the buffer.
 // - HDM_CLEARFILTER empties one item or, with -1, all. HDM_EDITFILTER opens an item's field (-1 closes it); what was
-//   typed into another field before is kept unless the low word of lParam is TRUE. Both return 1, or 0 for no such item.
+//   typed into another field before is kept unless the low word of lParam is TRUE. Both return 1, or 0 for no such
+//   item.
 // - HDN_FILTERCHANGE (NMHEADER without an item record) goes to the header's parent: from HDM_SETITEM and
 //   HDM_CLEARFILTER before they return, whether or not the text differs; after the last key when the time of
 //   HDM_SETFILTERCHANGETIMEOUT (1000 ms at first) has passed, or at once on Enter, or when the field loses the focus.

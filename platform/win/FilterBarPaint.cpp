@@ -145,8 +145,12 @@ void FilterBar::drawFunnel(HDC dc, const RECT& button, bool filled) const {
     const int top = (button.top + button.bottom - size) / 2;
     const int neck = top + half;
     const int stem = std::max(1, size / 9);
-    const POINT outline[] = {{middle - half, top},  {middle + half, top},            {middle + stem, neck},
-                             {middle + stem, top + size - 1}, {middle - stem, top + size - 1}, {middle - stem, neck}};
+    const POINT outline[] = {{middle - half, top},
+                             {middle + half, top},
+                             {middle + stem, neck},
+                             {middle + stem, top + size - 1},
+                             {middle - stem, top + size - 1},
+                             {middle - stem, neck}};
     const SavedDc saved(dc);
     ::SelectObject(dc, ::GetStockObject(DC_PEN));
     ::SelectObject(dc, ::GetStockObject(DC_BRUSH));

@@ -1,5 +1,5 @@
-// The filter bar of a list's header, driven by keys and mouse. Where the system brings its own bar, these tests hold the
-// stand-in's contract against it.
+// The filter bar of a list's header, driven by keys and mouse. Where the system brings its own bar, these tests hold
+// the stand-in's contract against it.
 #include "platform/win/FilterBar.h"
 
 #include <gtest/gtest.h>
@@ -70,7 +70,9 @@ protected:
         WindowFixture::TearDown();
     }
 
-    void showBar(bool show) { CWnd::FromHandle(header)->ModifyStyle(show ? 0 : HDS_FILTERBAR, show ? HDS_FILTERBAR : 0); }
+    void showBar(bool show) {
+        CWnd::FromHandle(header)->ModifyStyle(show ? 0 : HDS_FILTERBAR, show ? HDS_FILTERBAR : 0);
+    }
     int height() const {
         CRect rect;
         ::GetWindowRect(header, rect);
@@ -427,7 +429,8 @@ TEST_F(FilterBarOfAList, AFilterFillsTheFunnelAndReplacesTheGreyCue) {
     ASSERT_TRUE(capture(cleared));
     const COLORREF text = ::GetSysColor(COLOR_WINDOWTEXT);
     const COLORREF grey = ::GetSysColor(COLOR_GRAYTEXT);
-    EXPECT_GT(count(filtered, 1, ::GetSysColor(COLOR_BTNTEXT), true), count(empty, 1, ::GetSysColor(COLOR_BTNTEXT), true));
+    EXPECT_GT(count(filtered, 1, ::GetSysColor(COLOR_BTNTEXT), true),
+              count(empty, 1, ::GetSysColor(COLOR_BTNTEXT), true));
     EXPECT_GT(count(filtered, 1, text, false), count(empty, 1, text, false));
     EXPECT_GT(count(empty, 1, grey, false), count(filtered, 1, grey, false));
     EXPECT_TRUE(cleared.pixels == empty.pixels);
@@ -456,12 +459,18 @@ TEST_F(FilterBarOfAList, AHeaderOfItsOwnReportsToItsParent) {
     item.pvFilter = &filter;
     ASSERT_EQ(own.InsertItem(0, &item), 0);
     EXPECT_TRUE(items.empty());
-    RECT room = {0, 0, 300, 300};
-    WINDOWPOS place{};
-    HDLAYOUT layout = {&room, &place};
-    ASSERT_TRUE(own.Layout(&layout));
-    EXPECT_EQ(place.cy, height());
-    EXPECT_EQ(room.top, height());
+    const auto asked = [&] {
+        RECT room = {0, 0, 300, 300};
+        WINDOWPOS place{};
+        HDLAYOUT layout = {&room, &place};
+        EXPECT_TRUE(own.Layout(&layout));
+        EXPECT_EQ(room.top, place.cy);
+        return place.cy;
+    };
+    const int withBar = asked();
+    own.ModifyStyle(HDS_FILTERBAR, 0);
+    EXPECT_GE(withBar - asked(), 16);
+    own.ModifyStyle(0, HDS_FILTERBAR);
     own.ClearAllFilters();
     EXPECT_EQ(items, std::vector<int>{0});
     frame().onMessage = nullptr;
