@@ -24,7 +24,7 @@ TEST(FilterBarLayout, MetricsGrowWithTheScreen) {
         {96, -5, 16, 15, 9},    //
         {0, 13, 20, 15, 9},     // no such screen
         {120, 16, 24, 19, 11},  // 125 %
-        {144, 20, 32, 23, 13},  // 150 %: 14 is even
+        {144, 20, 32, 25, 15},  // 150 %: a glyph of 14 becomes odd
         {192, 26, 40, 31, 19},  // 200 %
     };
     for (const Case& expected : cases) {
