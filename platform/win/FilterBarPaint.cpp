@@ -112,7 +112,6 @@ void FilterBar::drawField(HDC dc, int item) const {
     if (place.field.right > place.field.left) {
         RECT around = place.field;
         ::InflateRect(&around, m_metrics.border, m_metrics.border);
-        around.right -= m_metrics.border;
         if (themed)
             frame(dc, around, COLOR_3DSHADOW);
         else
