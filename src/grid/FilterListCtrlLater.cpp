@@ -4,15 +4,6 @@
 // Will put the other columns' values into the column's formula and evaluate it.
 void CFilterListCtrl::GetCustomColumnText(DWORD_PTR, int, CString&) {}
 
-// Will match one cell against the tokens of one filter text. No filter can be set yet, so nothing asks.
-int CFilterListCtrl::IsItemMatchingFilter(const CString&, const CString&) { return 1; }
-
-// Will store the changed filter text and forward the notification to the owner.
-void CFilterListCtrl::OnFilterChange(NMHDR*) {}
-
-// Will forward the notification and offer the column's values in a pop-up.
-void CFilterListCtrl::OnFilterButtonClicked(NMHDR*, LRESULT*) {}
-
 // Will put checked rows first and the counts into the first heading.
 void CFilterListCtrl::SortOnChecked() {}
 

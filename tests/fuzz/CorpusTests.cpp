@@ -50,6 +50,7 @@ void runFolder(const char* folder, Body body) {
 }
 
 TEST(FuzzCorpus, Expression) { runFolder("expression", fuzzExpression); }
+TEST(FuzzCorpus, Filter) { runFolder("filter", fuzzFilter); }
 TEST(FuzzCorpus, Settings) { runFolder("settings", fuzzSettings); }
 
 }  // namespace
