@@ -19,6 +19,7 @@ using Figures = std::vector<Figure>;
 
 // Each measures its figures in turn and throws std::runtime_error when a result that it timed is wrong.
 void benchGrid(Figures& figures);
+void benchFilter(Figures& figures);
 void benchExpression(Figures& figures);
 void benchSettings(Figures& figures);
 void benchBlack76(Figures& figures);

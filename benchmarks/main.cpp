@@ -13,6 +13,7 @@ struct Suite {
     void (*run)(Figures&);
 };
 const Suite suites[] = {{"grid", benchGrid},
+                        {"filter", benchFilter},
                         {"expression", benchExpression},
                         {"settings", benchSettings},
                         {"black76", benchBlack76}};

@@ -6,6 +6,7 @@
 #include "windows/grid/GridFixture.h"
 
 #include <random>
+#include <set>
 
 #include "core/grid/NaiveFilter.h"
 
@@ -78,6 +79,8 @@ TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
     row("a")->cells[1] = "";
     EXPECT_EQ(grid.UpdateRow(row("a")), -1);
     add("g", "Y", "1");
+    EXPECT_EQ(picture(grid), "cdfb");  // a row comes in behind those that arrived after it
+    grid.PopulateList();
     EXPECT_EQ(picture(grid), "bcdf");
 }
 
@@ -160,14 +163,18 @@ TEST_F(GridFilter, RandomFiltersAgreeWithTheLiteralReading) {
         Row* const changed = row("r" + std::to_string(random() % 60) + " ");
         changed->cells[1 + static_cast<int>(random() % 2)] = pick(cells);
         grid.UpdateRow(changed);
-        std::string expected;
+        if (step % 7 == 0) grid.PopulateList();  // back to the order of arrival
+        std::set<std::string> shown, expected;
+        for (int visual = 0; visual < grid.GetDisplayCount(); ++visual)
+            shown.insert(rowOf(grid.GetItemData(visual))->name);
         for (int i = 0; i < 60; ++i) {
             Row* const one = row("r" + std::to_string(i) + " ");
             if (naive_filter::passes(one->cells[1].c_str(), inForce[1], false) &&
                 naive_filter::passes(one->cells[2].c_str(), inForce[2], false))
-                expected += one->name;
+                expected.insert(one->name);
         }
-        ASSERT_EQ(picture(grid), expected) << "step " << step;
+        ASSERT_EQ(static_cast<std::size_t>(grid.GetDisplayCount()), shown.size());
+        ASSERT_EQ(shown, expected) << "step " << step;
     }
 }
 
@@ -258,6 +265,210 @@ TEST_F(GridFilter, CtrlFShowsTheBarUnlessTheFilterIsNotOffered) {
     test::sendKeys({VK_CONTROL, 'F'});
     pumpUntilIdle();
     EXPECT_FALSE(barIsOn());
+}
+
+// ---- Through the header's fields. The owner answers a change as a host does: with one message to itself.
+
+class GridFilterBar : public GridFilter {
+protected:
+    void SetUp() override {
+        begin();
+        grid.PutListFilter();
+        addSix();
+        owner.onNotify = [this](const NMHDR& news) {
+            if (news.code != static_cast<UINT>(HDN_FILTERCHANGE)) return;
+            ++changes;
+            EXPECT_EQ(news.idFrom, static_cast<UINT_PTR>(kGridId));
+        };
+    }
+    // The filters as the store has them, and how often the owner heard of them since.
+    std::string store() {
+        CArray<int, int> columns;
+        CArray<CString, CString> texts;
+        grid.GetFileteredCols(columns, texts);
+        std::string text;
+        for (INT_PTR i = 0; i < columns.GetSize(); ++i)
+            text += std::to_string(columns.GetAt(i)) + "=" + texts.GetAt(i).GetString() + " ";
+        return text + "(" + std::to_string(std::exchange(changes, 0)) + ")";
+    }
+    std::string field(int place) {
+        CString text;
+        EXPECT_EQ(grid.GetHeaderText(place, text), text.GetLength());
+        return text.GetString();
+    }
+    int setOne(int columnIndex, const char* text, int exact = 0) {
+        CString filter = text;
+        return grid.SetMapColumnFilter(columnIndex, filter, exact);
+    }
+    int setAll(std::initializer_list<std::pair<int, const char*>> filters, int exact = 0) {
+        CArray<int, int> columns;
+        CArray<CString, CString> texts;
+        for (const auto& [column, text] : filters) {
+            columns.Add(column);
+            texts.Add(text);
+        }
+        return grid.SetMapColumnFilter(&columns, &texts, exact);
+    }
+    // Takes the column off the screen; those behind move up.
+    void hide(int columnIndex) {
+        CArray<int, int> places, widths;
+        for (int i = 0; i < 3; ++i) {
+            if (i == columnIndex) continue;
+            places.Add(grid.m_arrOrder.GetAt(i));
+            widths.Add(60);
+        }
+        grid.LoadHeaders(&places, &widths);
+        ASSERT_EQ(grid.m_arrOrder.GetAt(columnIndex), -1);
+        store();
+    }
+    std::string populated() {
+        grid.PopulateList();
+        return picture(grid);
+    }
+
+    int changes = 0;
+};
+
+TEST_F(GridFilterBar, AFieldsTextReachesStoreAndOwner) {
+    CString text = "x";
+    EXPECT_EQ(grid.SetVisibleColumnFilter(1, text, 0), 1);
+    EXPECT_EQ(field(1), "x");
+    EXPECT_EQ(store(), "1=x (1)");
+    EXPECT_EQ(picture(grid), "abcdef");  // the owner rebuilds, not the grid
+    EXPECT_EQ(populated(), "acdf");
+    EXPECT_EQ(setOne(2, ">1"), 1);
+    EXPECT_EQ(store(), "1=x 2=>1 (1)");
+    EXPECT_EQ(populated(), "cd");
+    setOne(1, "");
+    EXPECT_EQ(store(), "2=>1 (1)");
+    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
+    EXPECT_EQ(store(), "(1)");
+    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
+    EXPECT_EQ(store(), "(0)");
+}
+
+TEST_F(GridFilterBar, DoFilterZeroSwallowsEverything) {
+    grid.SetDoFilter(0);
+    setOne(1, "x");
+    EXPECT_EQ(store(), "(0)");
+    EXPECT_EQ(field(1), "x");
+}
+
+TEST_F(GridFilterBar, ManyFiltersAreOneNotification) {
+    setOne(0, "old");
+    store();
+    EXPECT_EQ(setAll({{2, ">1"}, {0, "*"}, {1, "x"}}), 1);
+    EXPECT_EQ(store(), "2=>1 0=* 1=x (1)");
+    EXPECT_EQ(grid.CheckDoFilter(), 1);
+    EXPECT_EQ(populated(), "cd");
+    EXPECT_EQ(setAll({}), 1);
+    EXPECT_EQ(store(), "(1)");
+    EXPECT_EQ(field(0) + field(1) + field(2), "");
+}
+
+TEST_F(GridFilterBar, AColumnThatIsHiddenIsStoredAndOnlyRemovedWithAll) {
+    hide(2);
+    setOne(1, "x");
+    store();
+    setOne(2, ">1");
+    EXPECT_EQ(store(), "1=x 2=>1 (1)");
+    EXPECT_EQ(populated(), "cd");
+    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
+    EXPECT_EQ(store(), "1=x 2=>1 (0)");
+    grid.SendMessage(WM_COMMAND, kCommandResetFilters);
+    EXPECT_EQ(store(), "(1)");
+    // The empty text that makes the header notify is the filter of the first place.
+    setOne(0, "a");
+    store();
+    setOne(2, ">1");
+    EXPECT_EQ(store(), "2=>1 (1)");
+    // With several at once the first place gets its own text back.
+    setAll({{0, "c"}, {2, ">1"}});
+    EXPECT_EQ(store(), "0=c 2=>1 (1)");
+    EXPECT_EQ(populated(), "c");
+}
+
+TEST_F(GridFilterBar, ExactLastsForOneRebuild) {
+    setOne(1, "x", 1);
+    EXPECT_EQ(populated(), "acf");
+    EXPECT_EQ(populated(), "acdf");
+    setAll({{1, "x"}}, 1);
+    EXPECT_EQ(populated(), "acf");
+}
+
+TEST_F(GridFilterBar, TheMenusChoiceLastsAndAsksForARebuild) {
+    const auto choose = [&] {
+        MSG command{grid.m_hWnd, WM_COMMAND, kCommandMatchExactly, 0, 0, {}};
+        EXPECT_TRUE(grid.PreTranslateMessage(&command));
+    };
+    setOne(1, "x");
+    store();
+    choose();
+    EXPECT_EQ(store(), "1=x (1)");
+    EXPECT_EQ(populated(), "acf");
+    EXPECT_EQ(populated(), "acf");
+    choose();
+    EXPECT_EQ(populated(), "acdf");
+    grid.RemoveAllFilters();
+    store();
+    choose();
+    EXPECT_EQ(store(), "(1)");
+}
+
+TEST_F(GridFilterBar, ALongFilterIsCutToTheBuffer) {
+    CString text('x', 1'100'000);
+    grid.SetVisibleColumnFilter(1, text, 0);
+    CString back;
+    EXPECT_EQ(grid.GetHeaderText(1, back), 1'048'575);
+}
+
+TEST_F(GridFilterBar, ChosenValuesBecomeTheFilter) {
+    add("g", "XYZ", "7");
+    clickFunnel(1);
+    CFilterText& popup = *CFilterText::shared(&grid);
+    ASSERT_EQ(entries(popup.values(), LB_GETCOUNT, LB_GETTEXT), (std::vector<std::string>{"x", "X", "XY", "XYZ", "Y"}));
+    store();
+    popup.OnLbnDblclkFilterlist();
+    EXPECT_EQ(store(), "(0)");  // nothing chosen
+    EXPECT_TRUE(popup.IsWindowVisible());
+    popup.values().SetSel(3);
+    popup.values().SetSel(4);  // "Y" stands inside "XYZ": left out
+    MSG enter{popup.values().m_hWnd, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+    popup.PreTranslateMessage(&enter);
+    EXPECT_EQ(store(), "1=XYZ (1)");
+    EXPECT_FALSE(popup.IsWindowVisible());
+    EXPECT_EQ(field(1), "XYZ");
+}
+
+TEST_F(GridFilterBar, TabWalksThroughTheFieldsAndWraps) {
+    const auto fieldWithFocus = [&] {
+        const HWND focus = ::GetFocus();
+        CHeaderCtrl& header = *grid.GetHeaderCtrl();
+        if (!focus || ::GetParent(focus) != header.m_hWnd) return -1;
+        CRect edit;
+        ::GetWindowRect(focus, edit);
+        header.ScreenToClient(edit);
+        HDHITTESTINFO hit{};
+        hit.pt = CPoint(edit.CenterPoint().x, 2);
+        return header.HitTest(&hit);
+    };
+    const auto reaches = [&](int place) { return pumpFor([&] { return fieldWithFocus() == place; }, 2000); };
+    grid.SetFocus();
+    grid.GetHeaderCtrl()->EditFilter(0, FALSE);
+    ASSERT_TRUE(reaches(0));
+    test::sendKeys({VK_TAB});
+    EXPECT_TRUE(reaches(1));
+    test::sendKeys({VK_TAB});
+    EXPECT_TRUE(reaches(2));
+    test::sendKeys({VK_TAB});
+    EXPECT_TRUE(reaches(0));
+    test::sendKeys({VK_SHIFT, VK_TAB});
+    EXPECT_TRUE(reaches(2));
+    test::sendText("5");
+    ASSERT_TRUE(pumpFor([&] { return grid.GetFilterCount() == 1; }));
+    EXPECT_EQ(store(), "2=5 (1)");
+    test::sendKeys({VK_CONTROL, 'F'});
+    EXPECT_TRUE(pumpFor([&] { return ::GetFocus() == grid.m_hWnd; }));
 }
 
 }  // namespace
