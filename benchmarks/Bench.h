@@ -23,3 +23,4 @@ void benchFilter(Figures& figures);
 void benchExpression(Figures& figures);
 void benchSettings(Figures& figures);
 void benchBlack76(Figures& figures);
+void benchListSort(Figures& figures);

@@ -16,7 +16,8 @@ const Suite suites[] = {{"grid", benchGrid},
                         {"filter", benchFilter},
                         {"expression", benchExpression},
                         {"settings", benchSettings},
-                        {"black76", benchBlack76}};
+                        {"black76", benchBlack76},
+                        {"listsort", benchListSort}};
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }
 

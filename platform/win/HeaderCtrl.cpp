@@ -1,4 +1,5 @@
 #include "platform/win/ControlsInternal.h"
+#include "platform/win/FilterBar.h"
 
 IMPLEMENT_DYNAMIC(CHeaderCtrl, CWnd)
 
@@ -14,6 +15,12 @@ void registerCommonControls() {
 BOOL CHeaderCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) {
     registerCommonControls();
     return CWnd::Create(WC_HEADER, nullptr, style, rect, parent, id);
+}
+
+// Below the object's own procedure: what the object sees of the filter bar is what the system would have sent.
+void CHeaderCtrl::PreSubclassWindow() {
+    CWnd::PreSubclassWindow();
+    quor::attachFilterBar(m_hWnd);
 }
 
 int CHeaderCtrl::GetItemCount() const { return static_cast<int>(send(this, HDM_GETITEMCOUNT)); }

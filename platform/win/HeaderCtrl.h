@@ -58,6 +58,9 @@ public:
     // Milliseconds between the last key and HDN_FILTERCHANGE; returns the former value.
     int SetFilterChangeTimeout(DWORD timeout);
 
+    // Brings the filter bar where the system has none (see FilterBar.h).
+    void PreSubclassWindow() override;
+
     // An item with HDF_OWNERDRAW wants to be painted. Does nothing here.
     virtual void DrawItem(LPDRAWITEMSTRUCT drawItem);
 

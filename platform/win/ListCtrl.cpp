@@ -1,8 +1,24 @@
 #include "platform/win/ControlsInternal.h"
+#include "platform/win/FilterBar.h"
 
 #include <memory>
 
 IMPLEMENT_DYNCREATE(CListCtrl, CWnd)
+
+BEGIN_MESSAGE_MAP(CListCtrl, CWnd)
+    ON_WM_PARENTNOTIFY()
+END_MESSAGE_MAP()
+
+void CListCtrl::PreSubclassWindow() {
+    CWnd::PreSubclassWindow();
+    quor::attachFilterBarOfList(m_hWnd);  // of a list that exists already
+}
+
+// A list makes its header when it needs it first.
+void CListCtrl::OnParentNotify(UINT message, LPARAM lParam) {
+    if (LOWORD(message) == WM_CREATE) quor::attachFilterBarOfList(m_hWnd);
+    CWnd::OnParentNotify(message, lParam);
+}
 
 BOOL CListCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) {
     registerCommonControls();

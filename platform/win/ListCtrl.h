@@ -155,8 +155,13 @@ public:
     // A row of an LVS_OWNERDRAWFIXED list wants to be painted. Does nothing here.
     virtual void DrawItem(LPDRAWITEMSTRUCT drawItem);
 
+    // The list's header gets a filter bar where the system has none (see FilterBar.h), as soon as there is a header.
+    void PreSubclassWindow() override;
+
 protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    afx_msg void OnParentNotify(UINT message, LPARAM lParam);
+    DECLARE_MESSAGE_MAP()
 
 private:
     LRESULT send(UINT message, INT_PTR wParam = 0, LPARAM lParam = 0) const {

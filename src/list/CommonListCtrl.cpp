@@ -5,6 +5,7 @@
 // list (styles, CommonInitList, row height) runs from PreSubclassWindow only where the control was there before, and
 // after the framework's creation otherwise. Both end in StartOnLivingControl.
 #include "src/list/CommonListCtrlInternal.h"
+#include "src/list/ListCommands.h"
 
 IMPLEMENT_DYNAMIC(CCommonListCtrl, CListCtrl)
 
@@ -15,6 +16,16 @@ BEGIN_MESSAGE_MAP(CCommonListCtrl, CListCtrl)
     ON_WM_ERASEBKGND()
     ON_WM_MEASUREITEM_REFLECT()
     ON_MESSAGE(WM_SETFONT, &CCommonListCtrl::OnSetFont)
+    // Sorting
+    ON_NOTIFY_REFLECT(LVN_COLUMNCLICK, &CCommonListCtrl::OnLvnColumnclick)
+    ON_WM_TIMER()
+    // Commands
+    ON_COMMAND(kFitColumnsToData, &CCommonListCtrl::ColFitToContent)
+    ON_COMMAND(kFitColumnsToHeader, &CCommonListCtrl::ColFitToHeader)
+    ON_COMMAND(kFitColumnsToWindow, &CCommonListCtrl::ColFitToWindow)
+    ON_COMMAND(kLockSorting, &CCommonListCtrl::OnLockUnlockSortCheck)
+    ON_COMMAND(kMultiColumnSorting, &CCommonListCtrl::OnListColumnSortOrder)
+    ON_COMMAND(kCopyToClipboard, &CCommonListCtrl::BuildTable)
 END_MESSAGE_MAP()
 
 CString CCommonListCtrl::m_csGetDialogPosPath;

@@ -19,9 +19,13 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "src/foundation/core/ColumnRecords.h"
+#include "src/list/SortOrderChooser.h"
 #include "src/list/core/ProfileSource.h"
+
+class RowSort;
 
 // Callbacks on the owner window. They run only on a permanent window object of the framework; hosts make them from
 // their own members by static_cast.
@@ -53,13 +57,16 @@ public:
     virtual DWORD_PTR GetItemData(int row);
     // Will write the column profile of this list to the host's store.
     virtual void SaveColumnProfile();
-    // Will apply the locked sort again.
+    // Applies the locked sort again: the rows and this column's arrow. Nothing unless the list is locked on a column
+    // that shows.
     virtual void SortByLastColumnWithLock();
     // The framework's creation, then the start of the list on the living control. Always 0, whatever happened: ask
     // the window (GetSafeHwnd) whether it exists.
     virtual BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
     virtual BOOL CreateEx(DWORD exStyle, DWORD style, const RECT& rect, CWnd* parent, UINT id);
-    // Will write and read the levels of the multi-column sort.
+    // Write and read the levels of the multi-column sort. Written are the chooser's names, each with its order from
+    // m_mapSortOrderByName; nothing without a chooser. Read levels of a hidden column are told to the user and left
+    // out.
     virtual void SaveSortOrderProfile();
     virtual void ReadSortOrderProfile();
     // Runs the multi-column sort; lists that have one override it.
@@ -125,6 +132,57 @@ public:
     // A number's text with a comma before each group of three digits; sign and fraction stay as they are.
     CString GetCommaData(CString& value);
 
+    // --- Sorting. Orders are -1 rising, 1 falling. Rows are sorted by their texts, asked for once per row; how two
+    // rows compare stands in core/RowSort.h. Rows that compare equal keep their order.
+
+    // Clicks on a column from code, twice where m_nSortCol is the last sort column (as it normally is), else once. So a
+    // new column ends falling whatever `order` says, and the sorted one ends with -order. A column that does not show
+    // stands for place 0. Always 1.
+    int SortOn(int columnIndex, int order);
+    // A step of the auto-sort: sorts by the place, in the order that stood. Nothing while auto-sort is off. `order` is
+    // not read. Always 1.
+    int SortOnVisibleIndex(int place, int order);
+    // Compares two rows by the list's present sort, text by text: the rule that every sort here follows. Without a list
+    // -1. The last argument is a CCommonListCtrl*.
+    static int CALLBACK CompareRows(LPARAM row1, LPARAM row2, LPARAM list);
+    // Sorts `count` elements of `size` bytes, each beginning with a row number as an int, by the list's present sort.
+    // Stable; stays inside the array whatever the rows compare to. Nothing if an element is too small for an int.
+    void SendInfoForQSort(void* base, size_t count, size_t size);
+    // Takes the arrow away and forgets the sort. Nothing while locked, or where lock sort is not available, or
+    // unsorted.
+    void ClearSortIndicators();
+    // Locks or unlocks the present sort and stores it; tells the user if there is no sort to lock.
+    void OnLockUnlockSortCheck();
+    // Shows the check box of the first header item.
+    void SetHeaderCheckbox();
+
+    // Adds a level. 1, also for a heading that no column has (it adds no level); 0, after telling the user, for a
+    // column that does not show.
+    int BuildSortColumnOrderArray(CString heading, int order);
+    // Drops the levels of hidden columns; switches the multi-column sort off if the user agreed to that in the alert
+    // below. Whether a level was dropped.
+    bool RemoveNonVisibleColumnsFromSortOrder();
+    // Before a column is hidden: asks the user if it is sorted by, at most once per `*shown`, which it then sets to 1.
+    // False: the user said no.
+    bool AlertUserOnRemovalOfSortColumns(CString heading, int* shown);
+    // Blanks the images of all header items and, with `show`, gives each level its arrow. Nothing if `draw` is 0.
+    void DrawHeaderSortImageForMultiSortMode(int draw, bool show);
+    // Where SaveSortOrderProfile gets its names; borrowed. Null, the default: the levels are not written.
+    void SetSortOrderChooser(SortOrderChooser* chooser) { m_dlgSortOrder = chooser; }
+    // Will show the chooser of the multi-column sort; there is none yet.
+    void OnListColumnSortOrder();
+
+    // Whether auto-sort is on; a market watch in the host's optimised mode switches it off.
+    int IsAutoSortEnabled();
+    // Starts the auto-sort timer, and sorts at once if there are rows; kills the timer if auto-sort is off.
+    void InitializeAutoSort();
+    // Reads the stored auto-sort: ticked, place, order. 1, or -1 if the place is beyond the columns (then 0 is taken).
+    int ReadAutoSort();
+    // Writes what ReadAutoSort reads; place and order only while auto-sort is on.
+    void SaveAutoSort();
+    // Switches auto-sort off.
+    void KillAutoSortTimer();
+
     // --- Appearance
 
     // Applies the application-wide appearance to every registered list that has none of its own, or to all.
@@ -140,14 +198,8 @@ public:
 
     // --- Not filled in yet: each says what it will do.
 
-    int ReadAutoSort();         // read the stored auto-sort: ticked, column, order
-    void InitializeAutoSort();  // start or stop the auto-sort timer
-    void SaveAutoSort();        // write what ReadAutoSort reads
     void ReadGridLineStatus();  // read the stored grid-line state and show it
     void SaveGridLineStatus();  // write it
-    void SetHeaderCheckbox();   // show the check box of the first header item
-
-    void DrawHeaderSortImageForMultiSortMode(int draw, bool show);  // the arrows of all sort levels
 
     // --- Process-wide
 
@@ -175,9 +227,11 @@ public:
     // Sorting. Places, but for m_nLockSortColumn; orders are -1 rising, 1 falling.
     int m_nSortCol = 0;
     int m_nLastSortCol = -1;
-    int m_nSortOrder = 1;     // CommonInitList makes it -1
-    int m_nSortDataType = 0;  // iDataType of the sorted column
-    int m_bSortDisabled = 0;  // clicks on the header do not sort
+    int m_nSortOrder = 1;            // CommonInitList makes it -1
+    int m_nSortDataType = 0;         // iDataType of the sorted column
+    int m_bSortDisabled = 0;         // clicks on the header do not sort
+    int m_bSortEnabled = 1;          // the multi-column sort may run
+    int m_nMinMultiSortColumns = 2;  // what the chooser requires
     BYTE m_bSorted = 0;
     BYTE m_bLockSortEnabled = 0;
     BYTE m_bSortLocked = 0;
@@ -253,7 +307,17 @@ protected:
     afx_msg LRESULT OnSetFont(WPARAM font, LPARAM redraw);
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnDestroy();
+    afx_msg void OnTimer(UINT_PTR id);
+    // A click on the header: sorts by the column, rising if it is a new one, else the other way round. Nothing while
+    // locked, disabled, or sorted by several columns. Rows of an owner-data control are left to the derived list.
+    afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
+
+    // Whether this list is a market watch; that class overrides it.
+    virtual bool IsMarketWatch() const { return false; }
+    // The click handlers that an auto-sort step runs: here the base's. A grid runs its own and then this one; a
+    // multi-line list only its own.
+    virtual void OnAutoSortClick(NMHDR* header, LRESULT* result);
 
     // Makes the control ask for its row height again, as after a change of size.
     void RemeasureRows();
@@ -279,9 +343,24 @@ private:
     void ReplaceFont(const LOGFONT& description);
     CRect RowsInView();
 
+    // Sorting.
+    void OnListKey(WPARAM key);
+    void ReadSortLockInfo();
+    void DropSortLockOutsideColumns();
+    void ClickColumn(int place);
+    void SortRows();
+    void HoldRowData();
+    void ReleaseRowData();
+    void TakeSortDataType();
+    bool RowsAreNative() const;
+    int PlaceOfColumn(int columnIndex) const;
+    RowSort PrepareSort(const std::vector<int>& rows);
+    void ShowSortImage(int place, int image);
+    void AfterSort(bool touchesFirstColumn);
+    void SetSortLock(bool locked);
+
     // Calls into what is not built yet; empty bodies.
     void ReadDealSlipState();
-    void ReadSortLockInfo();
     void SetUserColumnReadOnly(int columnIndex);
     void ReadCustomizeRecord(const CString& record);
     void WriteCustomizeRecord();
@@ -289,6 +368,8 @@ private:
     bool SaveMarketWatchProfile();
 
     ProfileSource* m_pProfileSource = nullptr;
+    SortOrderChooser* m_dlgSortOrder = nullptr;
+    bool m_bMultiSortEnds = false;               // the user agreed to hide a column of the multi-column sort
     std::shared_ptr<CImageList> m_headerImages;  // one for all lists of the process
     CFont m_font;                                // the font of m_Appearance, once applied
     bool m_bCreating = false;                    // inside the framework's creation: the control answers nothing yet

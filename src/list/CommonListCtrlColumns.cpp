@@ -26,6 +26,7 @@ void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
     const ColumnSetPlan plan = planColumnSet(input);
 
     for (const auto& [index, column] : plan.userColumns) m_arrColumns.SetAtGrow(index, column);
+    DropSortLockOutsideColumns();
     assign(m_arrOrder, plan.order);
     assign(m_arrWidth, plan.widths);
     assign(m_arrVisible, plan.visible);

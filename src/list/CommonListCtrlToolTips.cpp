@@ -103,6 +103,7 @@ BOOL CCommonListCtrl::PreTranslateMessage(MSG* message) {
         m_bToolTipsStale = false;
         LayOutHeaderToolTips();
     }
+    if (message->message == WM_KEYDOWN) OnListKey(message->wParam);
     if (m_ToolTip.m_hWnd) m_ToolTip.RelayEvent(message);
     return CListCtrl::PreTranslateMessage(message);
 }

@@ -4,11 +4,7 @@
 #include <vector>
 
 #include "platform/Framework.h"
-
-// Commands of AutoSizeColumns, as the menus send them.
-inline constexpr int kFitColumnsToData = 2129;
-inline constexpr int kFitColumnsToHeader = 2130;
-inline constexpr int kFitColumnsToWindow = 2131;
+#include "src/list/ListCommands.h"
 
 inline constexpr int kMinColumnWidth = 50;
 
@@ -20,8 +16,9 @@ struct ColumnMeasure {
     int columnCount = 0;
 };
 
-// The width that a command gives a column. Data and heading never make it narrower than kMinColumnWidth; an even share
-// of the window may, and where there is no share to be had the result is kMinColumnWidth.
+// The width that a command (kFitColumnsTo...) gives a column. Data and heading never make it narrower than
+// kMinColumnWidth; an even share of the window may, and where there is no share to be had the result is
+// kMinColumnWidth.
 int fittedColumnWidth(int command, const ColumnMeasure& measure);
 
 // Where a header item stands along the list: from the widths left of it on screen, less the horizontal scroll. `widths`

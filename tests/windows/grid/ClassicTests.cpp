@@ -253,11 +253,21 @@ TEST_F(Classic, TheFilterBarGoesOnAndOff) {
     const auto bar = [&] { return (grid.GetHeaderCtrl()->GetStyle() & HDS_FILTERBAR) != 0; };
     EXPECT_FALSE(bar());
     const int width = grid.GetColumnWidth(0);
+    const auto height = [&] {
+        CRect rect;
+        grid.GetHeaderCtrl()->GetWindowRect(rect);
+        return rect.Height();
+    };
+    const int plainHeight = height();
     grid.PutListFilter();
     EXPECT_TRUE(bar());
+    EXPECT_GT(height(), plainHeight);
+    pumpUntilIdle();
+    EXPECT_EQ(CWnd::GetFocus()->GetParent()->m_hWnd, grid.GetHeaderCtrl()->m_hWnd) << "the first field is open";
     EXPECT_EQ(grid.GetHeaderCtrl()->SetFilterChangeTimeout(500), 500);
     grid.PutListFilter();
     EXPECT_FALSE(bar());
+    EXPECT_EQ(height(), plainHeight);
     EXPECT_EQ(grid.GetColumnWidth(0), width);
 }
 

@@ -49,6 +49,7 @@ LRESULT Owner::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         return TRUE;
     }
     if (message == WM_USER + 123) calls.record("rebuilt", wParam, lParam);
+    if (message == WM_USER + 500) calls.record("reordered", wParam, lParam);
     const LRESULT result = CBCGPDialog::WindowProc(message, wParam, lParam);
     if (message == WM_MEASUREITEM) reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->itemHeight += extraRowHeight;
     return result;

@@ -21,7 +21,7 @@ public:
     bool paints = true;        // false: WM_DRAWITEM is left to the framework, which reflects it
     int drawn = 0;             // WM_DRAWITEM messages that were painted
     UINT extraRowHeight = 0;   // added to what the list answers to WM_MEASUREITEM
-    test::CallRecorder calls;  // "rebuilt <id> <lParam>"
+    test::CallRecorder calls;  // "rebuilt <id> <lParam>", "reordered <id> <lParam>"
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -1,0 +1,162 @@
+// Painting. The header's own painting of captions, with custom draw, images and sort arrows, is used as it is: it takes
+// the whole window for the caption and centres on its middle, so it is shifted up by half the bar and clipped where the
+// caption ends. The edges that fall outside are drawn afterwards.
+#include "platform/win/FilterBarInternal.h"
+
+#include <uxtheme.h>
+
+namespace quor {
+
+namespace {
+
+constexpr wchar_t kCue[] = L"Enter text here";
+constexpr std::size_t kLongestShown = 512;  // characters of a filter that are worth drawing
+
+class SavedDc {
+public:
+    explicit SavedDc(HDC dc) : m_dc(dc), m_state(::SaveDC(dc)) {}
+    ~SavedDc() { ::RestoreDC(m_dc, m_state); }
+    SavedDc(const SavedDc&) = delete;
+    SavedDc& operator=(const SavedDc&) = delete;
+
+private:
+    HDC m_dc;
+    int m_state;
+};
+
+// Draws into memory first, so that nothing flickers.
+class Canvas {
+public:
+    Canvas(HDC target, const RECT& area)
+        : m_target(target),
+          m_area(area),
+          m_dc(::CreateCompatibleDC(target)),
+          m_bitmap(::CreateCompatibleBitmap(target, std::max<int>(1, area.right), std::max<int>(1, area.bottom))),
+          m_former(::SelectObject(m_dc, m_bitmap)) {}
+    ~Canvas() {
+        ::BitBlt(m_target, 0, 0, m_area.right, m_area.bottom, m_dc, 0, 0, SRCCOPY);
+        ::SelectObject(m_dc, m_former);
+        ::DeleteObject(m_bitmap);
+        ::DeleteDC(m_dc);
+    }
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    HDC dc() const { return m_dc; }
+
+private:
+    HDC m_target;
+    RECT m_area;
+    HDC m_dc;
+    HBITMAP m_bitmap;
+    HGDIOBJ m_former;
+};
+
+void fill(HDC dc, const RECT& rect, int color) { ::FillRect(dc, &rect, ::GetSysColorBrush(color)); }
+
+void frame(HDC dc, const RECT& rect, int color) { ::FrameRect(dc, &rect, ::GetSysColorBrush(color)); }
+
+bool isThemed(HWND window) { return ::GetWindowTheme(window) != nullptr; }
+
+}  // namespace
+
+void FilterBar::onPaint() {
+    PAINTSTRUCT paint;
+    const HDC dc = ::BeginPaint(m_header, &paint);
+    if (m_edit) {
+        placeField();
+        const RECT field = places(m_editItem).field;
+        ::ExcludeClipRect(dc, field.left, field.top, field.right, field.bottom);
+    }
+    RECT client;
+    ::GetClientRect(m_header, &client);
+    {
+        const Canvas canvas(dc, client);
+        draw(canvas.dc());
+    }
+    ::EndPaint(m_header, &paint);
+}
+
+void FilterBar::draw(HDC dc) const {
+    RECT client;
+    ::GetClientRect(m_header, &client);
+    fill(dc, client, COLOR_BTNFACE);
+    drawCaptions(dc, client);
+    const SavedDc saved(dc);
+    ::SelectObject(dc, font());
+    ::SetBkMode(dc, TRANSPARENT);
+    for (int item = 0, count = itemCount(); item < count; ++item) drawField(dc, item);
+}
+
+void FilterBar::drawCaptions(HDC dc, const RECT& client) const {
+    const RECT caption = {0, 0, client.right, barTop()};
+    {
+        const SavedDc saved(dc);
+        ::IntersectClipRect(dc, caption.left, caption.top, caption.right, caption.bottom);
+        ::OffsetViewportOrgEx(dc, 0, -(client.bottom - caption.bottom) / 2, nullptr);
+        header(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+    }
+    if (isThemed(m_header)) {
+        fill(dc, {0, caption.bottom - 1, client.right, caption.bottom}, COLOR_3DLIGHT);
+        return;
+    }
+    RECT edge = caption;
+    ::DrawEdge(dc, &edge, BDR_RAISEDINNER, BF_TOP | BF_BOTTOM);
+}
+
+void FilterBar::drawField(HDC dc, int item) const {
+    const FilterBarPlaces place = places(item);
+    const bool isFiltered =
+        static_cast<std::size_t>(item) < m_records.size() && !m_records[static_cast<std::size_t>(item)].text.empty();
+    const bool themed = isThemed(m_header);
+    fill(dc, place.field, COLOR_WINDOW);
+    if (place.field.right > place.field.left) {
+        RECT around = place.field;
+        ::InflateRect(&around, m_metrics.border, m_metrics.border);
+        around.right -= m_metrics.border;
+        if (themed)
+            frame(dc, around, COLOR_3DSHADOW);
+        else
+            ::DrawEdge(dc, &around, BDR_SUNKENOUTER, BF_RECT);
+        drawText(dc, place.field, isFiltered ? m_records[static_cast<std::size_t>(item)].text : std::wstring());
+    }
+    RECT button = place.button;
+    if (!themed) ::DrawEdge(dc, &button, item == m_pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
+    if (item == m_pressed) ::OffsetRect(&button, 1, 1);
+    drawFunnel(dc, button, isFiltered);
+}
+
+void FilterBar::drawText(HDC dc, RECT field, const std::wstring& text) const {
+    const std::wstring shown = text.empty() ? kCue : text.substr(0, kLongestShown);
+    field.left += m_metrics.textMargin;
+    field.right -= m_metrics.textMargin;
+    field.top += textTop(field);
+    if (field.right <= field.left) return;
+    ::SetTextColor(dc, ::GetSysColor(text.empty() ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT));
+    ::DrawTextW(dc, shown.data(), static_cast<int>(shown.size()), &field,
+                DT_LEFT | DT_TOP | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
+// A cone over a stem.
+void FilterBar::drawFunnel(HDC dc, const RECT& button, bool filled) const {
+    const int size = m_metrics.funnelSize;
+    if (button.right - button.left < size) return;
+    const int half = size / 2;
+    const int middle = (button.left + button.right - 1) / 2;
+    const int top = (button.top + button.bottom - size) / 2;
+    const int neck = top + half;
+    const int stem = std::max(1, size / 9);
+    const POINT outline[] = {{middle - half, top},
+                             {middle + half, top},
+                             {middle + stem, neck},
+                             {middle + stem, top + size - 1},
+                             {middle - stem, top + size - 1},
+                             {middle - stem, neck}};
+    const SavedDc saved(dc);
+    ::SelectObject(dc, ::GetStockObject(DC_PEN));
+    ::SelectObject(dc, ::GetStockObject(DC_BRUSH));
+    ::SetDCPenColor(dc, ::GetSysColor(filled ? COLOR_BTNTEXT : COLOR_3DSHADOW));
+    ::SetDCBrushColor(dc, ::GetSysColor(filled ? COLOR_BTNTEXT : COLOR_WINDOW));
+    ::Polygon(dc, outline, static_cast<int>(std::size(outline)));
+}
+
+}  // namespace quor

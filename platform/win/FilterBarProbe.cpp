@@ -1,0 +1,62 @@
+// Whether a header class has a filter bar, found out by asking: the style may be known to the class and still do
+// nothing.
+#include "platform/base/FilterBarLayout.h"
+#include "platform/win/FilterBar.h"
+
+namespace quor {
+
+namespace {
+
+int askedHeight(HWND header) {
+    RECT room = {0, 0, 400, 400};
+    WINDOWPOS place{};
+    HDLAYOUT layout = {&room, &place};
+    return ::SendMessageA(header, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&layout)) ? place.cy : 0;
+}
+
+HDITEMA filterItem(HD_TEXTFILTERA& filter) {
+    HDITEMA item{};
+    item.mask = HDI_FILTER;
+    item.type = HDFT_ISSTRING;
+    item.pvFilter = &filter;
+    return item;
+}
+
+CString filterOf(HWND header) {
+    char text[16] = "";
+    HD_TEXTFILTERA filter = {text, sizeof(text)};
+    HDITEMA item = filterItem(filter);
+    ::SendMessageA(header, HDM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    return text;
+}
+
+void setFilter(HWND header, char* text) {
+    HD_TEXTFILTERA filter = {text, 16};
+    HDITEMA item = filterItem(filter);
+    ::SendMessageA(header, HDM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+}  // namespace
+
+bool headerClassHasFilterBar(LPCSTR headerClass) {
+    const HWND header =
+        ::CreateWindowExA(0, headerClass, "", WS_CHILD, 0, 0, 100, 50, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    if (!header) return false;
+    HDITEMA column{};
+    column.mask = HDI_WIDTH;
+    column.cxy = 60;
+    ::SendMessageA(header, HDM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&column));
+    HeaderAnswers answers;
+    answers.plainHeight = askedHeight(header);
+    ::SetWindowLongPtrA(header, GWL_STYLE, ::GetWindowLongPtrA(header, GWL_STYLE) | HDS_FILTERBAR);
+    answers.barHeight = askedHeight(header);
+    char text[] = "probe";
+    setFilter(header, text);
+    answers.keepsFilter = filterOf(header) == text;
+    ::SendMessageA(header, HDM_CLEARFILTER, 0, 0);
+    answers.clearsFilter = filterOf(header).IsEmpty();
+    ::DestroyWindow(header);
+    return hasOwnFilterBar(answers);
+}
+
+}  // namespace quor

@@ -1,0 +1,106 @@
+// Auto-sort: a list sorts itself again every five seconds by the column and order that the user left.
+#include "src/foundation/HostServices.h"
+#include "src/foundation/TimerIds.h"
+#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/ListSettings.h"
+
+#include <algorithm>
+
+#include "platform/base/Numbers.h"
+
+namespace {
+
+constexpr const char* kTickedKey = "AutoSortTicked";
+constexpr const char* kPlaceKey = "AutoSort";
+constexpr const char* kOrderKey = "AutoSortOrder";
+
+CString text(int number) {
+    CString result;
+    result.Format("%d", number);
+    return result;
+}
+
+}  // namespace
+
+int CCommonListCtrl::IsAutoSortEnabled() {
+    if (IsMarketWatch() && hostRunsOptimizedMarketWatch()) m_bAutoSort = 0;
+    return m_bAutoSort;
+}
+
+int CCommonListCtrl::ReadAutoSort() {
+    CString value;
+    if (IsMarketWatch() && hostRunsOptimizedMarketWatch()) {
+        m_bAutoSort = 0;
+    } else if (readListSetting(*this, kTickedKey, value)) {
+        m_bAutoSort = value == "true";
+    }
+    if (readListSetting(*this, kPlaceKey, value)) m_nSortCol = quor::atoi(value);
+    if (m_nSortCol >= m_arrColumns.GetCount()) {
+        m_nSortCol = 0;
+        return -1;
+    }
+    if (readListSetting(*this, kOrderKey, value)) {
+        m_nSortOrder = quor::atoi(value);
+        // The first step takes the column for the sorted one and keeps its order.
+        if (m_nSortOrder == 1) m_nLastSortCol = m_nSortCol;
+    }
+    return 1;
+}
+
+void CCommonListCtrl::SaveAutoSort() {
+    writeListSetting(*this, kTickedKey, m_bAutoSort ? "true" : "false");
+    if (!m_bAutoSort) return;
+    writeListSetting(*this, kPlaceKey, text(m_nSortCol));
+    writeListSetting(*this, kOrderKey, text(m_nSortOrder));
+}
+
+void CCommonListCtrl::InitializeAutoSort() {
+    if (!IsAutoSortEnabled()) {
+        // A timer of this number that was never started here is a grid's repaint timer.
+        if (m_nAutoSortTimer != 0) KillTimer(kAutoSortTimer);
+        return;
+    }
+    m_nAutoSortTimer = SetTimer(kAutoSortTimer, kAutoSortPeriod);
+    if (CListCtrl::GetItemCount() == 0) {
+        SetTimer(kAutoSortTimer, kAutoSortPeriodWhenEmpty);
+    } else {
+        SortOnVisibleIndex(m_nSortCol, m_nSortOrder);
+    }
+}
+
+// A timer that was started for an empty list keeps its short period: m_nAutoSortTimer is set then, too.
+void CCommonListCtrl::OnTimer(UINT_PTR id) {
+    if (id != kAutoSortTimer) {
+        CListCtrl::OnTimer(id);
+        return;
+    }
+    if (m_nAutoSortTimer == 0 && CListCtrl::GetItemCount() > 0) {
+        KillTimer(kAutoSortTimer);
+        m_nAutoSortTimer = SetTimer(kAutoSortTimer, kAutoSortPeriod);
+    }
+    SortOnVisibleIndex(m_nSortCol, 1);
+}
+
+void CCommonListCtrl::KillAutoSortTimer() {
+    KillTimer(kAutoSortTimer);
+    m_bAutoSort = 0;
+}
+
+int CCommonListCtrl::SortOnVisibleIndex(int place, int) {
+    if (!m_bAutoSort) return 1;
+    NMLISTVIEW click{};
+    click.hdr.hwndFrom = m_hWnd;
+    click.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
+    click.hdr.code = static_cast<UINT>(LVN_COLUMNCLICK);
+    click.iItem = -1;
+    click.iSubItem = std::max(place, 0);
+    LRESULT result = 0;
+    const RedrawScope frozen(*this);
+    if (m_nSortCol == m_nLastSortCol) m_nSortOrder = -m_nSortOrder;  // the click turns it back
+    OnAutoSortClick(&click.hdr, &result);
+    return 1;
+}
+
+void CCommonListCtrl::OnAutoSortClick(NMHDR* header, LRESULT* result) {
+    CCommonListCtrl::OnLvnColumnclick(header, result);
+}

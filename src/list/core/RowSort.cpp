@@ -1,0 +1,162 @@
+#include "src/list/core/RowSort.h"
+
+#include <cstring>
+#include <utility>
+
+#include "platform/base/DateTime.h"
+#include "platform/base/Numbers.h"
+#include "src/list/core/MergeSort.h"
+#include "src/list/core/NaturalCompare.h"
+
+namespace {
+
+template <class Value>
+int threeWay(const Value& left, const Value& right) {
+    return left < right ? -1 : right < left ? 1 : 0;
+}
+
+// In 32 bits that wrap: an order may come from a stored text and be any number.
+int times(int order, std::uint32_t value) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(order) * value);
+}
+
+int times(int order, int comparison) { return times(order, static_cast<std::uint32_t>(comparison)); }
+
+int compareIntegers(std::int32_t a, std::int32_t b, int order) {
+    return times(order, static_cast<std::uint32_t>(b) - static_cast<std::uint32_t>(a));
+}
+
+// Two infinities of one sign have no difference; they are equal.
+int compareNumbers(double a, double b, int order) {
+    const double difference = order * (b - a);
+    return difference > 0 ? 1 : difference < 0 ? -1 : 0;
+}
+
+double numberOf(const char* text, SortRule rule) {
+    const bool missing = std::strcmp(text, "-") == 0 || std::strcmp(text, "NA") == 0;
+    return missing && rule == SortRule::singleColumn ? -1 : quor::atof(text);
+}
+
+}  // namespace
+
+SortKeys::Kind SortKeys::kindOf(int dataType, SortRule rule) {
+    const bool single = rule == SortRule::singleColumn;
+    switch (dataType) {
+        case 1:
+        case 4:
+            return Kind::integer;
+        case 2:
+        case 5:
+            return Kind::number;
+        case 3:
+            return Kind::natural;
+        case 6:
+            return Kind::date;
+        case 7:
+        case 9:
+            return single ? Kind::number : Kind::none;
+        case 8:
+            return single ? Kind::text : Kind::none;
+        default:
+            return Kind::none;
+    }
+}
+
+SortKeys::SortKeys(int dataType, int order, SortRule rule)
+    : m_kind(kindOf(dataType, rule)), m_order(order), m_rule(rule) {}
+
+void SortKeys::reserve(std::size_t rows) {
+    switch (m_kind) {
+        case Kind::none:
+            break;
+        case Kind::integer:
+            return m_integers.reserve(rows);
+        case Kind::number:
+            return m_numbers.reserve(rows);
+        case Kind::date:
+            return m_dates.reserve(rows);
+        case Kind::natural:
+        case Kind::text:
+            return m_texts.reserve(rows);
+    }
+}
+
+void SortKeys::add(const char* text) {
+    if (!text) text = "";
+    switch (m_kind) {
+        case Kind::none:
+            break;
+        case Kind::integer:
+            m_integers.push_back(quor::atoi(text));
+            break;
+        case Kind::number:
+            m_numbers.push_back(numberOf(text, m_rule));
+            break;
+        case Kind::date: {
+            const quor::DateTime date = quor::readDateTime(text);
+            m_dates.push_back({date.day, date.nanosecond});
+            break;
+        }
+        case Kind::natural:
+        case Kind::text:
+            m_texts.emplace_back(text);
+            break;
+    }
+}
+
+int SortKeys::compare(std::size_t a, std::size_t b) const {
+    switch (m_kind) {
+        case Kind::none:
+            break;
+        case Kind::integer:
+            return compareIntegers(m_integers[a], m_integers[b], m_order);
+        case Kind::number:
+            return compareNumbers(m_numbers[a], m_numbers[b], m_order);
+        case Kind::natural:
+            return times(m_order, naturalCompare(m_texts[b].c_str(), m_texts[a].c_str()));
+        case Kind::date: {
+            const int days = threeWay(m_dates[a].day, m_dates[b].day);
+            const int date = days ? days : threeWay(m_dates[a].nanosecond, m_dates[b].nanosecond);
+            return times(m_order, m_rule == SortRule::singleColumn ? -date : date);
+        }
+        case Kind::text:
+            return times(m_order, threeWay(std::strcmp(m_texts[b].c_str(), m_texts[a].c_str()), 0));
+    }
+    return 0;
+}
+
+int compareSortTexts(const char* a, const char* b, int dataType, int order, SortRule rule) {
+    SortKeys keys(dataType, order, rule);
+    if (!keys.readsTexts()) return 0;
+    keys.add(a);
+    keys.add(b);
+    return keys.compare(0, 1);
+}
+
+void RowSort::addLevel(SortKeys keys) {
+    if (keys.readsTexts()) m_levels.push_back(std::move(keys));
+}
+
+int RowSort::compare(std::size_t a, std::size_t b) const {
+    for (const SortKeys& level : m_levels) {
+        if (const int order = level.compare(a, b)) return order;
+    }
+    return 0;
+}
+
+std::vector<std::uint32_t> RowSort::sortedRows() const {
+    std::vector<std::uint32_t> rows(m_rows);
+    for (std::size_t row = 0; row < m_rows; ++row) rows[row] = static_cast<std::uint32_t>(row);
+    if (m_levels.empty()) return rows;
+    stableMergeSort(rows, [this](std::uint32_t a, std::uint32_t b) { return compare(a, b); });
+    return rows;
+}
+
+std::vector<std::uint32_t> RowSort::positions() const {
+    const std::vector<std::uint32_t> rows = sortedRows();
+    std::vector<std::uint32_t> positions(m_rows);
+    for (std::size_t position = 0; position < m_rows; ++position) {
+        positions[rows[position]] = static_cast<std::uint32_t>(position);
+    }
+    return positions;
+}
