@@ -171,11 +171,17 @@ private:
             const int expected = task.passes(row.raw) ? slot++ : -1;
             int mapIndex, visual;
             CFilterListCtrl::getRowIndices(&row, m_grid.get(), mapIndex, visual);
-            if (visual != expected) throw std::runtime_error("a row stands in the wrong place after " + task.filter);
+            if (visual != expected) fail(task, row, expected, visual);
         }
         check(m_grid->GetDisplayCount() == slot, "the count is wrong after a filter");
         check(slot > 0 && slot < static_cast<int>(rowCount), "a filter has nothing to do");
         check(static_cast<int>(m_grid->SendMessage(LVM_GETITEMCOUNT)) == slot, "the native count is wrong");
+    }
+
+    [[noreturn]] void fail(const Task& task, const FilterRow& row, int expected, int visual) const {
+        throw std::runtime_error(task.filter.substr(0, 40) + ": " + row.raw.symbol + " stands at " +
+                                 std::to_string(visual) + ", not at " + std::to_string(expected) + "; " +
+                                 std::to_string(m_grid->GetDisplayCount()) + " rows are displayed");
     }
 
     bool m_visible;
