@@ -21,6 +21,7 @@ using Figures = std::vector<Figure>;
 void benchGrid(Figures& figures);
 void benchFlip(Figures& figures);
 void benchGridSort(Figures& figures);
+void benchFilter(Figures& figures);
 void benchExpression(Figures& figures);
 void benchCustomColumn(Figures& figures);
 void benchSettings(Figures& figures);

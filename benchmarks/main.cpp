@@ -22,6 +22,7 @@ const Suite suites[] = {
     {"watch", benchWatch},
     {"flip", benchFlip},
     {"gridsort", benchGridSort},
+    {"filter", benchFilter},
 };
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }

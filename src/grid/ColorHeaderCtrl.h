@@ -1,5 +1,8 @@
 // CColorHeaderCtrl: the header of a grid. The grid owns one and attaches it before the first column, so that whatever
 // the framework's header class brings (the filter bar) is there from the start. Header notifications go to the list.
+//
+// Once a filter is set the whole header is tinted, and filtered columns stand out from it. Tinted items are painted
+// here: a header may ignore the colours of custom draw.
 #pragma once
 
 #include "platform/Framework.h"
@@ -10,5 +13,13 @@ class QUOR_CONTROLS_API CColorHeaderCtrl : public CHeaderCtrl {
 public:
     CColorHeaderCtrl() = default;
 
-    // Will tint the header by custom draw: every item once a filter is set, filtered columns in a colour of their own.
+    // The ground of a header item: by the parent's filters, COLOR_BTNFACE for a parent without any.
+    COLORREF groundOf(int place) const;
+
+protected:
+    afx_msg void OnCustomDraw(NMHDR* header, LRESULT* result);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void paintItem(CDC& dc, int place, CRect area, bool pressed);
 };

@@ -5,6 +5,8 @@
 
 #include "src/foundation/ControlBlock.h"
 #include "src/foundation/TimerIds.h"
+#include "src/grid/FilterText.h"
+#include "src/resource/resource.h"
 
 IMPLEMENT_DYNAMIC(CFilterListCtrl, CCommonListCtrl)
 
@@ -22,6 +24,8 @@ BEGIN_MESSAGE_MAP(CFilterListCtrl, CCommonListCtrl)
     ON_NOTIFY_REFLECT_EX(NM_CUSTOMDRAW, &CFilterListCtrl::OnNMCustomdraw)
     // Sort
     ON_NOTIFY_REFLECT(LVN_COLUMNCLICK, &CFilterListCtrl::OnLvnColumnclick)
+    // Commands
+    ON_COMMAND(kCommandResetFilters, &CFilterListCtrl::OnOptionResetFilter)
     // What the control asks. The second is sent in either form, whatever the control was created with.
     ON_NOTIFY_REFLECT(LVN_GETDISPINFOA, &CFilterListCtrl::OnLvnGetdispinfo)
     ON_NOTIFY_REFLECT(LVN_ODFINDITEMA, &CFilterListCtrl::OnLvnOdfinditem)
@@ -36,6 +40,7 @@ CFilterListCtrl::CFilterListCtrl() : m_rows(this), m_native(*this, m_dirty) {
 
 CFilterListCtrl::~CFilterListCtrl() {
     if (m_hWnd) DestroyWindow();
+    CFilterText::forget(this);
     for (INT_PTR i = g_OptiDataFilterLists.GetUpperBound(); i >= 0; --i)
         if (g_OptiDataFilterLists.GetAt(i) == this) g_OptiDataFilterLists.RemoveAt(i);
     m_rows.clear();
@@ -165,10 +170,10 @@ BOOL CFilterListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
                 break;
             case HDN_FILTERCHANGE:
                 OnFilterChange(header);
-                break;
+                return TRUE;
             case HDN_FILTERBTNCLICK:
                 OnFilterButtonClicked(header, result);
-                break;
+                return TRUE;
             default:
                 break;
         }

@@ -21,8 +21,13 @@
 #include "src/grid/NativeList.h"
 #include "src/grid/core/CellPainting.h"
 #include "src/grid/core/GridSort.h"
+#include "src/grid/core/FilterStore.h"
 #include "src/grid/core/RowStore.h"
 #include "src/list/CommonListCtrl.h"
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
 
 // Give the text of a cell, with colours that stay as they are unless set, and an icon (a handle for numeric columns,
 // an image number for others; -1 none). Non-zero: the text is valid. Members are called on the owner window, which
@@ -124,17 +129,47 @@ public:
     int CallBackForText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background,
                         int& icon, bool forExport);
 
-    // --- Filters
+    // --- Filters. A text per column, by the grammar of FilterTokens.h; a row must pass all of them. The user's come
+    // from the header's filter bar. The grid does not rebuild itself after a change: the header's HDN_FILTERCHANGE goes
+    // on to the owner (GetOwner) with the grid's control id, and the owner calls PopulateList - not at once, since the
+    // setters below set the match mode behind the notification, but from a message that it posts itself.
+    // `exact` makes the next PopulateList, and only that one, compare whole cells. Longest text: 1,048,575 bytes.
 
+    bool FilterUiEnabled = true;  // off: no filter items in the menu, no Ctrl+F
+
+    // One column. One that is not on screen is stored directly, and an empty text is written to the field at place 0,
+    // only to make the header notify: that takes a filter of the column at place 0 away. Always 1.
+    int SetMapColumnFilter(int columnIndex, CString& text, int exact);
+    // All filters at once, with one notification for the last. 1, or 0, nothing changed, when the sizes differ or a
+    // column is negative.
+    int SetMapColumnFilter(CArray<int, int>* columns, CArray<CString, CString>* texts, int exact);
+    // Writes the field of a header item; the header notifies. 1, or 0 for a negative place.
+    int SetVisibleColumnFilter(int place, CString& text, int exact);
+    // Clears the column's field. The filter of a column that is not on screen stays: only RemoveAllFilters takes it.
+    // Always 1.
+    int RemoveMapColumnFilter(int columnIndex);
+    int RemoveAllFilters();
+    // The same: empties the store and clears every field, each with its notification.
+    void ResetFilterStore();
+    // Changes the store and nothing else; an empty text removes. The column is not checked.
+    void AddToFilteredCols(int columnIndex, const CString& text) { m_filters.set(columnIndex, text); }
+    // Copies of the filter store: columns and their texts.
+    void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);
+    int GetFilterCount() const { return m_filters.count(); }
+    // 0: the header's notifications are swallowed.
+    void SetDoFilter(int flag) { DoFilter = flag; }
+    int CheckDoFilter() const { return DoFilter; }
     // 1 if the row passes all filters; always while none is set.
     int CheckForFilteredData(DWORD_PTR data);
-    // Builds the display anew, in map order.
+    // Builds the display anew, in map order; the host is asked for one cell per row and filter, in the order of the
+    // filters, up to the first that fails. A locked sort, or checked rows first, is applied afterwards.
     void PopulateList();
     // Shows or hides the filter bar, alternately.
     void PutListFilter();
-    // Copies of the filter store: columns and their texts.
-    void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);
-    int GetFilterCount() const { return static_cast<int>(FilteredCols.GetSize()); }
+    // The filter text, not the heading, of a header item. Its length.
+    int GetHeaderText(int place, CString& text);
+    // Fills a combo box with the texts that the displayed rows show in a column, "--ALL--" first and selected. Always 1.
+    int PopulateComboBoxWithUniques(CComboBox* combo, int columnIndex);
 
     // --- Sort. What is displayed is put in order; filters and new rows do not keep it, unless the sort is locked. The keys
     // are the texts, each asked for once, and taken by the column's data type (SortKeys.h). Equal rows: the newer one
@@ -201,10 +236,14 @@ public:
     // --- The framework's operations
 
     void DrawItem(LPDRAWITEMSTRUCT item) override;
+    // Ctrl+F shows or hides the filter bar, Tab moves through its fields; commands of the grid's menu.
+    BOOL PreTranslateMessage(MSG* message) override;
 
 protected:
     // Rows are asked for anew once the columns came from a file.
     void OnColumnsImported() override { PopulateList(); }
+    FilterStore m_filters;
+
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
@@ -222,6 +261,7 @@ protected:
     afx_msg BOOL OnNMCustomdraw(NMHDR* header, LRESULT* result);
     afx_msg void OnLvnGetdispinfo(NMHDR* header, LRESULT* result);
     afx_msg void OnLvnOdfinditem(NMHDR* header, LRESULT* result);
+    afx_msg void OnOptionResetFilter();
     void OnHdnEnddragList(LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
@@ -270,11 +310,23 @@ private:
     void showCheckedCounts(int itemCount);
     void moveMarkTo(DWORD_PTR data);
 
-    // --- Not filled in yet: each says what it will do.
-    int IsItemMatchingFilter(const CString& cell, const CString& filter);
+    int IsItemMatchingFilter(CString& cell, CString& filter);
+    bool passesFilters(DWORD_PTR data, CString& cell);
+    bool matchesExactly() const { return MatchExact != 0 || MatchExactSticky != 0; }
+    int placeOf(int columnIndex) const;
+    char* filterBuffer();
+    LRESULT forwardToOwner(NMHDR* header);
     void OnFilterChange(NMHDR* header);
     void clickBaseList(NMHDR* header, LRESULT* result);
     void OnFilterButtonClicked(NMHDR* header, LRESULT* result);
+    void offerValues(int place);
+    void visitUniqueTexts(int columnIndex, const std::function<void(const CString&)>& visit);
+    void toggleMatchExact();
+    void toggleFilterBarByKey();
+    bool editNextFilter(bool backwards);
+    void scrollToFilter(int place);
+
+    // --- Not filled in yet: each says what it will do.
     void ResetDragOperation();
     bool rowDragIsOn() const;
     void InsertTrendValues(int mapIndex);
@@ -297,10 +349,13 @@ private:
     UINT FlushDelay = 200;  // ms
     UINT_PTR RepaintTimerId = 0;
 
-    CArray<int, int> FilteredCols;
-    CArray<CString, CString> FilterStrings;
+    int DoFilter = 1;
     int FilterBarVisible = 0;
-    BYTE MatchExact = 0;
+    BYTE MatchExact = 0;        // of the next rebuild
+    BYTE MatchExactSticky = 0;  // the user's choice in the menu
+    int FilterEditColumn = 0;   // place of the field that has the keyboard
+    std::unique_ptr<char, decltype(&std::free)> FilterTextBuffer{nullptr, &std::free};
+    CString m_cellText;  // scratch of the row test, so that it keeps its buffer
 
     CColorHeaderCtrl m_header;
     bool m_hasFocus = false;

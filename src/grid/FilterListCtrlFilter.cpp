@@ -1,60 +1,136 @@
-// Which rows are displayed: the test of one row, the rebuild of all, the filter bar.
+// Which rows are displayed: the store's setters, the test of one row, the rebuild of all.
+//
+// A setter writes the header's field and lets the header's own notification bring the text into the store, so that
+// there is one road for the user and the program. Columns that have no field go into the store directly.
 #include "src/grid/FilterListCtrl.h"
 
 namespace {
 
-constexpr DWORD kFilterChangeDelay = 500;  // ms from the last key to the header's notification
+// The text of a cell for the row test: emptied, not freed, between rows.
+class CellScope {
+public:
+    // A host's callback may come back into the grid: that test then finds the scratch taken and allocates its own.
+    explicit CellScope(CString& scratch) : m_scratch(scratch), text(std::move(scratch)) {}
+    CellScope(const CellScope&) = delete;
+    CellScope& operator=(const CellScope&) = delete;
+    ~CellScope() { m_scratch = std::move(text); }
+
+private:
+    CString& m_scratch;
+
+public:
+    CString text;
+};
 
 }  // namespace
 
+// ---- The test of a row
+
+int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
+    const auto length = static_cast<std::size_t>(filter.GetLength());
+    return FilterTokens({filter.GetString(), length}, matchesExactly()).passes(cell);
+}
+
 int CFilterListCtrl::CheckForFilteredData(DWORD_PTR data) {
-    if (FilteredCols.GetSize() == 0 || !hasTextCallback()) return 1;
-    for (INT_PTR i = 0; i < FilteredCols.GetSize(); ++i) {
-        CString text;
+    if (m_filters.isEmpty() || !hasTextCallback()) return 1;
+    CellScope cell(m_cellText);
+    return passesFilters(data, cell.text);
+}
+
+bool CFilterListCtrl::passesFilters(DWORD_PTR data, CString& cell) {
+    for (int i = 0; i < m_filters.count(); ++i) {
+        cell = "";
         COLORREF textColor = kColorUnset, background = kColorUnset;
         int icon = -1;
-        GetColumnText(data, FilteredCols.GetAt(i), text, textColor, background, icon, false);
-        if (!IsItemMatchingFilter(text, FilterStrings.GetAt(i))) return 0;
+        GetColumnText(data, m_filters.columnAt(i), cell, textColor, background, icon, false);
+        if (!m_filters.tokensAt(i, matchesExactly()).passes(cell)) return false;
     }
-    return 1;
+    return true;
 }
 
 void CFilterListCtrl::PopulateList() {
     if (!hasTextCallback() || !UseFilter || !m_header.m_hWnd || m_header.GetItemCount() <= 0) return;
     m_native.setRedraw(false);
     m_rows.clearDisplay();
-    if (FilteredCols.GetSize() != FilterStrings.GetSize()) {
+    if (!m_filters.isConsistent()) {
         AfxMessageBox("Error occured while filtering");
         return;
     }
     m_rows.rebuild(rowTest());
     MatchExact = 0;
     if (SortOnCheckedFlag) SortOnChecked();
-    if (m_bLockSortEnabled && m_bSorted && m_bSortLocked) SortByLastColumnWithLock();
+    const bool locked = m_bLockSortEnabled && m_bSorted && m_bSortLocked;
+    if (locked) SortByLastColumnWithLock();
     m_native.setRedraw(true);
     m_native.setCount(m_rows.displayCount());
     m_native.invalidateAll();
 }
 
+// ---- The store
+
+int CFilterListCtrl::placeOf(int columnIndex) const {
+    return columnIndex >= 0 && columnIndex < m_arrOrder.GetSize() ? m_arrOrder.GetAt(columnIndex) : -1;
+}
+
 void CFilterListCtrl::GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts) {
-    columns.Copy(FilteredCols);
-    texts.Copy(FilterStrings);
+    columns.Copy(m_filters.columns());
+    texts.Copy(m_filters.texts());
 }
 
-void CFilterListCtrl::PutListFilter() {
-    if (!m_header.m_hWnd) return;
-    FilterBarVisible = !FilterBarVisible;
-    showFilterBar(FilterBarVisible != 0);
-    if (FilterBarVisible && m_header.GetItemCount() > 0) m_header.PostMessage(HDM_EDITFILTER, 0, 0);
-    // The control places its rows below the header anew when a width changes.
-    const int width = m_native.columnWidth(0);
-    m_native.setColumnWidth(0, width + 1);
-    m_native.setColumnWidth(0, width);
-    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+int CFilterListCtrl::SetMapColumnFilter(int columnIndex, CString& text, int exact) {
+    const int place = placeOf(columnIndex);
+    MatchExact = static_cast<BYTE>(exact);
+    if (place >= 0) return SetVisibleColumnFilter(place, text, exact), 1;
+    AddToFilteredCols(columnIndex, text);
+    CString none;
+    SetVisibleColumnFilter(0, none, exact);
+    return 1;
 }
 
-void CFilterListCtrl::showFilterBar(bool show) {
-    if (!m_header.m_hWnd) return;
-    m_header.ModifyStyle(show ? 0 : HDS_FILTERBAR, show ? HDS_FILTERBAR : 0);
-    if (show) m_header.SetFilterChangeTimeout(kFilterChangeDelay);
+// All notifications but the last are swallowed. Where the last column has no field, the one at place 0 is written once
+// more with the text it just got; without any column it is emptied, so that the owner hears of the removal.
+int CFilterListCtrl::SetMapColumnFilter(CArray<int, int>* columns, CArray<CString, CString>* texts, int exact) {
+    const INT_PTR count = columns->GetSize();
+    if (texts->GetSize() != count) return 0;
+    for (INT_PTR i = 0; i < count; ++i)
+        if (columns->GetAt(i) < 0) return 0;
+    SetDoFilter(0);
+    RemoveAllFilters();
+    MatchExact = static_cast<BYTE>(exact);
+    CString textAtFirstPlace;
+    int place = -1;
+    for (INT_PTR i = 0; i < count; ++i) {
+        if (i + 1 == count) SetDoFilter(1);
+        CString text = texts->GetAt(i);
+        AddToFilteredCols(columns->GetAt(i), text);
+        place = placeOf(columns->GetAt(i));
+        if (place == 0) textAtFirstPlace = text;
+        if (place >= 0) SetVisibleColumnFilter(place, text, exact);
+    }
+    SetDoFilter(1);
+    if (place < 0) SetVisibleColumnFilter(0, textAtFirstPlace, 0);
+    return 1;
 }
+
+int CFilterListCtrl::RemoveMapColumnFilter(int columnIndex) {
+    const int place = placeOf(columnIndex);
+    CString text;
+    if (place < 0) {
+        AddToFilteredCols(-1, text);
+    } else if (GetHeaderText(place, text) != 0) {
+        m_header.ClearFilter(place);
+    }
+    return 1;
+}
+
+int CFilterListCtrl::RemoveAllFilters() {
+    ResetFilterStore();
+    return 1;
+}
+
+void CFilterListCtrl::ResetFilterStore() {
+    m_filters.clear();
+    if (m_header.m_hWnd) m_header.ClearFilter(-1);
+}
+
+void CFilterListCtrl::OnOptionResetFilter() { RemoveAllFilters(); }

@@ -1,14 +1,6 @@
 // Operations that the grid calls where they belong and that are not filled in yet. Each says what it will do.
 #include "src/grid/FilterListCtrl.h"
 
-// Will match one cell against the tokens of one filter text. No filter can be set yet, so nothing asks.
-int CFilterListCtrl::IsItemMatchingFilter(const CString&, const CString&) { return 1; }
-
-// Will store the changed filter text and forward the notification to the owner.
-void CFilterListCtrl::OnFilterChange(NMHDR*) {}
-
-// Will forward the notification and offer the column's values in a pop-up.
-void CFilterListCtrl::OnFilterButtonClicked(NMHDR*, LRESULT*) {}
 
 // Will end a row drag; until rows can be dragged, none is on.
 void CFilterListCtrl::ResetDragOperation() {}

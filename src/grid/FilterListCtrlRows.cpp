@@ -13,7 +13,7 @@ int CFilterListCtrl::UpdateRow(void* row) {
     if (row == nullptr || !takesRows() || !hasTextCallback()) return 0;
     auto* const data = static_cast<CFilterListBaseData*>(row);
     // The road of a tick. It is kept short: the less it does, the more cold rows the processor fetches side by side.
-    if (const RowLayout* const layout = m_native.layoutInForce(); layout && FilteredCols.GetSize() == 0) {
+    if (const RowLayout* const layout = m_native.layoutInForce(); layout && m_filters.isEmpty()) {
         if (const int slot = m_rows.slotOf(data); slot != -1) {
             if (layout->visible) m_dirty.noteRow(m_rows.visualOfSlot(slot));
             return 0;
@@ -37,7 +37,7 @@ void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* l
 }
 
 RowTest CFilterListCtrl::rowTest() {
-    if (FilteredCols.GetSize() == 0) return {};
+    if (m_filters.isEmpty()) return {};
     return {[](const void* grid, RowData data) {
                 return const_cast<CFilterListCtrl*>(static_cast<const CFilterListCtrl*>(grid))
                            ->CheckForFilteredData(data) != 0;

@@ -55,6 +55,7 @@ TEST(FuzzCorpus, Exchange) { runFolder("exchange", fuzzExchange); }
 TEST(FuzzCorpus, Factory) { runFolder("factory", fuzzFactory); }
 TEST(FuzzCorpus, DealSlip) { runFolder("deal_slip", fuzzDealSlip); }
 TEST(FuzzCorpus, Appearance) { runFolder("appearance", fuzzAppearance); }
+TEST(FuzzCorpus, Filter) { runFolder("filter", fuzzFilter); }
 TEST(FuzzCorpus, Settings) { runFolder("settings", fuzzSettings); }
 TEST(FuzzCorpus, WatchProfile) { runFolder("watch_profile", fuzzWatchProfile); }
 TEST(FuzzCorpus, WatchUserColumns) { runFolder("watch_user_columns", fuzzWatchUserColumns); }

@@ -8,6 +8,9 @@
 // Both roads of the evaluator must agree on the text.
 void fuzzExpression(const std::uint8_t* data, std::size_t size);
 
+// The compiled filter must agree with the literal reading, plain and exact.
+void fuzzFilter(const std::uint8_t* data, std::size_t size);
+
 // The reader of the settings file takes any bytes; what it gives can be written and read back the same, if at all.
 void fuzzSettings(const std::uint8_t* data, std::size_t size);
 

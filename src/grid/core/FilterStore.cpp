@@ -1,0 +1,44 @@
+#include "src/grid/core/FilterStore.h"
+
+int FilterStore::find(int columnIndex) const {
+    for (int i = 0; i < count(); ++i)
+        if (columnAt(i) == columnIndex) return i;
+    return -1;
+}
+
+void FilterStore::set(int columnIndex, const CString& text) {
+    const int found = find(columnIndex);
+    m_compiled.resize(static_cast<std::size_t>(count()));
+    if (found == -1) {
+        if (text.IsEmpty()) return;
+        FilteredCols.Add(columnIndex);
+        FilterStrings.Add(text);
+    } else if (text.IsEmpty()) {
+        FilteredCols.RemoveAt(found);
+        FilterStrings.RemoveAt(found);
+        m_compiled.erase(m_compiled.begin() + found);
+    } else if (FilterStrings.GetAt(found) != text) {
+        FilterStrings.SetAt(found, text);
+        m_compiled[static_cast<std::size_t>(found)].reset();
+    }
+}
+
+void FilterStore::clear() {
+    FilteredCols.RemoveAll();
+    FilterStrings.RemoveAll();
+    m_compiled.clear();
+}
+
+const FilterTokens& FilterStore::tokensAt(int i, bool exact) {
+    if (m_compiledExact != exact) {
+        m_compiled.clear();
+        m_compiledExact = exact;
+    }
+    if (m_compiled.size() <= static_cast<std::size_t>(i)) m_compiled.resize(static_cast<std::size_t>(count()));
+    std::optional<FilterTokens>& compiled = m_compiled[static_cast<std::size_t>(i)];
+    if (!compiled) {
+        const CString& text = textAt(i);
+        compiled.emplace(std::string_view(text.GetString(), static_cast<std::size_t>(text.GetLength())), exact);
+    }
+    return *compiled;
+}

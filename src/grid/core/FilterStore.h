@@ -1,0 +1,40 @@
+// FilterStore: the filters of one grid, a text for each filtered column, in the order in which they were first set.
+//
+// Knows no rows: whoever walks them asks per column. Each text is compiled once per match mode, when it is first asked
+// for. A column number is kept as it is given; nothing checks its range.
+#pragma once
+
+#include "src/grid/core/FilterTokens.h"
+
+#include <optional>
+
+class QUOR_CONTROLS_API FilterStore {
+public:
+    // An empty text removes the column's filter, if there is one; another text replaces it, or is appended.
+    void set(int columnIndex, const CString& text);
+    void clear();
+
+    int count() const { return static_cast<int>(FilteredCols.GetSize()); }
+    bool isEmpty() const { return FilteredCols.GetSize() == 0; }
+    // The two arrays have the same size. Only a fault of a derived list can break that.
+    bool isConsistent() const { return FilteredCols.GetSize() == FilterStrings.GetSize(); }
+
+    int columnAt(int i) const { return FilteredCols.GetAt(i); }
+    const CString& textAt(int i) const { return FilterStrings.GetAt(i); }
+    const CArray<int, int>& columns() const { return FilteredCols; }
+    const CArray<CString, CString>& texts() const { return FilterStrings; }
+
+    // The compiled text. The reference holds until the next set or clear.
+    const FilterTokens& tokensAt(int i, bool exact);
+
+protected:
+    CArray<int, int> FilteredCols;
+    CArray<CString, CString> FilterStrings;
+
+private:
+    int find(int columnIndex) const;
+
+    // By position, as the two arrays; empty until asked for.
+    std::vector<std::optional<FilterTokens>> m_compiled;
+    bool m_compiledExact = false;
+};

@@ -1,0 +1,213 @@
+// The texts of a filter are folded once. Cells are folded byte by byte while they are compared, never copied.
+//
+// Beginnings: one hash runs over the cell, and after each length that some token has, the table is asked for the bytes
+// read so far. So the work per cell is its length, not the number of tokens. For a few texts plain comparison is faster.
+#include "src/grid/core/FilterTokens.h"
+
+#include "platform/base/Numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr std::size_t fewTexts = 4;
+constexpr std::uint64_t hashStart = 0xcbf29ce484222325;
+
+constexpr std::array<unsigned char, 256> makeFold() {
+    std::array<unsigned char, 256> table{};
+    for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<unsigned char>(i >= 'A' && i <= 'Z' ? i + 32 : i);
+    return table;
+}
+constexpr std::array<unsigned char, 256> foldTable = makeFold();
+
+char fold(char c) { return static_cast<char>(foldTable[static_cast<unsigned char>(c)]); }
+
+std::string folded(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) c = fold(c);
+    return result;
+}
+
+// `lower` is folded already; the sizes agree.
+bool equalFolded(const char* text, std::string_view lower) {
+    for (const char c : lower)
+        if (fold(*text++) != c) return false;
+    return true;
+}
+
+bool beginsWith(std::string_view cell, std::string_view lower) {
+    return cell.size() >= lower.size() && equalFolded(cell.data(), lower);
+}
+
+bool endsWith(std::string_view cell, std::string_view lower) {
+    return cell.size() >= lower.size() && equalFolded(cell.data() + (cell.size() - lower.size()), lower);
+}
+
+bool contains(std::string_view cell, std::string_view lower) {
+    if (cell.size() < lower.size()) return false;
+    const char* const last = cell.data() + (cell.size() - lower.size());
+    for (const char* at = cell.data(); at <= last; ++at)
+        if (fold(*at) == lower.front() && equalFolded(at, lower)) return true;
+    return false;
+}
+
+// The number at the beginning of a text that ends with NUL; not-a-number when there is none.
+double numberAt(const char* text) {
+    const char* end = text;
+    const double value = quor::strtod(text, &end);
+    return end == text ? std::numeric_limits<double>::quiet_NaN() : value;
+}
+
+std::uint64_t hashed(std::uint64_t hash, char c) {
+    return (hash ^ static_cast<unsigned char>(c)) * 0x9e3779b97f4a7c15 + (hash >> 29);
+}
+
+}  // namespace
+
+// ---- TextSet
+
+void FilterTokens::TextSet::add(std::string_view text) {
+    m_texts.push_back({static_cast<std::uint32_t>(m_bytes.size()), static_cast<std::uint32_t>(text.size())});
+    for (const char c : text) m_bytes.push_back(fold(c));
+}
+
+void FilterTokens::TextSet::seal() {
+    if (m_texts.size() <= fewTexts) return;
+    std::size_t size = 16;
+    while (size < m_texts.size() * 2) size *= 2;
+    m_slots.assign(size, {});
+    std::vector<char> lengthOccurs;
+    for (std::uint32_t i = 0; i < m_texts.size(); ++i) {
+        enter(i);
+        const std::size_t length = m_texts[i].length;
+        if (lengthOccurs.size() <= length) lengthOccurs.resize(length + 1);
+        lengthOccurs[length] = 1;
+    }
+    for (std::uint32_t length = 0; length < lengthOccurs.size(); ++length)
+        if (lengthOccurs[length]) m_lengths.push_back(length);
+}
+
+// A text that stands there already is not entered twice.
+void FilterTokens::TextSet::enter(std::uint32_t number) {
+    const std::string_view text = view(m_texts[number]);
+    std::uint64_t hash = hashStart;
+    for (const char c : text) hash = hashed(hash, c);
+    const std::size_t mask = m_slots.size() - 1;
+    const auto tag = static_cast<std::uint32_t>(hash >> 32);
+    for (std::size_t at = (hash ^ hash >> 32) & mask;; at = (at + 1) & mask) {
+        Slot& slot = m_slots[at];
+        if (slot.text == 0) {
+            slot = {tag, number + 1};
+            return;
+        }
+        if (slot.tag == tag && view(m_texts[slot.text - 1]) == text) return;
+    }
+}
+
+bool FilterTokens::TextSet::holds(std::uint64_t hash, std::string_view beginning) const {
+    const std::size_t mask = m_slots.size() - 1;
+    const auto tag = static_cast<std::uint32_t>(hash >> 32);
+    for (std::size_t at = (hash ^ hash >> 32) & mask; m_slots[at].text != 0; at = (at + 1) & mask) {
+        if (m_slots[at].tag != tag) continue;
+        const std::string_view text = view(m_texts[m_slots[at].text - 1]);
+        if (text.size() == beginning.size() && equalFolded(beginning.data(), text)) return true;
+    }
+    return false;
+}
+
+bool FilterTokens::TextSet::containsWhole(std::string_view cell) const {
+    if (m_slots.empty()) {
+        for (const Text& text : m_texts)
+            if (text.length == cell.size() && equalFolded(cell.data(), view(text))) return true;
+        return false;
+    }
+    if (!std::binary_search(m_lengths.begin(), m_lengths.end(), cell.size())) return false;
+    std::uint64_t hash = hashStart;
+    for (const char c : cell) hash = hashed(hash, fold(c));
+    return holds(hash, cell);
+}
+
+bool FilterTokens::TextSet::containsBeginning(std::string_view cell) const {
+    if (m_slots.empty()) {
+        for (const Text& text : m_texts)
+            if (beginsWith(cell, view(text))) return true;
+        return false;
+    }
+    std::uint64_t hash = hashStart;
+    std::size_t read = 0;
+    for (const std::uint32_t length : m_lengths) {
+        if (length > cell.size()) return false;
+        while (read < length) hash = hashed(hash, fold(cell[read++]));
+        if (holds(hash, cell.substr(0, length))) return true;
+    }
+    return false;
+}
+
+// ---- FilterTokens
+
+FilterTokens::FilterTokens(std::string_view text, bool exact) : m_exact(exact) {
+    text = text.substr(0, text.find('\0'));
+    m_all = text.empty();
+    while (!text.empty()) {
+        const std::size_t length = std::min(text.find('~'), text.size());
+        if (length != 0) addToken(text.substr(0, length));
+        text.remove_prefix(std::min(length + 1, text.size()));
+    }
+    m_texts.seal();
+}
+
+void FilterTokens::addToken(std::string_view token) {
+    if (m_exact) return m_texts.add(token);
+    switch (token.front()) {
+        case '*': {
+            const bool anywhere = token.back() == '*';  // of "*" alone it is the same byte
+            std::string_view text = token.substr(1);
+            if (anywhere && !text.empty()) text.remove_suffix(1);
+            if (text.empty()) {
+                m_all = true;
+            } else {
+                (anywhere ? m_contained : m_endings).push_back(folded(text));
+            }
+            return;
+        }
+        case '>':
+        case '<':
+            return addNumber(token);
+        default:
+            return m_texts.add(token);
+    }
+}
+
+// Any one token that passes is enough: of all ">" the least number decides, of all "<" the greatest.
+void FilterTokens::addNumber(std::string_view token) {
+    const double number = numberAt(std::string(token.substr(1)).c_str());
+    if (std::isnan(number)) return;
+    if (token.front() == '>') {
+        m_greater = m_hasGreater ? std::min(m_greater, number) : number;
+        m_hasGreater = true;
+    } else {
+        m_less = m_hasLess ? std::max(m_less, number) : number;
+        m_hasLess = true;
+    }
+}
+
+// Comparisons with not-a-number are false.
+bool FilterTokens::passesNumber(const char* cell) const {
+    const double value = numberAt(cell);
+    return (m_hasGreater && value > m_greater) || (m_hasLess && value < m_less);
+}
+
+bool FilterTokens::passes(std::string_view cell) const {
+    if (m_all) return true;
+    if (m_exact) return m_texts.containsWhole(cell);
+    if (m_texts.containsBeginning(cell)) return true;
+    if ((m_hasGreater || m_hasLess) && passesNumber(cell.data())) return true;
+    for (const std::string& text : m_contained)
+        if (contains(cell, text)) return true;
+    for (const std::string& text : m_endings)
+        if (endsWith(cell, text)) return true;
+    return false;
+}

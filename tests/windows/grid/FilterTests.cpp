@@ -1,0 +1,475 @@
+// Filters on real grids: the store and the rebuild, the pop-up of values, the combo box, the tint of the header. Rows
+// have the columns name, group and price.
+#include "src/grid/FilterText.h"
+#include "src/resource/resource.h"
+#include "support/Input.h"
+#include "windows/grid/GridFixture.h"
+
+#include <random>
+#include <set>
+
+#include "core/grid/NaiveFilter.h"
+
+namespace grid_tests {
+namespace {
+
+class GridFilter : public GridFixture {
+protected:
+    void begin(bool reverse = false) {
+        create(grid, {{"name"}, {"group"}, {"price", 60, 1, 1}});
+        grid.SetUseFilter(TRUE);
+        grid.SetReverseDisplay(reverse);
+        grid.SetOptiDataMode(true);
+    }
+    void add(const std::string& name, const std::string& group, const std::string& price) {
+        Row* const made = row(name);
+        made->cells = {{1, group}, {2, price}};
+        grid.AddRow(made, false);
+        processEndofBatchUpdates();
+    }
+    void addSix() {
+        add("a", "X", "1");
+        add("b", "Y", "2");
+        add("c", "X", "3");
+        add("d", "XY", "12abc");
+        add("e", "", "");
+        add("f", "x", "-5");
+    }
+    std::string filtered(std::initializer_list<std::pair<int, const char*>> filters) {
+        CArray<int, int> columns;
+        CArray<CString, CString> texts;
+        grid.GetFileteredCols(columns, texts);
+        for (INT_PTR i = 0; i < columns.GetSize(); ++i) grid.AddToFilteredCols(columns.GetAt(i), "");
+        for (const auto& [column, text] : filters) grid.AddToFilteredCols(column, text);
+        grid.PopulateList();
+        return picture(grid);
+    }
+    std::vector<std::string> entries(CWnd& list, UINT count, UINT text) {
+        std::vector<std::string> result;
+        for (LRESULT i = 0; i < list.SendMessage(count); ++i) {
+            char buffer[64] = "";
+            list.SendMessage(text, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(buffer));
+            result.push_back(buffer);
+        }
+        return result;
+    }
+    void clickFunnel(int place) {
+        NMHDFILTERBTNCLICK click{};
+        CHeaderCtrl& header = *grid.GetHeaderCtrl();
+        click.hdr = {header.m_hWnd, 0, static_cast<UINT>(HDN_FILTERBTNCLICK)};
+        click.iItem = place;
+        header.GetItemRect(place, &click.rc);
+        grid.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
+    }
+
+    CFilterListCtrl grid;
+};
+
+TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
+    begin();
+    addSix();
+    EXPECT_EQ(filtered({{1, "x"}}), "acdf");
+    EXPECT_EQ(filtered({{1, "x"}, {2, ">1"}}), "cd");
+    EXPECT_EQ(filtered({{1, "*y"}, {2, "<5~>10"}}), "bd");
+    EXPECT_EQ(filtered({{1, "~"}}), "");
+    EXPECT_EQ(filtered({}), "abcdef");
+    EXPECT_EQ(filtered({{1, "X"}}), "acdf");
+    row("b")->cells[1] = "xx";
+    EXPECT_EQ(grid.UpdateRow(row("b")), 1);
+    row("a")->cells[1] = "";
+    EXPECT_EQ(grid.UpdateRow(row("a")), -1);
+    add("g", "Y", "1");
+    EXPECT_EQ(picture(grid), "cdfb");  // a row comes in behind those that arrived after it
+    grid.PopulateList();
+    EXPECT_EQ(picture(grid), "bcdf");
+}
+
+TEST_F(GridFilter, TheHostIsAskedUpToTheFirstFilterThatFails) {
+    begin();
+    addSix();
+    owner.asked = 0;
+    grid.AddToFilteredCols(1, "Y");
+    grid.AddToFilteredCols(2, ">1");
+    EXPECT_EQ(grid.CheckForFilteredData(dataOf(row("a"))), 0);
+    EXPECT_EQ(owner.asked, 1);
+    EXPECT_EQ(grid.CheckForFilteredData(dataOf(row("b"))), 1);
+    EXPECT_EQ(owner.asked, 3);
+}
+
+// A callback that writes no text leaves an empty cell, not that of the row before.
+TEST_F(GridFilter, NoCellInheritsTheTextOfTheRowBefore) {
+    begin();
+    addSix();
+    row("b")->cells.erase(1);
+    EXPECT_EQ(filtered({{1, "x"}}), "acdf");
+}
+
+TEST_F(GridFilter, ReverseDisplayShowsTheNewestOnTop) {
+    begin(true);
+    addSix();
+    EXPECT_EQ(filtered({{1, "x"}}), "fdca");
+}
+
+TEST_F(GridFilter, ArraysThatDifferLeaveTheListEmpty) {
+    class Broken : public CFilterListCtrl {
+    public:
+        void breakStore() { static_cast<Store&>(m_filters).addColumn(); }
+
+    private:
+        struct Store : FilterStore {
+            void addColumn() { FilteredCols.Add(1); }
+        };
+    } broken;
+    createOpti(broken);
+    broken.AddRow(row("a"), true);
+    broken.breakStore();
+    test::MessageBoxAnswerer answerer;
+    broken.PopulateList();
+    EXPECT_EQ(answerer.texts(), std::vector<std::string>{"Error occured while filtering"});
+    EXPECT_EQ(broken.GetDisplayCount(), 0);
+}
+
+TEST_F(GridFilter, BadArgumentsOfTheArrayFormChangeNothing) {
+    begin();
+    grid.AddToFilteredCols(1, "x");
+    CArray<int, int> columns;
+    CArray<CString, CString> texts;
+    columns.Add(0);
+    EXPECT_EQ(grid.SetMapColumnFilter(&columns, &texts, 0), 0);
+    columns.Add(-1);
+    texts.Add("a");
+    texts.Add("b");
+    EXPECT_EQ(grid.SetMapColumnFilter(&columns, &texts, 0), 0);
+    CString text = "y";
+    EXPECT_EQ(grid.SetVisibleColumnFilter(-1, text, 0), 0);
+    EXPECT_EQ(grid.GetFilterCount(), 1);
+}
+
+TEST_F(GridFilter, RandomFiltersAgreeWithTheLiteralReading) {
+    static const char* const filters[] = {"", "x", "*1", "*x*", ">2", "<2~>4", "~", "*", "X~Y1", "y~*", "1"};
+    static const char* const cells[] = {"", "x", "X1", "y1", "Y", "1", "2", "3.5", "-4", "5x", "xy"};
+    begin();
+    std::mt19937 random(7);
+    const auto pick = [&random](auto& table) { return table[random() % std::size(table)]; };
+    for (int i = 0; i < 60; ++i) add("r" + std::to_string(i) + " ", pick(cells), pick(cells));
+    std::vector<const char*> inForce(3, "");
+    for (int step = 0; step < 300; ++step) {
+        if (step % 5 == 0) {
+            const unsigned column = 1 + random() % 2;
+            inForce[column] = pick(filters);
+            grid.AddToFilteredCols(static_cast<int>(column), inForce[column]);
+            grid.PopulateList();
+        }
+        Row* const changed = row("r" + std::to_string(random() % 60) + " ");
+        changed->cells[1 + static_cast<int>(random() % 2)] = pick(cells);
+        grid.UpdateRow(changed);
+        if (step % 7 == 0) grid.PopulateList();  // back to the order of arrival
+        std::set<std::string> shown, expected;
+        for (int visual = 0; visual < grid.GetDisplayCount(); ++visual)
+            shown.insert(rowOf(grid.GetItemData(visual))->name);
+        for (int i = 0; i < 60; ++i) {
+            Row* const one = row("r" + std::to_string(i) + " ");
+            if (naive_filter::passes(one->cells[1].c_str(), inForce[1], false) &&
+                naive_filter::passes(one->cells[2].c_str(), inForce[2], false))
+                expected.insert(one->name);
+        }
+        ASSERT_EQ(static_cast<std::size_t>(grid.GetDisplayCount()), shown.size());
+        ASSERT_EQ(shown, expected) << "step " << step;
+    }
+}
+
+TEST_F(GridFilter, TheComboBoxOffersWhatTheRowsShow) {
+    begin();
+    addSix();
+    filtered({{2, ">0"}});
+    CComboBox combo;
+    combo.Create(WS_CHILD | CBS_DROPDOWNLIST | CBS_SORT, CRect(0, 200, 100, 400), &owner, 9);
+    combo.AddString("old");
+    EXPECT_EQ(grid.PopulateComboBoxWithUniques(&combo, 1), 1);
+    EXPECT_EQ(entries(combo, CB_GETCOUNT, CB_GETLBTEXT), (std::vector<std::string>{"--ALL--", "X", "XY", "Y"}));
+    EXPECT_EQ(combo.GetCurSel(), 0);
+}
+
+TEST_F(GridFilter, ThePopUpOffersTheValuesOfPassingRowsSortedAsText) {
+    begin();
+    add("a", "X", "9");
+    add("b", "X", "10");
+    add("c", "Y", "1");
+    add("d", "X", "9");
+    filtered({{1, "X"}});
+    int forwarded = 0;
+    owner.onNotify = [&](const NMHDR& news) {
+        forwarded += news.code == static_cast<UINT>(HDN_FILTERBTNCLICK) && news.idFrom == kGridId;
+    };
+    clickFunnel(2);
+    EXPECT_EQ(forwarded, 1);
+    CFilterText& popup = *CFilterText::shared(&grid);
+    EXPECT_TRUE(popup.IsWindowVisible());
+    EXPECT_EQ(entries(popup.values(), LB_GETCOUNT, LB_GETTEXT), (std::vector<std::string>{"10", "9"}));
+    EXPECT_EQ(popup.values().GetHorizontalExtent(), 500);
+    POINT cursor;
+    ::GetCursorPos(&cursor);
+    CRect area;
+    popup.GetWindowRect(area);
+    EXPECT_EQ(area.TopLeft(), CPoint(cursor));
+    frame().SetActiveWindow();
+    EXPECT_FALSE(popup.IsWindowVisible());
+}
+
+// What a dead grid's pop-up still offers goes nowhere.
+TEST_F(GridFilter, ThePopUpOutlivesItsGrid) {
+    {
+        CFilterListCtrl other;
+        createOpti(other);
+        other.AddRow(row("a"), true);
+        CFilterText::shared(&other)->SetFilterlist(&other, 0);
+        CFilterText::shared(&other)->values().ResetContent();
+        CFilterText::shared(&other)->values().AddString("a");
+    }
+    CFilterText& popup = *CFilterText::shared(&frame());
+    popup.values().SetSel(0);
+    popup.OnLbnDblclkFilterlist();
+    EXPECT_FALSE(popup.IsWindowVisible());
+}
+
+TEST_F(GridFilter, AFilterTintsTheWholeHeader) {
+    begin();
+    auto& header = *static_cast<CColorHeaderCtrl*>(grid.GetHeaderCtrl());
+    const auto seen = [&](int place) {
+        CRect item;
+        header.GetItemRect(place, item);
+        header.RedrawWindow();
+        CClientDC dc(&header);
+        return dc.GetPixel(item.right - 4, item.top + 3);
+    };
+    EXPECT_EQ(header.groundOf(0), ::GetSysColor(COLOR_BTNFACE));
+    grid.AddToFilteredCols(1, "x");
+    EXPECT_EQ(header.groundOf(0), 0x82DDEEu);
+    EXPECT_EQ(header.groundOf(1), 0x20A5DAu);
+    if (seen(0) == CLR_INVALID) GTEST_SKIP() << "no pixels can be read from this display";
+    EXPECT_EQ(seen(0), 0x82DDEEu);
+    EXPECT_EQ(seen(1), 0x20A5DAu);
+}
+
+TEST_F(GridFilter, CtrlFShowsTheBarUnlessTheFilterIsNotOffered) {
+    begin();
+    const auto barIsOn = [&] { return (grid.GetHeaderCtrl()->GetStyle() & HDS_FILTERBAR) != 0; };
+    grid.SetFocus();
+    EXPECT_FALSE(barIsOn());
+    test::sendKeys({VK_CONTROL, 'F'});
+    EXPECT_TRUE(pumpFor(barIsOn));
+    grid.SetFocus();
+    test::sendKeys({VK_CONTROL, 'F'});
+    EXPECT_TRUE(pumpFor([&] { return !barIsOn(); }));
+    grid.FilterUiEnabled = false;
+    test::sendKeys({VK_CONTROL, 'F'});
+    pumpUntilIdle();
+    EXPECT_FALSE(barIsOn());
+}
+
+// ---- Through the header's fields. The owner answers a change as a host does: with one message to itself.
+
+class GridFilterBar : public GridFilter {
+protected:
+    void SetUp() override {
+        begin();
+        grid.PutListFilter();
+        addSix();
+        owner.onNotify = [this](const NMHDR& news) {
+            if (news.code != static_cast<UINT>(HDN_FILTERCHANGE)) return;
+            ++changes;
+            EXPECT_EQ(news.idFrom, static_cast<UINT_PTR>(kGridId));
+        };
+    }
+    // The filters as the store has them, and how often the owner heard of them since.
+    std::string store() {
+        CArray<int, int> columns;
+        CArray<CString, CString> texts;
+        grid.GetFileteredCols(columns, texts);
+        std::string text;
+        for (INT_PTR i = 0; i < columns.GetSize(); ++i)
+            text += std::to_string(columns.GetAt(i)) + "=" + texts.GetAt(i).GetString() + " ";
+        return text + "(" + std::to_string(std::exchange(changes, 0)) + ")";
+    }
+    std::string field(int place) {
+        CString text;
+        EXPECT_EQ(grid.GetHeaderText(place, text), text.GetLength());
+        return text.GetString();
+    }
+    int setOne(int columnIndex, const char* text, int exact = 0) {
+        CString filter = text;
+        return grid.SetMapColumnFilter(columnIndex, filter, exact);
+    }
+    int setAll(std::initializer_list<std::pair<int, const char*>> filters, int exact = 0) {
+        CArray<int, int> columns;
+        CArray<CString, CString> texts;
+        for (const auto& [column, text] : filters) {
+            columns.Add(column);
+            texts.Add(text);
+        }
+        return grid.SetMapColumnFilter(&columns, &texts, exact);
+    }
+    // Takes the column off the screen; those behind move up.
+    void hide(int columnIndex) {
+        CArray<int, int> places, widths;
+        for (int i = 0; i < 3; ++i) {
+            if (i == columnIndex) continue;
+            places.Add(grid.m_arrOrder.GetAt(i));
+            widths.Add(60);
+        }
+        grid.LoadHeaders(&places, &widths);
+        ASSERT_EQ(grid.m_arrOrder.GetAt(columnIndex), -1);
+        store();
+    }
+    std::string populated() {
+        grid.PopulateList();
+        return picture(grid);
+    }
+
+    int changes = 0;
+};
+
+TEST_F(GridFilterBar, AFieldsTextReachesStoreAndOwner) {
+    CString text = "x";
+    EXPECT_EQ(grid.SetVisibleColumnFilter(1, text, 0), 1);
+    EXPECT_EQ(field(1), "x");
+    EXPECT_EQ(store(), "1=x (1)");
+    EXPECT_EQ(picture(grid), "abcdef");  // the owner rebuilds, not the grid
+    EXPECT_EQ(populated(), "acdf");
+    EXPECT_EQ(setOne(2, ">1"), 1);
+    EXPECT_EQ(store(), "1=x 2=>1 (1)");
+    EXPECT_EQ(populated(), "cd");
+    setOne(1, "");
+    EXPECT_EQ(store(), "2=>1 (1)");
+    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
+    EXPECT_EQ(store(), "(1)");
+    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
+    EXPECT_EQ(store(), "(0)");
+}
+
+TEST_F(GridFilterBar, DoFilterZeroSwallowsEverything) {
+    grid.SetDoFilter(0);
+    setOne(1, "x");
+    EXPECT_EQ(store(), "(0)");
+    EXPECT_EQ(field(1), "x");
+}
+
+TEST_F(GridFilterBar, ManyFiltersAreOneNotification) {
+    setOne(0, "old");
+    store();
+    EXPECT_EQ(setAll({{2, ">1"}, {0, "*"}, {1, "x"}}), 1);
+    EXPECT_EQ(store(), "2=>1 0=* 1=x (1)");
+    EXPECT_EQ(grid.CheckDoFilter(), 1);
+    EXPECT_EQ(populated(), "cd");
+    EXPECT_EQ(setAll({}), 1);
+    EXPECT_EQ(store(), "(1)");
+    EXPECT_EQ(field(0) + field(1) + field(2), "");
+}
+
+TEST_F(GridFilterBar, AColumnThatIsHiddenIsStoredAndOnlyRemovedWithAll) {
+    hide(2);
+    setOne(1, "x");
+    store();
+    setOne(2, ">1");
+    EXPECT_EQ(store(), "1=x 2=>1 (1)");
+    EXPECT_EQ(populated(), "cd");
+    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
+    EXPECT_EQ(store(), "1=x 2=>1 (0)");
+    grid.SendMessage(WM_COMMAND, kCommandResetFilters);
+    EXPECT_EQ(store(), "(1)");
+    // The empty text that makes the header notify is the filter of the first place.
+    setOne(0, "a");
+    store();
+    setOne(2, ">1");
+    EXPECT_EQ(store(), "2=>1 (1)");
+    // With several at once the first place gets its own text back.
+    setAll({{0, "c"}, {2, ">1"}});
+    EXPECT_EQ(store(), "0=c 2=>1 (1)");
+    EXPECT_EQ(populated(), "c");
+}
+
+TEST_F(GridFilterBar, ExactLastsForOneRebuild) {
+    setOne(1, "x", 1);
+    EXPECT_EQ(populated(), "acf");
+    EXPECT_EQ(populated(), "acdf");
+    setAll({{1, "x"}}, 1);
+    EXPECT_EQ(populated(), "acf");
+}
+
+TEST_F(GridFilterBar, TheMenusChoiceLastsAndAsksForARebuild) {
+    const auto choose = [&] {
+        MSG command{grid.m_hWnd, WM_COMMAND, kCommandMatchExactly, 0, 0, {}};
+        EXPECT_TRUE(grid.PreTranslateMessage(&command));
+    };
+    setOne(1, "x");
+    store();
+    choose();
+    EXPECT_EQ(store(), "1=x (1)");
+    EXPECT_EQ(populated(), "acf");
+    EXPECT_EQ(populated(), "acf");
+    choose();
+    EXPECT_EQ(populated(), "acdf");
+    grid.RemoveAllFilters();
+    store();
+    choose();
+    EXPECT_EQ(store(), "(1)");
+}
+
+TEST_F(GridFilterBar, ALongFilterIsCutToTheBuffer) {
+    CString text('x', 1'100'000);
+    grid.SetVisibleColumnFilter(1, text, 0);
+    CString back;
+    EXPECT_EQ(grid.GetHeaderText(1, back), 1'048'575);
+}
+
+TEST_F(GridFilterBar, ChosenValuesBecomeTheFilter) {
+    add("g", "XYZ", "7");
+    clickFunnel(1);
+    CFilterText& popup = *CFilterText::shared(&grid);
+    ASSERT_EQ(entries(popup.values(), LB_GETCOUNT, LB_GETTEXT), (std::vector<std::string>{"x", "X", "XY", "XYZ", "Y"}));
+    store();
+    popup.OnLbnDblclkFilterlist();
+    EXPECT_EQ(store(), "(0)");  // nothing chosen
+    EXPECT_TRUE(popup.IsWindowVisible());
+    popup.values().SetSel(3);
+    popup.values().SetSel(4);  // "Y" stands inside "XYZ": left out
+    MSG enter{popup.values().m_hWnd, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+    popup.PreTranslateMessage(&enter);
+    EXPECT_EQ(store(), "1=XYZ (1)");
+    EXPECT_FALSE(popup.IsWindowVisible());
+    EXPECT_EQ(field(1), "XYZ");
+}
+
+TEST_F(GridFilterBar, TabWalksThroughTheFieldsAndWraps) {
+    const auto fieldWithFocus = [&] {
+        const HWND focus = ::GetFocus();
+        CHeaderCtrl& header = *grid.GetHeaderCtrl();
+        if (!focus || ::GetParent(focus) != header.m_hWnd) return -1;
+        CRect edit;
+        ::GetWindowRect(focus, edit);
+        header.ScreenToClient(edit);
+        HDHITTESTINFO hit{};
+        hit.pt = CPoint(edit.CenterPoint().x, 2);
+        return header.HitTest(&hit);
+    };
+    const auto reaches = [&](int place) { return pumpFor([&] { return fieldWithFocus() == place; }, 2000); };
+    grid.SetFocus();
+    grid.GetHeaderCtrl()->EditFilter(0, FALSE);
+    ASSERT_TRUE(reaches(0));
+    test::sendKeys({VK_TAB});
+    EXPECT_TRUE(reaches(1));
+    test::sendKeys({VK_TAB});
+    EXPECT_TRUE(reaches(2));
+    test::sendKeys({VK_TAB});
+    EXPECT_TRUE(reaches(0));
+    test::sendKeys({VK_SHIFT, VK_TAB});
+    EXPECT_TRUE(reaches(2));
+    test::sendText("5");
+    ASSERT_TRUE(pumpFor([&] { return grid.GetFilterCount() == 1; }));
+    EXPECT_EQ(store(), "2=5 (1)");
+    test::sendKeys({VK_CONTROL, 'F'});
+    EXPECT_TRUE(pumpFor([&] { return ::GetFocus() == grid.m_hWnd; }));
+}
+
+}  // namespace
+}  // namespace grid_tests
