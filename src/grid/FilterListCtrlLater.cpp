@@ -1,7 +1,6 @@
 // Operations that the grid calls where they belong and that are not filled in yet. Each says what it will do.
 #include "src/grid/FilterListCtrl.h"
 
-
 // Will end a row drag; until rows can be dragged, none is on.
 void CFilterListCtrl::ResetDragOperation() {}
 bool CFilterListCtrl::rowDragIsOn() const { return false; }
