@@ -317,7 +317,6 @@ private:
     char* filterBuffer();
     LRESULT forwardToOwner(NMHDR* header);
     void OnFilterChange(NMHDR* header);
-    void clickBaseList(NMHDR* header, LRESULT* result);
     void OnFilterButtonClicked(NMHDR* header, LRESULT* result);
     void offerValues(int place);
     void visitUniqueTexts(int columnIndex, const std::function<void(const CString&)>& visit);

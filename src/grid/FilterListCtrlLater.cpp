@@ -18,6 +18,3 @@ void CFilterListCtrl::PaintTrend(CDC&, int, int, int, const CString&, COLORREF) 
 
 // Will look for the keywords of the appearance record in the keyword column's text and give the first hit's colour.
 int CFilterListCtrl::GetTextColorForItem(DWORD_PTR, COLORREF&, int, int) { return 1; }
-
-// Will be the base list's own click, of which there is none yet.
-void CFilterListCtrl::clickBaseList(NMHDR*, LRESULT*) {}

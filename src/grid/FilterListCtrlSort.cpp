@@ -74,7 +74,7 @@ int CFilterListCtrl::SortOn(int columnIndex, int order) {
 void CFilterListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
     *result = 0;
     if (m_bSortLocked || m_sorting) return;
-    if (!UseFilter) return clickBaseList(header, result);
+    if (!UseFilter) return CCommonListCtrl::OnLvnColumnclick(header, result);
     processPendingOptiUpdates();
     if (GetDisplayCount() == 0) return;
     const SortRun run(this, m_sorting);
