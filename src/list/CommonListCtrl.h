@@ -352,8 +352,6 @@ protected:
     afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
-    // On a market watch: saves under the parent window's title and answers true.
-    virtual bool SaveMarketWatchProfile();
     // Whether this list is a market watch; that class overrides it.
     virtual bool IsMarketWatch() const { return false; }
     // The click handlers that an auto-sort step runs: here the base's. A grid runs its own and then this one; a
