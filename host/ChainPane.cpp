@@ -104,13 +104,13 @@ int CChainPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORRE
 }
 
 std::optional<ChainBasis> CChainPane::basisNow() {
-    const auto& rows = m_watch.rows();
+    const WatchMarket& rows = m_watch.market();
     const auto shown = m_chain.empty() ? std::nullopt : std::optional(m_chain.basis().instrument);
-    const auto chosen = chooseUnderlying(rows.size(), m_watch.selectedRow(), shown, [&rows](InstrumentId id) {
+    const auto chosen = chooseUnderlying(rows.size(), m_watch.selectedInstrument(), shown, [&rows](InstrumentId id) {
         return candidateOf(rows[id].instrument, rows[id].quote);
     });
     if (!chosen) return {};
-    const WatchRow& row = rows[*chosen];
+    const WatchData& row = rows[*chosen];
     return ChainBasis{*chosen, row.instrument.series == "FUT", *underlyingPrice(row.quote), row.instrument.tickSize,
                       row.quote.time};
 }
@@ -135,7 +135,7 @@ void CChainPane::update(std::int64_t now) {
 
 void CChainPane::show() {
     const ChainBasis& basis = m_chain.basis();
-    const Instrument& instrument = m_watch.rows()[basis.instrument].instrument;
+    const Instrument& instrument = m_watch.market()[basis.instrument].instrument;
     TextBuffer price, expiry;
     std::string remark = instrument.symbol;
     if (!instrument.series.empty()) remark.append(" ").append(instrument.series);

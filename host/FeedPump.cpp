@@ -5,9 +5,8 @@
 namespace terminal {
 
 namespace {
-// The watch's cells change faster than anyone reads: 20 times a second is plenty, and each write costs a repaint.
-constexpr std::int64_t watchPeriodMicros = 50'000;
-constexpr int watchRowsOutOfView = 200;  // of them at most are written in one slice
+// The watch's cells change faster than anyone reads: five times a second is plenty.
+constexpr std::int64_t watchPeriodMicros = 200'000;
 }  // namespace
 
 FeedPump::FeedPump(Feed& feed, Speed speed, Clock& clock, const Panes& panes)
@@ -22,6 +21,7 @@ FeedState FeedPump::slice() {
     const bool running = m_feed.state() == FeedState::running;
     const Slice slice = m_feed.take(m_clock, SliceLimit{}, *this);
     if (running) m_lastSlice = m_clock.nowMicros();
+    m_behind = slice.more ? m_feed.behindMicros(m_lastSlice) : 0;
     m_rate.add(begin, slice.ticks);
     if (slice.state != FeedState::running) {
         if (running) settle();
@@ -30,7 +30,7 @@ FeedState FeedPump::slice() {
     if (slice.ticks) closeBatch();
     if (begin - m_watchWritten >= watchPeriodMicros) {
         m_watchWritten = begin;
-        m_panes.watch->writeChanged(watchRowsOutOfView);
+        m_panes.watch->showChanged();
     }
     return slice.state;
 }
@@ -43,7 +43,7 @@ void FeedPump::closeBatch() {
 }
 
 void FeedPump::settle() {
-    m_panes.watch->writeAll();
+    m_panes.watch->showChanged();
     closeBatch();
 }
 
@@ -62,7 +62,7 @@ double FeedPump::secondsRun() const {
 }
 
 std::int64_t FeedPump::rows() const {
-    return static_cast<std::int64_t>(m_panes.watch->rows().size()) + m_panes.orders->grid().GetDisplayCount() +
+    return static_cast<std::int64_t>(m_panes.watch->market().size()) + m_panes.orders->grid().GetDisplayCount() +
            m_panes.trades->grid().GetDisplayCount();
 }
 
@@ -73,9 +73,18 @@ void FeedPump::instrument(const Instrument& news) {
 }
 
 void FeedPump::quote(const Quote& news) { m_panes.watch->quote(news); }
-void FeedPump::order(const OrderEvent& news) { m_panes.orders->order(news, now()); }
-void FeedPump::trade(const Trade& news) { m_panes.trades->trade(news, now()); }
-void FeedPump::level(const BookLevel& news) { m_panes.orders->level(news, now()); }
+void FeedPump::order(const OrderEvent& news) {
+    m_panes.watch->order(news);
+    m_panes.orders->order(news, now());
+}
+void FeedPump::trade(const Trade& news) {
+    m_panes.watch->trade(news);
+    m_panes.trades->trade(news, now());
+}
+void FeedPump::level(const BookLevel& news) {
+    m_panes.watch->level(news);
+    m_panes.orders->level(news, now());
+}
 void FeedPump::tickEnd(MarketTime) { m_now = 0; }
 
 }  // namespace terminal

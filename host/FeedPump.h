@@ -38,6 +38,8 @@ public:
     void setSpeed(Speed speed);
 
     double ticksPerSecond() { return m_rate.perSecond(m_clock.nowMicros()); }
+    // How late the feed was when its last slice ended.
+    std::int64_t behindMicros() const { return m_behind; }
     // Seconds in which the feed ran: from the first slice to the last tick's, or to now while it runs.
     double secondsRun() const;
     std::int64_t rows() const;
@@ -64,6 +66,7 @@ private:
     std::int64_t m_watchWritten = 0;
     std::int64_t m_firstSlice = -1;
     std::int64_t m_lastSlice = -1;
+    std::int64_t m_behind = 0;
 };
 
 }  // namespace terminal

@@ -5,6 +5,7 @@
 #include "host/ListPane.h"
 #include "host/LogPane.h"
 #include "host/Theme.h"
+#include "host/WatchPane.h"
 #include "host/core/WatchStore.h"
 
 #define HOST_ENTRY extern "C" __declspec(dllexport)
@@ -27,6 +28,7 @@ int readOrWrite(int operation, const CString& section, CString& value, const cha
 }  // namespace
 
 void useSettings(SettingsFile* settings) { settingsFile = settings; }
+bool settingStored(const char* section, const char* key) { return settingsFile && settingsFile->get(section, key); }
 
 }  // namespace terminal
 
@@ -62,8 +64,15 @@ HOST_ENTRY void FillShadeRect(CDC* dc, const RECT* rect, COLORREF from, COLORREF
 HOST_ENTRY void quoru_add_extra_columns() {}
 HOST_ENTRY void pu_GetScreenSharingStatus() {}
 
-// The demo has no market watch of the library's kind: there is no record whose cell could be asked for.
-HOST_ENTRY void MrktWatchGetColumnText(CWnd*, void*, int, CString& text) { text.Empty(); }
+// The watch's own text; for a user column, what the list computes. Whatever is no record of a watch has no text.
+HOST_ENTRY void MrktWatchGetColumnText(CWnd* parent, void* record, int columnIndex, CString& text) {
+    auto* const pane = dynamic_cast<terminal::CWatchPane*>(parent);
+    const sMWStruct* const row = sMWStruct::of(record);
+    if (pane && row)
+        pane->cellText(*row, columnIndex, text);
+    else
+        text.Empty();
+}
 HOST_ENTRY int IsOptimizedMWUpdate() { return 0; }
 
 // Every menu item is allowed.

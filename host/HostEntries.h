@@ -8,4 +8,7 @@ namespace terminal {
 // The store behind the lists' settings. Borrowed; null, the state before this call: nothing is stored and reads fail.
 void useSettings(SettingsFile* settings);
 
+// Whether the store in use has a value under a key.
+bool settingStored(const char* section, const char* key);
+
 }  // namespace terminal

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/HostEntries.h"
 #include "host/Theme.h"
 #include "host/resource.h"
 
@@ -86,6 +87,10 @@ void CListPane::fitColumns() {
     eachShown([&](int, int width) { total += width; });
     if (total <= 0) return;
     eachShown([&](int place, int width) { target.SetColumnWidth(place, total < room ? width * room / total : width); });
+}
+
+void CListPane::fitNewColumns() {
+    if (!settingStored(layoutSection().c_str(), "COLUMNPROFILE")) fitColumns();
 }
 
 void CListPane::OnSize(UINT type, int width, int height) {

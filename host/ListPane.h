@@ -38,20 +38,25 @@ public:
 
     // Gives the columns their first widths again, widened in proportion where they leave room at the right.
     void fitColumns();
+    // The same for a list that no former run has left a layout for.
+    void fitNewColumns();
 
 protected:
+    // The section of the settings in which the list's columns are kept.
+    virtual std::string layoutSection() const { return m_title; }
     virtual BOOL createList() = 0;
     // Gives the list its name, columns and colours; for createList, before the list's window exists.
     void describeColumns(const ColumnSpec* columns, int count);
 
     void OnInitialUpdate() override;
+    // Gives the list its place below the caption strip.
+    virtual void layOut();
 
 private:
     int OnCreate(LPCREATESTRUCT create);
     void OnSize(UINT type, int width, int height);
     void OnPaint();
     BOOL OnEraseBkgnd(CDC* dc);
-    void layOut();
 
     const char* m_title;
     std::string m_remark;

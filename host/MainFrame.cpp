@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "host/LayoutProof.h"
 #include "host/SelfCheck.h"
 #include "host/Theme.h"
 #include "host/resource.h"
@@ -60,7 +61,7 @@ END_MESSAGE_MAP()
 
 CMainFrame::CMainFrame(TerminalRun& run) : m_run(run) {}
 
-BOOL CMainFrame::CreateTerminal() {
+BOOL CMainFrame::createWindow() {
     const int width = (std::min)(largestWidth, ::GetSystemMetrics(SM_CXSCREEN));
     const int height = (std::min)(largestHeight, ::GetSystemMetrics(SM_CYSCREEN));
     const CRect place(0, 0, width, height);
@@ -69,9 +70,39 @@ BOOL CMainFrame::CreateTerminal() {
         return FALSE;
     LoadAccelTable(MAKEINTRESOURCEA(IDR_TERMINAL));
     InitialUpdateFrame(FALSE);
-    m_chain->connect();
     readLayout();
-    OnViewFitColumns();
+    for (CListPane* pane : listPanes()) pane->fitNewColumns();
+    return TRUE;
+}
+
+std::vector<CListPane*> CMainFrame::listPanes() { return {m_panes.watch, m_panes.orders, m_panes.trades, m_chain}; }
+
+std::vector<std::string> CMainFrame::layouts() {
+    std::vector<std::string> all;
+    for (CListPane* pane : listPanes()) all.push_back(layoutOf(pane->list()));
+    return all;
+}
+
+BOOL CMainFrame::CreateRestored() {
+    m_finished = true;
+    if (!createWindow()) return FALSE;
+    for (const auto& of : m_run.feed->tally().instruments()) {
+        m_panes.watch->addInstrument(of.instrument);
+        m_panes.watch->quote(of.quote);
+        m_panes.orders->instrument(of.instrument);
+    }
+    for (const Order& order : m_run.feed->tally().liveOrdersByArrival())
+        m_panes.orders->order({OrderAction::add, order}, m_run.clock.nowMicros());
+    m_panes.watch->showChanged();
+    processEndofBatchUpdates();
+    m_panes.watch->list().SortByLastColumnWithLock();
+    m_panes.orders->list().SortByLastColumnWithLock();
+    return TRUE;
+}
+
+BOOL CMainFrame::CreateTerminal() {
+    if (!createWindow()) return FALSE;
+    m_chain->connect();
     m_pump = std::make_unique<FeedPump>(*m_run.feed, m_run.options.speed, m_run.clock, m_panes);
     m_timer.register_timer(this, statusPeriod, statusOffset);
     m_lastTick = m_run.clock.nowMicros();
@@ -188,9 +219,10 @@ void CMainFrame::feedOver(const std::string& reason) {
 // A line each for a few instruments, none for a whole market.
 void CMainFrame::logLastPrices() {
     constexpr std::size_t few = 4;
-    const auto& rows = m_panes.watch->rows();
+    const WatchMarket& rows = m_panes.watch->market();
     for (std::size_t i = 0; i < rows.size() && rows.size() <= few; ++i) {
-        const std::string& last = rows[i].written[static_cast<std::size_t>(Watch::last)];
+        TextBuffer buffer;
+        const std::string last(watchText(rows[i], WatchColumn::last, buffer));
         if (!last.empty()) Log::instance().add((rows[i].instrument.symbol + ": last price " + last).c_str());
     }
 }
@@ -226,7 +258,7 @@ void CMainFrame::finish(const std::string& ending) {
     if (m_run.options.headless) savePictures();
     checkMyself();
     RunSummary& summary = m_run.summary;
-    summary.instruments = static_cast<std::int64_t>(m_panes.watch->rows().size());
+    summary.instruments = static_cast<std::int64_t>(m_panes.watch->market().size());
     summary.rows = m_pump->rows();
     summary.ticks = m_run.feed->ticksTaken();
     summary.seconds = m_pump->secondsRun();
@@ -235,9 +267,16 @@ void CMainFrame::finish(const std::string& ending) {
         summary.tickToPaintMedianMs = static_cast<double>(latency.median()) / 1000;
         summary.tickToPaintP99Ms = static_cast<double>(latency.percentile(99)) / 1000;
     }
+    if (!m_run.options.speed.max) summary.feedBehindMs = static_cast<double>(m_pump->behindMicros()) / 1000;
+    summary.watchWaiting = m_panes.watch->waiting();
     summary.firstRowMs = m_run.figures.firstRowMs();
     summary.optionsPriced = m_chain->chain().priced();
     summary.ending = ending;
+    if (m_run.options.headless) {
+        m_run.openProofStore();
+        for (CListPane* pane : listPanes()) changeLayout(pane->list());
+        m_run.layoutsLeft = layouts();
+    }
     if (IsWindow(m_hWnd)) DestroyWindow();
 }
 
@@ -289,7 +328,7 @@ void CMainFrame::refreshStatus() {
                                               ? formatted("tick to paint %.0f ms", static_cast<double>(latency) / 1000)
                                               : "tick to paint -");
     m_status.setPart(StatusPart::speed, speed.max ? "speed max" : formatted("speed x%g", speed.factor));
-    m_panes.watch->setRemark(counted(static_cast<std::int64_t>(m_panes.watch->rows().size()), "instrument"));
+    m_panes.watch->setRemark(counted(static_cast<std::int64_t>(m_panes.watch->market().size()), "instrument"));
     m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row"));
     m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));
 }

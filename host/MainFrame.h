@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/ChainPane.h"
 #include "host/FeedPump.h"
@@ -26,6 +27,11 @@ public:
 
     // Makes the window with everything in it. FALSE: the system gave no window.
     BOOL CreateTerminal();
+
+    // The frame of a restart: as CreateTerminal, with the market as the feed left it, and without a feed.
+    BOOL CreateRestored();
+    // How each list stands, the watch first.
+    std::vector<std::string> layouts();
 
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;
@@ -54,6 +60,8 @@ private:
     void OnHelpAbout();
 
     bool createPanes();
+    BOOL createWindow();
+    std::vector<CListPane*> listPanes();
     void readLayout();
     void writeLayout();
     void setSpeed(Speed speed);

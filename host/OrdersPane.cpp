@@ -63,6 +63,7 @@ COrdersPane::COrdersPane(PaintFigures& figures) : CListPane("Orders"), m_grid(fi
 BOOL COrdersPane::createList() {
     describeColumns(columns, columnCount);
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&COrdersPane::cellText));
+    m_grid.m_bLockSortEnabled = 1;
     if (!m_grid.CreateGrid(this, IDC_ORDERS)) return FALSE;
     m_grid.InsertColumnsForList(nullptr);
     return TRUE;

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "host/core/MarketText.h"
+#include "host/core/WatchStore.h"
 
 namespace terminal {
 
@@ -77,30 +78,40 @@ private:
     std::size_t m_unsaid = 0;
 };
 
+// Rows may stand in any order, each instrument of the watch once.
 void Check::watch() {
     const auto& told = m_tally.instruments();
-    CCommonListCtrl& list = m_panes.watch->list();
-    if (!equal("watch: rows", list.GetItemCount(), static_cast<std::int64_t>(told.size()))) return;
+    CWatchList& list = m_panes.watch->list();
+    const WatchList& shown = watchLists()[static_cast<std::size_t>(m_panes.watch->shownWatch())];
+    const auto held =
+        std::count_if(told.begin(), told.end(), [&](const auto& of) { return shown.holds(of.instrument); });
+    if (!equal("watch: rows", list.GetItemCount(), held)) return;
+    equal("watch: instruments with news that was not shown", m_panes.watch->waiting(), 0);
     const auto lastText = [&](InstrumentId id) {
         const Quote& quote = told[id].quote;
         return quote.has(quoteLast) ? priceText(id, quote.last) : std::string();
     };
-    const int lastPlace = list.m_arrOrder[static_cast<int>(Watch::last)];
-    char text[64];
-    for (InstrumentId id = 0; lastPlace >= 0 && id < told.size(); ++id) {
-        list.CListCtrl::GetItemText(static_cast<int>(id), lastPlace, text, sizeof text);
-        equalText(at("watch", static_cast<int>(id)) + " last price", text, lastText(id));
+    const int lastPlace = list.m_arrOrder[static_cast<int>(WatchColumn::last)];
+    std::unordered_set<InstrumentId> met;
+    for (int row = 0; row < list.GetItemCount(); ++row) {
+        const sMWStruct* const record = m_panes.watch->record(row);
+        if (!record || !met.insert(record->instrument).second || record->instrument >= told.size()) {
+            add(at("watch", row) + ": no instrument of its own");
+        } else if (lastPlace >= 0) {
+            const CString text = list.GetItemText(row, lastPlace);
+            equalText(at("watch", row) + " last price", static_cast<const char*>(text), lastText(record->instrument));
+        }
     }
     const DrawnRows& drawn = m_panes.watch->drawn();
-    everyRowInViewDrawn("watch", drawn, list, static_cast<int>(told.size()));
+    everyRowInViewDrawn("watch", drawn, list, list.GetItemCount());
     for (std::size_t i = 0; i < drawn.size(); ++i) {
-        const auto id = static_cast<InstrumentId>(drawn[i].visual);
+        const InstrumentId id = static_cast<const sMWStruct*>(drawn[i].row)->instrument;
         const std::string row = at("watch", drawn[i].visual) + " drawn";
-        equalText(row + " symbol", cell(drawn[i], Watch::symbol), told[id].instrument.symbol);
-        equalText(row + " last price", cell(drawn[i], Watch::last), lastText(id));
+        equalText(row + " symbol", cell(drawn[i], WatchColumn::symbol), told[id].instrument.symbol);
+        equalText(row + " last price", cell(drawn[i], WatchColumn::last), lastText(id));
         const Quote& quote = told[id].quote;
-        equalText(row + " bid", cell(drawn[i], Watch::bid), quote.has(quoteBid) ? priceText(id, quote.bid) : "");
-        equalText(row + " ask", cell(drawn[i], Watch::ask), quote.has(quoteAsk) ? priceText(id, quote.ask) : "");
+        equalText(row + " bid", cell(drawn[i], WatchColumn::bid), quote.has(quoteBid) ? priceText(id, quote.bid) : "");
+        equalText(row + " ask", cell(drawn[i], WatchColumn::ask), quote.has(quoteAsk) ? priceText(id, quote.ask) : "");
     }
 }
 

@@ -1,5 +1,7 @@
 #include "host/TerminalRun.h"
 
+#include <cstdio>
+
 #include "host/HostEntries.h"
 #include "host/LogPane.h"
 #include "host/core/Simulator.h"
@@ -11,6 +13,7 @@ namespace terminal {
 
 namespace {
 constexpr const char* settingsName = "terminal-settings.ini";
+constexpr const char* proofName = "restart-settings.ini";
 constexpr const char* logName = "terminal.log";
 
 bool isFolder(const std::string& path) {
@@ -27,7 +30,20 @@ bool makeFolder(const std::string& path) {
 }
 }  // namespace
 
-TerminalRun::TerminalRun(const Options& given) : options(given), settings(disk, outPath(settingsName)) {}
+TerminalRun::TerminalRun(const Options& given)
+    : options(given), settings(disk, outPath(settingsName)), proofStore(disk, outPath(proofName)) {}
+
+void TerminalRun::openProofStore() {
+    std::remove(outPath(proofName).c_str());
+    proofStore.load();
+    writeFirstUserColumns(proofStore);
+    useSettings(&proofStore);
+}
+
+bool TerminalRun::reopenProofStore() {
+    const bool written = proofStore.save();
+    return proofStore.load() && written;
+}
 
 std::string TerminalRun::open() {
     if (options.tape)

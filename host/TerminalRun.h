@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/PaintFigures.h"
 #include "host/core/Feed.h"
@@ -31,11 +32,18 @@ public:
     // What the feed is, for the title: "simulator, 500 instruments" or the tape's name.
     std::string feedName() const;
 
+    // From here on the lists' settings go to a store of this run's own, empty but for the first user columns.
+    void openProofStore();
+    // Writes that store and reads it from its file again. False: the file could not be written or read.
+    bool reopenProofStore();
+
     Options options;
     SteadyClock clock;
     PaintFigures figures{clock};
     Disk disk;
     SettingsFile settings;
+    SettingsFile proofStore;
+    std::vector<std::string> layoutsLeft;  // how the lists stood when their frame closed for the restart
     std::unique_ptr<TapeRecorder> recorder;
     std::unique_ptr<Feed> feed;
     RunSummary summary;

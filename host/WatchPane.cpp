@@ -4,52 +4,38 @@
 
 #include "host/HeaderPaint.h"
 #include "host/Theme.h"
-#include "host/WatchText.h"
+#include "host/core/WatchStore.h"
 #include "host/resource.h"
 
 namespace terminal {
 
 namespace {
-constexpr int left = 0, right = 1;
-constexpr int typeText = 3, typeWhole = 4, typeDecimal = 5, typeTime = 6;
-constexpr ColumnSpec columns[watchColumns] = {
-    {"Symbol", 92, left, typeText},    {"Series", 52, left, typeText},     {"Last", 78, right, typeDecimal},
-    {"LTQ", 62, right, typeWhole},     {"Change", 70, right, typeDecimal}, {"Change %", 70, right, typeDecimal},
-    {"Bid Qty", 66, right, typeWhole}, {"Bid", 78, right, typeDecimal},    {"Ask", 78, right, typeDecimal},
-    {"Ask Qty", 66, right, typeWhole}, {"Spread", 62, right, typeDecimal}, {"Open", 78, right, typeDecimal},
-    {"High", 78, right, typeDecimal},  {"Low", 78, right, typeDecimal},    {"Close", 78, right, typeDecimal},
-    {"Volume", 88, right, typeWhole},  {"Value", 78, right, typeDecimal},  {"Average", 78, right, typeDecimal},
-    {"OI", 82, right, typeWhole},      {"Time", 74, right, typeTime},
-};
+constexpr int namesLeft = 110, namesWidth = 150, namesDropped = 200;
 
-COLORREF colourOf(const WatchRow& row, Watch column) {
-    const auto bySign = [](auto value) { return value > 0 ? palette::up : value < 0 ? palette::down : palette::text; };
-    switch (column) {
-        case Watch::symbol:
+COLORREF colourOf(const WatchData& data, WatchTone tone, std::string_view text) {
+    switch (tone) {
+        case WatchTone::symbol:
             return palette::symbol;
-        case Watch::series:
-        case Watch::time:
-        case Watch::spread:
-        case Watch::openInterest:
+        case WatchTone::dim:
             return palette::dim;
-        case Watch::last:
-            return bySign(static_cast<int>(row.direction));
-        case Watch::change:
-        case Watch::changePercent:
-            return row.quote.has(quoteClose) ? bySign(row.quote.last - row.quote.close) : palette::text;
-        case Watch::bid:
-        case Watch::bidSize:
+        case WatchTone::buy:
             return palette::up;
-        case Watch::ask:
-        case Watch::askSize:
+        case WatchTone::sell:
             return palette::down;
-        default:
-            return palette::text;
+        case WatchTone::direction:
+            return data.direction == Move::up     ? palette::up
+                   : data.direction == Move::down ? palette::down
+                                                  : palette::text;
+        case WatchTone::sign:
+            return text.starts_with('+') ? palette::up : text.starts_with('-') ? palette::down : palette::text;
+        case WatchTone::plain:
+            break;
     }
+    return palette::text;
 }
 }  // namespace
 
-BEGIN_MESSAGE_MAP(CWatchList, CCommonListCtrl)
+BEGIN_MESSAGE_MAP(CWatchList, CMrktWatchListCtrl)
     ON_WM_PAINT()
 END_MESSAGE_MAP()
 
@@ -70,127 +56,179 @@ void CWatchList::measureCells() {
 void CWatchList::OnPaint() {
     drawnRows.clear();
     measureCells();
-    CCommonListCtrl::OnPaint();
+    CMrktWatchListCtrl::OnPaint();
     m_figures.paintEnded(m_figures.now(), drawnRows.size() != 0);
 }
 
 BOOL CWatchList::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     if (paintHeader(*this, reinterpret_cast<NMHDR*>(lParam), result)) return TRUE;
-    return CCommonListCtrl::OnNotify(wParam, lParam, result);
+    return CMrktWatchListCtrl::OnNotify(wParam, lParam, result);
 }
 
 BEGIN_MESSAGE_MAP(CWatchPane, CListPane)
     ON_WM_DRAWITEM()
+    ON_CBN_SELCHANGE(IDC_WATCH_NAMES, &CWatchPane::OnChooseWatch)
 END_MESSAGE_MAP()
 
 CWatchPane::CWatchPane(PaintFigures& figures) : CListPane("Market Watch"), m_list(figures) {}
 
 BOOL CWatchPane::createList() {
-    describeColumns(columns, watchColumns);
     const CRect none(0, 0, 0, 0);
-    m_list.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS, none, this,
-                  IDC_WATCH);
+    m_names.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, none, this, IDC_WATCH_NAMES);
+    if (!m_names.GetSafeHwnd()) return FALSE;
+    m_comboFont.CreatePointFont(80, "Tahoma");
+    m_names.SetFont(&m_comboFont);
+    for (const WatchList& watch : watchLists()) m_names.AddString(watch.name.c_str());
+    m_names.SetCurSel(m_shown);
+    SetWindowText(watchLists()[static_cast<std::size_t>(m_shown)].name.c_str());
+
+    std::vector<ColumnSpec> columns;
+    std::vector<int> shown;
+    for (int i = 0; i < watchBuiltInColumns; ++i) {
+        const WatchColumnInfo& column = watchColumn(i);
+        columns.push_back({column.heading, column.width, column.format, column.dataType});
+        if (i < watchShownColumns) shown.push_back(i);
+    }
+    describeColumns(columns.data(), watchBuiltInColumns);
+    m_list.SetDefaultCols(watchShownColumns, shown.data());
+    m_list.SortProfileCombo = &m_names;
+    m_list.m_bLockSortEnabled = 1;
+    m_list.Create(
+        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | LVS_REPORT | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
+        none, this, IDC_WATCH);
     if (!m_list.GetSafeHwnd()) return FALSE;
     m_list.SetExtendedStyle(m_list.GetExtendedStyle() | LVS_EX_DOUBLEBUFFER);
     m_list.InsertColumnsForList(nullptr);
     return TRUE;
 }
 
-int CWatchPane::selectedRow() const { return m_list.CListCtrl::GetNextItem(-1, LVNI_SELECTED); }
+std::string CWatchPane::layoutSection() const {
+    return "MarketWatchNew_" + watchLists()[static_cast<std::size_t>(m_shown)].name;
+}
+
+void CWatchPane::layOut() {
+    CListPane::layOut();
+    if (m_names.GetSafeHwnd()) m_names.MoveWindow(namesLeft, 0, namesWidth, namesDropped);
+}
+
+int CWatchPane::selectedInstrument() const {
+    const sMWStruct* const chosen = record(m_list.CListCtrl::GetNextItem(-1, LVNI_SELECTED));
+    return chosen ? static_cast<int>(chosen->instrument) : -1;
+}
+
+const sMWStruct* CWatchPane::record(int row) const {
+    return row < 0 ? nullptr
+                   : sMWStruct::of(reinterpret_cast<const void*>(const_cast<CWatchList&>(m_list).GetItemData(row)));
+}
+
+void CWatchPane::addRow(InstrumentId id) {
+    if (!m_held) m_list.SetRedraw(FALSE);
+    m_held = true;
+    m_list.InsertItem(LVIF_TEXT | LVIF_PARAM, m_list.GetItemCount(), "", 0, 0, 0,
+                      reinterpret_cast<LPARAM>(m_records[id].get()));
+}
 
 void CWatchPane::addInstrument(const Instrument& news) {
-    if (news.id != m_rows.size()) return;  // ids are an index; a feed that breaks this is counted by the tally
-    holdRedraw();
-    m_rows.emplace_back().instrument = news;
-    const int row = static_cast<int>(news.id);
-    m_list.InsertItem(row, news.symbol.c_str());
-    m_rows.back().written[0] = news.symbol;
-    m_rows.back().dirty = true;
-    m_dirty.push_back(row);
+    if (news.id != m_market.size()) return;  // ids are an index; a feed that breaks this is counted by the tally
+    m_market.instrument(news);
+    m_records.push_back(std::make_unique<sMWStruct>(m_market[news.id]));
+    m_news.push_back(1);
+    if (watchLists()[static_cast<std::size_t>(m_shown)].holds(news)) addRow(news.id);
+}
+
+void CWatchPane::mark(InstrumentId id) {
+    if (id < m_news.size()) m_news[id] = 1;
 }
 
 void CWatchPane::quote(const Quote& news) {
-    if (news.instrument >= m_rows.size()) return;
-    WatchRow& row = m_rows[news.instrument];
-    if (news.has(quoteLast) && row.quote.has(quoteLast) && news.last != row.quote.last)
-        row.direction = news.last > row.quote.last ? Move::up : Move::down;
-    mergeQuote(row.quote, news);
-    if (row.dirty) return;
-    row.dirty = true;
-    m_dirty.push_back(static_cast<int>(news.instrument));
+    m_market.quote(news);
+    mark(news.instrument);
 }
 
-// Each text written to a visible list would invalidate its cell by a call to the system of its own.
-void CWatchPane::holdRedraw() {
-    if (m_held) return;
-    m_held = true;
-    m_list.SetRedraw(FALSE);
+void CWatchPane::order(const OrderEvent& news) {
+    m_market.order(news);
+    mark(news.order.instrument);
 }
 
-void CWatchPane::releaseRedraw() {
-    if (!m_held) return;
-    m_held = false;
-    m_list.SetRedraw(TRUE);
-    m_list.Invalidate(FALSE);
+void CWatchPane::trade(const Trade& news) {
+    m_market.trade(news);
+    mark(news.instrument);
 }
 
-void CWatchPane::writeRow(int rowNumber) {
-    WatchRow& row = m_rows[static_cast<std::size_t>(rowNumber)];
-    row.dirty = false;
-    TextBuffer buffer;
-    for (int columnIndex = 0; columnIndex < watchColumns; ++columnIndex) {
-        std::string& written = row.written[static_cast<std::size_t>(columnIndex)];
-        const std::string_view text = watchText(row, static_cast<Watch>(columnIndex), buffer);
-        if (text == written) continue;
-        written.assign(text);
-        const int place = m_list.m_arrOrder[columnIndex];
-        if (place >= 0) m_list.SetItemText(rowNumber, place, written.c_str());
+void CWatchPane::level(const BookLevel& news) {
+    m_market.level(news);
+    mark(news.instrument);
+}
+
+void CWatchPane::showChanged() {
+    if (m_held) {
+        m_held = false;
+        m_list.SetRedraw(TRUE);
+        m_list.Invalidate(FALSE);
     }
-}
-
-void CWatchPane::writeChanged(int maxOthers) {
-    if (m_dirty.empty()) return;
-    holdRedraw();
     const int top = m_list.GetTopIndex();
-    const int end = top + m_list.GetCountPerPage() + 1;
-    // Rows in view leave the queue now, the others in the order in which they entered it.
-    std::size_t kept = 0;
-    for (const int row : m_dirty) {
-        const bool inView = row >= top && row < end;
-        if (inView || maxOthers > 0) {
-            if (!inView) --maxOthers;
-            writeRow(row);
-        } else {
-            m_dirty[kept++] = row;
-        }
+    const int end = (std::min)(m_list.GetItemCount(), top + m_list.GetCountPerPage() + 1);
+    for (int row = top; row < end; ++row) {
+        const sMWStruct* const shown = record(row);
+        if (!shown || !m_news[shown->instrument]) continue;
+        CRect area;
+        if (m_list.GetItemRect(row, &area, LVIR_BOUNDS)) m_list.InvalidateRect(&area, FALSE);
     }
-    m_dirty.resize(kept);
-    releaseRedraw();
+    std::fill(m_news.begin(), m_news.end(), char{0});
 }
 
-void CWatchPane::writeAll() {
-    if (!m_dirty.empty()) holdRedraw();
-    for (const int row : m_dirty) writeRow(row);
-    m_dirty.clear();
-    releaseRedraw();
+int CWatchPane::waiting() const { return static_cast<int>(std::count(m_news.begin(), m_news.end(), char{1})); }
+
+void CWatchPane::showWatch(int watch) {
+    if (watch == m_shown || watch < 0 || watch >= static_cast<int>(watchLists().size())) return;
+    CString former;
+    GetWindowText(former);
+    m_list.SaveColumnProfile(former);
+    m_shown = watch;
+    const WatchList& chosen = watchLists()[static_cast<std::size_t>(watch)];
+    m_names.SetCurSel(watch);
+    SetWindowText(chosen.name.c_str());
+    m_list.SetRedraw(FALSE);
+    m_list.DeleteAllItems();
+    m_list.m_arrOrder.RemoveAll();
+    m_list.m_arrWidth.RemoveAll();
+    m_list.m_arrVisible.RemoveAll();
+    m_list.InsertColumnsForList(nullptr);
+    fitNewColumns();
+    for (InstrumentId id = 0; id < m_market.size(); ++id)
+        if (chosen.holds(m_market[id].instrument)) addRow(id);
+    m_list.SortByLastColumnWithLock();
+    m_held = true;
+    showChanged();
 }
 
-bool CWatchPane::spoil() {
-    const int place = m_rows.empty() ? -1 : m_list.m_arrOrder[static_cast<int>(Watch::last)];
-    return place >= 0 && m_list.SetItemText(0, place, "0.00") != FALSE;
+void CWatchPane::OnChooseWatch() { showWatch(m_names.GetCurSel()); }
+
+void CWatchPane::cellText(const sMWStruct& shown, int columnIndex, CString& text) {
+    if (columnIndex >= watchBuiltInColumns) {
+        m_list.GetCustomColumnText(const_cast<sMWStruct*>(&shown), columnIndex, text);
+        return;
+    }
+    TextBuffer buffer;
+    assignText(text, watchText(*shown.data, columnIndex, buffer));
 }
 
-void CWatchPane::drawCell(CDC& dc, const WatchRow& row, int columnIndex, const char* text, int length, RECT cell,
+void CWatchPane::drawCell(CDC& dc, const WatchData& data, int columnIndex, const CString& text, RECT cell,
                           bool selected) {
-    const auto column = static_cast<Watch>(columnIndex);
-    dc.SetTextColor(selected && column != Watch::symbol ? palette::text : colourOf(row, column));
-    drawCellText(dc, text, length, cell, columns[columnIndex].format);
+    const bool own = columnIndex >= watchBuiltInColumns;
+    const WatchTone tone = own ? WatchTone::sign : watchColumn(columnIndex).tone;
+    dc.SetTextColor(
+        selected && tone != WatchTone::symbol
+            ? palette::text
+            : colourOf(data, tone, {static_cast<const char*>(text), static_cast<std::size_t>(text.GetLength())}));
+    drawCellText(dc, text, text.GetLength(), cell, own ? 1 : watchColumn(columnIndex).format);
 }
 
 void CWatchPane::OnDrawItem(int id, LPDRAWITEMSTRUCT item) {
-    if (id != IDC_WATCH || item->itemID >= m_rows.size()) return;
-    const int rowNumber = static_cast<int>(item->itemID);
-    const WatchRow& row = m_rows[item->itemID];
+    if (id != IDC_WATCH) return CListPane::OnDrawItem(id, item);
+    const int row = static_cast<int>(item->itemID);
+    const sMWStruct* const shown = record(row);
+    if (!shown) return;
     CDC& dc = *CDC::FromHandle(item->hDC);
     RECT area = item->rcItem;
     area.left = 0;
@@ -198,20 +236,20 @@ void CWatchPane::OnDrawItem(int id, LPDRAWITEMSTRUCT item) {
     m_list.GetClientRect(&client);
     area.right = client.right;
     const bool selected = (item->itemState & ODS_SELECTED) != 0;
-    const COLORREF back = selected ? palette::selection : rowNumber % 2 ? palette::stripe : palette::background;
+    const COLORREF back = selected ? palette::selection : row % 2 ? palette::stripe : palette::background;
     dc.FillSolidRect(&area, back);
     dc.SetBkMode(TRANSPARENT);
-    DrawnRow& drawn = m_list.drawnRows.begin(rowNumber, &row);
-    char text[128];
+    DrawnRow& drawn = m_list.drawnRows.begin(row, shown);
     for (std::size_t place = 0; place < m_list.cells().size(); ++place) {
         const CWatchList::Cell& cell = m_list.cells()[place];
         if (cell.left >= client.right || cell.left + cell.width <= 0) continue;
         const int columnIndex = m_list.GetOriginalColumnPosition(static_cast<int>(place));
-        if (columnIndex < 0 || columnIndex >= watchColumns) continue;
-        const int length = m_list.CListCtrl::GetItemText(rowNumber, static_cast<int>(place), text, sizeof text);
+        if (columnIndex < 0) continue;
+        const CString text = m_list.GetItemText(row, static_cast<int>(place));
         const RECT box{cell.left, area.top, cell.left + cell.width, area.bottom};
-        drawCell(dc, row, columnIndex, text, length, box, selected);
-        DrawnRows::note(drawn, columnIndex, {text, static_cast<std::size_t>(length)});
+        drawCell(dc, *shown->data, columnIndex, text, box, selected);
+        DrawnRows::note(drawn, columnIndex,
+                        {static_cast<const char*>(text), static_cast<std::size_t>(text.GetLength())});
     }
 }
 

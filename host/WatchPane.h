@@ -1,61 +1,30 @@
-// The market watch: one row for each instrument, some twenty columns, in a plain CCommonListCtrl.
+// The market watch: one row for each instrument of the watch that is shown, 112 columns and the user's own.
 //
-// The list keeps the cells' texts; it draws nothing and forwards WM_DRAWITEM to this pane, its owner, which paints the
-// rows. A tick changes the pane's own record of the instrument; a cell's text goes to the list when a slice ends, at
-// most once and only if it differs. Rows in view come first; the others share what is left of a slice, so that a burst
-// over a thousand instruments does not hold the window up. `writeAll` brings every cell up to date.
+// The list keeps neither texts nor prices: a row's item data is the instrument's record, and each cell is asked for
+// when it is painted or sorted by. A tick changes the market's data and marks the instrument; a few times a second the
+// rows in view whose instrument is marked are invalidated, and nothing else is. So a tick on a row out of view costs
+// nothing, and no news ever waits for a row.
+//
+// The watch shown is chosen in the combo of the caption strip. The pane's window title is its name: by it the list
+// finds and saves its columns.
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "host/DrawnRows.h"
 #include "host/ListPane.h"
 #include "host/PaintFigures.h"
-#include "host/Rows.h"
-#include "src/list/CommonListCtrl.h"
+#include "host/core/WatchColumns.h"
+#include "host/core/WatchData.h"
+#include "host/core/WatchRecord.h"
+#include "src/lists/MrktWatchListCtrl.h"
 
 namespace terminal {
 
-// The columns, by columnIndex.
-enum class Watch {
-    symbol,
-    series,
-    last,
-    lastSize,
-    change,
-    changePercent,
-    bidSize,
-    bid,
-    ask,
-    askSize,
-    spread,
-    open,
-    high,
-    low,
-    close,
-    volume,
-    value,
-    average,
-    openInterest,
-    time,
-    count
-};
-inline constexpr int watchColumns = static_cast<int>(Watch::count);
-
-// One instrument as the watch knows it.
-struct WatchRow {
-    Instrument instrument;
-    Quote quote;
-    std::array<std::string, watchColumns> written;  // the texts that the list holds
-    Move direction = Move::none;                    // of the last price against the one before
-    bool dirty = false;                             // the quote has news that the list has not
-};
-
 // The list itself: keeps account of its paints and knows where its cells stand.
-class CWatchList : public CCommonListCtrl {
+class CWatchList : public CMrktWatchListCtrl {
 public:
     explicit CWatchList(PaintFigures& figures) : m_figures(figures) {}
 
@@ -85,34 +54,54 @@ class CWatchPane : public CListPane {
 public:
     explicit CWatchPane(PaintFigures& figures);
 
-    CCommonListCtrl& list() override { return m_list; }
+    CWatchList& list() override { return m_list; }
     const DrawnRows& drawn() const { return m_list.drawnRows; }
-    const std::vector<WatchRow>& rows() const { return m_rows; }
+    const WatchMarket& market() const { return m_market; }
 
-    // The row that the user selected, the first of several; -1: none.
-    int selectedRow() const;
+    // The instrument of the row that the user selected, the first of several; -1: none.
+    int selectedInstrument() const;
+    // The record of a row; null for a row that there is not.
+    const sMWStruct* record(int row) const;
 
+    // News of the feed. A new instrument gets a row if the watch shown holds it.
     void addInstrument(const Instrument& news);
     void quote(const Quote& news);
+    void order(const OrderEvent& news);
+    void trade(const Trade& news);
+    void level(const BookLevel& news);
 
-    // At a slice's end. Rows out of view get at most `maxOthers` of them written.
-    void writeChanged(int maxOthers);
-    void writeAll();
-    // As the orders pane's: the last price of the first instrument, in the list only.
-    bool spoil();
+    // Invalidates the rows in view that have news.
+    void showChanged();
+    // Instruments in view with news that no showChanged has taken yet: 0 after each.
+    int waiting() const;
+
+    // The watch shown, by its number in watchLists(). Showing another one saves the columns of the one before.
+    int shownWatch() const { return m_shown; }
+    void showWatch(int watch);
+
+    // Takes a row away that the feed has told.
+    bool spoil() { return m_list.DeleteItem(0) != FALSE; }
+
+    // The text of a cell as the list asks for it, built-in and user columns.
+    void cellText(const sMWStruct& record, int columnIndex, CString& text);
 
 private:
     BOOL createList() override;
-    void writeRow(int row);
-    void holdRedraw();
-    void releaseRedraw();
+    std::string layoutSection() const override;
+    void layOut() override;
+    void mark(InstrumentId id);
+    void addRow(InstrumentId id);
+    void OnChooseWatch();
     void OnDrawItem(int id, LPDRAWITEMSTRUCT item);
-    void drawCell(CDC& dc, const WatchRow& row, int columnIndex, const char* text, int length, RECT cell,
-                  bool selected);
+    void drawCell(CDC& dc, const WatchData& data, int columnIndex, const CString& text, RECT cell, bool selected);
 
-    std::vector<WatchRow> m_rows;  // by InstrumentId: the row number too
-    std::vector<int> m_dirty;      // rows with news, each once
-    bool m_held = false;           // the list draws nothing until the texts are written
+    WatchMarket m_market;
+    std::vector<std::unique_ptr<sMWStruct>> m_records;  // by InstrumentId
+    std::vector<char> m_news;                           // by InstrumentId: changed since it was last invalidated
+    int m_shown = 0;
+    bool m_held = false;  // the list draws nothing until the rows that came are all there
+    CFont m_comboFont;
+    CComboBox m_names;
     CWatchList m_list;
 
     DECLARE_MESSAGE_MAP()

@@ -26,9 +26,37 @@ public:
         m_run.exitCode = exitCheckFailed;
         return FALSE;
     }
-    int ExitInstance() override { return m_run.exitCode; }
+    int ExitInstance() override {
+        if (!m_run.layoutsLeft.empty()) proveRestart();
+        return m_run.exitCode;
+    }
 
 private:
+    // A second frame over what the first one left; what it shows is held against what that one showed.
+    void proveRestart() {
+        RunSummary& summary = m_run.summary;
+        summary.layoutsTried = static_cast<int>(m_run.layoutsLeft.size());
+        summary.layoutsRestored = 0;
+        std::vector<std::string> found(m_run.layoutsLeft.size());
+        if (m_run.reopenProofStore()) {
+            auto* const frame = new CMainFrame(m_run);
+            m_pMainWnd = frame;
+            if (frame->CreateRestored()) {
+                found = frame->layouts();
+                frame->DestroyWindow();
+            }
+        }
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            if (found[i] == m_run.layoutsLeft[i]) {
+                ++*summary.layoutsRestored;
+                continue;
+            }
+            std::fprintf(stderr, "restart: list %d is not as it was left\n  left:  %s\n  found: %s\n",
+                         static_cast<int>(i), m_run.layoutsLeft[i].c_str(), found[i].c_str());
+            if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+        }
+    }
+
     TerminalRun& m_run;
 };
 
@@ -52,6 +80,7 @@ int runTerminal(const Options& options) {
     setAppearance();
     CTerminalApp app(run);
     const int code = AfxWinMain(::GetModuleHandleA(nullptr), ::GetCommandLineA(), SW_SHOWNORMAL);
+    run.settings.save();
     useSettings(nullptr);
     const bool recorded = !run.recorder || run.recorder->close();
     if (!recorded) std::fprintf(stderr, "%s\n", run.recorder->error().c_str());

@@ -64,6 +64,13 @@ bool Feed::isDue(std::int64_t now) {
     return static_cast<double>(m_pending.time) - static_cast<double>(m_firstTime) <= ran;
 }
 
+std::int64_t Feed::behindMicros(std::int64_t now) const {
+    if (!m_hasPending || !m_started || m_speed.max) return 0;
+    const double waits = static_cast<double>(m_pending.time) - static_cast<double>(m_firstTime);
+    const double behind = static_cast<double>(now - m_startMicros) - waits / 1e3 / m_speed.factor;
+    return behind > 0 ? static_cast<std::int64_t>(behind) : 0;
+}
+
 void Feed::setSpeed(Speed speed) {
     m_speed = speed;
     m_started = false;  // isDue starts the source's time anew, at the tick that waits

@@ -72,6 +72,10 @@ public:
     // what passes between two calls of take before it (a pause) is passed over.
     void setSpeed(Speed speed);
 
+    // How long ago, in microseconds of the clock, the tick that waits was due. 0: nothing waits that is due, or the
+    // speed is the largest, at which nothing is late.
+    std::int64_t behindMicros(std::int64_t now) const;
+
     std::int64_t ticksTaken() const { return m_ticksTaken; }
     FeedState state() const { return m_state; }
     const std::string& error() const { return m_source->error(); }  // empty unless the state is `failed`

@@ -28,6 +28,10 @@ std::string summaryLine(const RunSummary& s) {
     put("tick_to_paint_ms_p99", orNone(s.tickToPaintP99Ms, 1));
     put("first_row_ms", orNone(s.firstRowMs, 0));
     put("options_priced", std::to_string(s.optionsPriced));
+    put("feed_behind_ms", orNone(s.feedBehindMs, 1));
+    put("watch_rows_waiting", std::to_string(s.watchWaiting));
+    put("layouts_restored",
+        s.layoutsRestored ? std::to_string(*s.layoutsRestored) + "/" + std::to_string(s.layoutsTried) : "none");
     put("ending", "\"" + s.ending + "\"");
     return line;
 }

@@ -14,14 +14,19 @@ struct RunSummary {
     double seconds = 0;  // that the feed ran: ticks per second are counted over it
     std::int64_t repaints = 0;
     std::optional<double> tickToPaintMedianMs{}, tickToPaintP99Ms{};  // none: nothing was painted after a tick
-    std::optional<double> firstRowMs{};  // from the program's start; none: no row was painted
-    std::int64_t optionsPriced = 0;      // by the option chain, over all its recomputes
+    std::optional<double> firstRowMs{};    // from the program's start; none: no row was painted
+    std::int64_t optionsPriced = 0;        // by the option chain, over all its recomputes
+    std::optional<double> feedBehindMs{};  // how late the feed was at the end; none: it ran as fast as possible
+    std::int64_t watchWaiting = 0;         // instruments of the watch with news that no row had shown at the end
+    std::optional<int> layoutsRestored{};  // lists whose layout a restart brought back; none: no restart was tried
+    int layoutsTried = 0;
     std::string ending{};  // "time is up", "end of tape", "window closed", "bad line", ...; no quotes, no line ends
 };
 
 // One line without its end, `name=value` with blanks between; a figure that there is not is "none":
 // summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 tick_to_paint_ms_median=31.2
-//   tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=300 ending="time is up"
+//   tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=300 feed_behind_ms=0.0
+//   watch_rows_waiting=0 layouts_restored=4/4 ending="time is up"
 std::string summaryLine(const RunSummary& summary);
 
 }  // namespace terminal

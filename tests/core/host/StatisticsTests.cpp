@@ -69,14 +69,19 @@ TEST(Summary, OneLineTellsTheRun) {
     run.tickToPaintP99Ms = 180;
     run.firstRowMs = 420;
     run.optionsPriced = 900;
+    run.feedBehindMs = 2.25;
+    run.watchWaiting = 3;
+    run.layoutsRestored = 2;
+    run.layoutsTried = 4;
     run.ending = "time is up";
     EXPECT_EQ(summaryLine(run),
               "summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 "
               "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=900 "
-              "ending=\"time is up\"");
+              "feed_behind_ms=2.2 watch_rows_waiting=3 layouts_restored=2/4 ending=\"time is up\"");
     EXPECT_EQ(summaryLine({.ending = "bad line"}),
               "summary: instruments=0 rows=0 ticks=0 ticks_per_second=0 repaints=0 "
-              "tick_to_paint_ms_median=none tick_to_paint_ms_p99=none first_row_ms=none options_priced=0 ending=\"bad line\"");
+              "tick_to_paint_ms_median=none tick_to_paint_ms_p99=none first_row_ms=none options_priced=0 "
+              "feed_behind_ms=none watch_rows_waiting=0 layouts_restored=none ending=\"bad line\"");
 }
 
 }  // namespace

@@ -44,6 +44,8 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndPassesItsSelfCheck) {
     EXPECT_GT(number(run.figure("tick_to_paint_ms_median")), 0);
     EXPECT_LT(number(run.figure("first_row_ms")), 5'000);
     EXPECT_GT(number(run.figure("options_priced")), 30);
+    EXPECT_EQ(run.figure("watch_rows_waiting"), "0");
+    EXPECT_EQ(run.figure("layouts_restored"), "4/4");
     expectReadable(run, "terminal.png", {palette::background, palette::surface, palette::up, palette::down});
     expectReadable(run, "watch.png",
                    {palette::background, palette::stripe, palette::symbol, palette::up, palette::down});
