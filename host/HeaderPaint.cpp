@@ -1,6 +1,7 @@
 #include "host/HeaderPaint.h"
 
 #include "host/Theme.h"
+#include "src/grid/FilterListCtrl.h"
 
 namespace terminal {
 
@@ -34,6 +35,8 @@ bool paintHeader(CListCtrl& list, const NMHDR* news, LRESULT* result) {
     if (!news || news->code != static_cast<UINT>(NM_CUSTOMDRAW)) return false;
     const HWND header = reinterpret_cast<HWND>(::SendMessageA(list.GetSafeHwnd(), LVM_GETHEADER, 0, 0));
     if (news->hwndFrom != header) return false;
+    const auto grid = dynamic_cast<const CFilterListCtrl*>(&list);
+    if (grid && grid->GetFilterCount() > 0) return false;  // the grid's own tint shows what is filtered
     const auto& draw = *reinterpret_cast<const NMCUSTOMDRAW*>(news);
     if (draw.dwDrawStage == CDDS_PREPAINT) {
         *result = CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;

@@ -4,13 +4,16 @@
 #include <cstring>
 
 #include "host/HostEntries.h"
+#include "host/ListMenu.h"
 #include "host/Theme.h"
 #include "host/resource.h"
+#include "src/grid/FilterListCtrl.h"
 
 namespace terminal {
 
 namespace {
 constexpr int captionHeight = 22;
+constexpr UINT WM_FILTERS_CHANGED = WM_APP + 40;
 }
 
 void assignText(CString& text, std::string_view value) {
@@ -24,6 +27,8 @@ BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
     ON_WM_SIZE()
     ON_WM_PAINT()
     ON_WM_ERASEBKGND()
+    ON_WM_CONTEXTMENU()
+    ON_MESSAGE(WM_FILTERS_CHANGED, &CListPane::OnFiltersChanged)
 END_MESSAGE_MAP()
 
 CListPane::CListPane(const char* title) : CBCGPFormView(IDD_PANE), m_title(title) {}
@@ -92,6 +97,21 @@ void CListPane::fitColumns() {
 void CListPane::fitNewColumns() {
     if (!settingStored(layoutSection().c_str(), "COLUMNPROFILE")) fitColumns();
 }
+
+// Any number of changed filters cost one rebuild, and that only once the caller who set them has set everything.
+BOOL CListPane::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    if (reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(HDN_FILTERCHANGE) && !m_filtersChanged)
+        m_filtersChanged = PostMessage(WM_FILTERS_CHANGED) != FALSE;
+    return CBCGPFormView::OnNotify(wParam, lParam, result);
+}
+
+LRESULT CListPane::OnFiltersChanged(WPARAM, LPARAM) {
+    m_filtersChanged = false;
+    if (const auto grid = dynamic_cast<CFilterListCtrl*>(&list())) grid->PopulateList();
+    return 0;
+}
+
+void CListPane::OnContextMenu(CWnd*, CPoint point) { showListMenu(list(), point); }
 
 void CListPane::OnSize(UINT type, int width, int height) {
     CBCGPFormView::OnSize(type, width, height);

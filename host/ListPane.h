@@ -49,6 +49,7 @@ protected:
     void describeColumns(const ColumnSpec* columns, int count);
 
     void OnInitialUpdate() override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     // Gives the list its place below the caption strip.
     virtual void layOut();
 
@@ -57,8 +58,11 @@ private:
     void OnSize(UINT type, int width, int height);
     void OnPaint();
     BOOL OnEraseBkgnd(CDC* dc);
+    void OnContextMenu(CWnd* window, CPoint point);
+    LRESULT OnFiltersChanged(WPARAM, LPARAM);
 
     const char* m_title;
+    bool m_filtersChanged = false;  // the message that rebuilds the list is on its way
     std::string m_remark;
     CFont m_captionFont;
 
