@@ -293,7 +293,8 @@ protected:
     }
     std::string field(int place) {
         CString text;
-        EXPECT_EQ(grid.GetHeaderText(place, text), text.GetLength());
+        const int length = grid.GetHeaderText(place, text);
+        EXPECT_EQ(length, text.GetLength());
         return text.GetString();
     }
     int setOne(int columnIndex, const char* text, int exact = 0) {
