@@ -49,6 +49,12 @@ CFilterListCtrl::~CFilterListCtrl() {
 
 LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     m_native.beforeMessage(message, wParam, lParam);
+    if (message == WM_PARENTNOTIFY) {
+        // A control without WS_VISIBLE may make its header only for the first column.
+        const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
+        if (LOWORD(wParam) == WM_CREATE && SubclassHeader() == 0 && UseFilter) turnHeaderThemeOff();
+        return result;
+    }
     if (!NativeList::changesCount(message)) return CCommonListCtrl::WindowProc(message, wParam, lParam);
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
     m_native.takeCountFromControl();

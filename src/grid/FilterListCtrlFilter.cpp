@@ -49,10 +49,10 @@ bool CFilterListCtrl::passesFilters(DWORD_PTR data, CString& cell) {
 }
 
 void CFilterListCtrl::PopulateList() {
-    if (!hasTextCallback() || !UseFilter || !m_header.m_hWnd || m_header.GetItemCount() <= 0) return;
+    if (!hasTextCallback() || !UseFilter || SubclassHeader() != 0 || m_header.GetItemCount() <= 0) return;
     m_native.setRedraw(false);
-    m_rows.clearDisplay();
     if (!m_filters.isConsistent()) {
+        m_rows.clearDisplay();
         AfxMessageBox("Error occured while filtering");
         return;
     }

@@ -15,8 +15,8 @@ namespace {
 
 class GridFilter : public GridFixture {
 protected:
-    void begin(bool reverse = false) {
-        create(grid, {{"name"}, {"group"}, {"price", 60, 1, 1}});
+    void begin(bool reverse = false, DWORD style = kGridStyle) {
+        create(grid, {{"name"}, {"group"}, {"price", 60, 1, 1}}, CRect(0, 0, 300, 200), style);
         grid.SetUseFilter(TRUE);
         grid.SetReverseDisplay(reverse);
         grid.SetOptiDataMode(true);
@@ -82,6 +82,14 @@ TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
     EXPECT_EQ(picture(grid), "cdfb");  // a row comes in behind those that arrived after it
     grid.PopulateList();
     EXPECT_EQ(picture(grid), "bcdf");
+}
+
+// Such a control makes its header late.
+TEST_F(GridFilter, AGridThatWasCreatedHiddenFiltersToo) {
+    begin(false, (kGridStyle | LVS_OWNERDRAWFIXED) & ~WS_VISIBLE);
+    addSix();
+    EXPECT_EQ(filtered({{1, "x"}}), "acdf");
+    EXPECT_EQ(grid.GetDisplayCount(), 4);
 }
 
 TEST_F(GridFilter, TheHostIsAskedUpToTheFirstFilterThatFails) {
