@@ -48,10 +48,12 @@ bool CFilterListCtrl::passesFilters(DWORD_PTR data, CString& cell) {
     return true;
 }
 
+// Nothing is painted between the first line and the last, so redrawing is not frozen for it: that alone would cost the
+// control more than the walk. It is switched on at the end where somebody left it off.
 void CFilterListCtrl::PopulateList() {
     if (!hasTextCallback() || !UseFilter || SubclassHeader() != 0 || m_header.GetItemCount() <= 0) return;
-    m_native.setRedraw(false);
     if (!m_filters.isConsistent()) {
+        m_native.setRedraw(false);
         m_rows.clearDisplay();
         AfxMessageBox("Error occured while filtering");
         return;
@@ -61,8 +63,8 @@ void CFilterListCtrl::PopulateList() {
     if (SortOnCheckedFlag) SortOnChecked();
     const bool locked = m_bLockSortEnabled && m_bSorted && m_bSortLocked;
     if (locked) SortByLastColumnWithLock();
-    m_native.setRedraw(true);
     m_native.setCount(m_rows.displayCount());
+    if (m_native.redrawIsOff()) m_native.setRedraw(true);
     m_native.invalidateAll();
 }
 

@@ -72,6 +72,7 @@ public:
 
     // ---- The rest
     void setRedraw(bool on);
+    bool redrawIsOff() const { return m_redrawIsOff; }
     DWORD extendedStyle() { return static_cast<DWORD>(send(LVM_GETEXTENDEDLISTVIEWSTYLE)); }
     void setExtendedStyle(DWORD style) { send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style)); }
     int columnWidth(int place) { return static_cast<int>(send(LVM_GETCOLUMNWIDTH, place)); }
