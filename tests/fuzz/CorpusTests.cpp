@@ -56,6 +56,7 @@ TEST(FuzzCorpus, Factory) { runFolder("factory", fuzzFactory); }
 TEST(FuzzCorpus, DealSlip) { runFolder("deal_slip", fuzzDealSlip); }
 TEST(FuzzCorpus, Appearance) { runFolder("appearance", fuzzAppearance); }
 TEST(FuzzCorpus, Filter) { runFolder("filter", fuzzFilter); }
+TEST(FuzzCorpus, SortTexts) { runFolder("sort_texts", fuzzSortTexts); }
 TEST(FuzzCorpus, Settings) { runFolder("settings", fuzzSettings); }
 TEST(FuzzCorpus, WatchProfile) { runFolder("watch_profile", fuzzWatchProfile); }
 TEST(FuzzCorpus, WatchUserColumns) { runFolder("watch_user_columns", fuzzWatchUserColumns); }

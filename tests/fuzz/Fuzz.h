@@ -22,6 +22,9 @@ void fuzzFactory(const std::uint8_t* data, std::size_t size);
 void fuzzDealSlip(const std::uint8_t* data, std::size_t size);
 void fuzzAppearance(const std::uint8_t* data, std::size_t size);
 
+// The lock and the levels of a list's sort: what was read can be written and read back the same.
+void fuzzSortTexts(const std::uint8_t* data, std::size_t size);
+
 // The stored texts of a market watch: what comes on screen has each place from 0 up once; user columns that were read
 // can be written and read back the same.
 void fuzzWatchProfile(const std::uint8_t* data, std::size_t size);
