@@ -58,6 +58,7 @@ void CLiveGrid::refill(const std::function<void()>& addAll) {
     m_live = 0;
     addAll();
     processPendingOptiUpdates();
+    if (m_bSortLocked) SortByLastColumnWithLock();
     const auto restore = [this](CFilterListBaseData* row, UINT state) {
         int mapIndex = -1, visual = -1;
         if (row) getRowIndices(row, this, mapIndex, visual);

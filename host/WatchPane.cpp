@@ -164,6 +164,7 @@ void CWatchPane::showChanged() {
     if (m_held) {
         m_held = false;
         m_list.SetRedraw(TRUE);
+        m_list.SortByLastColumnWithLock();  // rows came in: a locked list takes them into its order
         m_list.Invalidate(FALSE);
     }
     const int top = m_list.GetTopIndex();
@@ -197,7 +198,6 @@ void CWatchPane::showWatch(int watch) {
     fitNewColumns();
     for (InstrumentId id = 0; id < m_market.size(); ++id)
         if (chosen.holds(m_market[id].instrument)) addRow(id);
-    m_list.SortByLastColumnWithLock();
     m_held = true;
     showChanged();
 }
