@@ -2,6 +2,7 @@
 // opti-data mode that are told their slots within it. Hidden grid; the "paint" figures on a visible one until it has
 // painted. What a row must do to pass is computed from its raw values, and every row's answer is compared.
 #include "benchmarks/Bench.h"
+#include "benchmarks/Median.h"
 #include "benchmarks/peers/common/workload.h"
 #include "src/grid/FilterListCtrl.h"
 
@@ -64,11 +65,6 @@ void check(bool holds, const std::string& what) {
 double milliseconds() {
     using Clock = std::chrono::steady_clock;
     return std::chrono::duration<double, std::milli>(Clock::now().time_since_epoch()).count();
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 struct Task {

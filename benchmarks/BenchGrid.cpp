@@ -2,6 +2,7 @@
 // them. A tick is three cells of one random row rewritten by the host and then UpdateRow; batches of 1,000; messages
 // are pumped when a flush is due; the last flush and its paint are part of the time.
 #include "benchmarks/Bench.h"
+#include "benchmarks/Median.h"
 #include "benchmarks/HeapBytes.h"
 #include "benchmarks/peers/common/workload.h"
 #include "src/grid/FilterListCtrl.h"
@@ -32,11 +33,6 @@ double microseconds() {
     LARGE_INTEGER now;
     QueryPerformanceCounter(&now);
     return static_cast<double>(now.QuadPart) * perTick;
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 void check(bool holds, const std::string& what) {

@@ -1,6 +1,7 @@
 // Sorts of workload W on a created, hidden grid in opti-data mode: from SortOn until every row knows its slot. The
 // first sort of a run finds the rows as the sort before left them; the note tells what turning the column round takes.
 #include "benchmarks/Bench.h"
+#include "benchmarks/Median.h"
 #include "benchmarks/peers/common/workload.h"
 #include "src/grid/FilterListCtrl.h"
 #include "src/list/core/NaturalCompare.h"
@@ -27,11 +28,6 @@ double milliseconds() {
     QueryPerformanceFrequency(&frequency);
     QueryPerformanceCounter(&now);
     return static_cast<double>(now.QuadPart) * 1e3 / static_cast<double>(frequency.QuadPart);
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 void check(bool holds, const std::string& what) {

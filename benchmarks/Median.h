@@ -1,4 +1,4 @@
-// The clock of the benchmarks without windows.
+// Medians, and the clock of the benchmarks without windows.
 #pragma once
 
 #include <algorithm>
@@ -17,4 +17,10 @@ double medianSeconds(int repeats, Work work) {
     }
     std::nth_element(seconds.begin(), seconds.begin() + repeats / 2, seconds.end());
     return seconds[static_cast<std::size_t>(repeats / 2)];
+}
+
+// The upper of the two in the middle for an even count; at least one value.
+inline double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
 }

@@ -1,3 +1,4 @@
+#include "core/list/PlanPicture.h"
 #include "src/list/core/ColumnImport.h"
 
 #include <gtest/gtest.h>
@@ -10,17 +11,6 @@
 namespace {
 
 const std::vector<ImportColumn> kThreeColumns{{"Symbol", 80}, {"Price", 90}, {"Qty", 70}};
-
-// "column:width" for each insert, a star on user columns; the order array; the widths of what is hidden.
-std::string picture(const ColumnSetPlan& plan) {
-    std::ostringstream text;
-    for (const auto& insert : plan.inserts) {
-        text << insert.columnIndex << ":" << insert.width << (insert.isUserColumn ? "* " : " ");
-    }
-    text << "|";
-    for (const int place : plan.order) text << " " << place;
-    return text.str();
-}
 
 struct ImportCase {
     const char* name;

@@ -1,3 +1,4 @@
+#include "core/list/PlanPicture.h"
 #include "src/list/core/ColumnSetPlan.h"
 
 #include <gtest/gtest.h>
@@ -38,17 +39,6 @@ ColumnSetInput profiled(Ints widths, std::vector<ProfileEntry> profile) {
     input.hasProfile = true;
     input.profile = std::move(profile);
     return input;
-}
-
-// "column:width" for each insert, a star on a user column's tip; then the order array.
-std::string picture(const ColumnSetPlan& plan) {
-    std::ostringstream text;
-    for (const auto& insert : plan.inserts) {
-        text << insert.columnIndex << ":" << insert.width << (insert.isUserColumn ? "* " : " ");
-    }
-    text << "|";
-    for (const int place : plan.order) text << " " << place;
-    return text.str();
 }
 
 struct PlanCase {
