@@ -376,6 +376,16 @@ protected:
     void RemeasureRows();
     // Lays the header's tool tips over the header items as they stand now.
     void LayOutHeaderToolTips();
+    // Takes all columns off the control; the arrays stay.
+    void DeleteAllColumns();
+    // The rectangle of the rows that are in view, over all columns; empty without rows.
+    CRect RowsInView();
+    // The lock that is stored under the list's name; its end if it names a column that the list does not have.
+    void ReadSortLockInfo();
+    void DropSortLockOutsideColumns();
+    // The levels of the multi-column sort in a section of the store. `name` is what a line in the log calls them.
+    void ReadSortLevels(const CString& section, const CString& name);
+    void WriteSortLevels(const CString& section);
 
 private:
     // Life.
@@ -386,7 +396,6 @@ private:
     void TakePlan(const ColumnSetPlan& plan);
     void ShowPlan(const ColumnSetPlan& plan);
     void InsertColumnRecord(int place, int columnIndex, int width);
-    void DeleteAllColumns();
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
     void RemoveHeaderToolTip(int place);
@@ -397,7 +406,6 @@ private:
     void ApplyAppearanceFont();
     void ApplyAppearanceColors();
     void ReplaceFont(const LOGFONT& description);
-    CRect RowsInView();
     void ReadCustomizeRecord(const CString& record);
     void WriteCustomizeRecord();
     void ReadUserCustomizeRecord(const CString& record);
@@ -407,8 +415,6 @@ private:
 
     // Sorting.
     void OnListKey(WPARAM key);
-    void ReadSortLockInfo();
-    void DropSortLockOutsideColumns();
     void ClickColumn(int place);
     void SortRows();
     std::vector<DWORD_PTR> SaveRowData();

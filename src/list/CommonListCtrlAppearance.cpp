@@ -182,7 +182,6 @@ BOOL CCommonListCtrl::OnEraseBkgnd(CDC* dc) {
     return 0;
 }
 
-// The rectangle of the rows that are in view, over all columns; empty without rows.
 CRect CCommonListCtrl::RowsInView() {
     CRect rows, last;
     const int top = CListCtrl::GetTopIndex();

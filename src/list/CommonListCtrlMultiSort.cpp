@@ -45,11 +45,15 @@ int CCommonListCtrl::BuildSortColumnOrderArray(CString heading, int order) {
     return 1;
 }
 
-void CCommonListCtrl::ReadSortOrderProfile() {
+void CCommonListCtrl::ReadSortOrderProfile() { ReadSortLevels(m_csListName, m_csListName); }
+
+void CCommonListCtrl::SaveSortOrderProfile() { WriteSortLevels(m_csListName); }
+
+void CCommonListCtrl::ReadSortLevels(const CString& section, const CString& name) {
     m_arrSortOrder.RemoveAll();
     CString text;
-    if (!readListSetting(m_csListName, kLevelsKey, text) || !m_bMultiSortEnabled) return;
-    if (text.IsEmpty()) {
+    if (!readListSetting(section, kLevelsKey, text) || !m_bMultiSortEnabled) return;
+    if (text.TrimLeft(',').IsEmpty()) {
         if (m_dlgSortOrder) m_dlgSortOrder->clear();
         m_bMultiSortActive = 0;
         return;
@@ -64,13 +68,13 @@ void CCommonListCtrl::ReadSortOrderProfile() {
         CString line;
         line.Format(
             "Few columns in the multi sort order are hidden in %s, resave the multicolumn sort to update the setting",
-            m_csListName.GetString());
+            name.GetString());
         logToHost(line);
     }
     if (m_bMultiSortActive) m_bSortLocked = m_bSorted = 0;
 }
 
-void CCommonListCtrl::SaveSortOrderProfile() {
+void CCommonListCtrl::WriteSortLevels(const CString& section) {
     if (!m_bMultiSortEnabled || !m_dlgSortOrder) return;
     std::vector<SortLevelText> levels;
     for (const CString& heading : m_dlgSortOrder->chosenNames()) {
@@ -78,7 +82,7 @@ void CCommonListCtrl::SaveSortOrderProfile() {
         m_mapSortOrderByName.Lookup(heading, order);
         levels.push_back({heading, order});
     }
-    if (!writeListSetting(m_csListName, kLevelsKey, formatSortLevels(levels, m_bMultiSortActive != 0))) {
+    if (!writeListSetting(section, kLevelsKey, formatSortLevels(levels, m_bMultiSortActive != 0))) {
         BCGPMessageBox(m_hWnd, "Error while saving sort column profile");
     }
 }

@@ -28,8 +28,6 @@ namespace {
 constexpr std::size_t kTradingSymbolOffset = 266;
 constexpr std::size_t kSymbolOffset = 401;
 
-CString watchSection(const CString& name) { return "MarketWatchNew_" + name; }
-
 // The host's texts of one record.
 class HostCells : public CustomCellSource {
 public:
@@ -58,6 +56,8 @@ CMrktWatchListCtrl::~CMrktWatchListCtrl() {
     if (m_hWnd) DestroyWindow();
     if (g_pLastMarketWatch == this) g_pLastMarketWatch = nullptr;
 }
+
+CString CMrktWatchListCtrl::WatchSection(const CString& name) { return "MarketWatchNew_" + name; }
 
 CString CMrktWatchListCtrl::ParentTitle() const {
     CString title;
@@ -144,16 +144,9 @@ void CMrktWatchListCtrl::SaveSortOrderProfile() {
     SaveMultiSortOrderProfile(name);
 }
 
-// The base reads and writes the levels under the list's name, which is the watch's section meanwhile.
 void CMrktWatchListCtrl::ReadMultiSortOrderProfile(CString name) {
-    {
-        const FlagScope<CString> section(m_csListName, watchSection(name));
-        CCommonListCtrl::ReadSortOrderProfile();
-    }
+    ReadSortLevels(WatchSection(name), name);
     if (m_bMultiSortActive) DrawHeaderSortImageForMultiSortMode(1, true);
 }
 
-void CMrktWatchListCtrl::SaveMultiSortOrderProfile(CString name) {
-    const FlagScope<CString> section(m_csListName, watchSection(name));
-    CCommonListCtrl::SaveSortOrderProfile();
-}
+void CMrktWatchListCtrl::SaveMultiSortOrderProfile(CString name) { WriteSortLevels(WatchSection(name)); }

@@ -112,18 +112,17 @@ protected:
 
 private:
     MrktWatchRowData* RowData(int row);
+    // Where a watch keeps what is its own.
+    static CString WatchSection(const CString& name);
     CString ParentTitle() const;
-    void ReadStoredLock();
     void ReadUserColumns();
     void ReadStoredPlaces();
-    void ReadGridLines(const CString& section);
+    void ReadGridLines();
     void ShowColumns(bool placesUserColumns);
     std::vector<WatchColumn> ColumnsAsTheyStand() const;
-    std::vector<WatchColumn> UserColumns() const;
     int WidthOfHeading(const char* heading) const;
     int WidestText(int place);
     void TakeFont(const LOGFONT& description);
-    CRect RowsInView();
 
     CustomColumnText m_customText;
     CFont m_listFont;  // of SetListFont or ShowFontDlg

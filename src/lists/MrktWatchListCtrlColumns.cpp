@@ -4,7 +4,6 @@
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListSettings.h"
 #include "src/list/core/ListLayout.h"
-#include "src/list/core/SortTexts.h"
 #include "src/lists/MrktWatchListCtrl.h"
 #include "src/lists/core/WatchColumns.h"
 
@@ -22,22 +21,13 @@ void CMrktWatchListCtrl::InsertColumnsForList(int*) {
     m_nBaseColumnCount = kMarketWatchColumns;
     ReadAutoSort();
     InitializeAutoSort();
+    if (m_bLockSortEnabled) ReadSortLockInfo();
     ReadUserColumns();
-    if (m_bLockSortEnabled) ReadStoredLock();
+    DropSortLockOutsideColumns();
     if (m_arrOrder.IsEmpty()) ReadStoredPlaces();
-    ReadGridLines("MarketWatchNew_" + ParentTitle());
+    ReadGridLines();
     ShowColumns(iNewDataArrCnt > 0 && m_arrColumns.GetCount() == iMrktInfoColCount + 1);
     ++g_nMarketWatchesBuilt;
-}
-
-void CMrktWatchListCtrl::ReadStoredLock() {
-    CString text;
-    if (!readListSetting(m_csListName, "SortLockInfo", text)) return;
-    const SortLock lock = parseSortLock(text);
-    if (!lock.locked || lock.columnIndex < 0 || lock.columnIndex >= m_arrColumns.GetCount()) return;
-    m_bSortLocked = m_bSorted = 1;
-    m_nLockSortColumn = lock.columnIndex;
-    m_nLockSortOrder = lock.order;
 }
 
 // The first watch counts the user columns; they are the same for all.
@@ -60,8 +50,7 @@ void CMrktWatchListCtrl::ReadStoredPlaces() {
     const int count = static_cast<int>(m_arrColumns.GetCount());
     WatchArrays arrays;
     CString text;
-    const bool stored =
-        m_bUseColumnProfile && readListSetting("MarketWatchNew_" + ParentTitle(), "COLUMNPROFILE", text);
+    const bool stored = m_bUseColumnProfile && readListSetting(WatchSection(ParentTitle()), "COLUMNPROFILE", text);
     if (!stored || !placeByProfile(parseWatchProfile(text), count, arrays)) {
         for (int i = 0; i < std::min(count, kMarketWatchColumns); ++i) {
             const bool known = i < m_arrDefaultColumns.GetCount();
@@ -74,9 +63,9 @@ void CMrktWatchListCtrl::ReadStoredPlaces() {
 }
 
 // A watch keeps its grid lines under its own name, not under the list's.
-void CMrktWatchListCtrl::ReadGridLines(const CString& section) {
+void CMrktWatchListCtrl::ReadGridLines() {
     CString text;
-    if (!readListSetting(section, "GridLine", text)) return;
+    if (!readListSetting(WatchSection(ParentTitle()), "GridLine", text)) return;
     m_bGridLines = text == "true";
     SetExtendedStyle((GetExtendedStyle() & ~static_cast<DWORD>(LVS_EX_GRIDLINES)) |
                      (m_bGridLines ? LVS_EX_GRIDLINES : 0));
@@ -95,8 +84,7 @@ void CMrktWatchListCtrl::ShowColumns(bool placesUserColumns) {
     assign(m_arrVisible, plan.visible);
     if (!plan.bySequence.empty()) m_nFirstColumn = plan.bySequence[0];
     const RedrawScope frozen(*this);
-    const CHeaderCtrl* header = GetHeaderCtrl();
-    for (int place = header ? header->GetItemCount() - 1 : -1; place >= 0; --place) DeleteColumn(place);
+    DeleteAllColumns();
     int place = 0;
     for (const int columnIndex : plan.bySequence) {
         const sQuorColInfo& column = m_arrColumns.GetAt(columnIndex);
@@ -117,6 +105,8 @@ int CMrktWatchListCtrl::InsertMrktColumn(int place, CString name, int format, in
         for (INT_PTR i = 0; i < m_arrOrder.GetCount(); ++i)
             if (m_arrOrder.GetAt(i) >= order) m_arrOrder.SetAt(i, m_arrOrder.GetAt(i) + 1);
     }
+    // Columns that the array does not speak of yet stay hidden.
+    while (m_arrOrder.GetCount() < columnIndex) m_arrOrder.Add(-1);
     m_arrOrder.SetAtGrow(columnIndex, order);
     m_arrWidth.SetAtGrow(columnIndex, width);
     m_arrVisible.RemoveAll();

@@ -21,15 +21,6 @@ void CMrktWatchListCtrl::OnSize(UINT type, int width, int height) {
     GetClientRect(&ClientRect);
 }
 
-CRect CMrktWatchListCtrl::RowsInView() {
-    const int top = GetTopIndex();
-    const int bottom = std::min(top + GetCountPerPage(), GetItemCount() - 1);
-    CRect rows, last;
-    if (bottom < top || !GetItemRect(top, rows, LVIR_BOUNDS) || !GetItemRect(bottom, last, LVIR_BOUNDS)) return {};
-    rows.bottom = last.bottom;
-    return rows;
-}
-
 // Rows erase themselves as they are painted, so that the list does not flicker.
 BOOL CMrktWatchListCtrl::OnEraseBkgnd(CDC* dc) {
     CRect clip;

@@ -49,50 +49,31 @@ std::vector<WatchColumn> CMrktWatchListCtrl::ColumnsAsTheyStand() const {
         const int item = i < m_arrOrder.GetCount() ? m_arrOrder.GetAt(i) : -1;
         if (item >= 0 && static_cast<std::size_t>(item) < shownAt.size())
             column.place = shownAt[static_cast<std::size_t>(item)];
-        if (column.place >= 0) column.width = WidthOfHeading(m_arrColumns.GetAt(i).szColumnName);
-        columns.push_back(column);
-    }
-    return columns;
-}
-
-std::vector<WatchColumn> CMrktWatchListCtrl::UserColumns() const {
-    std::vector<WatchColumn> columns;
-    for (int i = kMarketWatchColumns; i < m_arrColumns.GetCount(); ++i) {
         const sQuorColInfo& record = m_arrColumns.GetAt(i);
-        WatchColumn column;
-        column.columnIndex = i;
         column.name = record.szColumnName;
         column.idForm = idExpression(record, ListFamily::marketWatch);
         column.displayForm = displayExpression(record, ListFamily::marketWatch);
+        if (column.place >= 0) column.width = WidthOfHeading(record.szColumnName);
         columns.push_back(column);
     }
     return columns;
 }
 
 void CMrktWatchListCtrl::SaveColumnProfile(CString name) {
-    const CString section = "MarketWatchNew_" + name;
-    if (!writeListSetting(section, "COLUMNPROFILE", formatWatchProfile(ColumnsAsTheyStand())))
+    const CString section = WatchSection(name);
+    const std::vector<WatchColumn> columns = ColumnsAsTheyStand();
+    if (!writeListSetting(section, "COLUMNPROFILE", formatWatchProfile(columns)))
         AfxMessageBox("Error while saving column profile");
-    CString user = formatWatchUserColumns(UserColumns());
+    CString user = formatWatchUserColumns(columns);
     g_pControlBlock->UserSettingMWColumns(1, kAllWatches, user);
     writeListSetting(section, "GridLine", m_bGridLines ? "true" : "false");
 }
 
+// Places are the order array's, not the header's: what a file says is independent of how this window was dragged.
 void CMrktWatchListCtrl::ExportColumnToFile(CString name, CString file) {
     std::vector<WatchColumn> columns = ColumnsAsTheyStand();
-    const std::vector<WatchColumn> user = UserColumns();
-    for (WatchColumn& column : columns) {
-        // The order array's place, not the header's: what a file says is independent of how this window was dragged.
+    for (WatchColumn& column : columns)
         column.place = column.columnIndex < m_arrOrder.GetCount() ? m_arrOrder.GetAt(column.columnIndex) : -1;
-        if (column.columnIndex < kMarketWatchColumns) {
-            column.name = m_arrColumns.GetAt(column.columnIndex).szColumnName;
-            continue;
-        }
-        const WatchColumn& formulas = user[static_cast<std::size_t>(column.columnIndex - kMarketWatchColumns)];
-        column.name = formulas.name;
-        column.idForm = formulas.idForm;
-        column.displayForm = formulas.displayForm;
-    }
     CString text = formatWatchExport(columns), error;
     quoru_appdata_ini_file_operations(1, kAllWatches, exportKey(name), text, file, error);
 }

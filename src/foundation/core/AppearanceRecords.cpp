@@ -125,7 +125,7 @@ void parseUserAppearanceRecord(const CString& text, cCustomizedAppearanceSetting
 
 CString formatAppearanceRecord(const cCustomizedAppearanceSettings& settings) {
     CString text = formatLooks(settings);
-    if (settings.iKeywordColumn == -1 || !settings.bKeywordsEnabled) return text;
+    if (settings.iKeywordColumn < 0 || !settings.bKeywordsEnabled) return text;
     text.AppendFormat(",%d,", settings.iKeywordColumn);
     DWORD color = kNoColor;
     for (INT_PTR i = 0; settings.pKeywords && i < settings.pKeywords->GetCount(); ++i) {

@@ -38,16 +38,12 @@ void takeEntry(Draft& draft, const ProfileEntry& entry) {
     if (entry.place != -1) putAt(draft.bySequence, entry.place, column);
 }
 
-// Columns that no entry named stay hidden; so does one whose place a later entry took.
-void hideUnplaced(Draft& draft, const std::set<int>& named) {
+// Columns that no entry named stay hidden.
+void hideUnnamed(Draft& draft, const std::set<int>& named) {
     for (int i = 0; i < draft.columnCount(); ++i) {
-        int& place = draft.plan.order[at(i)];
-        if (!named.contains(i)) {
-            place = -1;
-            draft.plan.widths[at(i)] = kUnknownColumnWidth;
-        } else if (place != -1 && draft.bySequence[at(place)] != i) {
-            place = -1;
-        }
+        if (named.contains(i)) continue;
+        draft.plan.order[at(i)] = -1;
+        draft.plan.widths[at(i)] = kUnknownColumnWidth;
     }
 }
 
@@ -119,7 +115,7 @@ ColumnSetPlan planColumnSet(const ColumnSetInput& input) {
         ++loaded;
     }
     if (draft.columnCount() < loaded) return planWithoutProfile(input, draft);
-    hideUnplaced(draft, named);
+    hideUnnamed(draft, named);
     if (!insertInSequence(draft)) return planWithoutProfile(input, draft);
     return std::move(draft.plan);
 }

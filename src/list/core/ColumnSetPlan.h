@@ -8,7 +8,7 @@
 // A profile does not fit if an index lies outside 0..4095 or a place outside -1..4095 (its user columns are forgotten
 // then), if an index comes twice, if no column stands at place 0, or if its places leave a gap; default places are held
 // to the last two rules too. All this is silent: the next save repairs the stored text. Of two columns at one place the
-// later stays and the other is hidden.
+// later shows, and both keep that place in the order array.
 //
 // A gap is found as lists have always found it: places without a column read as column 0, and column 0 met for the
 // second time is a gap. So a single gap in a profile that hides column 0 shows column 0 there, at order -1.

@@ -14,9 +14,7 @@ constexpr int kUserColumnDataType = 7;
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
-bool fits(const WatchColumn& column) {
-    return fitsColumnRange(column.columnIndex, column.place);
-}
+bool fits(const WatchColumn& column) { return fitsColumnRange(column.columnIndex, column.place); }
 
 void dropSurplus(WatchArrays& arrays, std::size_t count) {
     while (arrays.order.size() > count) {
@@ -34,17 +32,20 @@ int nextFreePlace(const std::set<int>& taken, int place) {
     return place;
 }
 
-// User columns that are not on screen come back at the end.
+// User columns that are not on screen come back at the end. One that stands where no earlier column does stays there:
+// all places are taken before the first column moves.
 void placeUserColumns(WatchArrays& arrays, std::size_t known) {
     std::set<int> taken;
+    std::vector<std::size_t> moving;
     for (std::size_t i = 0; i < arrays.order.size(); ++i) {
-        int& place = arrays.order[i];
-        const bool isUser = i >= at(kMarketWatchColumns);
-        if (isUser && (place < 0 || i >= known || taken.contains(place))) {
-            place = nextFreePlace(taken, place);
-            arrays.widths[i] = kUserColumnWidth;
-        }
-        if (place >= 0) taken.insert(place);
+        const int place = arrays.order[i];
+        const bool stands = place >= 0 && i < known && taken.insert(place).second;
+        if (!stands && i >= at(kMarketWatchColumns)) moving.push_back(i);
+    }
+    for (const std::size_t i : moving) {
+        arrays.order[i] = nextFreePlace(taken, arrays.order[i]);
+        arrays.widths[i] = kUserColumnWidth;
+        taken.insert(arrays.order[i]);
     }
 }
 

@@ -63,6 +63,10 @@ void appendPlaced(CString& text, const WatchColumn& column, char delimiter) {
 
 }  // namespace
 
+bool isWatchUserColumn(const WatchColumn& column) {
+    return column.columnIndex >= kMarketWatchColumns && !(column.idForm.IsEmpty() && column.displayForm.IsEmpty());
+}
+
 std::vector<WatchColumn> parseWatchProfile(const CString& text) {
     std::vector<WatchColumn> columns;
     Fields fields(text, ",");
@@ -98,6 +102,7 @@ std::vector<WatchColumn> parseWatchUserColumns(const CString& text) {
 CString formatWatchUserColumns(const std::vector<WatchColumn>& columns) {
     CString text;
     for (const WatchColumn& column : columns) {
+        if (!isWatchUserColumn(column)) continue;
         if (!text.IsEmpty()) text += kWatchDelimiter;
         appendNumber(text, column.columnIndex);
         appendTexts(text, column);
@@ -137,7 +142,8 @@ WatchExport parseWatchExport(const CString& text) {
 CString formatWatchExport(const std::vector<WatchColumn>& columns) {
     CString builtIn, user;
     for (const WatchColumn& column : columns) {
-        const bool isUser = column.columnIndex >= kMarketWatchColumns;
+        const bool isUser = isWatchUserColumn(column);
+        if (!isUser && column.columnIndex >= kMarketWatchColumns) continue;
         CString& text = isUser ? user : builtIn;
         if (!text.IsEmpty()) text += isUser ? kWatchDelimiter : ',';
         appendPlaced(text, column, isUser ? kWatchDelimiter : ',');

@@ -22,11 +22,16 @@ struct WatchColumn {
     CString idForm, displayForm;  // user columns only
 };
 
+// From index 112 on and with a formula. Numbers between user columns that none has read as records without one: they
+// are no columns of the user's and are not written.
+bool isWatchUserColumn(const WatchColumn& column);
+
 // "0,2,80,1,-1,0": number, place and width of each column. A triple that the end of the text cuts is dropped.
 std::vector<WatchColumn> parseWatchProfile(const CString& text);
 CString formatWatchProfile(const std::vector<WatchColumn>& columns);
 
-// Number, name, id form, display form of each user column. A record that the end of the text cuts is dropped.
+// Number, name, id form, display form of each user column; others are passed over. A record that the end of the text
+// cuts is dropped.
 std::vector<WatchColumn> parseWatchUserColumns(const CString& text);
 CString formatWatchUserColumns(const std::vector<WatchColumn>& columns);
 
@@ -39,5 +44,5 @@ struct WatchExport {
 };
 
 WatchExport parseWatchExport(const CString& text);
-// Columns from kMarketWatchColumns on are user columns. The marker is always written.
+// Built-in columns are those below kMarketWatchColumns. The marker is always written.
 CString formatWatchExport(const std::vector<WatchColumn>& columns);

@@ -115,6 +115,8 @@ TEST(AppearanceRecords, WhatIsWrittenReadsBack) {
     settings.bKeywordsEnabled = 1;
     EXPECT_STREQ(formatAppearanceRecord(settings), record);
     EXPECT_STREQ(formatUserAppearanceRecord(settings), userRecord);
+    settings.iKeywordColumn = -2;
+    EXPECT_STREQ(formatAppearanceRecord(settings), "A0B0C0,FF,Arial,9") << "no column";
     settings.pUserTextColors->RemoveAt(1);
     settings.pUserBackColors->RemoveAll();
     EXPECT_STREQ(formatUserAppearanceRecord(settings), "A0B0C0,FF,Arial,9,BUY,FF,FFFFFFFF,SELL,FF,FFFFFFFF,");

@@ -85,8 +85,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "1:90 | -1 0 -1"},
         PlanCase{"GapShowsAHiddenColumnZero", profiled({80, 90, 70}, {entry(0, -1), entry(1, 0), entry(2, 2)}),
                  "1:60 0:60 2:60 | -1 0 2"},
-        PlanCase{"TheLaterOfTwoAtOnePlaceStays", profiled({80, 90, 70}, {entry(0, 0), entry(1, 1), entry(2, 1)}),
-                 "0:60 2:60 | 0 -1 1"},
+        PlanCase{"OfTwoAtOnePlaceTheLaterShowsAndBothKeepIt",
+                 profiled({80, 90, 70}, {entry(0, 0), entry(1, 1), entry(2, 1)}), "0:60 2:60 | 0 1 1"},
+        PlanCase{"TwoAtPlaceZero", profiled({80, 90, 70}, {entry(0, 0), entry(1, 0), entry(2, 1)}),
+                 "1:60 2:60 | 0 0 1"},
         PlanCase{"NothingAtPlaceZero", profiled({80, 90}, {entry(0, -1), entry(1, 1)}), "0:80 1:90 | 0 1"},
         PlanCase{"EverythingHidden", profiled({80, 90}, {entry(0, -1), entry(1, -1)}), "0:80 1:90 | 0 1"},
         PlanCase{"EmptyProfile", profiled({80}, {}), "0:80 | 0"},
@@ -126,7 +128,8 @@ TEST(ColumnSetPlan, FirstColumnAndSortOrderFollowTheRoad) {
     EXPECT_FALSE(all.readsSortOrder);
 }
 
-// Whatever a profile says, the arrays come out in step. The one record at order -1 is column 0 in a single gap.
+// Whatever a profile says, the arrays come out in step. Column 0 alone may show in a gap, at another place than its
+// own.
 TEST(ColumnSetPlan, AnyProfileLeavesTheArraysInStep) {
     const unsigned seed = 20240611;
     std::mt19937 random(seed);
@@ -144,14 +147,12 @@ TEST(ColumnSetPlan, AnyProfileLeavesTheArraysInStep) {
         ASSERT_FALSE(plan.inserts.empty());
         EXPECT_EQ(plan.inserts[0].columnIndex, plan.firstColumn);
         ASSERT_EQ(plan.visible.size(), plan.inserts.size());
-        std::size_t shown = 0;
         for (std::size_t place = 0; place < plan.inserts.size(); ++place) {
             const int column = plan.inserts[place].columnIndex;
             const int order = plan.order[static_cast<std::size_t>(column)];
-            EXPECT_TRUE(order == static_cast<int>(place) || (column == 0 && order == -1)) << "round " << round;
-            shown += order != -1;
+            EXPECT_TRUE(order == static_cast<int>(place) || column == 0) << "round " << round;
         }
-        EXPECT_EQ(static_cast<std::size_t>(std::ranges::count_if(plan.order, [](int p) { return p != -1; })), shown);
+        for (const int place : plan.order) EXPECT_LT(place, static_cast<int>(plan.inserts.size())) << "round " << round;
     }
 }
 

@@ -39,6 +39,8 @@ TEST(WatchTexts, AreWrittenByteForByte) {
                  "1\xA7"
                  "2");
     EXPECT_STREQ(formatWatchExport({kColumns[0]}), "0,1,80,Symbol,CUSTOMCOLUMN,");
+    EXPECT_STREQ(formatWatchExport({kColumns[0], {112, -1, 0, "", "", ""}}), "0,1,80,Symbol,CUSTOMCOLUMN,");
+    EXPECT_STREQ(formatWatchUserColumns({kColumns[0], {112, -1, 0, "", "", ""}}), "") << "no column of the user's";
 }
 
 TEST(WatchTexts, ComeBackAsWritten) {
