@@ -4,6 +4,20 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/base/Strings.h"
+
+inline void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "%s\n", what);
+    std::abort();
+}
+
+inline CString textOf(const std::uint8_t* data, std::size_t size) {
+    return CString(reinterpret_cast<const char*>(data), static_cast<int>(size));
+}
 
 // Both roads of the evaluator must agree on the text.
 void fuzzExpression(const std::uint8_t* data, std::size_t size);

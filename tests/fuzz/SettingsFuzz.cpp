@@ -3,24 +3,12 @@
 
 #include <boost/property_tree/json_parser/error.hpp>
 
-#include <cstdio>
-#include <cstdlib>
-
-namespace {
-
-[[noreturn]] void fail(const char* what) {
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
-
-}  // namespace
-
 void fuzzSettings(const std::uint8_t* data, std::size_t size) {
     settings::Tree marker;
     marker.put("before", "kept");
     settings::Tree tree = marker;
     if (!settings::parse(std::string(reinterpret_cast<const char*>(data), size), tree)) {
-        if (tree != marker) fail("a text that was refused changed the tree");
+        require(tree == marker, "a text that was refused changed the tree");
         return;
     }
     std::string json;
@@ -30,7 +18,7 @@ void fuzzSettings(const std::uint8_t* data, std::size_t size) {
         return;  // a lone value, or text that is not UTF-8
     }
     settings::Tree again;
-    if (!settings::parse(json, again)) fail("what was written cannot be read");
-    if (again != tree) fail("what was written reads otherwise");
+    require(settings::parse(json, again), "what was written cannot be read");
+    require(again == tree, "what was written reads otherwise");
     settings::eraseEverywhere(again, "k");
 }

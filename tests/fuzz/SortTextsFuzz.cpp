@@ -1,16 +1,7 @@
 #include "src/list/core/SortTexts.h"
 #include "tests/fuzz/Fuzz.h"
 
-#include <cstdio>
-#include <cstdlib>
-
 namespace {
-
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
 
 bool isPlain(const CString& heading) {
     return heading.FindOneOf(",#") < 0 && heading.Find("->") < 0 && !heading.IsEmpty();
@@ -41,7 +32,7 @@ void checkLevels(const CString& text) {
 }  // namespace
 
 void fuzzSortTexts(const std::uint8_t* data, std::size_t size) {
-    const CString text(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    const CString text = textOf(data, size);
     checkLock(text);
     checkLevels(text);
 }

@@ -1,20 +1,7 @@
 #include "src/lists/core/WatchColumns.h"
 #include "tests/fuzz/Fuzz.h"
 
-#include <cstdio>
-#include <cstdlib>
-
 namespace {
-
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
-
-CString textOf(const std::uint8_t* data, std::size_t size) {
-    return CString(reinterpret_cast<const char*>(data), static_cast<int>(size));
-}
 
 std::vector<sQuorColInfo> builtInColumns() {
     std::vector<sQuorColInfo> columns(kMarketWatchColumns);
@@ -62,6 +49,8 @@ void fuzzWatchUserColumns(const std::uint8_t* data, std::size_t size) {
     const auto columns = parseWatchUserColumns(textOf(data, size));
     const CString written = formatWatchUserColumns(columns);
     require(formatWatchUserColumns(parseWatchUserColumns(written)) == written, "user columns read back otherwise");
+    for (const WatchColumn& column : parseWatchUserColumns(written))
+        require(isWatchUserColumn(column), "a built-in column among the user columns");
 }
 
 void fuzzWatchExport(const std::uint8_t* data, std::size_t size) {
