@@ -130,27 +130,4 @@ TEST(CustomColumnText, WhatIsNoNumberCountsAsZero) {
     }
 }
 
-// ---- Which string is which
-
-TEST(CustomColumnText, EachFamilyKeepsItsFormsWhereItsProfilesHaveThem) {
-    const struct {
-        ListFamily family;
-        const char* first;
-        const char* second;
-    } cases[] = {{ListFamily::grid, " \"4\" * 2", " \"Rate\" * 2"},
-                 {ListFamily::multiLine, " \"4\" * 2", " \"Rate\" * 2"},
-                 {ListFamily::marketWatch, " \"Rate\" * 2", " \"4\" * 2"}};
-    for (const auto& expected : cases) {
-        sQuorColInfo column;
-        setExpressions(column, expected.family, " \"4\" * 2", " \"Rate\" * 2");
-        EXPECT_STREQ(column.csExpression, expected.first);
-        EXPECT_STREQ(column.csToolTip, expected.second);
-        EXPECT_STREQ(displayExpression(column, expected.family), " \"Rate\" * 2");
-        Row row;
-        CString text;
-        row.show(idExpression(column, expected.family).GetString(), text);
-        EXPECT_STREQ(text, "8.00");
-    }
-}
-
 }  // namespace

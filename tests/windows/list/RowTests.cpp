@@ -1,5 +1,6 @@
 // Rows: texts, data, focus, clipboard, the area without rows.
 #include "ListFixture.h"
+#include "support/Canvas.h"
 
 namespace {
 
@@ -94,13 +95,8 @@ TEST_F(Rows, EmptyAreaIsFilledAroundTheRowsOnly) {
     CRect area, row;
     list.GetClientRect(&area);
     list.GetItemRect(1, row, LVIR_BOUNDS);
-    CClientDC screen(&list);
-    CDC dc;
-    CBitmap bitmap;
-    bitmap.CreateCompatibleBitmap(&screen, area.Width(), area.Height());
-    dc.CreateCompatibleDC(&screen);
-    const SelectScope drawing(dc, bitmap);
-    dc.FillSolidRect(area, kMark);
+    test::Canvas canvas(list, area.Size(), kMark);
+    CDC& dc = canvas.dc;
     EXPECT_EQ(list.OnEraseBkgnd(&dc), 0);
     EXPECT_EQ(dc.GetPixel(row.CenterPoint()), kMark);
     EXPECT_EQ(dc.GetPixel(row.right + 2, row.top + 2), kBack);

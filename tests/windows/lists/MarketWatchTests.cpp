@@ -1,138 +1,14 @@
-// A market watch on real windows: a watch of 112 built-in columns whose host answers "<symbol>/<columnIndex>".
-#include "src/foundation/core/Globals.h"
-#include "src/lists/MrktWatchListCtrl.h"
-#include "support/CallRecorder.h"
-#include "support/FakeHost.h"
-#include "support/WindowFixture.h"
+// Columns, cells, levels and stored texts of a market watch.
+#include "MarketWatchFixture.h"
+#include "support/MessageBoxAnswerer.h"
 
 #include <cstring>
-#include <deque>
-#include <memory>
-#include <string>
+#include <vector>
 
 namespace {
 
-constexpr int kWatchId = 900;
-
-// The host's row: the pair stands first, and its record is the row itself.
-struct HostRow {
-    MrktWatchRowData pair;
-    char bytes[512] = {};
-    std::string symbol;
-    double price = 0;
-};
-
-class WatchWindow : public CWnd {
-public:
-    test::CallRecorder calls;
-    int drawn = 0;
-
-protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_DRAWITEM) {
-            ++drawn;
-            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-            CDC::FromHandle(item.hDC)->FillSolidRect(&item.rcItem, RGB(0, 0, 90));
-            return TRUE;
-        }
-        if (message == WM_USER + 123) calls.record("rebuilt", wParam, lParam);
-        if (message == WM_USER + 500) calls.record("reordered", wParam, lParam);
-        return CWnd::WindowProc(message, wParam, lParam);
-    }
-};
-
-class CountingHeader : public CHeaderCtrl {
-public:
-    int paints = 0;
-
-protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        paints += message == WM_PAINT;
-        return CHeaderCtrl::WindowProc(message, wParam, lParam);
-    }
-};
-
-struct MarketWatch : test::WindowFixture {
-    MarketWatch() {
-        resetFakeHost();
-        CMrktWatchListCtrl::g_nMarketWatchesBuilt = 0;
-        iMrktInfoColCount = 111;
-        iNewDataArrCnt = 0;
-        fakeHost().marketCell = [this](CWnd*, void* data, int columnIndex, CString& text) {
-            auto* row = static_cast<HostRow*>(data);
-            if (columnIndex >= 112) {
-                list->GetCustomColumnText(reinterpret_cast<sMWStruct*>(row), columnIndex, text);
-            } else if (columnIndex == 1) {
-                text.Format("%.2f", row->price);
-            } else if (columnIndex == 2) {
-                text = "0";
-            } else {
-                text.Format("%s/%d", row->symbol.c_str(), columnIndex);
-            }
-        };
-        const CString windowClass = AfxRegisterWndClass(0, nullptr, nullptr, nullptr);
-        owner.Create(windowClass, "Banks", WS_CHILD | WS_VISIBLE, CRect(0, 0, 700, 400), &frame(), 50);
-    }
-    void TearDown() override {
-        list.reset();
-        owner.DestroyWindow();
-        WindowFixture::TearDown();
-    }
-
-    void open() {
-        list = std::make_unique<CMrktWatchListCtrl>();
-        list->m_csListName = "watch";
-        for (int i = 0; i < 112; ++i) {
-            sQuorColInfo column;
-            std::snprintf(column.szColumnName, sizeof column.szColumnName, "c%d", i);
-            column.iWidth = 60;
-            column.iDataType = 2;
-            list->m_arrColumns.Add(column);
-        }
-        const int shown[] = {0, 1, 2, 3};
-        list->SetDefaultCols(4, shown);
-        list->Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, CRect(0, 0, 600, 300), &owner, kWatchId);
-        list->InsertColumnsForList(nullptr);
-    }
-    void close() {
-        list->DestroyWindow();
-        list.reset();
-    }
-    void addRow(const char* symbol, double price) {
-        HostRow& row = rows.emplace_back();
-        row.pair.pRecord = reinterpret_cast<sMWStruct*>(&row);
-        row.symbol = symbol;
-        row.price = price;
-        const int item = list->InsertItem(list->GetItemCount(), "");
-        list->SetItemData(item, reinterpret_cast<DWORD_PTR>(&row));
-    }
-    std::string column(int place) {
-        std::string all;
-        for (int row = 0; row < list->GetItemCount(); ++row)
-            all += (row ? " " : "") + std::string(list->GetItemText(row, place).GetString());
-        return all;
-    }
-    // "name:width" in the order on screen.
-    std::string header() {
-        std::string all;
-        for (int i = 0; i < list->GetHeaderCtrl()->GetItemCount(); ++i) {
-            const int item = list->GetHeaderCtrl()->OrderToIndex(i);
-            char name[80] = "";
-            LVCOLUMN column{};
-            column.mask = LVCF_TEXT | LVCF_WIDTH;
-            column.pszText = name;
-            column.cchTextMax = sizeof name;
-            list->GetColumn(item, &column);
-            all += (i ? " " : "") + std::string(name) + ":" + std::to_string(column.cx);
-        }
-        return all;
-    }
-
-    CString m_text;
-    WatchWindow owner;
-    std::deque<HostRow> rows;
-    std::unique_ptr<CMrktWatchListCtrl> list;
-};
+using namespace watch_tests;
+using Texts = std::vector<std::string>;
 
 TEST_F(MarketWatch, CellsComeFromTheHostByColumnIndex) {
     open();
@@ -210,6 +86,102 @@ TEST_F(MarketWatch, FormulasUseTheHostsTexts) {
     EXPECT_EQ(answerer.boxes().size(), 1u);
 }
 
+TEST_F(MarketWatch, UserColumnsEnterOtherUserColumns) {
+    const struct {
+        const char* name;
+        const char* idForm;
+        const char* shown;
+    } cases[] = {
+        {"third", " \"1\" / 3", "3.33"},
+        {"back", " \"112\" * 3", "9.99"},       // with the two decimals that it shows
+        {"text", " \"0\" + \"113\"", "9.99"},   // a text is zero
+        {"nothing", " \"2\" * \"3\"", "0.00"},  //
+        {"zero", " \"112\" / \"115\"", "Divided by ZERO error"},
+        {"error", " \"116\" + \"112\"", "3.33"},  // its words are a text, too
+        {"late", " \"119\" + 1", "8.00"},         // one that stands behind
+        {"last", " 7", "7.00"},
+    };
+    std::string& stored = fakeHost().marketWatchColumns["MarketWatch"];
+    for (int number = 112; const auto& row : cases)
+        stored += (stored.empty() ? "" : "\xA7") + std::to_string(number++) + "\xA7" + row.name + "\xA7" + row.idForm +
+                  "\xA7shown";
+    open();
+    addRow("A", 10);
+    int place = 4;
+    for (const auto& row : cases) EXPECT_EQ(list->GetItemText(0, place++), row.shown) << row.name;
+}
+
+// Which string of a record is what: the header's tip is the display form.
+TEST_F(MarketWatch, TheHeaderExplainsAUserColumnByHeadings) {
+    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
+    open();
+    char text[80] = "";
+    TOOLINFO info{};
+    info.lpszText = text;
+    ASSERT_TRUE(list->m_ToolTip.GetToolInfo(info, list->GetHeaderCtrl(), 5));
+    EXPECT_STREQ(text, " \"c1\" * 2");
+}
+
+TEST_F(MarketWatch, AStoredLockIsTakenIfItFits) {
+    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
+    const struct {
+        const char* stored;
+        int enabled, locked, columnIndex, order;
+    } cases[] = {{"True,2,1", 1, 1, 2, 1},   {"True,112,-1", 1, 1, 112, -1},
+                 {"True,2,1", 0, 0, -1, 0},  {"True,113,1", 1, 0, -1, 0},
+                 {"True,2", 1, 0, -1, 0},    {"False,-1,0", 1, 0, -1, 0},
+                 {"false,2,1", 1, 0, -1, 0}, {"", 1, 0, -1, 0}};
+    for (const auto& expected : cases) {
+        fakeHost().settings[{"watch", "SortLockInfo"}] = expected.stored;
+        open([&](CMrktWatchListCtrl& watch) { watch.m_bLockSortEnabled = static_cast<BYTE>(expected.enabled); });
+        EXPECT_EQ(list->m_bSortLocked, expected.locked) << expected.stored;
+        EXPECT_EQ(list->m_bSorted, expected.locked) << expected.stored;
+        if (expected.locked) {
+            EXPECT_EQ(list->m_nLockSortColumn, expected.columnIndex);
+            EXPECT_EQ(list->m_nLockSortOrder, expected.order);
+        }
+        close();
+    }
+}
+
+TEST_F(MarketWatch, ColumnsAreAddedOneByOne) {
+    open();
+    EXPECT_EQ(list->InsertMrktColumn(1, "New", 1, 44, 1), 112);
+    EXPECT_EQ(list->InsertMrktColumn(0, "Hidden", 1, 30, -1), 113);
+    EXPECT_EQ(header(), "c0:60 New:44 c1:60 c2:60 c3:60");
+    const int columnAt[] = {0, 112, 1, 2, 3, -1};
+    for (int place = 0; place < 6; ++place) EXPECT_EQ(list->GetOriginalColumnPosition(place), columnAt[place]);
+    EXPECT_EQ(list->m_arrOrder.GetAt(113), -1);
+    EXPECT_EQ(list->m_arrWidth.GetAt(112), 44);
+    addRow("A", 1);
+    EXPECT_EQ(list->GetItemText(0, 4), "A/3") << "cells follow";
+    close();
+    open([](CMrktWatchListCtrl& watch) {
+        EXPECT_EQ(watch.InsertMrktColumn(0, "First", 1, 44, 0), 112);
+        EXPECT_EQ(watch.m_arrOrder.GetAt(0), -1) << "a column that stood in no array yet is hidden";
+        EXPECT_EQ(watch.m_arrVisible.GetCount(), 1);
+    });
+}
+
+// What one window reads of the store is what all have; a number that nobody has makes no column.
+TEST_F(MarketWatch, NumbersThatTheStoreLeavesOutAreNoColumns) {
+    const std::string stored = "114\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
+    fakeHost().marketWatchColumns["MarketWatch"] = stored;
+    open();
+    close();
+    EXPECT_EQ(fakeHost().marketWatchColumns["MarketWatch"], stored);
+}
+
+TEST_F(MarketWatch, TheWatchMadeLastIsKnownUntilItGoes) {
+    open();
+    EXPECT_EQ(CMrktWatchListCtrl::g_pLastMarketWatch, list.get());
+    {
+        CMrktWatchListCtrl later;
+        EXPECT_EQ(CMrktWatchListCtrl::g_pLastMarketWatch, &later);
+    }
+    EXPECT_EQ(CMrktWatchListCtrl::g_pLastMarketWatch, nullptr);
+}
+
 TEST_F(MarketWatch, LevelsSortTheRowsData) {
     open();
     addRow("B", 2);
@@ -234,64 +206,52 @@ TEST_F(MarketWatch, LevelsSortTheRowsData) {
     EXPECT_EQ((fakeHost().settings[{"MarketWatchNew_Other", "COLUMN_SORT_ORDER_PROFILE"}]), "c1->-1#1");
 }
 
-TEST_F(MarketWatch, RepaintingRowsLeavesTheHeaderAlone) {
+TEST_F(MarketWatch, LevelsAreReadUnderTheNameInTheCombo) {
     open();
-    CountingHeader header;
-    header.SubclassWindow(list->GetHeaderCtrl()->m_hWnd);
-    for (int i = 0; i < 20; ++i) addRow("A", i);
-    pumpUntilIdle();
-    const int paints = header.paints;
-    owner.drawn = 0;
-    list->Invalidate();
-    list->UpdateWindow();
-    pumpUntilIdle();
-    EXPECT_GE(owner.drawn, 10);
-    EXPECT_EQ(header.paints, paints);
-    header.Invalidate();
-    header.UpdateWindow();
-    EXPECT_EQ(header.paints, paints + 1) << "the count works";
-    header.UnsubclassWindow();
-}
-
-TEST_F(MarketWatch, PointsFindRowAndColumnAsTheyStand) {
-    open();
-    addRow("A", 1);
-    int order[] = {3, 0, 1, 2};
-    list->GetHeaderCtrl()->SetOrderArray(4, order);
-    list->SetColumnWidth(3, 20);
-    CRect bounds;
-    list->GetItemRect(0, &bounds, LVIR_BOUNDS);
-    int row = -1, place = -1;
-    CPoint point(25, bounds.top + 1);
-    EXPECT_TRUE(list->HitTestEx(point, &row, &place));
-    EXPECT_EQ(row, 0);
-    EXPECT_EQ(place, 1);
-    point.x = bounds.right + 5;
-    EXPECT_FALSE(list->HitTestEx(point, &row, &place));
-    point = CPoint(25, bounds.bottom + 20);
-    EXPECT_FALSE(list->HitTestEx(point, &row, &place));
-    EXPECT_FALSE(list->HitTestEx(point, nullptr, &place));
-}
-
-TEST_F(MarketWatch, TheCheckBoxIsDrawn) {
-    open();
-    CClientDC screen(list.get());
-    CDC dc;
-    dc.CreateCompatibleDC(&screen);
-    CBitmap bitmap;
-    bitmap.CreateCompatibleBitmap(&screen, 60, 20);
-    const SelectScope drawing(dc, bitmap);
-    CRect cell(10, 0, 50, 17), box;
-    list->DrawCheckbox(0, 0, &dc, 0, 0, cell, &box, 1);
-    EXPECT_EQ(box, CRect(14, 0, 30, 16));
-    EXPECT_EQ(dc.GetPixel(24, 4), 1284864u) << "the first stroke";
-    EXPECT_EQ(dc.GetPixel(21, 7), 1284864u) << "the lowest";
-    EXPECT_EQ(dc.GetPixel(18, 4), 1284864u) << "the last";
-    list->DrawCheckbox(0, 0, &dc, 0, 0, cell, nullptr, 0);
-    EXPECT_EQ(dc.GetPixel(24, 4), 0xFFFFFFu);
+    CComboBox combo;
+    combo.Create(WS_CHILD | CBS_DROPDOWN, CRect(0, 310, 200, 400), &owner, 901);
+    combo.SetWindowText("Metals");
+    list->SortProfileCombo = &combo;
+    list->m_bMultiSortEnabled = 1;
+    auto& stored = fakeHost().settings[{"MarketWatchNew_Metals", "COLUMN_SORT_ORDER_PROFILE"}];
+    const auto logged = [] {
+        return fakeHost().count(
+            "AddToTabbedLog Few columns in the multi sort order are hidden in Metals, resave the multicolumn sort to "
+            "update the setting 0 0");
+    };
+    stored = "c1->1,c9->-1#1";
+    {
+        test::MessageBoxAnswerer answerer;
+        list->ReadSortOrderProfile();
+        EXPECT_EQ(answerer.texts(), Texts{"Please select columns that are visible in the list for sorting"});
+    }
+    EXPECT_EQ(logged(), 1) << "the watch's name, without its section's";
+    EXPECT_EQ(list->m_arrSortOrder.GetCount(), 1);
+    LevelsAsChooser chooser(list->m_arrSortOrder);
+    list->SetSortOrderChooser(&chooser);
+    list->SaveSortOrderProfile();
+    EXPECT_EQ(stored, "c1->1#1");
+    {
+        test::MessageBoxAnswerer answerer;
+        fakeHost().refuseWrites = true;
+        list->SaveSortOrderProfile();
+        fakeHost().refuseWrites = false;
+        EXPECT_EQ(answerer.texts(), Texts{"Error while saving sort column profile"});
+    }
+    for (const char* nothing : {"", ",", ",,"}) {
+        stored = nothing;
+        list->m_bMultiSortActive = 1;
+        list->ReadSortOrderProfile();
+        EXPECT_FALSE(list->m_bMultiSortActive) << nothing;
+    }
+    combo.DestroyWindow();
+    stored = "c1->1#1";
+    list->ReadSortOrderProfile();
+    EXPECT_FALSE(list->m_bMultiSortActive) << "no combo, no name";
 }
 
 TEST_F(MarketWatch, AnImportRebuildsARunningWatch) {
+    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
     open();
     const CString file = "watch_import_test.ini";
     frame().SetWindowText("Desk");
@@ -303,11 +263,13 @@ TEST_F(MarketWatch, AnImportRebuildsARunningWatch) {
     list->LoadHeaders(&columns, &widths);
     owner.calls.take();
     list->ImportColumnsFromFile(file);
-    EXPECT_EQ(header(), "c0:60 c1:60 c2:60 c3:60");
+    EXPECT_EQ(header(), "c0:60 c1:60 c2:60 c3:60 Twice:80");
+    EXPECT_EQ(iMrktInfoColCount, 112);
+    EXPECT_EQ(iNewDataArrCnt, 1);
     EXPECT_EQ(owner.calls.take(), test::Calls{"rebuilt 900 0"});
     frame().SetWindowText("Elsewhere");
     list->ImportColumnsFromFile(file);
-    EXPECT_EQ(header(), "c0:60 c1:60 c2:60 c3:60") << "the control stays";
+    EXPECT_EQ(header(), "c0:60 c1:60 c2:60 c3:60 Twice:80") << "the control stays";
     EXPECT_EQ(list->m_arrVisible.GetCount(), 112) << "the arrays are the built-in ones";
 }
 
