@@ -1,7 +1,11 @@
 #include "src/lists/core/WatchColumns.h"
 #include "tests/fuzz/Fuzz.h"
 
+#include <algorithm>
+
 namespace {
+
+constexpr int kRecordWidth = 70;
 
 std::vector<sQuorColInfo> builtInColumns() {
     std::vector<sQuorColInfo> columns(kMarketWatchColumns);
@@ -10,22 +14,36 @@ std::vector<sQuorColInfo> builtInColumns() {
         CString name;
         name.Format("c%d", number++);
         setColumnName(column, name);
-        column.iWidth = 70;
+        column.iWidth = kRecordWidth;
     }
     return columns;
+}
+
+// A user column that stands alone at its place stays there, in its width, whatever else comes back to the screen. (Not
+// asked where columns are gone: the places behind them close up, and may meet.)
+void checkStanding(const WatchArrays& arrays, const WatchPlan& plan) {
+    const auto count = static_cast<int>(plan.arrays.order.size());
+    if (static_cast<int>(arrays.order.size()) > count) return;
+    for (std::size_t i = kMarketWatchColumns; i < arrays.order.size(); ++i) {
+        const int place = arrays.order[i], width = arrays.widths[i];
+        if (place < 0 || place >= count || std::count(arrays.order.begin(), arrays.order.end(), place) > 1) continue;
+        require(plan.arrays.order[i] != -1, "a user column lost its place");
+        require(plan.arrays.widths[i] == (width ? width : kRecordWidth), "a user column lost its width");
+    }
 }
 
 // Shows the arrays with `user` user columns and checks what comes on screen: places from 0 up, each once.
 void checkPlan(const WatchArrays& arrays, int user) {
     WatchPlanInput input;
     input.arrays = arrays;
-    input.recordWidths.assign(static_cast<std::size_t>(kMarketWatchColumns + user), 70);
+    input.recordWidths.assign(static_cast<std::size_t>(kMarketWatchColumns + user), kRecordWidth);
     input.lastColumn = kMarketWatchColumns - 1 + user;
     for (const bool places : {true, false}) {
         input.placesUserColumns = places;
         const WatchPlan plan = planWatchColumns(input);
         require(plan.arrays.order.size() == input.recordWidths.size(), "arrays of another length");
         require(plan.arrays.widths.size() == plan.arrays.order.size(), "arrays of different length");
+        checkStanding(arrays, plan);
         std::size_t shown = 0;
         for (const int place : plan.arrays.order) shown += place != -1;
         require(shown == plan.bySequence.size() && shown == plan.visible.size(), "shown columns out of step");
