@@ -1,43 +1,20 @@
 #include "src/lists/core/WatchTexts.h"
 
 #include "platform/base/Numbers.h"
+#include "src/foundation/core/StoredFields.h"
 
-#include <cstring>
 #include <optional>
 
 namespace {
 
 constexpr char kMarker[] = "CUSTOMCOLUMN";
-constexpr char kUserDelimiters[] = {kWatchDelimiter, '\0'};
 
-// A text's fields, one after the other.
-class Fields {
-public:
-    Fields(const CString& text, const char* delimiters) : m_text(text), m_delimiters(delimiters) {}
-
-    std::optional<CString> next() {
-        if (m_at < 0) return std::nullopt;
-        CString field = m_text.Tokenize(m_delimiters, m_at);
-        if (m_at < 0) return std::nullopt;
-        return field;
-    }
-    int number(int missing) {
-        const std::optional<CString> field = next();
-        return field ? quor::atoi(*field) : missing;
-    }
-    // What lies behind the last field.
-    CString rest() const { return m_at < 0 ? CString() : m_text.Mid(m_at); }
-
-private:
-    const CString& m_text;
-    const char* m_delimiters;
-    int m_at = 0;
-};
+int number(const std::optional<CString>& field, int missing) { return field ? quor::atoi(*field) : missing; }
 
 // The three texts at the end of a user column; false if one is missing.
-bool readTexts(Fields& fields, WatchColumn& column) {
+bool readTexts(StoredFields& fields, WatchColumn& column) {
     for (CString* text : {&column.name, &column.idForm, &column.displayForm}) {
-        std::optional<CString> field = fields.next();
+        const auto field = fields.next(kWatchDelimiter);
         if (!field) return false;
         *text = *field;
     }
@@ -69,9 +46,9 @@ bool isWatchUserColumn(const WatchColumn& column) {
 
 std::vector<WatchColumn> parseWatchProfile(const CString& text) {
     std::vector<WatchColumn> columns;
-    Fields fields(text, ",");
-    while (const std::optional<CString> index = fields.next()) {
-        const std::optional<CString> place = fields.next(), width = fields.next();
+    StoredFields fields(text);
+    while (const auto index = fields.next()) {
+        const auto place = fields.next(), width = fields.next();
         if (!width) break;
         columns.push_back({quor::atoi(*index), quor::atoi(*place), quor::atoi(*width), {}, {}, {}});
     }
@@ -89,8 +66,8 @@ CString formatWatchProfile(const std::vector<WatchColumn>& columns) {
 
 std::vector<WatchColumn> parseWatchUserColumns(const CString& text) {
     std::vector<WatchColumn> columns;
-    Fields fields(text, kUserDelimiters);
-    while (const std::optional<CString> index = fields.next()) {
+    StoredFields fields(text);
+    while (const auto index = fields.next(kWatchDelimiter)) {
         WatchColumn column;
         column.columnIndex = quor::atoi(*index);
         if (!readTexts(fields, column)) break;
@@ -112,28 +89,25 @@ CString formatWatchUserColumns(const std::vector<WatchColumn>& columns) {
 
 WatchExport parseWatchExport(const CString& text) {
     WatchExport made;
-    Fields fields(text, ",");
-    while (const std::optional<CString> index = fields.next()) {
+    StoredFields fields(text);
+    while (const auto index = fields.next()) {
         if (*index == kMarker) {
             made.hasMarker = true;
             break;
         }
         WatchColumn column;
         column.columnIndex = quor::atoi(*index);
-        column.place = fields.number(-1);
-        column.width = fields.number(0);
+        column.place = number(fields.next(), -1);
+        column.width = number(fields.next(), 0);
         column.name = fields.next().value_or(CString());
         made.builtIn.push_back(column);
     }
-    if (!made.hasMarker) return made;
-    const CString userText = fields.rest();
-    Fields user(userText, kUserDelimiters);
-    while (const std::optional<CString> index = user.next()) {
+    while (const auto index = fields.next(kWatchDelimiter)) {
         WatchColumn column;
         column.columnIndex = quor::atoi(*index);
-        column.place = user.number(-1);
-        column.width = user.number(0);
-        if (!readTexts(user, column)) break;
+        column.place = number(fields.next(kWatchDelimiter), -1);
+        column.width = number(fields.next(kWatchDelimiter), 0);
+        if (!readTexts(fields, column)) break;
         made.user.push_back(column);
     }
     return made;
