@@ -1,4 +1,5 @@
 // How the columns of a market watch come on screen and how wide they are.
+#include "src/expression/core/CustomColumnDependents.h"
 #include "src/foundation/core/Globals.h"
 #include "src/foundation/Messages.h"
 #include "src/list/CommonListCtrlInternal.h"
@@ -109,9 +110,7 @@ int CMrktWatchListCtrl::InsertMrktColumn(int place, CString name, int format, in
     while (m_arrOrder.GetCount() < columnIndex) m_arrOrder.Add(-1);
     m_arrOrder.SetAtGrow(columnIndex, order);
     m_arrWidth.SetAtGrow(columnIndex, width);
-    m_arrVisible.RemoveAll();
-    for (int i = 0; i <= columnIndex; ++i)
-        if (m_arrOrder.GetAt(i) >= 0) AddToVisibleArray({m_arrOrder.GetAt(i), i});
+    rebuildVisible(m_arrOrder, m_arrVisible);
     if (order >= 0) InsertColumn(place, name, format, width, place);
     return columnIndex;
 }

@@ -1,5 +1,6 @@
 // What a market watch stores and exchanges; the texts stand in core/WatchTexts.h.
 #include "platform/tools/QuorTools.h"
+#include "src/expression/core/CustomColumnDependents.h"
 #include "src/foundation/Messages.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrlInternal.h"
@@ -103,9 +104,7 @@ void CMrktWatchListCtrl::ImportColumnsFromFile(CString file) {
     for (const sQuorColInfo& column : import.userColumns) m_arrColumns.Add(column);
     assign(m_arrOrder, import.arrays.order);
     assign(m_arrWidth, import.arrays.widths);
-    m_arrVisible.RemoveAll();
-    for (int i = 0; i < m_arrOrder.GetCount(); ++i)
-        if (m_arrOrder.GetAt(i) >= 0) AddToVisibleArray({m_arrOrder.GetAt(i), i});
+    rebuildVisible(m_arrOrder, m_arrVisible);
     if (!found) return;
 
     iNewDataArrCnt = static_cast<int>(import.userColumns.size());

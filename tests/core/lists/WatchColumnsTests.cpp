@@ -1,7 +1,5 @@
 #include "src/lists/core/WatchColumns.h"
 
-#include "src/expression/core/CustomColumnText.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -109,21 +107,16 @@ TEST(WatchColumns, ImportsKnowColumnsByName) {
     }
 }
 
-TEST(WatchColumns, ImportedUserColumnsAreRecordsOfAWatch) {
+TEST(WatchColumns, ImportedUserColumnsAreNumberedAnew) {
     const WatchImport made = importWatch(
         "0,0,10,Symbol,CUSTOMCOLUMN,500\xA7"
         "1\xA7"
-        "60\xA7Twice\xA7 \"1\" * 2\xA7 \"Last\" * 2",
+        "60\xA7Twice\xA7i\xA7"
+        "d",
         records({"Symbol"}));
     ASSERT_EQ(made.userColumns.size(), 1u);
-    const sQuorColInfo& column = made.userColumns[0];
-    EXPECT_STREQ(column.szColumnName, "Twice");
-    EXPECT_STREQ(column.csToolTip, " \"1\" * 2") << "the first text";
-    EXPECT_STREQ(column.csExpression, " \"Last\" * 2");
-    EXPECT_EQ(idExpression(column, ListFamily::marketWatch), column.csToolTip);
-    EXPECT_EQ(column.iFormat, 1);
-    EXPECT_EQ(column.iDataType, 7);
     EXPECT_EQ(text(made.arrays.order), "0 1");
+    EXPECT_EQ(text(made.arrays.widths), "10 60");
 }
 
 // Whatever the arrays hold, each place from 0 up comes once.

@@ -62,28 +62,19 @@ TEST_F(MarketWatch, ARefusedProfileIsSaidAndTheRestGoesOn) {
     fakeHost().refuseWrites = false;
 }
 
-TEST_F(MarketWatch, FormulasUseTheHostsTexts) {
+TEST_F(MarketWatch, WhatAFormulaAnswers) {
+    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Leftover\xA7 \"1\" \"1\"\xA7shown";
     open();
     addRow("A", 10);
-    const auto formula = [&](const char* idForm) {
-        list->m_arrColumns.SetSize(112);
-        sQuorColInfo record;
-        setExpressions(record, ListFamily::marketWatch, idForm, "shown");
-        list->m_arrColumns.Add(record);
-        return list->GetCustomColumnText(reinterpret_cast<sMWStruct*>(&rows[0]), 112, m_text);
-    };
-    EXPECT_EQ(formula(" \"1\" / 4"), 1);
-    EXPECT_EQ(m_text, "2.50");
-    EXPECT_EQ(formula(" \"1\" / \"2\""), 1);
-    EXPECT_EQ(m_text, "Divided by ZERO error");
-    EXPECT_EQ(formula(" \"0\" + 1"), 1) << "a text counts as zero";
-    EXPECT_EQ(m_text, "1.00");
+    auto* const record = reinterpret_cast<sMWStruct*>(&rows[0]);
     m_text = "before";
-    EXPECT_EQ(list->GetCustomColumnText(nullptr, 111, m_text), 1) << "a built-in column";
+    EXPECT_EQ(list->GetCustomColumnText(record, 111, m_text), 1) << "a built-in column has none";
+    EXPECT_EQ(list->GetCustomColumnText(record, 113, m_text), 0) << "no such column";
     EXPECT_EQ(m_text, "before");
     test::MessageBoxAnswerer answerer;
-    EXPECT_EQ(formula(" \"1\" \"1\""), 0);
-    EXPECT_EQ(answerer.boxes().size(), 1u);
+    EXPECT_EQ(list->GetCustomColumnText(record, 112, m_text), 0);
+    EXPECT_EQ(answerer.texts(), Texts{"Invalid Expression,while calculating value"});
+    EXPECT_EQ(m_text, "10.00") << "the last value that was asked for";
 }
 
 TEST_F(MarketWatch, UserColumnsEnterOtherUserColumns) {
