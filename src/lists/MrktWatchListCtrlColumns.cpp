@@ -1,14 +1,11 @@
 // How the columns of a market watch come on screen and how wide they are.
 #include "src/expression/core/CustomColumnDependents.h"
 #include "src/foundation/core/Globals.h"
-#include "src/foundation/Messages.h"
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListSettings.h"
 #include "src/list/core/ListLayout.h"
 #include "src/lists/MrktWatchListCtrl.h"
 #include "src/lists/core/WatchColumns.h"
-
-#include <cstring>
 
 namespace {
 
