@@ -44,8 +44,8 @@ public:
     // Writes this watch to a file. A failure is not reported.
     void ExportColumnToFile(CString name, CString file);
     // Replaces the columns by those of a file, found under the title of the parent frame; built-in columns are known by
-    // name there. A file without the watch leaves the 112 built-in columns, and the control as it was. Then the parent
-    // is told (WM_LIST_COLUMNS_REBUILT, 0).
+    // name there; the parent is told (WM_LIST_COLUMNS_REBUILT, 0). A file without the watch shows the 112 built-in
+    // columns and tells nobody; the count of user columns that watches share stays.
     void ImportColumnsFromFile(CString file);
     afx_msg void ColFitToContentMarketListControl();
     afx_msg void ColFitToHeaderMarketListControl();

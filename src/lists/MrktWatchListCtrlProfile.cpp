@@ -105,11 +105,12 @@ void CMrktWatchListCtrl::ImportColumnsFromFile(CString file) {
     assign(m_arrOrder, import.arrays.order);
     assign(m_arrWidth, import.arrays.widths);
     rebuildVisible(m_arrOrder, m_arrVisible);
-    if (!found) return;
-
-    iNewDataArrCnt = static_cast<int>(import.userColumns.size());
-    iMrktInfoColCount = kMarketWatchColumns - 1 + iNewDataArrCnt;
+    if (found) {
+        iNewDataArrCnt = static_cast<int>(import.userColumns.size());
+        iMrktInfoColCount = kMarketWatchColumns - 1 + iNewDataArrCnt;
+    }
     ShowColumns(false);
+    if (!found) return;
     if (CWnd* parent = GetParent(); isLive(parent))
         parent->SendMessage(WM_LIST_COLUMNS_REBUILT, static_cast<WPARAM>(GetDlgCtrlID()), 0);
 }
