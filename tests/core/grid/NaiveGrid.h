@@ -175,6 +175,20 @@ public:
         m_native.setCount(count());
     }
 
+    // The same rows in another order, by slot.
+    void reorder(std::vector<int> mapIndices) {
+        display = std::move(mapIndices);
+        renumber();
+    }
+
+    // Every row goes; what a batch has pending stays pending.
+    void clear() {
+        map.clear();
+        display.clear();
+        numbers.clear();
+        m_native.setCount(0);
+    }
+
     int count() const { return static_cast<int>(display.size()); }
     int visualOf(int slot) const { return reverse ? count() - 1 - slot : slot; }
     Row rowAt(int slot) const { return map[static_cast<std::size_t>(display[static_cast<std::size_t>(slot)])]; }

@@ -179,10 +179,7 @@ private:
         for (auto& grid : m_grids) {
             grid->fast.store.clear();
             grid->fast.native.setCount(0);
-            grid->slow.map.clear();
-            grid->slow.display.clear();
-            grid->slow.numbers.clear();
-            grid->slowNative.setCount(0);
+            grid->slow.clear();
         }
         m_rows.clear();
     }

@@ -1,0 +1,261 @@
+#include "tests/core/grid/GridMix.h"
+
+#include <random>
+
+namespace grid_mix {
+
+namespace {
+
+using Numbers = std::vector<std::uint32_t>;
+
+constexpr int kFewRows = 6;
+constexpr int kManyRows = 45;
+constexpr int kShrinkRuns = 400;
+
+constexpr int kCellsPerColumn = 10;
+// By data type, in the order of the columns: ties, other texts of one value, what is no number, what 32 bits cut.
+constexpr std::array<std::array<const char*, kCellsPerColumn>, kColumns> kCells{{
+    {"alpha", "Beta", "b10", "b9", "b09", "", "12", "*x", "b9", "gamma 7"},
+    {"5", "-3", "", "12abc", "5000000000", "6000000000", "007", "7", "none", "-9000000000"},
+    {"1.5", "-2.25", "1e3", "", "INFY", "0x10", "3", "3.0", ".5", "-"},
+    {"x1", "x01", "x1", "X", "7", "", "a", "ab", "AB", "b"},
+    {"1", "1", "1", "01", "2", "-2147483648", "99999999999", "2147483646", "", "5x"},
+    {"2024-01-05", "2024-03-01 10:00:00", "2024-03-01 09:59:59", "", "junk", "2023-12-31", "2024-01-05", "2025-01-01",
+     "1999-09-09", "2024-01-06"},
+    {"z", "y", "x", "b", "a", "", "7", "8", "9", "12"},
+}};
+constexpr std::array<const char*, 15> kFilters{"",  "",  "b",     "*1",  "*a*", ">2", "<5~>10", "~",
+                                               "*", "7", "be~12", ">-4", "x",   "20", "5~AB~*9"};
+
+// How often an action comes, out of all of them.
+struct Weight {
+    Action::Kind kind;
+    int weight;
+};
+constexpr Weight kWeights[] = {
+    {Action::addRow, 40},       {Action::updateRow, 40},      {Action::deleteRow, 24},
+    {Action::updateVisual, 8},  {Action::updateMap, 8},       {Action::deleteVisual, 6},
+    {Action::deleteMap, 4},     {Action::changeSilently, 14}, {Action::endBatch, 26},
+    {Action::populate, 16},     {Action::storeFilter, 6},     {Action::setFilter, 12},
+    {Action::setFilters, 4},    {Action::removeFilter, 6},    {Action::removeAllFilters, 5},
+    {Action::toggleExact, 3},   {Action::click, 24},          {Action::sortOn, 10},
+    {Action::applyLock, 10},    {Action::toggleLock, 9},      {Action::checkVisual, 10},
+    {Action::checkMap, 5},      {Action::resetChecks, 1},     {Action::toggleCheckedFirst, 4},
+    {Action::sortOnChecked, 5}, {Action::toggleReverse, 3},   {Action::deleteAll, 1},
+};
+
+class Run {
+public:
+    explicit Run(const MakeSubject& make) : m_subject(make()) {}
+
+    // The fault that the action leaves behind, or empty.
+    std::string step(std::uint32_t number) {
+        m_random.seed(number);
+        const Action action = nextAction();
+        m_told = action.told();
+        const int expected = model().apply(action);
+        const int result = m_subject->apply(action);
+        if (isDeleted(action)) std::erase_if(m_rows, [&](const auto& row) { return !isInModel(row); });
+        if (result != expected) return "the result is " + std::to_string(result) + ", not " + std::to_string(expected);
+        return compare();
+    }
+    const std::string& told() const { return m_told; }
+
+private:
+    GridModel& model() { return m_subject->model(); }
+    int pick(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
+    template <class Table>
+    auto pickFrom(const Table& table) {
+        return table[static_cast<std::size_t>(pick(static_cast<int>(std::size(table))))];
+    }
+
+    Action::Kind nextKind() {
+        const auto rows = static_cast<int>(m_rows.size());
+        if (rows < kFewRows && pick(2) == 0) return Action::addRow;
+        if (rows > kManyRows && pick(2) == 0) return Action::deleteRow;
+        int all = 0;
+        for (const Weight& one : kWeights) all += one.weight;
+        int at = pick(all);
+        for (const Weight& one : kWeights) {
+            if (at < one.weight) return one.kind;
+            at -= one.weight;
+        }
+        return Action::endBatch;
+    }
+
+    Action nextAction() {
+        Action action;
+        action.kind = nextKind();
+        switch (action.kind) {
+            case Action::addRow:
+                action.row = newRow();
+                action.value = pick(3) == 0;
+                break;
+            case Action::updateRow:
+            case Action::changeSilently:
+                action.row = anyRow();
+                if (action.row && pick(4) != 0) change(*action.row);
+                break;
+            case Action::deleteRow:
+                action.row = anyRow();
+                action.value = pick(4) == 0;
+                break;
+            case Action::updateVisual:
+            case Action::deleteVisual:
+            case Action::checkVisual:
+                action.number = pick(model().grid.count() + 1);
+                action.value = pick(3);
+                break;
+            case Action::updateMap:
+            case Action::deleteMap:
+            case Action::checkMap:
+                if (model().grid.map.empty()) return {};
+                action.number = pick(static_cast<int>(model().grid.map.size()));
+                action.value = pick(2);
+                break;
+            case Action::storeFilter:
+            case Action::setFilter:
+            case Action::removeFilter:
+                action.number = pick(kColumns);
+                action.text = pickFrom(kFilters);
+                action.value = pick(4) == 0;
+                break;
+            case Action::setFilters:
+                for (int i = pick(4); i > 0; --i) action.filters.emplace_back(pick(kColumns), pickFrom(kFilters));
+                action.value = pick(4) == 0;
+                break;
+            case Action::click:
+                action.number = pick(3) == 0 ? std::max(0, model().lastSortPlace) : pick(model().visibleColumns());
+                break;
+            case Action::sortOn:
+                action.number = pick(kColumns);
+                action.value = pick(3) - 1;
+                break;
+            case Action::applyLock:
+                if (model().lockColumn == -1) return {};
+                break;
+            case Action::toggleLock:
+                if (!model().sorted) return {};
+                break;
+            default:
+                break;
+        }
+        const bool needsRow = action.kind == Action::updateRow || action.kind == Action::deleteRow;
+        return needsRow && !action.row ? Action{} : action;
+    }
+
+    Row* newRow() {
+        m_rows.push_back(std::make_unique<Row>());
+        Row& row = *m_rows.back();
+        row.number = ++m_lastNumber;
+        for (std::size_t column = 0; column < kCells.size(); ++column) row.cells[column] = pickFrom(kCells[column]);
+        return &row;
+    }
+    Row* anyRow() {
+        return m_rows.empty() ? nullptr : m_rows[static_cast<std::size_t>(pick(static_cast<int>(m_rows.size())))].get();
+    }
+    void change(Row& row) {
+        const auto column = static_cast<std::size_t>(pick(kColumns));
+        row.cells[column] = pickFrom(kCells[column]);
+    }
+
+    static bool isDeleted(const Action& action) {
+        return action.kind == Action::deleteRow || action.kind == Action::deleteVisual ||
+               action.kind == Action::deleteMap || action.kind == Action::deleteAll;
+    }
+    bool isInModel(const std::unique_ptr<Row>& row) {
+        return model().grid.numbers.count(static_cast<CFilterListBaseData*>(row.get())) != 0;
+    }
+
+    std::string compare() {
+        const NaiveGrid& grid = model().grid;
+        if (m_subject->itemCount() != static_cast<int>(grid.map.size())) return "the item counts differ";
+        if (m_subject->displayCount() != grid.count()) return "the display counts differ";
+        for (int visual = 0; visual < grid.count(); ++visual) {
+            const std::string place = " at visual index " + std::to_string(visual);
+            const int slot = grid.visualOf(visual);
+            Row* const row = model().rowAt(slot);
+            const auto data = reinterpret_cast<DWORD_PTR>(static_cast<CFilterListBaseData*>(row));
+            const int mapIndex = grid.display[static_cast<std::size_t>(slot)];
+            if (m_subject->dataOfVisual(visual) != data) return "another row stands" + place;
+            if (m_subject->mapIndexOfSlot(slot) != mapIndex) return "another map index stands" + place;
+            if (m_subject->checkOfVisual(visual) != model().checks[static_cast<std::size_t>(mapIndex)])
+                return "another check state stands" + place;
+        }
+        for (const std::unique_ptr<Row>& row : m_rows) {
+            const NaiveGrid::Numbers own = grid.numbers.at(static_cast<CFilterListBaseData*>(row.get()));
+            const int visual = own.slot == -1 ? -1 : grid.visualOf(own.slot);
+            if (m_subject->numbersOf(*row) != std::pair(own.mapIndex, visual))
+                return "row " + std::to_string(row->number) + " was told other numbers";
+        }
+        if (m_subject->filters() != model().filters) return "the filters differ";
+        return m_subject->compareRest();
+    }
+
+    std::mt19937 m_random;
+    std::vector<std::unique_ptr<Row>> m_rows;  // die after the subject: declared before it
+    int m_lastNumber = 0;
+    std::unique_ptr<Subject> m_subject;
+    std::string m_told;
+};
+
+struct Fault {
+    std::size_t step = 0;
+    std::string text;
+    std::vector<std::string> actions;
+};
+
+// The first fault of a mix; its text is empty when there is none.
+Fault firstFault(const MakeSubject& make, const Numbers& mix) {
+    Run run(make);
+    Fault fault;
+    for (; fault.step < mix.size(); ++fault.step) {
+        fault.text = run.step(mix[fault.step]);
+        fault.actions.push_back(run.told());
+        if (!fault.text.empty()) break;
+    }
+    return fault;
+}
+
+// Leaves out ever smaller pieces as long as some fault remains.
+Fault shrink(const MakeSubject& make, Numbers mix, Fault fault) {
+    mix.resize(fault.step + 1);
+    int runs = 0;
+    for (std::size_t piece = std::max<std::size_t>(mix.size() / 2, 1); runs < kShrinkRuns; piece = (piece + 1) / 2) {
+        bool shorter = false;
+        for (std::size_t at = 0; at < mix.size() && runs < kShrinkRuns;) {
+            Numbers part = mix;
+            const auto first = part.begin() + static_cast<std::ptrdiff_t>(at);
+            part.erase(first, first + static_cast<std::ptrdiff_t>(std::min(piece, mix.size() - at)));
+            Fault found = firstFault(make, part);
+            ++runs;
+            if (found.text.empty()) {
+                at += piece;
+                continue;
+            }
+            part.resize(found.step + 1);
+            mix = std::move(part);
+            fault = std::move(found);
+            shorter = true;
+        }
+        if (piece == 1 && !shorter) break;
+    }
+    return fault;
+}
+
+}  // namespace
+
+std::string runMix(const MakeSubject& make, unsigned seed, int steps) {
+    std::mt19937 random(seed);
+    Numbers mix;
+    for (int i = 0; i < steps; ++i) mix.push_back(static_cast<std::uint32_t>(random()));
+    const Fault first = firstFault(make, mix);
+    if (first.text.empty()) return {};
+    const Fault shortest = shrink(make, mix, first);
+    std::string report = "seed " + std::to_string(seed) + ", step " + std::to_string(first.step) + ": " + first.text;
+    report += "\nshrunk to " + std::to_string(shortest.actions.size()) + " actions, then " + shortest.text + ":";
+    for (const std::string& action : shortest.actions) report += "\n  " + action;
+    return report;
+}
+
+}  // namespace grid_mix
