@@ -180,7 +180,8 @@ public:
     // invalid-argument exception.
 
     // As a click on the column's header would, redraw off meanwhile: the column sorted last turns round, any other
-    // rises, whatever `order` says. Nothing while the sort is locked. Always 1.
+    // rises, whatever `order` says. Nothing while the sort is locked, m_nSortOrder included. Without SetUseFilter the
+    // base list's. Always 1.
     int SortOn(int columnIndex, int order);
     // A click on a header item. Nothing while the sort is locked; without SetUseFilter the base list sorts.
     afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);

@@ -62,6 +62,8 @@ private:
 }  // namespace
 
 int CFilterListCtrl::SortOn(int columnIndex, int order) {
+    if (!UseFilter) return CCommonListCtrl::SortOn(columnIndex, order);
+    if (m_bSortLocked) return 1;
     NMLISTVIEW click{};
     click.iSubItem = std::max(0, m_arrOrder.GetAt(columnIndex));
     m_nSortOrder = order == 1 ? -1 : 1;

@@ -6,9 +6,14 @@ namespace grid_mix {
 
 namespace {
 
-using Numbers = std::vector<std::uint32_t>;
+// The kind is settled when the step is first taken, by the state of then; a shorter list keeps it.
+struct Step {
+    std::uint32_t number = 0;
+    Action::Kind kind = Action::kinds;
+};
+using Mix = std::vector<Step>;
 
-constexpr int kFewRows = 6;
+constexpr int kFewRows = 10;
 constexpr int kManyRows = 45;
 constexpr int kShrinkRuns = 400;
 
@@ -36,7 +41,7 @@ constexpr Weight kWeights[] = {
     {Action::addRow, 40},       {Action::updateRow, 40},      {Action::deleteRow, 24},
     {Action::updateVisual, 8},  {Action::updateMap, 8},       {Action::deleteVisual, 6},
     {Action::deleteMap, 4},     {Action::changeSilently, 14}, {Action::endBatch, 26},
-    {Action::populate, 16},     {Action::storeFilter, 6},     {Action::setFilter, 12},
+    {Action::populate, 20},     {Action::storeFilter, 6},     {Action::setFilter, 12},
     {Action::setFilters, 4},    {Action::removeFilter, 6},    {Action::removeAllFilters, 5},
     {Action::toggleExact, 3},   {Action::click, 24},          {Action::sortOn, 10},
     {Action::applyLock, 10},    {Action::toggleLock, 9},      {Action::checkVisual, 10},
@@ -49,9 +54,10 @@ public:
     explicit Run(const MakeSubject& make) : m_subject(make()) {}
 
     // The fault that the action leaves behind, or empty.
-    std::string step(std::uint32_t number) {
-        m_random.seed(number);
-        const Action action = nextAction();
+    std::string take(Step& step) {
+        m_random.seed(step.number);
+        if (step.kind == Action::kinds) step.kind = nextKind();
+        const Action action = makeAction(step.kind);
         m_told = action.told();
         const int expected = model().apply(action);
         const int result = m_subject->apply(action);
@@ -72,6 +78,8 @@ private:
     Action::Kind nextKind() {
         const auto rows = static_cast<int>(m_rows.size());
         if (rows < kFewRows && pick(2) == 0) return Action::addRow;
+        if (model().grid.count() < 3 && rows >= kFewRows && pick(3) == 0)
+            return model().filters.empty() ? Action::populate : Action::removeAllFilters;
         if (rows > kManyRows && pick(2) == 0) return Action::deleteRow;
         int all = 0;
         for (const Weight& one : kWeights) all += one.weight;
@@ -83,10 +91,10 @@ private:
         return Action::endBatch;
     }
 
-    Action nextAction() {
+    Action makeAction(Action::Kind kind) {
         Action action;
-        action.kind = nextKind();
-        switch (action.kind) {
+        action.kind = kind;
+        switch (kind) {
             case Action::addRow:
                 action.row = newRow();
                 action.value = pick(3) == 0;
@@ -206,11 +214,11 @@ struct Fault {
 };
 
 // The first fault of a mix; its text is empty when there is none.
-Fault firstFault(const MakeSubject& make, const Numbers& mix) {
+Fault firstFault(const MakeSubject& make, Mix& mix) {
     Run run(make);
     Fault fault;
     for (; fault.step < mix.size(); ++fault.step) {
-        fault.text = run.step(mix[fault.step]);
+        fault.text = run.take(mix[fault.step]);
         fault.actions.push_back(run.told());
         if (!fault.text.empty()) break;
     }
@@ -218,13 +226,13 @@ Fault firstFault(const MakeSubject& make, const Numbers& mix) {
 }
 
 // Leaves out ever smaller pieces as long as some fault remains.
-Fault shrink(const MakeSubject& make, Numbers mix, Fault fault) {
+Fault shrink(const MakeSubject& make, Mix mix, Fault fault) {
     mix.resize(fault.step + 1);
     int runs = 0;
     for (std::size_t piece = std::max<std::size_t>(mix.size() / 2, 1); runs < kShrinkRuns; piece = (piece + 1) / 2) {
         bool shorter = false;
         for (std::size_t at = 0; at < mix.size() && runs < kShrinkRuns;) {
-            Numbers part = mix;
+            Mix part = mix;
             const auto first = part.begin() + static_cast<std::ptrdiff_t>(at);
             part.erase(first, first + static_cast<std::ptrdiff_t>(std::min(piece, mix.size() - at)));
             Fault found = firstFault(make, part);
@@ -247,8 +255,8 @@ Fault shrink(const MakeSubject& make, Numbers mix, Fault fault) {
 
 std::string runMix(const MakeSubject& make, unsigned seed, int steps) {
     std::mt19937 random(seed);
-    Numbers mix;
-    for (int i = 0; i < steps; ++i) mix.push_back(static_cast<std::uint32_t>(random()));
+    Mix mix;
+    for (int i = 0; i < steps; ++i) mix.push_back({.number = static_cast<std::uint32_t>(random())});
     const Fault first = firstFault(make, mix);
     if (first.text.empty()) return {};
     const Fault shortest = shrink(make, mix, first);

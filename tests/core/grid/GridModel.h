@@ -99,8 +99,8 @@ public:
     std::string firstCaption;
 
     int sortPlace = 0;
-    int lastSortPlace = -1;
-    int sortOrder = 1;
+    int lastSortPlace = 0;  // a new list is as if sorted by its first place, without an order to keep
+    int sortOrder = -1;
     int lockColumn = -1;
     int lockOrder = 0;
     bool sorted = false;

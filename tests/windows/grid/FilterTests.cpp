@@ -5,11 +5,6 @@
 #include "support/Input.h"
 #include "windows/grid/GridFixture.h"
 
-#include <random>
-#include <set>
-
-#include "core/grid/NaiveFilter.h"
-
 namespace grid_tests {
 namespace {
 
@@ -151,39 +146,6 @@ TEST_F(GridFilter, BadArgumentsOfTheArrayFormChangeNothing) {
     CString text = "y";
     EXPECT_EQ(grid.SetVisibleColumnFilter(-1, text, 0), 0);
     EXPECT_EQ(grid.GetFilterCount(), 1);
-}
-
-TEST_F(GridFilter, RandomFiltersAgreeWithTheLiteralReading) {
-    static const char* const filters[] = {"", "x", "*1", "*x*", ">2", "<2~>4", "~", "*", "X~Y1", "y~*", "1"};
-    static const char* const cells[] = {"", "x", "X1", "y1", "Y", "1", "2", "3.5", "-4", "5x", "xy"};
-    begin();
-    std::mt19937 random(7);
-    const auto pick = [&random](auto& table) { return table[random() % std::size(table)]; };
-    for (int i = 0; i < 60; ++i) add("r" + std::to_string(i) + " ", pick(cells), pick(cells));
-    std::vector<const char*> inForce(3, "");
-    for (int step = 0; step < 300; ++step) {
-        if (step % 5 == 0) {
-            const unsigned column = 1 + random() % 2;
-            inForce[column] = pick(filters);
-            grid.AddToFilteredCols(static_cast<int>(column), inForce[column]);
-            grid.PopulateList();
-        }
-        Row* const changed = row("r" + std::to_string(random() % 60) + " ");
-        changed->cells[1 + static_cast<int>(random() % 2)] = pick(cells);
-        grid.UpdateRow(changed);
-        if (step % 7 == 0) grid.PopulateList();  // back to the order of arrival
-        std::set<std::string> shown, expected;
-        for (int visual = 0; visual < grid.GetDisplayCount(); ++visual)
-            shown.insert(rowOf(grid.GetItemData(visual))->name);
-        for (int i = 0; i < 60; ++i) {
-            Row* const one = row("r" + std::to_string(i) + " ");
-            if (naive_filter::passes(one->cells[1].c_str(), inForce[1], false) &&
-                naive_filter::passes(one->cells[2].c_str(), inForce[2], false))
-                expected.insert(one->name);
-        }
-        ASSERT_EQ(static_cast<std::size_t>(grid.GetDisplayCount()), shown.size());
-        ASSERT_EQ(shown, expected) << "step " << step;
-    }
 }
 
 TEST_F(GridFilter, TheComboBoxOffersWhatTheRowsShow) {

@@ -241,6 +241,38 @@ TEST_F(Sort, SortOnIsOneClick) {
     EXPECT_TRUE(isDirty());
 }
 
+// Earlier versions took over the direction even so; the next checked-first sort then turned round.
+TEST_F(Sort, SortOnOfALockedSortTakesNoDirection) {
+    open();
+    add(ties);
+    click(1);
+    grid().m_bSortLocked = 1;
+    EXPECT_EQ(grid().SortOn(2, 0), 1);
+    EXPECT_EQ(grid().m_nSortOrder, -1);
+}
+
+// Two clicks on a list that is sorted already, as the base list counts them: a new column falls.
+TEST_F(Sort, WithoutAStoreSortOnIsTheBaseLists) {
+    CFilterListCtrl plain;
+    create(plain, {{"name", 60, 0, 3}, {"value", 60, 0, 1}}, CRect(0, 0, 300, 200),
+           kGridStyle & ~static_cast<DWORD>(LVS_OWNERDATA));
+    for (int i = 0; i < 3; ++i) {
+        plain.InsertItem(i, "");
+        plain.SetItemText(i, 1, std::to_string(i).c_str());
+    }
+    const auto values = [&] {
+        std::string text;
+        for (int i = 0; i < 3; ++i) text += plain.GetItemText(i, 1).GetString();
+        return text;
+    };
+    plain.SortOn(1, 1);
+    EXPECT_EQ(values(), "210");
+    plain.SortOn(1, 1);
+    EXPECT_EQ(values(), "012") << "the opposite of what was asked for";
+    plain.SortOn(1, 0);
+    EXPECT_EQ(values(), "210");
+}
+
 TEST_F(Sort, ByTypeOfTheColumn) {
     struct Case {
         int dataType;
