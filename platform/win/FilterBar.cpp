@@ -75,7 +75,27 @@ LRESULT FilterBar::header(UINT message, WPARAM wParam, LPARAM lParam) const {
     return ::CallWindowProcW(m_former, m_header, message, wParam, lParam);
 }
 
+// What the bar does not answer is the header's; the bar then follows what has changed.
 LRESULT FilterBar::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const Answer answer = answerAboutItems(message, wParam, lParam)) return *answer;
+    if (const Answer answer = answerAboutFilters(message, wParam, lParam)) return *answer;
+    if (message == WM_COMMAND && m_edit && reinterpret_cast<HWND>(lParam) == m_edit) {
+        if (HIWORD(wParam) == EN_CHANGE) onTyped();
+        return 0;
+    }
+    if (message == WM_DESTROY) {
+        m_edit = nullptr;  // it ends as the header's child; what was typed is dropped
+        m_editItem = -1;
+    }
+    if (m_on) {
+        if (const Answer answer = answerInBar(message, wParam, lParam)) return *answer;
+    }
+    const LRESULT result = header(message, wParam, lParam);
+    followHeader(message, wParam);
+    return result;
+}
+
+FilterBar::Answer FilterBar::answerAboutItems(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case HDM_LAYOUT:
             return onLayout(lParam);
@@ -90,58 +110,64 @@ LRESULT FilterBar::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case HDM_GETITEMA:
         case HDM_GETITEMW:
             return onGetItem(message, wParam, lParam);
+        default:
+            return std::nullopt;
+    }
+}
+
+FilterBar::Answer FilterBar::answerAboutFilters(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
         case HDM_CLEARFILTER:
             return clear(static_cast<int>(wParam));
         case HDM_EDITFILTER:
             return openField(static_cast<int>(wParam), LOWORD(lParam) != FALSE);
         case HDM_SETFILTERCHANGETIMEOUT:
             return static_cast<LRESULT>(std::exchange(m_timeout, static_cast<DWORD>(lParam)));
-        case WM_DESTROY:
-            m_edit = nullptr;  // it ends as the header's child; what was typed is dropped
-            m_editItem = -1;
-            break;
-        case WM_COMMAND:
-            if (!m_edit || reinterpret_cast<HWND>(lParam) != m_edit) break;
-            if (HIWORD(wParam) == EN_CHANGE) onTyped();
+        default:
+            return std::nullopt;
+    }
+}
+
+FilterBar::Answer FilterBar::answerInBar(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_PAINT:
+            if (wParam) break;
+            onPaint();
             return 0;
+        case WM_PRINTCLIENT:
+            draw(reinterpret_cast<HDC>(wParam));
+            return 0;
+        case WM_ERASEBKGND:
+            return TRUE;
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            if (!isInBar(clientPoint(lParam))) break;
+            press(clientPoint(lParam));
+            return 0;
+        case WM_SETCURSOR:
+            if (reinterpret_cast<HWND>(wParam) == m_header && setCursor()) return TRUE;
+            break;
+        case HDM_HITTEST:
+            return hitTest(*reinterpret_cast<HDHITTESTINFO*>(lParam));
         default:
             break;
     }
-    if (m_on) switch (message) {
-            case WM_PAINT:
-                if (wParam) break;
-                onPaint();
-                return 0;
-            case WM_PRINTCLIENT:
-                draw(reinterpret_cast<HDC>(wParam));
-                return 0;
-            case WM_ERASEBKGND:
-                return TRUE;
-            case WM_LBUTTONDOWN:
-            case WM_LBUTTONDBLCLK:
-                if (!isInBar(clientPoint(lParam))) break;
-                press(clientPoint(lParam));
-                return 0;
-            case WM_SETCURSOR:
-                if (reinterpret_cast<HWND>(wParam) == m_header && setCursor()) return TRUE;
-                break;
-            case HDM_HITTEST: {
-                auto& info = *reinterpret_cast<HDHITTESTINFO*>(lParam);
-                if (!isInBar(info.pt)) break;
-                info.iItem = hit(info.pt, info.flags);
-                return info.iItem;
-            }
-            default:
-                break;
-        }
-    const LRESULT result = header(message, wParam, lParam);
+    return std::nullopt;
+}
+
+FilterBar::Answer FilterBar::hitTest(HDHITTESTINFO& info) const {
+    if (!isInBar(info.pt)) return std::nullopt;
+    info.iItem = hit(info.pt, info.flags);
+    return info.iItem;
+}
+
+void FilterBar::followHeader(UINT message, WPARAM wParam) {
     if (message == WM_STYLECHANGED && wParam == static_cast<WPARAM>(GWL_STYLE)) onStyleChanged();
     if (message == WM_SETFONT) {
         measure();
         if (m_edit) ::SendMessageW(m_edit, WM_SETFONT, reinterpret_cast<WPARAM>(font()), TRUE);
     }
     if (m_edit && message != WM_KILLFOCUS && message != WM_SETFOCUS) placeField();
-    return result;
 }
 
 // ---- Size

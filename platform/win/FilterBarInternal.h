@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -27,6 +28,16 @@ public:
     LRESULT handleEdit(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
+    // Empty: the message is the header's.
+    using Answer = std::optional<LRESULT>;
+    Answer answerAboutItems(UINT message, WPARAM wParam, LPARAM lParam);
+    Answer answerAboutFilters(UINT message, WPARAM wParam, LPARAM lParam);
+    // While the bar shows: painting, mouse, hit tests.
+    Answer answerInBar(UINT message, WPARAM wParam, LPARAM lParam);
+    Answer hitTest(HDHITTESTINFO& info) const;
+    // The bar after the header took a message.
+    void followHeader(UINT message, WPARAM wParam);
+
     // The header's own answer.
     LRESULT header(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     bool isAlive() const { return ::IsWindow(m_header); }

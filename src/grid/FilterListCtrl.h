@@ -168,13 +168,14 @@ public:
     void PutListFilter();
     // The filter text, not the heading, of a header item. Its length.
     int GetHeaderText(int place, CString& text);
-    // Fills a combo box with the texts that the displayed rows show in a column, "--ALL--" first and selected. Always 1.
+    // Fills a combo box with the texts that the displayed rows show in a column, "--ALL--" first and selected.
+    // Always 1.
     int PopulateComboBoxWithUniques(CComboBox* combo, int columnIndex);
 
-    // --- Sort. What is displayed is put in order; filters and new rows do not keep it, unless the sort is locked. The keys
-    // are the texts, each asked for once, and taken by the column's data type (SortKeys.h). Equal rows: the newer one
-    // first in a rising order, the older one in a falling order. Native selection and scroll position stay where they
-    // are on screen. With m_bRowDragEnabled the map order is the user's own: then all rows are sorted, in the map.
+    // --- Sort. What is displayed is put in order; filters and new rows do not keep it, unless the sort is locked. The
+    // keys are the texts, each asked for once, and taken by the column's data type (SortKeys.h). Equal rows: the newer
+    // one first in a rising order, the older one in a falling order. Native selection and scroll position stay where
+    // they are on screen. With m_bRowDragEnabled the map order is the user's own: then all rows are sorted, in the map.
     // After a sort every row in opti-data mode knows its slot; earlier versions could leave wrong ones in forward
     // display until the next PopulateList. The grid's batch is closed first. An invalid column throws the framework's
     // invalid-argument exception.
@@ -243,6 +244,8 @@ public:
 protected:
     // Rows are asked for anew once the columns came from a file.
     void OnColumnsImported() override { PopulateList(); }
+    // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
+    std::vector<HeaderColumn> ReadHeader() override;
     FilterStore m_filters;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -335,8 +338,9 @@ private:
     void FadeTrends();
     void PaintTrend(CDC& dc, int visual, int columnIndex, int place, const CString& text, COLORREF rowText);
 
-    int SortMapColumn = -1;  // columnIndex being sorted
-    bool m_sorting = false;  // a sort of the map rebuilds the display, which would apply a locked sort again
+    int SortMapColumn = -1;   // columnIndex being sorted
+    CString m_countsCaption;  // as SortOnChecked wrote it last
+    bool m_sorting = false;   // a sort of the map rebuilds the display, which would apply a locked sort again
 
     int UseFilter = 0;
     ColumnTextCallback TextCallback = nullptr;

@@ -205,8 +205,7 @@ void CFilterListCtrl::SortOnChecked() {
     m_nSortDataType = m_arrColumns.GetAt(0).iDataType;
     const std::vector<std::int32_t> order = m_rows.displayOrder();
     std::vector<std::int32_t> parts[2];  // checked, unchecked
-    for (std::size_t i = 0; i < order.size(); ++i)
-        parts[GetCheck(static_cast<int>(i)) ? 0 : 1].push_back(order[i]);
+    for (std::size_t i = 0; i < order.size(); ++i) parts[GetCheck(static_cast<int>(i)) ? 0 : 1].push_back(order[i]);
     std::vector<std::int32_t> sorted;
     for (const std::vector<std::int32_t>& part : parts) {
         const std::vector<std::int32_t> rows = sortedMapIndices(readCheckedKeys(part), sortRule());
@@ -229,12 +228,19 @@ SortKeys CFilterListCtrl::readCheckedKeys(const std::vector<std::int32_t>& mapIn
 }
 
 void CFilterListCtrl::showCheckedCounts(int itemCount) {
-    CString caption;
-    caption.Format("%s (%d / %d)", m_arrColumns.GetAt(0).szColumnName, GetCheckedItemCount(), itemCount);
+    m_countsCaption.Format("%s (%d / %d)", m_arrColumns.GetAt(0).szColumnName, GetCheckedItemCount(), itemCount);
     HDITEM item{};
     item.mask = HDI_TEXT;
-    item.pszText = caption.GetBuffer();
+    item.pszText = m_countsCaption.GetBuffer();
     if (m_header.m_hWnd) m_header.SetItem(0, &item);
+}
+
+std::vector<HeaderColumn> CFilterListCtrl::ReadHeader() {
+    std::vector<HeaderColumn> header = CCommonListCtrl::ReadHeader();
+    const int columnIndex = GetOriginalColumnPosition(0);
+    if (columnIndex != -1 && !header.empty() && !m_countsCaption.IsEmpty() && header[0].heading == m_countsCaption)
+        header[0].heading = m_arrColumns.GetAt(columnIndex).szColumnName;
+    return header;
 }
 
 // The control must know the row before it can mark it: a rebuild under way has not told it the new count yet.

@@ -28,7 +28,8 @@ public:
     virtual Filters filters() = 0;
     // What the row was told: its map index and visual index.
     virtual std::pair<int, int> numbersOf(Row& row) = 0;
-    // What else there is; empty when it is as the model says.
+    // What else there is; empty when it is as the model says. Asked now and then: a window that is asked for its state
+    // has to settle what it may put off otherwise.
     virtual std::string compareRest() { return {}; }
 };
 

@@ -58,7 +58,7 @@ struct Action {
         deleteAll,
         kinds
     };
-    Kind kind = endBatch;
+    Kind kind = changeSilently;  // without a row: nothing
     Row* row = nullptr;
     int number = 0;  // visual index, map index, place or columnIndex
     int value = 0;   // order, check state, exact, or whether the native side follows at once

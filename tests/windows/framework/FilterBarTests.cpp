@@ -180,6 +180,50 @@ TEST_F(FilterBarOfAList, TextsReadBackInBothForms) {
     EXPECT_FALSE(set(kColumns, "x"));
 }
 
+// The record's other types. A type that is refused changes and tells nothing.
+TEST_F(FilterBarOfAList, NumbersAreFiltersAndDatesAreRefused) {
+    if (quor::headerClassHasFilterBar(WC_HEADERA)) GTEST_SKIP() << "the system's own bar may know dates";
+    SYSTEMTIME date{};
+    date.wYear = 2024;
+    int number = -42;
+    struct Case {
+        UINT type;
+        void* filter;
+        LRESULT result;
+        const char* text;  // afterwards, read as text
+    };
+    const Case table[] = {
+        {HDFT_ISDATE, &date, FALSE, "before"},
+        {HDFT_ISDATE | HDFT_HASNOVALUE, nullptr, FALSE, "before"},
+        {0xF, &number, FALSE, "before"},
+        {HDFT_ISNUMBER, &number, TRUE, "(none)"},
+        {HDFT_ISNUMBER | HDFT_HASNOVALUE, nullptr, TRUE, "(none)"},
+        {HDFT_ISSTRING | HDFT_HASNOVALUE, nullptr, TRUE, ""},
+    };
+    for (const Case& c : table) {
+        SCOPED_TRACE(c.type);
+        set(1, "before");
+        list.told.clear();
+        HDITEMA item{};
+        item.mask = HDI_FILTER;
+        item.type = c.type;
+        item.pvFilter = c.filter;
+        EXPECT_EQ(send(HDM_SETITEMA, 1, reinterpret_cast<LPARAM>(&item)), c.result);
+        EXPECT_EQ(list.told.count("change 1"), c.result);
+        EXPECT_EQ(get(1), c.text);
+        int readBack = 0;
+        item.type = HDFT_ISNUMBER;
+        item.pvFilter = &readBack;
+        const bool isNumber = c.result && (c.type & HDFT_ISNUMBER);
+        EXPECT_EQ(send(HDM_GETITEMA, 1, reinterpret_cast<LPARAM>(&item)), isNumber);
+        EXPECT_EQ(readBack, c.type == HDFT_ISNUMBER ? number : 0);
+        item.type = HDFT_ISDATE;
+        item.pvFilter = &date;
+        EXPECT_FALSE(send(HDM_GETITEMA, 1, reinterpret_cast<LPARAM>(&item)));
+        EXPECT_EQ(date.wYear, 2024);
+    }
+}
+
 TEST_F(FilterBarOfAList, FiltersStayWithTheirColumnWhenOthersComeAndGo) {
     set(1, "one");
     set(2, "two");
@@ -295,6 +339,42 @@ TEST_F(FilterBarOfAList, TheOwnerSeesTabAndTheFieldKeepsItsText) {
     EXPECT_EQ(::GetFocus(), field());
 }
 
+// In a dialog Enter and Esc are the field's, not those of the default and cancel buttons; Tab is the dialog's.
+TEST_F(FilterBarOfAList, ADialogLeavesEnterAndEscToTheField) {
+    std::vector<WORD> commands;
+    frame().onMessage = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
+        if (message == WM_COMMAND) commands.push_back(LOWORD(wParam));
+        return false;
+    };
+    const auto wanted = [&](WPARAM key) {
+        MSG message{field(), WM_KEYDOWN, key, 1, 0, {}};
+        return (::SendMessageA(field(), WM_GETDLGCODE, key, reinterpret_cast<LPARAM>(&message)) & DLGC_WANTMESSAGE) !=
+               0;
+    };
+    const auto pressInDialog = [&](HWND window, WPARAM key) {
+        MSG message{window, WM_KEYDOWN, key, 1, 0, {}};
+        EXPECT_TRUE(::IsDialogMessageA(frame().m_hWnd, &message));
+        pumpUntilIdle();
+        return std::exchange(commands, {});
+    };
+    edit(1);
+    EXPECT_TRUE(wanted(VK_RETURN));
+    EXPECT_TRUE(wanted(VK_ESCAPE));
+    EXPECT_FALSE(wanted(VK_TAB));
+    EXPECT_FALSE(wanted('A'));
+    EXPECT_FALSE(::SendMessageA(field(), WM_GETDLGCODE, 0, 0) & DLGC_WANTMESSAGE);
+    type("a");
+    EXPECT_TRUE(pressInDialog(field(), VK_RETURN).empty());
+    EXPECT_EQ(list.told.take(), (test::Calls{"change 1"}));
+    type("b");
+    EXPECT_TRUE(pressInDialog(field(), VK_ESCAPE).empty());
+    EXPECT_EQ(get(1), "a");
+    EXPECT_EQ(field(), nullptr);
+    EXPECT_EQ(pressInDialog(list.m_hWnd, VK_RETURN), std::vector<WORD>{IDOK}) << "the keys do reach a dialog elsewhere";
+    EXPECT_EQ(pressInDialog(list.m_hWnd, VK_ESCAPE), std::vector<WORD>{IDCANCEL});
+    frame().onMessage = nullptr;
+}
+
 TEST_F(FilterBarOfAList, TheRecordLimitsWhatCanBeTyped) {
     set(1, "", 4);
     click(inField(1));
@@ -357,6 +437,56 @@ TEST_F(FilterBarOfAList, DraggingADividerMovesTheFieldAndTheBarIsNoDivider) {
     test::sendDrag(header, {kWidth + 40, height() - 3}, {kWidth + 80, height() - 3});
     pumpUntilIdle();
     EXPECT_EQ(list.GetColumnWidth(0), kWidth + 40);
+}
+
+TEST_F(FilterBarOfAList, DraggingACaptionMovesTheFieldAndTheBarIsNoCaption) {
+    const auto order = [&] {
+        int places[kColumns] = {};
+        list.GetColumnOrderArray(places, kColumns);
+        return std::vector<int>(places, places + kColumns);
+    };
+    set(0, "zero");
+    edit(1);
+    type("one");
+    const CRect before = fieldRect();
+    const int caption = plainHeight / 2, bar = height() - 3;
+    test::sendDrag(header, {kWidth / 2, bar}, {kWidth * 5 / 2, bar});
+    pumpUntilIdle();
+    EXPECT_EQ(order(), (std::vector<int>{0, 1, 2}));
+    edit(1);
+    test::sendDrag(header, {kWidth / 2, caption}, {kWidth * 5 / 2 + 30, caption});
+    pumpUntilIdle();
+    EXPECT_EQ(order(), (std::vector<int>{1, 2, 0}));
+    EXPECT_EQ(fieldRect(), CRect(before - CPoint(kWidth, 0)));
+    press(VK_RETURN);
+    EXPECT_EQ(get(0) + get(1) + get(2), "zeroone");
+    click({itemRect(0).left + 20, bar});
+    EXPECT_GE(fieldRect().left, 2 * kWidth) << "the field of the column that was dragged";
+}
+
+TEST_F(FilterBarOfAList, AFontOfAnotherSizeReachesTheOpenField) {
+    edit(1);
+    type("kept");
+    const CRect before = fieldRect();
+    const int heightBefore = height();
+    for (const int points : {240, 80}) {
+        CFont font;
+        font.CreatePointFont(points, "Arial");
+        list.SetFont(&font);
+        pumpUntilIdle();
+        EXPECT_EQ(::SendMessageA(field(), WM_GETFONT, 0, 0), send(WM_GETFONT));
+        EXPECT_EQ(reinterpret_cast<HFONT>(send(WM_GETFONT)), static_cast<HFONT>(font));
+        EXPECT_EQ(height() > heightBefore, points == 240);
+        EXPECT_EQ(fieldRect().Height() > before.Height(), points == 240);
+        EXPECT_LE(fieldRect().bottom, height());
+        EXPECT_EQ(::GetFocus(), field());
+        CRect row;
+        list.GetItemRect(0, row, LVIR_BOUNDS);
+        EXPECT_EQ(row.top, height());
+        list.SetFont(nullptr);
+    }
+    press(VK_RETURN);
+    EXPECT_EQ(get(1), "kept");
 }
 
 TEST_F(FilterBarOfAList, ScrollingTakesTheFieldAlong) {

@@ -148,6 +148,25 @@ TEST_F(GridFilter, BadArgumentsOfTheArrayFormChangeNothing) {
     EXPECT_EQ(grid.GetFilterCount(), 1);
 }
 
+TEST_F(GridFilter, AnImportOfColumnsRebuildsTheRows) {
+    char file[MAX_PATH];
+    ::GetTempPathA(MAX_PATH, file);
+    ::strcat(file, ("grid_import_" + std::to_string(::GetCurrentProcessId()) + ".ini").c_str());
+    begin();
+    addSix();
+    grid.m_csListName = "orders";
+    grid.ExportColumnToFile(file);
+    grid.AddToFilteredCols(1, "x");
+    EXPECT_EQ(picture(grid), "abcdef");
+    grid.ImportColumns(file);
+    EXPECT_EQ(picture(grid), "acdf");
+    EXPECT_EQ(grid.GetHeaderCtrl()->GetItemCount(), 3);
+    grid.AddToFilteredCols(1, "");
+    ::DeleteFileA(file);
+    grid.ImportColumns(file);
+    EXPECT_EQ(picture(grid), "acdf") << "nothing came from a file";
+}
+
 TEST_F(GridFilter, TheComboBoxOffersWhatTheRowsShow) {
     begin();
     addSix();
@@ -409,6 +428,30 @@ TEST_F(GridFilterBar, ChosenValuesBecomeTheFilter) {
     EXPECT_EQ(store(), "1=XYZ (1)");
     EXPECT_FALSE(popup.IsWindowVisible());
     EXPECT_EQ(field(1), "XYZ");
+}
+
+// On screen the first field is then that of the second column; places and order array stay.
+TEST_F(GridFilterBar, AColumnDraggedByTheMouseKeepsItsFilter) {
+    setOne(0, "a");
+    store();
+    CHeaderCtrl& header = *grid.GetHeaderCtrl();
+    header.ModifyStyle(0, HDS_BUTTONS);
+    CRect first, last;
+    header.GetItemRect(0, first);
+    header.GetItemRect(2, last);
+    test::sendDrag(header.m_hWnd, {first.CenterPoint().x, 4}, {last.right - 5, 4});
+    pumpUntilIdle();
+    EXPECT_EQ(header.OrderToIndex(0), 1);
+    EXPECT_EQ(grid.m_arrOrder.GetAt(0), 0);
+    test::sendClick(header.m_hWnd, {first.left + 15, first.bottom - 5});
+    pumpUntilIdle();
+    test::sendText("x");
+    test::sendKeys({VK_RETURN});
+    pumpUntilIdle();
+    EXPECT_EQ(store(), "0=a 1=x (1)");
+    EXPECT_EQ(populated(), "a");
+    EXPECT_EQ(grid.RemoveMapColumnFilter(0), 1);
+    EXPECT_EQ(store(), "1=x (1)");
 }
 
 TEST_F(GridFilterBar, TabWalksThroughTheFieldsAndWraps) {

@@ -339,6 +339,35 @@ TEST_F(Sort, CheckedRowsComeFirstWithTheirCounts) {
     EXPECT_EQ(grid().GetSelectionMark(), 1);
 }
 
+// The counts stand in the heading of the first place, and a column's width is saved by its heading.
+TEST_F(Sort, AColumnUnderTheCountsKeepsItsWidthInTheProfile) {
+    struct Case {
+        std::vector<int> shown;
+        const char* profile;
+    };
+    const Case table[] = {
+        {{0, 1, 2}, "0,0,81,1,1,82,2,2,83"},
+        {{2, 0}, "0,1,82,1,-1,0,2,0,81"},
+    };
+    for (const Case& c : table) {
+        open(classic);
+        add(ties);
+        grid().m_csListName = "sorted";
+        CArray<int, int> columns, widths;
+        for (const int columnIndex : c.shown) {
+            widths.Add(81 + static_cast<int>(columns.GetCount()));
+            columns.Add(columnIndex);
+        }
+        grid().LoadHeaders(&columns, &widths);
+        for (const int checked : {1, 0}) {
+            grid().SetCheck(0, checked);
+            grid().SortOnChecked();
+            grid().SaveColumnProfile();
+            EXPECT_EQ((fakeHost().settings[{"sorted", "COLUMNPROFILE"}]), c.profile) << caption(0);
+        }
+    }
+}
+
 // The check state is that of the visual index, the row that of the slot.
 TEST_F(Sort, CheckedRowsInReverseDisplaySpeakOfMirroredRows) {
     open(classic, true);
