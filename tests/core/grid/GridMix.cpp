@@ -19,13 +19,14 @@ constexpr int kManyRows = 45;
 constexpr int kShrinkRuns = 600;
 
 constexpr int kCellsPerColumn = 10;
+constexpr std::size_t kMostlyEqualColumn = 4;
 // By data type, in the order of the columns: ties, other texts of one value, what is no number, what 32 bits cut.
 constexpr std::array<std::array<const char*, kCellsPerColumn>, kColumns> kCells{{
     {"alpha", "Beta", "b10", "b9", "b09", "", "12", "*x", "b9", "gamma 7"},
     {"5", "-3", "", "12abc", "5000000000", "6000000000", "007", "7", "none", "-9000000000"},
     {"1.5", "-2.25", "1e3", "", "INFY", "0x10", "3", "3.0", ".5", "-"},
     {"x1", "x01", "x1", "X", "7", "", "a", "ab", "AB", "b"},
-    {"1", "1", "1", "1", "1", "1", "01", "2", "-2147483648", "99999999999"},
+    {"1", "1", "1", "1", "1", "1", "1", "1", "01", "-2147483648"},
     {"2024-01-05", "2024-03-01 10:00:00", "2024-03-01 09:59:59", "", "junk", "2023-12-31", "2024-01-05", "2025-01-01",
      "1999-09-09", "2024-01-06"},
     {"z", "y", "x", "b", "a", "", "7", "8", "9", "12"},
@@ -39,11 +40,11 @@ struct Weight {
     int weight;
 };
 constexpr Weight kWeights[] = {
-    {Action::addRow, 40},       {Action::updateRow, 40},      {Action::deleteRow, 24},
+    {Action::addRow, 40},       {Action::updateRow, 60},      {Action::deleteRow, 24},
     {Action::updateVisual, 8},  {Action::updateMap, 8},       {Action::deleteVisual, 6},
     {Action::deleteMap, 4},     {Action::changeSilently, 14}, {Action::endBatch, 26},
     {Action::populate, 20},     {Action::storeFilter, 6},     {Action::setFilter, 20},
-    {Action::setFilters, 10},   {Action::removeFilter, 6},    {Action::removeAllFilters, 5},
+    {Action::setFilters, 10},   {Action::removeFilter, 6},    {Action::removeAllFilters, 4},
     {Action::toggleExact, 3},   {Action::click, 24},          {Action::sortOn, 10},
     {Action::applyLock, 10},    {Action::toggleLock, 9},      {Action::checkVisual, 10},
     {Action::checkMap, 5},      {Action::resetChecks, 1},     {Action::toggleCheckedFirst, 4},
@@ -80,7 +81,7 @@ private:
     Action::Kind nextKind() {
         const auto rows = static_cast<int>(m_rows.size());
         if (rows < kFewRows && pick(2) == 0) return Action::addRow;
-        if (model().changes != m_changesAnswered && pick(2) == 0) {
+        if (model().changes != m_changesAnswered && pick(4) == 0) {
             m_changesAnswered = model().changes;  // as owners do
             return Action::populate;
         }
@@ -140,18 +141,18 @@ private:
             case Action::storeFilter:
             case Action::setFilter:
             case Action::removeFilter:
-                action.number = pick(kColumns);
+                action.number = anyColumn();
                 action.text = pickFrom(kFilters);
                 action.value = pick(2);
                 break;
             case Action::setFilters:
-                for (int i = pick(4); i > 0; --i)
+                for (int i = pick(5); i > 0; --i)
                     action.filters.emplace_back(pick(3) == 0 ? model().columnAt(0) : pick(kColumns),
                                                 pickFrom(kFilters));
                 action.value = pick(2);
                 break;
             case Action::click:
-                action.number = pick(3) == 0 ? std::max(0, model().lastSortPlace) : pick(model().visibleColumns());
+                action.number = placeToClick();
                 break;
             case Action::sortOn:
                 action.number = pick(kColumns);
@@ -183,8 +184,19 @@ private:
         return nullptr;
     }
     void change(Row& row) {
-        const auto column = static_cast<std::size_t>(pick(kColumns));
+        const auto column = static_cast<std::size_t>(anyColumn());
         row.cells[column] = pickFrom(kCells[column]);
+    }
+    // The one sorted last and the one of mostly equal texts more often.
+    int placeToClick() {
+        const int equal = model().places[kMostlyEqualColumn];
+        if (equal >= 0 && pick(4) == 0) return equal;
+        return pick(3) == 0 ? model().lastSortPlace : pick(model().visibleColumns());
+    }
+    // Those with a filter more often.
+    int anyColumn() {
+        const Filters& filters = model().filters;
+        return filters.empty() || pick(2) == 0 ? pick(kColumns) : pickFrom(filters).first;
     }
 
     static bool isDeleted(const Action& action) {

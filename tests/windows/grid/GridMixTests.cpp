@@ -228,7 +228,7 @@ TEST_P(LiveGridMix, EndsAsTheModelSays) {
         };
         return made;
     };
-    EXPECT_EQ(grid_mix::runMix(make, GetParam(), 500), "");
+    EXPECT_EQ(grid_mix::runMix(make, GetParam(), 600), "");
     owner.onNotify = nullptr;
 }
 
