@@ -267,7 +267,12 @@ void CMainFrame::finish(const std::string& ending) {
         summary.tickToPaintMedianMs = static_cast<double>(latency.median()) / 1000;
         summary.tickToPaintP99Ms = static_cast<double>(latency.percentile(99)) / 1000;
     }
-    if (!m_run.options.speed.max) summary.feedBehindMs = static_cast<double>(m_pump->behindMicros()) / 1000;
+    if (!m_run.options.speed.max) {
+        const auto most = m_pump->mostBehind();
+        summary.feedBehindMs = static_cast<double>(m_pump->behindMicros()) / 1000;
+        summary.behindFirstHalfMs = static_cast<double>(most.first) / 1000;
+        summary.behindSecondHalfMs = static_cast<double>(most.second) / 1000;
+    }
     summary.watchWaiting = m_panes.watch->waiting();
     summary.firstRowMs = m_run.figures.firstRowMs();
     summary.optionsPriced = m_chain->chain().priced();
