@@ -31,6 +31,7 @@ FeedState FeedPump::slice() {
     if (slice.ticks) closeBatch();
     if (begin - m_watchWritten >= watchPeriodMicros) {
         m_watchWritten = begin;
+        m_mostUnpainted.add(begin, m_panes.watch->unpainted());
         m_panes.watch->showChanged();
     }
     return slice.state;

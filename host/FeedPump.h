@@ -42,6 +42,9 @@ public:
     std::int64_t behindMicros() const { return m_behind; }
     // The largest that was in each half of the time that the feed ran.
     HalfMaxima::Halves mostBehind() const { return m_mostBehind.halves(); }
+    // Rows of the watch that still waited for their paint when a fifth of a second later the next news were shown: the
+    // most in each half.
+    HalfMaxima::Halves mostUnpainted() const { return m_mostUnpainted.halves(); }
     // Seconds in which the feed ran: from the first slice to the last tick's, or to now while it runs.
     double secondsRun() const;
     std::int64_t rows() const;
@@ -69,7 +72,7 @@ private:
     std::int64_t m_firstSlice = -1;
     std::int64_t m_lastSlice = -1;
     std::int64_t m_behind = 0;
-    HalfMaxima m_mostBehind;
+    HalfMaxima m_mostBehind, m_mostUnpainted;
 };
 
 }  // namespace terminal

@@ -273,7 +273,7 @@ void CMainFrame::finish(const std::string& ending) {
         summary.behindFirstHalfMs = static_cast<double>(most.first) / 1000;
         summary.behindSecondHalfMs = static_cast<double>(most.second) / 1000;
     }
-    summary.watchWaiting = m_panes.watch->waiting();
+    summary.watchWaiting = m_pump->mostUnpainted().second;
     summary.firstRowMs = m_run.figures.firstRowMs();
     summary.optionsPriced = m_chain->chain().priced();
     summary.ending = ending;

@@ -19,7 +19,9 @@ struct RunSummary {
     std::optional<double> feedBehindMs{};  // how late the feed was at the end; none: it ran as fast as possible
     // The latest it ever was in either half of the run. A backlog that grows makes the second one the larger.
     std::optional<double> behindFirstHalfMs{}, behindSecondHalfMs{};
-    std::int64_t watchWaiting = 0;         // instruments of the watch with news that no row had shown at the end
+    // Rows of the watch in view whose news no paint had shown before the next news came, the most at any time in the
+    // second half of the run.
+    std::int64_t watchWaiting = 0;
     std::optional<int> layoutsRestored{};  // lists whose layout a restart brought back; none: no restart was tried
     int layoutsTried = 0;
     std::string ending{};  // "time is up", "end of tape", "window closed", "bad line", ...; no quotes, no line ends
