@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/LayoutProof.h"
 #include "host/SelfCheck.h"
 #include "host/Theme.h"
 #include "host/resource.h"
@@ -77,12 +76,6 @@ BOOL CMainFrame::createWindow() {
 
 std::vector<CListPane*> CMainFrame::listPanes() { return {m_panes.watch, m_panes.orders, m_panes.trades, m_chain}; }
 
-std::vector<std::string> CMainFrame::layouts() {
-    std::vector<std::string> all;
-    for (CListPane* pane : listPanes()) all.push_back(layoutOf(pane->list()));
-    return all;
-}
-
 BOOL CMainFrame::CreateRestored() {
     m_finished = true;
     if (!createWindow()) return FALSE;
@@ -90,6 +83,8 @@ BOOL CMainFrame::CreateRestored() {
         m_panes.watch->addInstrument(of.instrument);
         m_panes.watch->quote(of.quote);
         m_panes.orders->instrument(of.instrument);
+        m_panes.trades->instrument(of.instrument);
+        if (of.lastTrade.quantity) m_panes.trades->trade(of.lastTrade, m_run.clock.nowMicros());
     }
     for (const Order& order : m_run.feed->tally().liveOrdersByArrival())
         m_panes.orders->order({OrderAction::add, order}, m_run.clock.nowMicros());
@@ -97,6 +92,8 @@ BOOL CMainFrame::CreateRestored() {
     processEndofBatchUpdates();
     m_panes.watch->list().SortByLastColumnWithLock();
     m_panes.orders->list().SortByLastColumnWithLock();
+    m_chain->connect();
+    m_chain->update(m_run.clock.nowMicros());
     return TRUE;
 }
 
@@ -279,8 +276,7 @@ void CMainFrame::finish(const std::string& ending) {
     summary.ending = ending;
     if (m_run.options.headless) {
         m_run.openProofStore();
-        for (CListPane* pane : listPanes()) changeLayout(pane->list());
-        m_run.layoutsLeft = layouts();
+        m_run.layoutsLeft = leaveLayouts(proofPanes());
     }
     if (IsWindow(m_hWnd)) DestroyWindow();
 }

@@ -94,7 +94,8 @@ void CFilterListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
 
 void CFilterListCtrl::SortByLastColumnWithLock() {
     if (!UseFilter) return CCommonListCtrl::SortByLastColumnWithLock();
-    const int place = m_arrOrder.GetAt(m_nLockSortColumn);
+    const bool hasColumn = m_nLockSortColumn >= 0 && m_nLockSortColumn < m_arrOrder.GetCount();
+    const int place = hasColumn ? m_arrOrder.GetAt(m_nLockSortColumn) : -1;  // nothing was ever locked: no column
     if (!m_bSortLocked || place < 0 || m_sorting) return;
     processPendingOptiUpdates();
     m_nSortCol = place;
