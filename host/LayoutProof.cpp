@@ -131,8 +131,7 @@ std::string rowsBy(CCommonListCtrl& list, const std::vector<SortBy>& by, bool wi
             texts.emplace_back(static_cast<const char*>(list.GetItemText(row, place)));
             for (const char c : texts.back() + '\n') digest = (digest ^ static_cast<unsigned char>(c)) * 1099511628211u;
             if (row > 0 && verdict == 0)
-                verdict = -by[i].order *
-                          compared(former[i], texts[i], list.m_arrColumns[by[i].columnIndex].iDataType);
+                verdict = -by[i].order * compared(former[i], texts[i], list.m_arrColumns[by[i].columnIndex].iDataType);
         }
         if (verdict > 0) return "row " + std::to_string(row) + " stands behind one that comes after it";
         former = std::move(texts);
@@ -274,6 +273,7 @@ private:
 
     void sort() {
         const int rows = rowsOf(m_list);
+        if (m_list.m_bSortLocked) m_list.SendMessage(WM_COMMAND, kLockSorting, 0);  // or clicks would do nothing
         if (m_subject.sort == LastSort::levels) {
             setLevels(m_list, levelsToLeave(), true);
             expect(m_list.m_bMultiSortActive != 0, "no levels");
@@ -284,8 +284,8 @@ private:
         if (m_subject.sort == LastSort::autoSort) clickColumn(m_list, m_subject.sortColumn);  // falling
         expect(m_list.m_bSorted || rows < 2, "a click did not sort");
         if (!m_list.m_bSorted) return;
-        const int order = m_subject.sort == LastSort::autoSort ? 1 : -1;
-        expect(rowsBy(m_list, {{m_subject.sortColumn, order}}, false) == "in order", "a click did not order the rows");
+        expect(rowsBy(m_list, {{m_subject.sortColumn, m_list.m_nSortOrder}}, false) == "in order",
+               "a click did not order the rows");
         if (m_subject.sort == LastSort::autoSort) switchAutoSort(m_list, true);
         if (m_subject.sort == LastSort::lock) m_list.SendMessage(WM_COMMAND, kLockSorting, 0);
         expect((m_list.m_bSortLocked != 0) == (m_subject.sort == LastSort::lock), "the lock is not as it was set");

@@ -8,7 +8,8 @@ namespace {
 constexpr int itemsOfLevel = 0x100;
 constexpr int riseItem = 0xF0, fallItem = 0xF1, noneItem = 0xF2;
 constexpr int activeItem = firstLevelItem + itemsOfLevel * static_cast<int>(offeredSortLevels);
-constexpr int clearItem = activeItem + 1;
+constexpr int againItem = activeItem + 1;
+constexpr int clearItem = activeItem + 2;
 constexpr UINT columnsInAStrip = 30;
 
 UINT marked(bool on) { return on ? MF_STRING | MF_CHECKED : static_cast<UINT>(MF_STRING); }
@@ -93,7 +94,8 @@ void appendLevels(CMenu& menu, CCommonListCtrl& list) {
     items.AppendMenu(MF_SEPARATOR);
     const bool active = list.m_bMultiSortActive != 0;
     items.AppendMenu(marked(active) | offered(active || enough(list, levels.size())), activeItem,
-                     "Sort by These Levels\tCtrl+0");
+                     "Sort by These Levels");
+    items.AppendMenu(MF_STRING | offered(active), againItem, "Sort Again\tCtrl+0");
     items.AppendMenu(MF_STRING | offered(!levels.empty()), clearItem, "Clear Levels");
     menu.AppendMenu(MF_POPUP | offered(!list.m_bSortLocked), reinterpret_cast<UINT_PTR>(items.Detach()), "Sort Levels");
 }
@@ -101,6 +103,7 @@ void appendLevels(CMenu& menu, CCommonListCtrl& list) {
 void runLevelItem(CCommonListCtrl& list, int item) {
     SortLevels levels = levelsOf(list);
     const bool active = list.m_bMultiSortActive != 0;
+    if (item == againItem) return showLevels(list);
     if (item == clearItem) return setLevels(list, {}, false);
     if (item == activeItem) return setLevels(list, levels, !active);
     const auto level = static_cast<std::size_t>((item - firstLevelItem) / itemsOfLevel);

@@ -1,5 +1,6 @@
 // The part of a list's context menu by which its user sorts by several columns: for each level a submenu with the
-// columns that show, rising or falling, and "none"; below them whether the list is sorted by the levels, and "clear".
+// columns that show, rising or falling, and "none"; below them whether the list is sorted by the levels, "sort again"
+// (rows do not move with the market) and "clear".
 //
 // Each choice is carried out and stored at once (CCommonListCtrl::SaveSortOrderProfile); the levels are the list's own.
 #pragma once

@@ -1,4 +1,5 @@
-// Figures of a run: times spent (median, 99th percentile), rates, and what grows. Fixed size, no allocation after construction.
+// Figures of a run: times spent (median, 99th percentile), rates, and what grows. Fixed size, no allocation after
+// construction.
 #pragma once
 
 #include <array>

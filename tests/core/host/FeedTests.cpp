@@ -86,12 +86,11 @@ TEST(Feed, TellsHowLongTheTickThatWaitsHasBeenDue) {
         int taken;
         std::int64_t afterMicros, behindMicros;
     } const cases[] = {
-        {{.factor = 1}, 1, 999, 0},         // not due yet
-        {{.factor = 1}, 1, 1'000, 0},       // due now
-        {{.factor = 1}, 1, 31'000, 30'000}, {{.factor = 1}, 3, 31'000, 28'000}, {{.factor = 2}, 1, 31'000, 30'500},
-        {{.factor = 0.5}, 1, 31'000, 29'000},
-        {{.max = true}, 1, 31'000, 0},      // as fast as possible is never late
-        {{.factor = 1}, 0, 31'000, 0},      // no tick was ever asked for
+        {{.factor = 1}, 1, 999, 0},    // not due yet
+        {{.factor = 1}, 1, 1'000, 0},  // due now
+        {{.factor = 1}, 1, 31'000, 30'000},   {{.factor = 1}, 3, 31'000, 28'000}, {{.factor = 2}, 1, 31'000, 30'500},
+        {{.factor = 0.5}, 1, 31'000, 29'000}, {{.max = true}, 1, 31'000, 0},  // as fast as possible is never late
+        {{.factor = 1}, 0, 31'000, 0},                                        // no tick was ever asked for
     };
     for (const auto& c : cases) {
         Feed feed = feedOf(everyMillisecond(5), c.speed);
