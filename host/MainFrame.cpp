@@ -84,6 +84,7 @@ BOOL CMainFrame::CreateRestored() {
         m_panes.watch->quote(of.quote);
         m_panes.orders->instrument(of.instrument);
         m_panes.trades->instrument(of.instrument);
+        for (const BookLevel& level : of.levels) m_panes.orders->level(level, m_run.clock.nowMicros());
         if (of.lastTrade.quantity) m_panes.trades->trade(of.lastTrade, m_run.clock.nowMicros());
     }
     for (const Order& order : m_run.feed->tally().liveOrdersByArrival())
