@@ -95,7 +95,7 @@ void showOrHideColumn(CCommonListCtrl& list, int columnIndex) {
         setLevels(list, levelsOf(list), list.m_bMultiSortActive != 0);  // stored, or they would be missed at the start
     else if (list.m_bMultiSortActive)
         showLevels(list);
-    else
+    else if (list.m_bSortLocked)  // a grid that was never sorted has no column to ask for
         list.SortByLastColumnWithLock();
     list.Invalidate();
 }

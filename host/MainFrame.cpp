@@ -91,8 +91,7 @@ BOOL CMainFrame::CreateRestored() {
         m_panes.orders->order({OrderAction::add, order}, m_run.clock.nowMicros());
     m_panes.watch->showChanged();
     processEndofBatchUpdates();
-    m_panes.watch->list().SortByLastColumnWithLock();
-    m_panes.orders->list().SortByLastColumnWithLock();
+    if (m_panes.orders->list().m_bSortLocked) m_panes.orders->list().SortByLastColumnWithLock();
     m_chain->connect();
     m_chain->update(m_run.clock.nowMicros());
     return TRUE;

@@ -92,10 +92,14 @@ void CFilterListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
     m_bSorted = TRUE;
 }
 
+void CFilterListCtrl::OnAutoSortClick(NMHDR* header, LRESULT* result) {
+    OnLvnColumnclick(header, result);
+    CCommonListCtrl::OnAutoSortClick(header, result);
+}
+
 void CFilterListCtrl::SortByLastColumnWithLock() {
     if (!UseFilter) return CCommonListCtrl::SortByLastColumnWithLock();
-    const bool hasColumn = m_nLockSortColumn >= 0 && m_nLockSortColumn < m_arrOrder.GetCount();
-    const int place = hasColumn ? m_arrOrder.GetAt(m_nLockSortColumn) : -1;  // nothing was ever locked: no column
+    const int place = m_arrOrder.GetAt(m_nLockSortColumn);
     if (!m_bSortLocked || place < 0 || m_sorting) return;
     processPendingOptiUpdates();
     m_nSortCol = place;
