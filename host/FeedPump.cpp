@@ -22,6 +22,7 @@ FeedState FeedPump::slice() {
     const Slice slice = m_feed.take(m_clock, SliceLimit{}, *this);
     if (running) m_lastSlice = m_clock.nowMicros();
     m_behind = slice.more ? m_feed.behindMicros(m_lastSlice) : 0;
+    if (running) m_mostBehind.add(m_lastSlice, m_behind);
     m_rate.add(begin, slice.ticks);
     if (slice.state != FeedState::running) {
         if (running) settle();
@@ -30,6 +31,7 @@ FeedState FeedPump::slice() {
     if (slice.ticks) closeBatch();
     if (begin - m_watchWritten >= watchPeriodMicros) {
         m_watchWritten = begin;
+        m_mostUnpainted.add(begin, m_panes.watch->unpainted());
         m_panes.watch->showChanged();
     }
     return slice.state;

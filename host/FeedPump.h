@@ -40,6 +40,11 @@ public:
     double ticksPerSecond() { return m_rate.perSecond(m_clock.nowMicros()); }
     // How late the feed was when its last slice ended.
     std::int64_t behindMicros() const { return m_behind; }
+    // The largest that was in each half of the time that the feed ran.
+    HalfMaxima::Halves mostBehind() const { return m_mostBehind.halves(); }
+    // Rows of the watch that still waited for their paint when a fifth of a second later the next news were shown: the
+    // most in each half.
+    HalfMaxima::Halves mostUnpainted() const { return m_mostUnpainted.halves(); }
     // Seconds in which the feed ran: from the first slice to the last tick's, or to now while it runs.
     double secondsRun() const;
     std::int64_t rows() const;
@@ -67,6 +72,7 @@ private:
     std::int64_t m_firstSlice = -1;
     std::int64_t m_lastSlice = -1;
     std::int64_t m_behind = 0;
+    HalfMaxima m_mostBehind, m_mostUnpainted;
 };
 
 }  // namespace terminal

@@ -1,5 +1,6 @@
 #include "host/ListMenu.h"
 
+#include "host/LevelsMenu.h"
 #include "src/grid/FilterListCtrl.h"
 #include "src/list/ListCommands.h"
 
@@ -9,7 +10,9 @@ namespace {
 
 // Ids of the menu's own, above those of the library.
 constexpr int kToggleFilterBar = 0xE000;
+constexpr int kAutoSort = 0xE001;
 constexpr int kFirstColumn = 0xE100;
+constexpr int kLastColumn = 0xE3FF;
 constexpr int kResetFilters = 33757;
 constexpr int kMatchFilterExactly = 33815;
 
@@ -32,11 +35,45 @@ void appendFilters(CMenu& menu, const CFilterListCtrl& grid) {
     menu.AppendMenu(MF_STRING, kMatchFilterExactly, "Match Filter Exactly");
 }
 
-// A shown column goes, a hidden one comes back as the last.
-void toggleColumn(CCommonListCtrl& list, int columnIndex) {
+void appendSorts(CMenu& menu, CCommonListCtrl& list) {
+    const UINT byLevels = list.m_bMultiSortActive ? MF_GRAYED : 0u;
+    if (list.m_bLockSortEnabled)
+        menu.AppendMenu(ticked(list.m_bSortLocked || list.m_bMultiSortActive) | byLevels, kLockSorting, "Lock Sorting");
+    if (list.m_bMultiSortEnabled) appendLevels(menu, list);
+    if (!dynamic_cast<CFilterListCtrl*>(&list))
+        menu.AppendMenu(ticked(list.IsAutoSortEnabled() != 0) | byLevels, kAutoSort, "Auto Sort");
+}
+
+// Carries a chosen item out; what is none of the menu's own goes to the list.
+void run(CCommonListCtrl& list, int chosen) {
+    if (chosen >= kFirstColumn && chosen <= kLastColumn) return showOrHideColumn(list, chosen - kFirstColumn);
+    if (chosen >= firstLevelItem && chosen <= lastLevelItem) return runLevelItem(list, chosen);
+    if (chosen == kAutoSort) return switchAutoSort(list, !list.IsAutoSortEnabled());
+    if (chosen == kToggleFilterBar) {
+        if (const auto grid = dynamic_cast<CFilterListCtrl*>(&list)) grid->PutListFilter();
+    } else if (chosen != 0) {
+        list.PostMessage(WM_COMMAND, static_cast<WPARAM>(chosen), 0);  // posted: some are taken before the dispatch
+    }
+}
+
+}  // namespace
+
+void switchAutoSort(CCommonListCtrl& list, bool on) {
+    if (on) {
+        list.m_bAutoSort = 1;
+        list.InitializeAutoSort();
+    } else {
+        list.KillAutoSortTimer();
+    }
+    list.SaveAutoSort();
+}
+
+void showOrHideColumn(CCommonListCtrl& list, int columnIndex) {
     CArray<int, int> columns, widths;
     bool wasShown = false;
-    for (int place = 0; list.GetOriginalColumnPosition(place) >= 0; ++place) {
+    const CHeaderCtrl* const header = list.GetHeaderCtrl();
+    for (int i = 0; header && i < header->GetItemCount(); ++i) {
+        const int place = header->OrderToIndex(i);
         const int shown = list.GetOriginalColumnPosition(place);
         if (shown == columnIndex) {
             wasShown = true;
@@ -54,11 +91,14 @@ void toggleColumn(CCommonListCtrl& list, int columnIndex) {
         widths.Add(list.m_arrColumns[columnIndex].iWidth);
     }
     list.LoadHeaders(&columns, &widths);
-    if (wasShown) list.RemoveNonVisibleColumnsFromSortOrder();
+    if (wasShown && list.RemoveNonVisibleColumnsFromSortOrder())
+        setLevels(list, levelsOf(list), list.m_bMultiSortActive != 0);  // stored, or they would be missed at the start
+    else if (list.m_bMultiSortActive)
+        showLevels(list);
+    else if (list.m_bSortLocked)  // a grid that was never sorted has no column to ask for
+        list.SortByLastColumnWithLock();
     list.Invalidate();
 }
-
-}  // namespace
 
 void showListMenu(CCommonListCtrl& list, CPoint point) {
     if (point.x == -1 && point.y == -1) {
@@ -74,17 +114,10 @@ void showListMenu(CCommonListCtrl& list, CPoint point) {
     menu.AppendMenu(MF_STRING, kFitColumnsToWindow, "Fit to Window");
     menu.AppendMenu(MF_SEPARATOR);
     menu.AppendMenu(ticked(list.m_bGridLines != 0), kGridLines, "Draw Grid Lines");
-    if (list.m_bLockSortEnabled) menu.AppendMenu(ticked(list.m_bSortLocked != 0), kLockSorting, "Lock Sorting");
+    appendSorts(menu, list);
     menu.AppendMenu(MF_STRING, kCopyToClipboard, "Copy to Clip Board\tCtrl+C");
     if (grid) appendFilters(menu, *grid);
-    const int chosen = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON, point.x, point.y, &list);
-    if (chosen >= kFirstColumn) {
-        toggleColumn(list, chosen - kFirstColumn);
-    } else if (chosen == kToggleFilterBar) {
-        if (grid) grid->PutListFilter();
-    } else if (chosen != 0) {
-        list.PostMessage(WM_COMMAND, static_cast<WPARAM>(chosen), 0);  // posted: some are taken before the dispatch
-    }
+    run(list, menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON, point.x, point.y, &list));
 }
 
 }  // namespace terminal

@@ -9,4 +9,11 @@ namespace terminal {
 // the list's corner. Hiding a column that the list is sorted by asks first; the last column cannot be hidden.
 void showListMenu(CCommonListCtrl& list, CPoint point);
 
+// What the menu's own items do. A column that shows goes, a hidden one comes back as the last; the others stay as they
+// stand on screen. Levels and a locked sort go on with what is left.
+void showOrHideColumn(CCommonListCtrl& list, int columnIndex);
+// Auto-sort by the column that was sorted last. Offered for lists that keep their rows in the control: a grid's step
+// passes through two click handlers, and each one turns the order round.
+void switchAutoSort(CCommonListCtrl& list, bool on);
+
 }  // namespace terminal

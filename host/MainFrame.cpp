@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/LayoutProof.h"
 #include "host/SelfCheck.h"
 #include "host/Theme.h"
 #include "host/resource.h"
@@ -77,12 +76,6 @@ BOOL CMainFrame::createWindow() {
 
 std::vector<CListPane*> CMainFrame::listPanes() { return {m_panes.watch, m_panes.orders, m_panes.trades, m_chain}; }
 
-std::vector<std::string> CMainFrame::layouts() {
-    std::vector<std::string> all;
-    for (CListPane* pane : listPanes()) all.push_back(layoutOf(pane->list()));
-    return all;
-}
-
 BOOL CMainFrame::CreateRestored() {
     m_finished = true;
     if (!createWindow()) return FALSE;
@@ -90,13 +83,17 @@ BOOL CMainFrame::CreateRestored() {
         m_panes.watch->addInstrument(of.instrument);
         m_panes.watch->quote(of.quote);
         m_panes.orders->instrument(of.instrument);
+        m_panes.trades->instrument(of.instrument);
+        for (const BookLevel& level : of.levels) m_panes.orders->level(level, m_run.clock.nowMicros());
+        if (of.lastTrade.quantity) m_panes.trades->trade(of.lastTrade, m_run.clock.nowMicros());
     }
     for (const Order& order : m_run.feed->tally().liveOrdersByArrival())
         m_panes.orders->order({OrderAction::add, order}, m_run.clock.nowMicros());
     m_panes.watch->showChanged();
     processEndofBatchUpdates();
-    m_panes.watch->list().SortByLastColumnWithLock();
-    m_panes.orders->list().SortByLastColumnWithLock();
+    if (m_panes.orders->list().m_bSortLocked) m_panes.orders->list().SortByLastColumnWithLock();
+    m_chain->connect();
+    m_chain->update(m_run.clock.nowMicros());
     return TRUE;
 }
 
@@ -267,15 +264,19 @@ void CMainFrame::finish(const std::string& ending) {
         summary.tickToPaintMedianMs = static_cast<double>(latency.median()) / 1000;
         summary.tickToPaintP99Ms = static_cast<double>(latency.percentile(99)) / 1000;
     }
-    if (!m_run.options.speed.max) summary.feedBehindMs = static_cast<double>(m_pump->behindMicros()) / 1000;
-    summary.watchWaiting = m_panes.watch->waiting();
+    if (!m_run.options.speed.max) {
+        const auto most = m_pump->mostBehind();
+        summary.feedBehindMs = static_cast<double>(m_pump->behindMicros()) / 1000;
+        summary.behindFirstHalfMs = static_cast<double>(most.first) / 1000;
+        summary.behindSecondHalfMs = static_cast<double>(most.second) / 1000;
+    }
+    summary.watchWaiting = m_pump->mostUnpainted().second;
     summary.firstRowMs = m_run.figures.firstRowMs();
     summary.optionsPriced = m_chain->chain().priced();
     summary.ending = ending;
     if (m_run.options.headless) {
         m_run.openProofStore();
-        for (CListPane* pane : listPanes()) changeLayout(pane->list());
-        m_run.layoutsLeft = layouts();
+        m_run.layoutsLeft = leaveLayouts(proofPanes());
     }
     if (IsWindow(m_hWnd)) DestroyWindow();
 }

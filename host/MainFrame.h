@@ -30,8 +30,8 @@ public:
 
     // The frame of a restart: as CreateTerminal, with the market as the feed left it, and without a feed.
     BOOL CreateRestored();
-    // How each list stands, the watch first.
-    std::vector<std::string> layouts();
+    // The lists, for the proof that they survive a restart.
+    ProofPanes proofPanes() { return {*m_panes.watch, *m_panes.orders, *m_panes.trades, *m_chain}; }
 
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;

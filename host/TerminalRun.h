@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/LayoutProof.h"
 #include "host/PaintFigures.h"
 #include "host/core/Feed.h"
 #include "host/core/FileDevice.h"
@@ -43,7 +44,7 @@ public:
     Disk disk;
     SettingsFile settings;
     SettingsFile proofStore;
-    std::vector<std::string> layoutsLeft;  // how the lists stood when their frame closed for the restart
+    LeftLayouts layoutsLeft;  // how the lists stood when their frame closed for the restart
     std::unique_ptr<TapeRecorder> recorder;
     std::unique_ptr<Feed> feed;
     RunSummary summary;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/HeaderPaint.h"
+#include "host/LevelsMenu.h"
 #include "host/Theme.h"
 #include "host/core/WatchStore.h"
 #include "host/resource.h"
@@ -53,7 +54,16 @@ void CWatchList::measureCells() {
     }
 }
 
+void CWatchList::invalidateRow(int row) {
+    CRect area, client, seen;
+    GetClientRect(&client);
+    if (!GetItemRect(row, &area, LVIR_BOUNDS) || !seen.IntersectRect(&area, &client)) return;
+    InvalidateRect(&area, FALSE);
+    ++m_unpainted;
+}
+
 void CWatchList::OnPaint() {
+    m_unpainted = 0;
     drawnRows.clear();
     measureCells();
     CMrktWatchListCtrl::OnPaint();
@@ -66,6 +76,7 @@ BOOL CWatchList::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
 }
 
 BEGIN_MESSAGE_MAP(CWatchPane, CListPane)
+    ON_WM_DESTROY()
     ON_WM_DRAWITEM()
     ON_CBN_SELCHANGE(IDC_WATCH_NAMES, &CWatchPane::OnChooseWatch)
 END_MESSAGE_MAP()
@@ -90,15 +101,19 @@ BOOL CWatchPane::createList() {
         if (i < watchShownColumns) shown.push_back(i);
     }
     describeColumns(columns.data(), watchBuiltInColumns);
+    m_list.m_csListName = layoutSection().c_str();
     m_list.SetDefaultCols(watchShownColumns, shown.data());
     m_list.SortProfileCombo = &m_names;
     m_list.m_bLockSortEnabled = 1;
+    m_list.m_bMultiSortEnabled = 1;
+    m_list.SetSortOrderChooser(&m_levels);
     m_list.Create(
         WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | LVS_REPORT | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
         none, this, IDC_WATCH);
     if (!m_list.GetSafeHwnd()) return FALSE;
     m_list.SetExtendedStyle(m_list.GetExtendedStyle() | LVS_EX_DOUBLEBUFFER);
     m_list.InsertColumnsForList(nullptr);
+    readSort();
     return TRUE;
 }
 
@@ -165,27 +180,59 @@ void CWatchPane::showChanged() {
         m_held = false;
         m_list.SetRedraw(TRUE);
         m_list.SortByLastColumnWithLock();  // rows came in: a locked list takes them into its order
+        showLevels(m_list);
         m_list.Invalidate(FALSE);
     }
     const int top = m_list.GetTopIndex();
     const int end = (std::min)(m_list.GetItemCount(), top + m_list.GetCountPerPage() + 1);
     for (int row = top; row < end; ++row) {
         const sMWStruct* const shown = record(row);
-        if (!shown || !m_news[shown->instrument]) continue;
-        CRect area;
-        if (m_list.GetItemRect(row, &area, LVIR_BOUNDS)) m_list.InvalidateRect(&area, FALSE);
+        if (shown && m_news[shown->instrument]) m_list.invalidateRow(row);
     }
     std::fill(m_news.begin(), m_news.end(), char{0});
 }
 
 int CWatchPane::waiting() const { return static_cast<int>(std::count(m_news.begin(), m_news.end(), char{1})); }
 
+// Columns and lock are the list's own to read; the levels name columns and need them.
+void CWatchPane::readSort() {
+    m_list.ReadMultiSortOrderProfile(watchLists()[static_cast<std::size_t>(m_shown)].name.c_str());
+}
+
+// A store that has nothing to say of a watch leaves the list as it is.
+void CWatchPane::forgetSort() {
+    m_list.KillAutoSortTimer();
+    m_list.m_arrSortOrder.RemoveAll();
+    m_list.m_bMultiSortActive = m_list.m_bSortLocked = m_list.m_bSorted = 0;
+    m_list.m_nSortCol = 0;
+    m_list.m_nLastSortCol = m_list.m_nLockSortColumn = -1;
+    m_list.m_nSortOrder = -1;
+    m_list.m_nLockSortOrder = 0;
+}
+
+// The stored place is read again for columns that are numbered as they stand on screen now.
+void CWatchPane::saveAutoSort() {
+    HDITEM item{};
+    item.mask = HDI_ORDER;
+    CHeaderCtrl* const header = m_list.GetHeaderCtrl();
+    if (header && header->GetItem(m_list.m_nSortCol, &item)) m_list.m_nSortCol = item.iOrder;
+    m_list.SaveAutoSort();
+}
+
+void CWatchPane::OnDestroy() {
+    if (m_list.GetSafeHwnd()) saveAutoSort();
+    CListPane::OnDestroy();
+}
+
 void CWatchPane::showWatch(int watch) {
     if (watch == m_shown || watch < 0 || watch >= static_cast<int>(watchLists().size())) return;
     CString former;
     GetWindowText(former);
     m_list.SaveColumnProfile(former);
+    saveAutoSort();
+    forgetSort();
     m_shown = watch;
+    m_list.m_csListName = layoutSection().c_str();
     const WatchList& chosen = watchLists()[static_cast<std::size_t>(watch)];
     m_names.SetCurSel(watch);
     SetWindowText(chosen.name.c_str());
@@ -195,6 +242,7 @@ void CWatchPane::showWatch(int watch) {
     m_list.m_arrWidth.RemoveAll();
     m_list.m_arrVisible.RemoveAll();
     m_list.InsertColumnsForList(nullptr);
+    readSort();
     fitNewColumns();
     for (InstrumentId id = 0; id < m_market.size(); ++id)
         if (chosen.holds(m_market[id].instrument)) addRow(id);

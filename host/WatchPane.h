@@ -6,7 +6,7 @@
 // nothing, and no news ever waits for a row.
 //
 // The watch shown is chosen in the combo of the caption strip. The pane's window title is its name: by it the list
-// finds and saves its columns.
+// finds and saves its columns. Everything else that a watch keeps goes by that name, too: levels, lock, auto-sort.
 #pragma once
 
 #include <memory>
@@ -37,6 +37,10 @@ public:
 
     DrawnRows drawnRows;
 
+    // Rows in view that were invalidated since the last paint began.
+    int unpainted() const { return m_unpainted; }
+    void invalidateRow(int row);
+
 protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
@@ -46,6 +50,7 @@ private:
 
     PaintFigures& m_figures;
     std::vector<Cell> m_cells;  // by place
+    int m_unpainted = 0;
 
     DECLARE_MESSAGE_MAP()
 };
@@ -74,8 +79,11 @@ public:
     void showChanged();
     // Instruments in view with news that no showChanged has taken yet: 0 after each.
     int waiting() const;
+    // Rows in view whose news were shown, and no paint has come yet.
+    int unpainted() const { return m_list.unpainted(); }
 
-    // The watch shown, by its number in watchLists(). Showing another one saves the columns of the one before.
+    // The watch shown, by its number in watchLists(). Showing another one saves the columns and auto-sort of the one
+    // before (the rest is stored when it changes), and sorts as the user left the new one: by levels, locked, or not.
     int shownWatch() const { return m_shown; }
     void showWatch(int watch);
 
@@ -91,6 +99,10 @@ private:
     void layOut() override;
     void mark(InstrumentId id);
     void addRow(InstrumentId id);
+    void readSort();
+    void forgetSort();
+    void saveAutoSort();
+    void OnDestroy();
     void OnChooseWatch();
     void OnDrawItem(int id, LPDRAWITEMSTRUCT item);
     void drawCell(CDC& dc, const WatchData& data, int columnIndex, const CString& text, RECT cell, bool selected);
@@ -103,6 +115,7 @@ private:
     CFont m_comboFont;
     CComboBox m_names;
     CWatchList m_list;
+    LevelsAsChooser m_levels{m_list.m_arrSortOrder};  // the names that are stored
 
     DECLARE_MESSAGE_MAP()
 };

@@ -1,6 +1,8 @@
 // The demo terminal: a Windows program over the library, fed by a simulator or a recorded tape.
 #include <cstdio>
+#include <optional>
 
+#include "host/BoxGuard.h"
 #include "host/HostEntries.h"
 #include "host/LogPane.h"
 #include "host/MainFrame.h"
@@ -27,33 +29,37 @@ public:
         return FALSE;
     }
     int ExitInstance() override {
-        if (!m_run.layoutsLeft.empty()) proveRestart();
+        if (!m_run.layoutsLeft.lists.empty()) proveRestart();
         return m_run.exitCode;
     }
 
 private:
+    void restartFails(const std::string& line) {
+        std::fprintf(stderr, "restart: %s\n", line.c_str());
+        if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+    }
+
     // A second frame over what the first one left; what it shows is held against what that one showed.
     void proveRestart() {
         RunSummary& summary = m_run.summary;
-        summary.layoutsTried = static_cast<int>(m_run.layoutsLeft.size());
+        const std::vector<ListLayout>& left = m_run.layoutsLeft.lists;
+        summary.layoutsTried = static_cast<int>(left.size());
         summary.layoutsRestored = 0;
-        std::vector<std::string> found(m_run.layoutsLeft.size());
+        for (const std::string& line : m_run.layoutsLeft.failures) restartFails(line);
+        std::vector<ListLayout> found;
         if (m_run.reopenProofStore()) {
             auto* const frame = new CMainFrame(m_run);
             m_pMainWnd = frame;
             if (frame->CreateRestored()) {
-                found = frame->layouts();
+                found = findLayouts(frame->proofPanes());
                 frame->DestroyWindow();
             }
         }
-        for (std::size_t i = 0; i < found.size(); ++i) {
-            if (found[i] == m_run.layoutsLeft[i]) {
-                ++*summary.layoutsRestored;
-                continue;
-            }
-            std::fprintf(stderr, "restart: list %d is not as it was left\n  left:  %s\n  found: %s\n",
-                         static_cast<int>(i), m_run.layoutsLeft[i].c_str(), found[i].c_str());
-            if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+        found.resize(left.size());
+        for (std::size_t i = 0; i < left.size(); ++i) {
+            const std::vector<std::string> lines = differences(left[i], found[i]);
+            if (lines.empty()) ++*summary.layoutsRestored;
+            for (const std::string& line : lines) restartFails(line);
         }
     }
 
@@ -78,8 +84,14 @@ int runTerminal(const Options& options) {
     }
     CCommonListCtrl::SetRecoveryFiles(run.outPath("recovery.ini").c_str(), run.outPath("dialogs.ini").c_str());
     setAppearance();
+    std::optional<BoxGuard> guard;
+    if (options.headless) guard.emplace();
     CTerminalApp app(run);
-    const int code = AfxWinMain(::GetModuleHandleA(nullptr), ::GetCommandLineA(), SW_SHOWNORMAL);
+    int code = AfxWinMain(::GetModuleHandleA(nullptr), ::GetCommandLineA(), SW_SHOWNORMAL);
+    for (const std::string& text : guard ? guard->texts() : std::vector<std::string>{}) {
+        std::fprintf(stderr, "unexpected message box: %s\n", text.c_str());
+        if (code == exitWell) code = exitCheckFailed;
+    }
     run.settings.save();
     useSettings(nullptr);
     const bool recorded = !run.recorder || run.recorder->close();

@@ -61,4 +61,29 @@ double RateCounter::perSecond(std::int64_t nowMicros) {
     return static_cast<double>(sum) * (1e6 / slotMicros) / static_cast<double>(full);
 }
 
+void HalfMaxima::makeRoom() {
+    for (std::size_t i = 0; i < slots / 2; ++i) m_slots[i] = std::max(m_slots[2 * i], m_slots[2 * i + 1]);
+    std::fill(m_slots.begin() + slots / 2, m_slots.end(), 0);
+    m_span *= 2;
+}
+
+void HalfMaxima::add(std::int64_t nowMicros, std::int64_t value) {
+    if (m_begin < 0) m_begin = nowMicros;
+    m_end = nowMicros;
+    while ((nowMicros - m_begin) / m_span >= static_cast<std::int64_t>(slots)) makeRoom();
+    std::int64_t& slot = m_slots[static_cast<std::size_t>((nowMicros - m_begin) / m_span)];
+    slot = std::max(slot, value);
+}
+
+HalfMaxima::Halves HalfMaxima::halves() const {
+    Halves found;
+    const std::int64_t middle = (m_end - m_begin) / 2;
+    for (std::size_t i = 0; i < slots; ++i) {
+        const bool early = static_cast<std::int64_t>(i) * m_span < middle;
+        std::int64_t& half = early ? found.first : found.second;
+        half = std::max(half, m_slots[i]);
+    }
+    return found;
+}
+
 }  // namespace terminal

@@ -1,7 +1,9 @@
-// Figures of a run: times spent (median, 99th percentile) and rates. Fixed size, no allocation after construction.
+// Figures of a run: times spent (median, 99th percentile), rates, and what grows. Fixed size, no allocation after
+// construction.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace terminal {
@@ -45,6 +47,29 @@ private:
     std::array<std::int64_t, slots> m_slots{};
     std::int64_t m_current = 0;
     std::int64_t m_first = -1;  // slot of the first add; -1: none yet
+};
+
+// The largest value of each half of a stretch of time whose length nobody knows before its end. 64 slots of equal span;
+// when time runs out of them, two become one: at the end the middle is met to within a 32nd of the whole.
+class HalfMaxima {
+public:
+    // Times are a Clock's and do not go back; the stretch begins at the first one.
+    void add(std::int64_t nowMicros, std::int64_t value);
+    struct Halves {
+        std::int64_t first = 0;  // 0 without values
+        std::int64_t second = 0;
+    };
+    // Of the time from the first add to the last.
+    Halves halves() const;
+
+private:
+    static constexpr std::size_t slots = 64;
+    void makeRoom();
+
+    std::array<std::int64_t, slots> m_slots{};
+    std::int64_t m_begin = -1;
+    std::int64_t m_end = -1;
+    std::int64_t m_span = 100'000;  // microseconds of a slot
 };
 
 }  // namespace terminal

@@ -29,6 +29,8 @@ std::string summaryLine(const RunSummary& s) {
     put("first_row_ms", orNone(s.firstRowMs, 0));
     put("options_priced", std::to_string(s.optionsPriced));
     put("feed_behind_ms", orNone(s.feedBehindMs, 1));
+    put("feed_behind_ms_max_first_half", orNone(s.behindFirstHalfMs, 1));
+    put("feed_behind_ms_max_second_half", orNone(s.behindSecondHalfMs, 1));
     put("watch_rows_waiting", std::to_string(s.watchWaiting));
     put("layouts_restored",
         s.layoutsRestored ? std::to_string(*s.layoutsRestored) + "/" + std::to_string(s.layoutsTried) : "none");

@@ -17,7 +17,11 @@ struct RunSummary {
     std::optional<double> firstRowMs{};    // from the program's start; none: no row was painted
     std::int64_t optionsPriced = 0;        // by the option chain, over all its recomputes
     std::optional<double> feedBehindMs{};  // how late the feed was at the end; none: it ran as fast as possible
-    std::int64_t watchWaiting = 0;         // instruments of the watch with news that no row had shown at the end
+    // The latest it ever was in either half of the run. A backlog that grows makes the second one the larger.
+    std::optional<double> behindFirstHalfMs{}, behindSecondHalfMs{};
+    // Rows of the watch in view whose news no paint had shown before the next news came, the most at any time in the
+    // second half of the run.
+    std::int64_t watchWaiting = 0;
     std::optional<int> layoutsRestored{};  // lists whose layout a restart brought back; none: no restart was tried
     int layoutsTried = 0;
     std::string ending{};  // "time is up", "end of tape", "window closed", "bad line", ...; no quotes, no line ends
@@ -26,7 +30,8 @@ struct RunSummary {
 // One line without its end, `name=value` with blanks between; a figure that there is not is "none":
 // summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 tick_to_paint_ms_median=31.2
 //   tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=300 feed_behind_ms=0.0
-//   watch_rows_waiting=0 layouts_restored=4/4 ending="time is up"
+//   feed_behind_ms_max_first_half=9.5 feed_behind_ms_max_second_half=0.0 watch_rows_waiting=0 layouts_restored=5/5
+//   ending="time is up"
 std::string summaryLine(const RunSummary& summary);
 
 }  // namespace terminal

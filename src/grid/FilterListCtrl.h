@@ -186,6 +186,9 @@ public:
     int SortOn(int columnIndex, int order);
     // A click on a header item. Nothing while the sort is locked; without SetUseFilter the base list sorts.
     afx_msg void OnLvnColumnclick(NMHDR* header, LRESULT* result);
+    // An auto-sort step passes through this click and the base list's. The base's leaves the rows alone and turns the
+    // order once more: every second step falls, and the arrow shows the order of the next one.
+    void OnAutoSortClick(NMHDR* header, LRESULT* result) override;
     // Applies the locked sort again, m_nLockSortColumn by m_nLockSortOrder. Nothing unless the sort is locked and the
     // column is shown. Integers count as 32 bits here.
     void SortByLastColumnWithLock() override;

@@ -94,6 +94,11 @@ void CFilterListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
     m_bSorted = TRUE;
 }
 
+void CFilterListCtrl::OnAutoSortClick(NMHDR* header, LRESULT* result) {
+    OnLvnColumnclick(header, result);
+    CCommonListCtrl::OnAutoSortClick(header, result);
+}
+
 void CFilterListCtrl::SortByLastColumnWithLock() {
     if (!UseFilter) return CCommonListCtrl::SortByLastColumnWithLock();
     const int place = m_arrOrder.GetAt(m_nLockSortColumn);

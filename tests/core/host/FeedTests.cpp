@@ -79,6 +79,49 @@ TEST(Feed, ASliceEndsAtItsDeadline) {
     EXPECT_EQ(slice.ticks, 8 * 16);
 }
 
+// A tick each millisecond; `taken` of them are taken at the clock's start, and the next one waits.
+TEST(Feed, TellsHowLongTheTickThatWaitsHasBeenDue) {
+    struct {
+        Speed speed;
+        int taken;
+        std::int64_t afterMicros, behindMicros;
+    } const cases[] = {
+        {{.factor = 1}, 1, 999, 0},    // not due yet
+        {{.factor = 1}, 1, 1'000, 0},  // due now
+        {{.factor = 1}, 1, 31'000, 30'000},   {{.factor = 1}, 3, 31'000, 28'000}, {{.factor = 2}, 1, 31'000, 30'500},
+        {{.factor = 0.5}, 1, 31'000, 29'000}, {{.max = true}, 1, 31'000, 0},  // as fast as possible is never late
+        {{.factor = 1}, 0, 31'000, 0},                                        // no tick was ever asked for
+    };
+    for (const auto& c : cases) {
+        Feed feed = feedOf(everyMillisecond(5), c.speed);
+        SetClock clock;
+        clock.now = 500;
+        NoSink sink;
+        if (c.taken) feed.take(clock, {}, sink);  // the first one: its moment is the clock's
+        if (c.taken > 1) {
+            clock.now += (c.taken - 1) * 1'000;
+            feed.take(clock, {}, sink);
+        }
+        EXPECT_EQ(feed.behindMicros(500 + c.afterMicros), c.behindMicros) << c.speed.factor << " " << c.afterMicros;
+    }
+}
+
+TEST(Feed, WhatALimitLeavesIsBehindUntilItIsTaken) {
+    Feed feed = feedOf(everyMillisecond(100), {});
+    SetClock clock;
+    NoSink sink;
+    feed.take(clock, {}, sink);
+    clock.now = 90'000;
+    EXPECT_TRUE(feed.take(clock, {.maxTicks = 10}, sink).more);
+    EXPECT_EQ(feed.behindMicros(clock.now), 79'000) << "tick 11 was due at 11 ms";
+    feed.take(clock, {}, sink);
+    EXPECT_EQ(feed.behindMicros(clock.now), 0);
+    feed.setSpeed({.max = false, .factor = 1});  // what was due before the change is not due by it
+    EXPECT_EQ(feed.behindMicros(clock.now + 50'000), 0);
+    feed.take(clock, {}, sink);
+    EXPECT_EQ(feed.behindMicros(clock.now + 5'000), 4'000);
+}
+
 TEST(Feed, ALateSliceStillTakesOneTick) {
     Feed feed = feedOf(everyMillisecond(3), {.max = true});
     SetClock clock;

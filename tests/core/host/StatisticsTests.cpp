@@ -63,6 +63,20 @@ TEST(RateCounter, AYoungRunIsMeasuredOverWhatHasPassed) {
     EXPECT_DOUBLE_EQ(rate.perSecond(1'200'000), 50);
 }
 
+TEST(HalfMaxima, TheMiddleIsFoundAtTheEnd) {
+    HalfMaxima maxima;
+    EXPECT_EQ(maxima.halves().first + maxima.halves().second, 0);
+    // A value each 10 ms, for ever longer runs: the first third is worth 5, the last one 9, and one value stands out.
+    for (const int count : {10, 1'000, 50'000}) {
+        maxima = {};
+        for (int i = 0; i < count; ++i)
+            maxima.add(7'000'000 + i * 10'000, i < count / 3 ? 5 : i > count * 2 / 3 ? 9 : i == count * 2 / 5 ? 70 : 1);
+        const bool wholeInOneSlot = count == 10;
+        EXPECT_EQ(maxima.halves().first, 70) << count;
+        EXPECT_EQ(maxima.halves().second, wholeInOneSlot ? 0 : 9) << count;
+    }
+}
+
 TEST(Summary, OneLineTellsTheRun) {
     RunSummary run{.instruments = 500, .rows = 1'234, .ticks = 300'000, .seconds = 15, .repaints = 75};
     run.tickToPaintMedianMs = 31.24;
@@ -70,6 +84,8 @@ TEST(Summary, OneLineTellsTheRun) {
     run.firstRowMs = 420;
     run.optionsPriced = 900;
     run.feedBehindMs = 2.25;
+    run.behindFirstHalfMs = 12;
+    run.behindSecondHalfMs = 7.75;
     run.watchWaiting = 3;
     run.layoutsRestored = 2;
     run.layoutsTried = 4;
@@ -77,11 +93,13 @@ TEST(Summary, OneLineTellsTheRun) {
     EXPECT_EQ(summaryLine(run),
               "summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 "
               "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=900 "
-              "feed_behind_ms=2.2 watch_rows_waiting=3 layouts_restored=2/4 ending=\"time is up\"");
+              "feed_behind_ms=2.2 feed_behind_ms_max_first_half=12.0 feed_behind_ms_max_second_half=7.8 "
+              "watch_rows_waiting=3 layouts_restored=2/4 ending=\"time is up\"");
     EXPECT_EQ(summaryLine({.ending = "bad line"}),
               "summary: instruments=0 rows=0 ticks=0 ticks_per_second=0 repaints=0 "
               "tick_to_paint_ms_median=none tick_to_paint_ms_p99=none first_row_ms=none options_priced=0 "
-              "feed_behind_ms=none watch_rows_waiting=0 layouts_restored=none ending=\"bad line\"");
+              "feed_behind_ms=none feed_behind_ms_max_first_half=none feed_behind_ms_max_second_half=none "
+              "watch_rows_waiting=0 layouts_restored=none ending=\"bad line\"");
 }
 
 }  // namespace

@@ -126,6 +126,22 @@ TEST_F(Sort, AfterAForwardSortEveryRowKnowsItsSlot) {
     EXPECT_EQ(wrongNumbers(), "");
 }
 
+// The base list's handler runs behind the grid's own and turns the order once more.
+TEST_F(Sort, AutoSortStepsTakeTurns) {
+    open();
+    add(ties);
+    click(1);
+    EXPECT_EQ(grid().SortOnVisibleIndex(1, 1), 1);
+    EXPECT_EQ(picture(grid()), "bcad");
+    EXPECT_EQ(grid().m_nSortOrder, -1) << "auto-sort is off: no step";
+    grid().m_bAutoSort = 1;
+    for (const char* const rows : {"bcad", "dacb", "bcad"}) {
+        grid().SortOnVisibleIndex(1, 1);
+        EXPECT_EQ(picture(grid()), rows);
+        EXPECT_EQ(wrongNumbers(), "");
+    }
+}
+
 TEST_F(Sort, AClickClosesTheBatchFirst) {
     open();
     add(ties);

@@ -45,7 +45,9 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndPassesItsSelfCheck) {
     EXPECT_LT(number(run.figure("first_row_ms")), 5'000);
     EXPECT_GT(number(run.figure("options_priced")), 30);
     EXPECT_EQ(run.figure("watch_rows_waiting"), "0");
-    EXPECT_EQ(run.figure("layouts_restored"), "4/4");
+    EXPECT_GE(number(run.figure("feed_behind_ms_max_first_half")), 0);
+    EXPECT_NE(run.figure("feed_behind_ms_max_second_half"), "none");
+    EXPECT_EQ(run.figure("layouts_restored"), "5/5");
     expectReadable(run, "terminal.png", {palette::background, palette::surface, palette::up, palette::down});
     expectReadable(run, "watch.png",
                    {palette::background, palette::stripe, palette::symbol, palette::up, palette::down});
