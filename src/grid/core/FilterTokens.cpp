@@ -157,6 +157,7 @@ FilterTokens::FilterTokens(std::string_view text, bool exact) : m_exact(exact) {
         text.remove_prefix(std::min(length + 1, text.size()));
     }
     m_texts.seal();
+    m_onlyNumbers = !m_all && !m_exact && m_texts.isEmpty() && m_contained.empty() && m_endings.empty();
 }
 
 void FilterTokens::addToken(std::string_view token) {
@@ -185,26 +186,27 @@ void FilterTokens::addToken(std::string_view token) {
 void FilterTokens::addNumber(std::string_view token) {
     const double number = numberAt(std::string(token.substr(1)).c_str());
     if (std::isnan(number)) return;
+    m_hasNumbers = true;
     if (token.front() == '>') {
-        m_greater = m_hasGreater ? std::min(m_greater, number) : number;
-        m_hasGreater = true;
+        m_greater = std::min(m_greater, number);
     } else {
-        m_less = m_hasLess ? std::max(m_less, number) : number;
-        m_hasLess = true;
+        m_less = std::max(m_less, number);
     }
 }
 
-// Comparisons with not-a-number are false.
+// Comparisons with not-a-number are false. No jump: what passes under a live filter cannot be foretold, and a wrong guess
+// costs a tick more than both comparisons.
 bool FilterTokens::passesNumber(const char* cell) const {
     const double value = numberAt(cell);
-    return (m_hasGreater && value > m_greater) || (m_hasLess && value < m_less);
+    return (value > m_greater) | (value < m_less);
 }
 
 bool FilterTokens::passes(std::string_view cell) const {
+    if (m_onlyNumbers) return passesNumber(cell.data());
     if (m_all) return true;
     if (m_exact) return m_texts.containsWhole(cell);
     if (m_texts.containsBeginning(cell)) return true;
-    if ((m_hasGreater || m_hasLess) && passesNumber(cell.data())) return true;
+    if (m_hasNumbers && passesNumber(cell.data())) return true;
     for (const std::string& text : m_contained)
         if (contains(cell, text)) return true;
     for (const std::string& text : m_endings)
