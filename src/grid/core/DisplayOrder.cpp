@@ -99,6 +99,31 @@ int lastAbove(const std::int32_t* numbers, int count, int limit) {
     return end - 1;
 }
 
+// A bit for each of 64 numbers, set where it is above the limit. All are looked at: a loop that ends at the first one found
+// costs more, since where that is cannot be foretold.
+std::uint64_t above(const std::int32_t* numbers, __m128i limit) {
+    std::uint64_t bits = 0;
+    for (int i = 0; i < 64; i += 16) {
+        const std::int32_t* const at = numbers + i;
+        const __m128i low = _mm_packs_epi32(_mm_cmpgt_epi32(fourAt(at), limit), _mm_cmpgt_epi32(fourAt(at + 4), limit));
+        const __m128i high =
+            _mm_packs_epi32(_mm_cmpgt_epi32(fourAt(at + 8), limit), _mm_cmpgt_epi32(fourAt(at + 12), limit));
+        bits |= static_cast<std::uint64_t>(_mm_movemask_epi8(_mm_packs_epi16(low, high))) << i;
+    }
+    return bits;
+}
+
+// The last place with a number above the limit; there is one.
+int lastAbove(const std::array<std::int32_t, DisplayOrder::groupCapacity>& maxima, int limit) {
+    return static_cast<int>(std::bit_width(above(maxima.data(), _mm_set1_epi32(limit)))) - 1;
+}
+
+int lastAbove(const std::array<std::int32_t, DisplayOrder::blockCapacity>& items, int limit) {
+    const __m128i four = _mm_set1_epi32(limit);
+    const std::uint64_t low = above(items.data(), four), high = above(items.data() + 64, four);
+    return static_cast<int>(std::bit_width(high != 0 ? high : low)) + (high != 0 ? 63 : -1);
+}
+
 int maximumOf(const std::int32_t* numbers, int count) {
     int maximum = -1;
     for (int i = 0; i < count; ++i) maximum = std::max(maximum, numbers[i]);
@@ -109,13 +134,19 @@ int maximumOf(const std::int32_t* numbers, int count) {
 
 DisplayOrder::DisplayOrder(const std::vector<std::int32_t>& mapIndices) { layOut(mapIndices); }
 
+DisplayOrder::Group DisplayOrder::emptyGroup() {
+    Group empty{};
+    empty.maxima.fill(-1);
+    return empty;
+}
+
 void DisplayOrder::layOut(const std::vector<std::int32_t>& mapIndices) {
     m_size = static_cast<int>(mapIndices.size());
     const int blockCount = std::max(1, (m_size + laidOutSize - 1) / laidOutSize);
     const int groupCount = (blockCount + laidOutBlocks - 1) / laidOutBlocks;
     m_blocks.resize(static_cast<std::size_t>(blockCount));
     m_items.resize(m_blocks.size());
-    m_groups.assign(static_cast<std::size_t>(groupCount), {});
+    m_groups.assign(static_cast<std::size_t>(groupCount), emptyGroup());
     m_groupAt.resize(m_groups.size());
     m_groupSizes.assign(m_groups.size(), 0);
     m_groupMaxima.assign(m_groups.size(), -1);
@@ -194,8 +225,8 @@ DisplayOrder::Position DisplayOrder::rightmostLarger(int mapIndex) const {
     const int ordinal = lastAbove(m_groupMaxima.data(), static_cast<int>(m_groupMaxima.size()), mapIndex);
     if (ordinal == -1) return lastPosition();
     const Group& own = groupAt(static_cast<std::size_t>(ordinal));
-    const auto place = static_cast<std::size_t>(lastAbove(own.maxima.data(), own.used, mapIndex));
-    return {own.blocks[place], lastAbove(items(own.blocks[place]).data(), blockCapacity, mapIndex)};
+    const int number = own.blocks[static_cast<std::size_t>(lastAbove(own.maxima, mapIndex))];
+    return {number, lastAbove(items(number), mapIndex)};
 }
 
 int DisplayOrder::insertBehind(Position position, int mapIndex) {
@@ -210,22 +241,17 @@ int DisplayOrder::insertBehind(Position position, int mapIndex) {
     return slot;
 }
 
-// Between the entry of the position and the next one, if need be by moving all up to the nearest free place. The block is
-// not full.
+// Behind the entry of the position, if need be by moving all up to the nearest free place, to the right if there is one.
+// The block is not full.
 int DisplayOrder::freePlaceBehind(Position position) {
-    Taken& taken = block(position.block).taken;
+    const Taken free = freeOf(block(position.block).taken);
     const int before = position.index;
-    const int next = firstFrom(taken, before + 1);
-    if (next == blockCapacity && before + 1 < blockCapacity) return before + 1;
-    if (next - before > 1) return (before + next) / 2;
-    const Taken free = freeOf(taken);
     const int right = firstFrom(free, before + 1);
-    const int left = lastUpTo(free, before);
-    if (right < blockCapacity && (left == -1 || right - before <= before - left)) {
+    if (right < blockCapacity) {
         for (int i = right; i > before + 1; --i) moveItem(position.block, i - 1, i);
         return before + 1;
     }
-    for (int i = left; i < before; ++i) moveItem(position.block, i + 1, i);
+    for (int i = lastUpTo(free, before); i < before; ++i) moveItem(position.block, i + 1, i);
     return before;
 }
 
@@ -313,7 +339,7 @@ int DisplayOrder::openBlockBehind(int number) {
 
 void DisplayOrder::splitGroup(int number) {
     const int added = static_cast<int>(m_groups.size());
-    m_groups.emplace_back();
+    m_groups.push_back(emptyGroup());
     Group& from = group(number);
     Group& to = group(added);
     constexpr int kept = groupCapacity / 2;
@@ -321,6 +347,7 @@ void DisplayOrder::splitGroup(int number) {
     std::copy(from.sizes.begin() + kept, from.sizes.end(), to.sizes.begin());
     std::copy(from.maxima.begin() + kept, from.maxima.end(), to.maxima.begin());
     std::fill(from.sizes.begin() + kept, from.sizes.end(), std::uint8_t{0});
+    std::fill(from.maxima.begin() + kept, from.maxima.end(), -1);
     from.used = kept;
     to.used = groupCapacity - kept;
     for (int i = 0; i < to.used; ++i) {

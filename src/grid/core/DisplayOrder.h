@@ -69,7 +69,7 @@ private:
     using Items = std::array<std::int32_t, blockCapacity>;  // of a block, -1 in a free place
     struct Group {
         std::array<std::uint8_t, groupCapacity> sizes{};  // of the blocks, 0 behind the last
-        std::array<std::int32_t, groupCapacity> maxima;   // their largest map indices, -1 for an empty one
+        std::array<std::int32_t, groupCapacity> maxima;   // their largest map indices, -1 for an empty one or none
         std::array<std::int32_t, groupCapacity> blocks;   // indices into m_blocks
         std::int32_t used = 0;
         std::int32_t ordinal = 0;
@@ -111,6 +111,7 @@ private:
     Position makeRoom(Position position);
     int openBlockBehind(int number);
     void splitGroup(int number);
+    static Group emptyGroup();
     void maximumGrew(const Block& own, int mapIndex);
     void maximumWent(int number, int mapIndex);
     void layOut(const std::vector<std::int32_t>& mapIndices);
