@@ -20,6 +20,7 @@ using Figures = std::vector<Figure>;
 // Each measures its figures in turn and throws std::runtime_error when a result that it timed is wrong.
 void benchGrid(Figures& figures);
 void benchFlip(Figures& figures);
+void benchGridFlip(Figures& figures);
 void benchGridSort(Figures& figures);
 void benchFilter(Figures& figures);
 void benchExpression(Figures& figures);

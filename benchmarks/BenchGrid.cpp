@@ -2,10 +2,9 @@
 // them. A tick is three cells of one random row rewritten by the host and then UpdateRow; batches of 1,000; messages
 // are pumped when a flush is due; the last flush and its paint are part of the time.
 #include "benchmarks/Bench.h"
-#include "benchmarks/Median.h"
 #include "benchmarks/HeapBytes.h"
-#include "benchmarks/peers/common/workload.h"
-#include "src/grid/FilterListCtrl.h"
+#include "benchmarks/Median.h"
+#include "benchmarks/WorkloadGrid.h"
 
 #include <algorithm>
 #include <charconv>
@@ -18,105 +17,28 @@
 
 namespace {
 
-constexpr int columnCount = 20;
 constexpr int batchTicks = 1000;
 constexpr long ticksPerRepeat = 1'000'000;
 constexpr int repeats = 5;
-constexpr unsigned gridId = 100;
+constexpr int columnCount = 20;
 
-double microseconds() {
-    static const double perTick = [] {
-        LARGE_INTEGER frequency;
-        QueryPerformanceFrequency(&frequency);
-        return 1e6 / static_cast<double>(frequency.QuadPart);
-    }();
-    LARGE_INTEGER now;
-    QueryPerformanceCounter(&now);
-    return static_cast<double>(now.QuadPart) * perTick;
-}
-
-void check(bool holds, const std::string& what) {
-    if (!holds) throw std::runtime_error(what);
-}
-
-struct BenchRow : public CFilterListBaseData {
-    explicit BenchRow(const workload::Row& values) : raw(values) {}
-    workload::Row raw;
-};
 // The rows stand side by side, as every peer keeps them; what a churn adds comes into blocks of its own.
-using Rows = std::vector<BenchRow>;
+using Rows = std::vector<WorkloadRow>;
 
-// Two decimals, as every peer shows them.
+// What a cell of a double has to show.
 void cents(double value, char (&buffer)[40]) {
     *std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 2).ptr = 0;
 }
 
-int cellText(DWORD_PTR data, int column, CString& text, COLORREF&, COLORREF&, int&) {
-    const workload::Row& row = static_cast<const BenchRow*>(reinterpret_cast<CFilterListBaseData*>(data))->raw;
-    char buffer[40];
-    const char* shown = buffer;
-    if (column == 0)
-        shown = row.symbol;
-    else if (column == 1)
-        shown = workload::exchanges[row.exchange];
-    else if (column < 16)
-        cents(row.d[column - 2], buffer);
-    else if (column < 19)
-        *std::to_chars(buffer, buffer + sizeof buffer, row.n[column - 16]).ptr = 0;
-    else
-        shown = row.date;
-    text = shown;
-    return 1;
-}
-
-// Counts its paints; the texts come from the rows.
-class BenchGrid : public CFilterListCtrl {
-public:
-    int paints = 0;
-    const CFilterListBaseData* lastDrawn = nullptr;
-
-protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_PAINT) ++paints;
-        return CFilterListCtrl::WindowProc(message, wParam, lParam);
-    }
-};
-
-// A frame of 1600 x 900 with the grid in it: 43 rows of 20 pixels and 20 columns of 76.
+// A frame with one grid at a time in it.
 class Bench {
 public:
-    Bench() {
-        const CString windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), nullptr, nullptr);
-        m_frame.CreateEx(0, windowClass, "bench", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, CRect(0, 0, 1600, 900),
-                         nullptr, 0);
-        m_font.CreateFont(-16, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, "Tahoma");
-    }
-    ~Bench() {
-        closeGrid();
-        m_frame.DestroyWindow();
-    }
+    ~Bench() { closeGrid(); }
 
     // A new grid with `count` rows of the workload.
-    BenchGrid& open(unsigned count) {
+    WorkloadGrid& open(unsigned count) {
         closeGrid();
-        grid = std::make_unique<BenchGrid>();
-        grid->m_csListName = "bench";
-        for (int i = 0; i < columnCount; ++i) {
-            sQuorColInfo column;
-            std::snprintf(column.szColumnName, sizeof column.szColumnName, "c%d", i);
-            column.iWidth = 76;
-            column.iFormat = i >= 2 && i < 19 ? 1 : 0;
-            column.iDataType = i < 2 ? 3 : 1;
-            grid->m_arrColumns.Add(column);
-        }
-        grid->Create(WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
-                     CRect(0, 0, 1600, 877), &m_frame, gridId);
-        check(grid->GetSafeHwnd() != nullptr, "the grid has no window");
-        grid->SetFont(&m_font);
-        grid->SetUseFilter(TRUE);
-        grid->InitColumnTextRtn(cellText);
-        grid->SetOptiDataMode(true);
-        grid->InsertColumnsForList(nullptr);
+        grid = m_window.makeGrid();
         fill(count);
         settle();
         return *grid;
@@ -130,45 +52,33 @@ public:
         Rows().swap(rows);
     }
 
-    static void pump() {
-        MSG message;
-        while (::PeekMessage(&message, nullptr, 0, 0, PM_NOREMOVE)) AfxPumpMessage();
-    }
-
-    // The flush that timer 4001 would bring, now, and its paint.
-    void flushNow() {
-        grid->SendMessage(WM_TIMER, 4001, 0);
-        grid->UpdateWindow();
-    }
-
     void settle() {
-        pump();
-        flushNow();
-        pump();
+        pumpMessages();
+        grid->flushNow();
+        pumpMessages();
     }
 
     // Rows of the workload that no grid knows yet.
     void makeRows(unsigned count) {
         rows.reserve(count);
         workload::makeRows(count, [this](std::uint32_t, const workload::Row& raw) { rows.emplace_back(raw); });
-        for (BenchRow& row : rows) live.push_back(&row);
+        for (WorkloadRow& row : rows) live.push_back(&row);
     }
 
-    std::unique_ptr<BenchGrid> grid;
+    std::unique_ptr<WorkloadGrid> grid;
     Rows rows;
-    std::deque<BenchRow> added;
-    std::vector<BenchRow*> live;  // what the grid shows, in any order
+    std::deque<WorkloadRow> added;
+    std::vector<WorkloadRow*> live;  // what the grid shows, in any order
 
 private:
     void fill(unsigned count) {
         makeRows(count);
-        for (BenchRow& row : rows) grid->AddRow(&row, false);
+        for (WorkloadRow& row : rows) grid->AddRow(&row, false);
         processEndofBatchUpdates();
         check(grid->GetDisplayCount() == static_cast<int>(count), "rows are missing after the fill");
     }
 
-    CWnd m_frame;
-    CFont m_font;
+    WorkloadWindow m_window;
 };
 
 // One run of ticks; the time in ns a tick.
@@ -181,7 +91,7 @@ double runTicks(Bench& bench, std::uint32_t seed) {
     for (long done = 0; done < ticksPerRepeat; done += batchTicks) {
         for (int i = 0; i < batchTicks; ++i) {
             const workload::Tick tick = workload::nextTick(random, count);
-            BenchRow& row = bench.rows[tick.row];
+            WorkloadRow& row = bench.rows[tick.row];
             row.raw.d[0] = tick.d0;
             row.raw.d[5] = tick.d5;
             row.raw.n[0] = tick.n0;
@@ -190,10 +100,10 @@ double runTicks(Bench& bench, std::uint32_t seed) {
         processEndofBatchUpdates();
         const double now = microseconds();
         if (now - lastPump < 200'000) continue;
-        Bench::pump();
+        pumpMessages();
         lastPump = now;
     }
-    bench.flushNow();
+    bench.grid->flushNow();
     return (microseconds() - start) * 1000 / ticksPerRepeat;
 }
 
@@ -226,7 +136,7 @@ void benchTicks(Bench& bench, Figures& figures) {
     } sizes[] = {{10'000, "w1_tick_ns_10k", 60, 25}, {100'000, "w1_tick_ns_100k", 80, 40},
                  {1'000'000, "w1_tick_ns_1m", 200, 90}};
     for (const auto& size : sizes) {
-        BenchGrid& grid = bench.open(size.rows);
+        WorkloadGrid& grid = bench.open(size.rows);
         grid.paints = 0;
         std::vector<double> times;
         for (int i = 0; i < repeats; ++i) times.push_back(runTicks(bench, workload::operationSeed + static_cast<unsigned>(i)));
@@ -262,7 +172,7 @@ ChurnTimes runChurn(Bench& bench, std::uint32_t seed) {
     std::set<const CFilterListBaseData*> expected = selectedRows(grid);
     check(expected.size() == 100, "100 rows could not be selected");
     const workload::Churn churn = workload::makeChurn(count, random);
-    std::vector<BenchRow*> coming, leaving;
+    std::vector<WorkloadRow*> coming, leaving;
     for (const workload::Row& raw : churn.coming) coming.push_back(&bench.added.emplace_back(raw));
     for (const std::uint32_t row : churn.leaving) {
         leaving.push_back(std::exchange(bench.live[row], nullptr));
@@ -272,11 +182,11 @@ ChurnTimes runChurn(Bench& bench, std::uint32_t seed) {
     bench.settle();
     ChurnTimes times;
     const double start = microseconds();
-    for (BenchRow* row : leaving) grid.DeleteRow(row, false);
-    for (BenchRow* row : coming) grid.AddRow(row, false);
+    for (WorkloadRow* row : leaving) grid.DeleteRow(row, false);
+    for (WorkloadRow* row : coming) grid.AddRow(row, false);
     processEndofBatchUpdates();
     times.right = (microseconds() - start) / 1000;
-    bench.flushNow();
+    bench.grid->flushNow();
     times.painted = (microseconds() - start) / 1000;
     bench.live.insert(bench.live.end(), coming.begin(), coming.end());
     check(grid.GetDisplayCount() == static_cast<int>(bench.live.size()), "the count is wrong after the churn");
@@ -306,9 +216,9 @@ void benchBytes(Bench& bench, Figures& figures) {
     bench.open(0);
     bench.makeRows(count);
     const long long before = heapBytes();
-    for (BenchRow& row : bench.rows) bench.grid->AddRow(&row, false);
+    for (WorkloadRow& row : bench.rows) bench.grid->AddRow(&row, false);
     processEndofBatchUpdates();
-    const double inside = static_cast<double>(sizeof(BenchRow)) - static_cast<double>(sizeof(workload::Row));
+    const double inside = static_cast<double>(sizeof(WorkloadRow)) - static_cast<double>(sizeof(workload::Row));
     const double allocated = static_cast<double>(heapBytes() - before) / count;
     check(bench.grid->GetDisplayCount() == static_cast<int>(count), "rows are missing in the memory run");
     check(allocated >= sizeof(void*), "the heap walk does not see the store");
@@ -318,7 +228,7 @@ void benchBytes(Bench& bench, Figures& figures) {
 }
 
 void benchRepaint(Bench& bench, Figures& figures) {
-    BenchGrid& grid = bench.open(100'000);
+    WorkloadGrid& grid = bench.open(100'000);
     std::vector<double> times;
     for (int i = 0; i < 4 * repeats; ++i) {
         grid.paints = 0;

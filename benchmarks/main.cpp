@@ -21,6 +21,7 @@ const Suite suites[] = {
     {"listsort", benchListSort},
     {"watch", benchWatch},
     {"flip", benchFlip},
+    {"liveflip", benchGridFlip},
     {"gridsort", benchGridSort},
     {"filter", benchFilter},
 };

@@ -34,7 +34,8 @@ END_MESSAGE_MAP()
 
 CArray<CFilterListCtrl*, CFilterListCtrl*> CFilterListCtrl::g_OptiDataFilterLists;
 
-CFilterListCtrl::CFilterListCtrl() : m_rows(this), m_native(*this, m_dirty) {
+CFilterListCtrl::CFilterListCtrl() : m_rows(this), m_native(*this, m_dirty, [this] { m_rows.settleLater(); }) {
+    m_rows.onSettled = [this](const LaterChanges& changes) { followTicks(changes); };
     SetPointerToGetTextColor(static_cast<TextColorCallback>(&CFilterListCtrl::GetTextColorForItem));
 }
 

@@ -62,10 +62,11 @@ void CFilterListCtrl::PopulateList() {
     MatchExact = 0;
     if (SortOnCheckedFlag) SortOnChecked();
     const bool locked = m_bLockSortEnabled && m_bSorted && m_bSortLocked;
+    const bool sorts = locked && placeOf(m_nLockSortColumn) >= 0 && GetDisplayCount() != 0 && !m_sorting;
     if (locked) SortByLastColumnWithLock();
     m_native.setCount(m_rows.displayCount());
     if (m_native.redrawIsOff()) m_native.setRedraw(true);
-    m_native.invalidateAll();
+    if (!sorts) m_native.invalidateAll();  // a sort that runs invalidates by itself
 }
 
 // ---- The store

@@ -12,9 +12,12 @@ int CFilterListCtrl::AddRow(void* row, bool updateNow) {
 int CFilterListCtrl::UpdateRow(void* row) {
     if (row == nullptr || !takesRows() || !hasTextCallback()) return 0;
     auto* const data = static_cast<CFilterListBaseData*>(row);
-    // The road of a tick. It is kept short: the less it does, the more cold rows the processor fetches side by side.
-    if (const RowLayout* const layout = m_native.layoutInForce(); layout && m_filters.isEmpty()) {
-        if (const int slot = m_rows.slotOf(data); slot != -1) {
+    // The roads of a tick. They are kept short: the less they do, the more cold rows the processor fetches side by side.
+    if (const RowLayout* const layout = m_native.layoutInForce()) {
+        if (!m_filters.isEmpty()) {
+            if (layout->rowHeight != 0 && m_rows.canUpdateLater(layout->topIndex + layout->countPerPage))
+                return m_rows.updateLater(data, rowTest());
+        } else if (const int slot = m_rows.slotOf(data); slot != -1) {
             if (layout->visible) m_dirty.noteRow(m_rows.visualOfSlot(slot));
             return 0;
         }
@@ -61,6 +64,18 @@ void CFilterListCtrl::markDirty(const StoreChange& change) {
     }
 }
 
+// The layout is the one in force since before the first of these ticks, and the page stayed where it was.
+void CFilterListCtrl::followTicks(const LaterChanges& changes) {
+    m_native.setCount(changes.lowestCount);
+    m_native.setCount(m_rows.displayCount());
+    const RowLayout& layout = m_native.layout();
+    if (changes.firstRepaint <= changes.lastRepaint) {
+        m_dirty.addRow(layout, changes.firstRepaint);
+        m_dirty.addRow(layout, changes.lastRepaint);
+    }
+    m_dirty.addToPageEnd(layout, std::max(layout.topIndex, changes.firstMoved), m_rows.displayCount());
+}
+
 // The native selection knows visual indices only: it is taken off, moved along with its rows, and put on again.
 void CFilterListCtrl::processPendingOptiUpdates() {
     m_native.forgetVisibility();
@@ -92,6 +107,7 @@ void CFilterListCtrl::restoreSelection(const BatchSelection& selection) {
 }
 
 void CFilterListCtrl::startFlushTimer() {
+    m_rows.settleLater();
     if (m_dirty.hasNews() && FlushTimerId == 0) FlushTimerId = SetTimer(kFlushTimer, FlushDelay);
 }
 

@@ -57,6 +57,7 @@ LRESULT NativeList::send(UINT message, INT_PTR wParam, LPARAM lParam) {
 }
 
 void NativeList::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    m_settleTicks();
     if (message == WM_NCDESTROY) return forgetWindow();
     if (!m_measuring) m_labels.clear();
     if (message == WM_PAINT) m_visibilityIsStale = true;  // a window that paints may have been hidden before
@@ -83,6 +84,7 @@ void NativeList::setCount(int count) {
 }
 
 void NativeList::settle() {
+    m_settleTicks();
     if (m_settling || (m_told == m_wanted && m_lowest == m_wanted) || !m_list.m_hWnd) return;
     m_settling = true;
     if (m_lowest < m_wanted && m_lowest < m_told && lowestMatters()) {
@@ -187,13 +189,13 @@ void NativeList::insertRow(int visual) {
 
 void NativeList::ensureVisible(int visual) {
     settle();
+    forgetLayout();
     send(LVM_ENSUREVISIBLE, visual);
-    m_layoutIsStale = true;
 }
 
 void NativeList::deleteAllRows() {
+    forgetLayout();
     send(LVM_DELETEALLITEMS);
-    m_layoutIsStale = true;
     takeCountFromControl();
 }
 
@@ -231,6 +233,6 @@ void NativeList::setRedraw(bool on) {
 }
 
 void NativeList::setColumnWidth(int place, int width) {
+    forgetLayout();
     send(LVM_SETCOLUMNWIDTH, place, MAKELPARAM(width, 0));
-    m_layoutIsStale = true;
 }

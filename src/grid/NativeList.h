@@ -11,12 +11,16 @@
 
 #include "src/grid/core/RowLayout.h"
 
+#include <functional>
 #include <vector>
 
 class QUOR_CONTROLS_API NativeList {
 public:
     // The dirty area counts in rows of the present layout and is folded before that changes. Both outlive this object.
-    NativeList(CWnd& list, DirtyArea& dirty) : m_list(list), m_dirty(dirty) {}
+    // `settleTicks` is called before the layout changes and before the control is told a count: ticks that the grid has
+    // not followed up yet belong to the present one. While the layout is in force nothing else needs to ask for them.
+    NativeList(CWnd& list, DirtyArea& dirty, std::function<void()> settleTicks)
+        : m_list(list), m_dirty(dirty), m_settleTicks(std::move(settleTicks)) {}
     NativeList(const NativeList&) = delete;
     NativeList& operator=(const NativeList&) = delete;
 
@@ -38,7 +42,10 @@ public:
     // The record as it was read last, if nothing has happened since; else null.
     const RowLayout* layoutInForce() const { return m_layoutIsStale || m_visibilityIsStale ? nullptr : &m_layout; }
     // Hiding a parent sends the list nothing: called once per batch.
-    void forgetVisibility() { m_visibilityIsStale = true; }
+    void forgetVisibility() {
+        m_settleTicks();
+        m_visibilityIsStale = true;
+    }
 
     // ---- Count
     // The control shall have this many rows; it neither repaints nor scrolls. It hears it in settle.
@@ -83,6 +90,10 @@ public:
 
 private:
     LRESULT send(UINT message, INT_PTR wParam = 0, LPARAM lParam = 0);
+    void forgetLayout() {
+        m_settleTicks();
+        m_layoutIsStale = true;
+    }
     void readLayout();
     void readVisibility();
     void forgetWindow();
@@ -91,6 +102,7 @@ private:
 
     CWnd& m_list;
     DirtyArea& m_dirty;
+    std::function<void()> m_settleTicks;
     RowLayout m_layout;
     bool m_layoutIsStale = true;
     bool m_visibilityIsStale = true;

@@ -26,19 +26,63 @@ int sumOf(const std::int32_t* numbers, int count) {
     return sum;
 }
 
-// The place of a number that is among the first of a block. What lies behind them may be read and is not met.
-int indexOf(const std::array<std::int32_t, DisplayOrder::blockCapacity>& items, int wanted) {
-    const __m128i four = _mm_set1_epi32(wanted);
-    for (int i = 0; i < DisplayOrder::blockCapacity; i += 16) {
-        const std::int32_t* const at = items.data() + i;
-        const __m128i low = _mm_packs_epi32(_mm_cmpeq_epi32(fourAt(at), four), _mm_cmpeq_epi32(fourAt(at + 4), four));
-        const __m128i high =
-            _mm_packs_epi32(_mm_cmpeq_epi32(fourAt(at + 8), four), _mm_cmpeq_epi32(fourAt(at + 12), four));
-        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(low, high)));
-        if (mask != 0) return i + std::countr_zero(mask);
+using Sizes = std::array<std::uint8_t, DisplayOrder::groupCapacity>;
+
+// The sum of the first `count` sizes: all are read, and the rest masked out, so that nothing depends on the count.
+int sumOf(const Sizes& sizes, int count) {
+    alignas(64) static constexpr auto masks = [] {
+        std::array<std::uint8_t, 2 * DisplayOrder::groupCapacity> bytes{};
+        for (std::size_t i = 0; i < DisplayOrder::groupCapacity; ++i) bytes[i] = 0xff;
+        return bytes;
+    }();
+    const std::uint8_t* const mask = masks.data() + DisplayOrder::groupCapacity - count;
+    const __m128i zero = _mm_setzero_si128();
+    __m128i sums = zero;
+    for (std::size_t i = 0; i < sizes.size(); i += 16) {
+        const __m128i some = _mm_loadu_si128(reinterpret_cast<const __m128i*>(sizes.data() + i));
+        const __m128i wanted = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask + i));
+        sums = _mm_add_epi64(sums, _mm_sad_epu8(_mm_and_si128(some, wanted), zero));
     }
+    return _mm_cvtsi128_si32(_mm_add_epi64(sums, _mm_unpackhi_epi64(sums, sums)));
+}
+
+// Counted by sums of neighbours: the instruction for it is not there on every machine.
+int bitsOf(std::uint64_t low, std::uint64_t high) {
+    constexpr std::uint64_t twos = 0x5555555555555555, fours = 0x3333333333333333, eights = 0x0f0f0f0f0f0f0f0f;
+    low -= low >> 1 & twos;
+    high -= high >> 1 & twos;
+    const std::uint64_t nibbles = (low & fours) + (low >> 2 & fours) + (high & fours) + (high >> 2 & fours);
+    return static_cast<int>(((nibbles & eights) + (nibbles >> 4 & eights)) * 0x0101010101010101 >> 56);
+}
+
+using Taken = std::array<std::uint64_t, DisplayOrder::blockCapacity / 64>;
+
+std::uint64_t bitOf(int index) { return std::uint64_t{1} << (index % 64); }
+std::uint64_t& wordOf(Taken& taken, int index) { return taken[static_cast<std::size_t>(index / 64)]; }
+
+int takenBefore(const Taken& taken, int index) {
+    const std::uint64_t below = bitOf(index) - 1;
+    const std::uint64_t inSecond = index < 64 ? 0 : ~std::uint64_t{0};
+    return bitsOf(taken[0] & (below | inSecond), taken[1] & below & inSecond);
+}
+
+// The first place from `index` on whose bit is set, blockCapacity when there is none.
+int firstFrom(const Taken& bits, int index) {
+    for (; index < DisplayOrder::blockCapacity; index = (index / 64 + 1) * 64)
+        if (const std::uint64_t rest = bits[static_cast<std::size_t>(index / 64)] >> (index % 64); rest != 0)
+            return index + std::countr_zero(rest);
+    return DisplayOrder::blockCapacity;
+}
+
+// The last place up to `index`, -1 when there is none.
+int lastUpTo(const Taken& bits, int index) {
+    for (; index >= 0; index = index / 64 * 64 - 1)
+        if (const std::uint64_t rest = bits[static_cast<std::size_t>(index / 64)] << (63 - index % 64); rest != 0)
+            return index - std::countl_zero(rest);
     return -1;
 }
+
+Taken freeOf(const Taken& taken) { return {~taken[0], ~taken[1]}; }
 
 // The last place below `count` with a number above the limit, -1 when there is none.
 int lastAbove(const std::int32_t* numbers, int count, int limit) {
@@ -55,6 +99,31 @@ int lastAbove(const std::int32_t* numbers, int count, int limit) {
     return end - 1;
 }
 
+// A bit for each of 64 numbers, set where it is above the limit. All are looked at: a loop that ends at the first one found
+// costs more, since where that is cannot be foretold.
+std::uint64_t above(const std::int32_t* numbers, __m128i limit) {
+    std::uint64_t bits = 0;
+    for (int i = 0; i < 64; i += 16) {
+        const std::int32_t* const at = numbers + i;
+        const __m128i low = _mm_packs_epi32(_mm_cmpgt_epi32(fourAt(at), limit), _mm_cmpgt_epi32(fourAt(at + 4), limit));
+        const __m128i high =
+            _mm_packs_epi32(_mm_cmpgt_epi32(fourAt(at + 8), limit), _mm_cmpgt_epi32(fourAt(at + 12), limit));
+        bits |= static_cast<std::uint64_t>(_mm_movemask_epi8(_mm_packs_epi16(low, high))) << i;
+    }
+    return bits;
+}
+
+// The last place with a number above the limit; there is one.
+int lastAbove(const std::array<std::int32_t, DisplayOrder::groupCapacity>& maxima, int limit) {
+    return static_cast<int>(std::bit_width(above(maxima.data(), _mm_set1_epi32(limit)))) - 1;
+}
+
+int lastAbove(const std::array<std::int32_t, DisplayOrder::blockCapacity>& items, int limit) {
+    const __m128i four = _mm_set1_epi32(limit);
+    const std::uint64_t low = above(items.data(), four), high = above(items.data() + 64, four);
+    return static_cast<int>(std::bit_width(high != 0 ? high : low)) + (high != 0 ? 63 : -1);
+}
+
 int maximumOf(const std::int32_t* numbers, int count) {
     int maximum = -1;
     for (int i = 0; i < count; ++i) maximum = std::max(maximum, numbers[i]);
@@ -65,12 +134,19 @@ int maximumOf(const std::int32_t* numbers, int count) {
 
 DisplayOrder::DisplayOrder(const std::vector<std::int32_t>& mapIndices) { layOut(mapIndices); }
 
+DisplayOrder::Group DisplayOrder::emptyGroup() {
+    Group empty{};
+    empty.maxima.fill(-1);
+    return empty;
+}
+
 void DisplayOrder::layOut(const std::vector<std::int32_t>& mapIndices) {
     m_size = static_cast<int>(mapIndices.size());
     const int blockCount = std::max(1, (m_size + laidOutSize - 1) / laidOutSize);
     const int groupCount = (blockCount + laidOutBlocks - 1) / laidOutBlocks;
     m_blocks.resize(static_cast<std::size_t>(blockCount));
-    m_groups.assign(static_cast<std::size_t>(groupCount), {});
+    m_items.resize(m_blocks.size());
+    m_groups.assign(static_cast<std::size_t>(groupCount), emptyGroup());
     m_groupAt.resize(m_groups.size());
     m_groupSizes.assign(m_groups.size(), 0);
     m_groupMaxima.assign(m_groups.size(), -1);
@@ -82,17 +158,29 @@ void DisplayOrder::layOut(const std::vector<std::int32_t>& mapIndices) {
         Block& filled = block(number);
         filled.group = own.ordinal = m_groupAt[static_cast<std::size_t>(ordinal)] = ordinal;
         filled.place = own.used++;
+        own.blocks[static_cast<std::size_t>(filled.place)] = number;
         const int first = number * laidOutSize;
         const int size = std::min(laidOutSize, m_size - first);
-        std::copy_n(mapIndices.begin() + first, size, filled.items.begin());
-        for (int i = first; i < first + size; ++i) home(mapIndices[static_cast<std::size_t>(i)]) = number;
-        const auto place = static_cast<std::size_t>(filled.place);
-        own.blocks[place] = number;
-        own.sizes[place] = size;
-        own.maxima[place] = -1;
+        fill(number, mapIndices.data() + first, size);
         m_groupSizes[static_cast<std::size_t>(ordinal)] += size;
-        maximumGrew(filled, maximumOf(filled.items.data(), size));
     }
+}
+
+// A block with these and no other entries, evenly apart. The sum of the group's sizes is the caller's.
+void DisplayOrder::fill(int number, const std::int32_t* mapIndices, int count) {
+    Block& filled = block(number);
+    filled.taken = {};
+    items(number).fill(-1);
+    for (int i = 0; i < count; ++i) put({number, i * blockCapacity / count}, mapIndices[i]);
+    sizeOf(filled) = static_cast<std::uint8_t>(count);
+    group(filled.group).maxima[static_cast<std::size_t>(filled.place)] = -1;
+    maximumGrew(filled, maximumOf(mapIndices, count));
+}
+
+void DisplayOrder::put(Position position, int mapIndex) {
+    items(position.block)[static_cast<std::size_t>(position.index)] = mapIndex;
+    wordOf(block(position.block).taken, position.index) |= bitOf(position.index);
+    home(mapIndex) = position.block * blockCapacity + position.index;
 }
 
 bool DisplayOrder::isSparse() const {
@@ -105,67 +193,89 @@ int DisplayOrder::at(int slot) const {
     const Group& own = groupAt(ordinal);
     std::size_t place = 0;
     while (slot >= own.sizes[place]) slot -= own.sizes[place++];
-    return block(own.blocks[place]).items[static_cast<std::size_t>(slot)];
+    const Taken& taken = block(own.blocks[place]).taken;
+    int index = firstFrom(taken, 0);
+    while (slot-- > 0) index = firstFrom(taken, index + 1);
+    return itemAt({own.blocks[place], index});
 }
 
 int DisplayOrder::slotOf(int mapIndex) const {
-    const int number = homeOf(mapIndex);
-    return number == -1 ? -1 : slotOf(Position{number, indexOf(block(number).items, mapIndex)});
+    const int home = homeOf(mapIndex);
+    return home == -1 ? -1 : slotOf(positionOf(home));
 }
 
 int DisplayOrder::slotOf(Position position) const {
     const Block& held = block(position.block);
     const Group& own = group(held.group);
-    return sumOf(m_groupSizes.data(), own.ordinal) + sumOf(own.sizes.data(), held.place) + position.index;
+    return sumOf(m_groupSizes.data(), own.ordinal) + sumOf(own.sizes, held.place) +
+           takenBefore(held.taken, position.index);
 }
 
-int DisplayOrder::append(int mapIndex) { return insert(endPosition(), mapIndex); }
+int DisplayOrder::append(int mapIndex) { return insertBehind(lastPosition(), mapIndex); }
 
-int DisplayOrder::enter(int mapIndex) { return insert(behindRightmostLarger(mapIndex), mapIndex); }
+int DisplayOrder::enter(int mapIndex) { return insertBehind(rightmostLarger(mapIndex), mapIndex); }
 
-DisplayOrder::Position DisplayOrder::endPosition() const {
+DisplayOrder::Position DisplayOrder::lastPosition() const {
     const Group& last = group(m_groupAt.back());
-    const auto place = static_cast<std::size_t>(last.used - 1);
-    return {last.blocks[place], last.sizes[place]};
+    const int number = last.blocks[static_cast<std::size_t>(last.used - 1)];
+    return {number, lastUpTo(block(number).taken, blockCapacity - 1)};
 }
 
-DisplayOrder::Position DisplayOrder::behindRightmostLarger(int mapIndex) const {
+DisplayOrder::Position DisplayOrder::rightmostLarger(int mapIndex) const {
     const int ordinal = lastAbove(m_groupMaxima.data(), static_cast<int>(m_groupMaxima.size()), mapIndex);
-    if (ordinal == -1) return endPosition();
+    if (ordinal == -1) return lastPosition();
     const Group& own = groupAt(static_cast<std::size_t>(ordinal));
-    const auto place = static_cast<std::size_t>(lastAbove(own.maxima.data(), own.used, mapIndex));
-    return {own.blocks[place], lastAbove(block(own.blocks[place]).items.data(), own.sizes[place], mapIndex) + 1};
+    const int number = own.blocks[static_cast<std::size_t>(lastAbove(own.maxima, mapIndex))];
+    return {number, lastAbove(items(number), mapIndex)};
 }
 
-int DisplayOrder::insert(Position position, int mapIndex) {
+int DisplayOrder::insertBehind(Position position, int mapIndex) {
     if (sizeOf(block(position.block)) == blockCapacity) position = makeRoom(position);
-    Block& held = block(position.block);
-    std::int32_t& size = sizeOf(held);
-    const auto at = held.items.begin() + position.index;
-    std::copy_backward(at, held.items.begin() + size, held.items.begin() + size + 1);
-    *at = mapIndex;
-    const int slot = slotOf(position);
-    ++size;
-    ++m_size;
-    ++m_groupSizes[static_cast<std::size_t>(group(held.group).ordinal)];
-    maximumGrew(held, mapIndex);
+    position.index = freePlaceBehind(position);
     if (static_cast<std::size_t>(mapIndex) >= m_home.size()) m_home.resize(static_cast<std::size_t>(mapIndex) + 1, -1);
-    home(mapIndex) = position.block;
+    put(position, mapIndex);
+    const int slot = slotOf(position);
+    const Block& held = block(position.block);
+    changeSize(held, 1);
+    maximumGrew(held, mapIndex);
     return slot;
 }
 
+// Behind the entry of the position, if need be by moving all up to the nearest free place, to the right if there is one.
+// The block is not full.
+int DisplayOrder::freePlaceBehind(Position position) {
+    const Taken free = freeOf(block(position.block).taken);
+    const int before = position.index;
+    const int right = firstFrom(free, before + 1);
+    if (right < blockCapacity) {
+        for (int i = right; i > before + 1; --i) moveItem(position.block, i - 1, i);
+        return before + 1;
+    }
+    for (int i = lastUpTo(free, before); i < before; ++i) moveItem(position.block, i + 1, i);
+    return before;
+}
+
+// The former place is left as it is, for the next entry to be put there.
+void DisplayOrder::moveItem(int number, int from, int to) {
+    put({number, to}, items(number)[static_cast<std::size_t>(from)]);
+}
+
+void DisplayOrder::changeSize(const Block& own, int by) {
+    std::uint8_t& size = sizeOf(own);
+    size = static_cast<std::uint8_t>(size + by);
+    m_groupSizes[static_cast<std::size_t>(group(own.group).ordinal)] += by;
+    m_size += by;
+}
+
 int DisplayOrder::erase(int mapIndex) {
-    const int number = homeOf(mapIndex);
-    Block& held = block(number);
-    const Position position{number, indexOf(held.items, mapIndex)};
+    const Position position = positionOf(homeOf(mapIndex));
     const int slot = slotOf(position);
-    std::int32_t& size = sizeOf(held);
-    std::copy(held.items.begin() + position.index + 1, held.items.begin() + size, held.items.begin() + position.index);
-    --size;
-    --m_size;
-    --m_groupSizes[static_cast<std::size_t>(group(held.group).ordinal)];
-    maximumWent(held, mapIndex);
+    Block& held = block(position.block);
+    wordOf(held.taken, position.index) &= ~bitOf(position.index);
+    items(position.block)[static_cast<std::size_t>(position.index)] = -1;
     home(mapIndex) = -1;
+    changeSize(held, -1);
+    maximumWent(position.block, mapIndex);
     if (isSparse()) {
         std::vector<std::int32_t> mapIndices;
         mapIndices.reserve(static_cast<std::size_t>(m_size));
@@ -184,11 +294,12 @@ void DisplayOrder::maximumGrew(const Block& own, int mapIndex) {
 }
 
 // Only the largest of a block has to be replaced, which few of those that leave are.
-void DisplayOrder::maximumWent(const Block& own, int mapIndex) {
+void DisplayOrder::maximumWent(int number, int mapIndex) {
+    const Block& own = block(number);
     Group& around = group(own.group);
     std::int32_t& ofBlock = around.maxima[static_cast<std::size_t>(own.place)];
     if (ofBlock != mapIndex) return;
-    ofBlock = maximumOf(own.items.data(), sizeOf(own));
+    ofBlock = maximumOf(items(number).data(), blockCapacity);
     std::int32_t& ofGroup = m_groupMaxima[static_cast<std::size_t>(around.ordinal)];
     if (ofGroup == mapIndex) ofGroup = maximumOf(around.maxima.data(), around.used);
 }
@@ -197,34 +308,29 @@ void DisplayOrder::maximumWent(const Block& own, int mapIndex) {
 // moves, so that rows that come in at one place fill their blocks.
 DisplayOrder::Position DisplayOrder::makeRoom(Position position) {
     const int added = openBlockBehind(position.block);
-    if (position.index == blockCapacity) return {added, 0};
-    Block& from = block(position.block);
-    Block& to = block(added);
+    if (position.index == blockCapacity - 1) return {added, -1};
     constexpr int kept = blockCapacity / 2;
-    std::copy(from.items.begin() + kept, from.items.end(), to.items.begin());
-    for (int i = 0; i < blockCapacity - kept; ++i) home(to.items[static_cast<std::size_t>(i)]) = added;
-    for (Block* const half : {&from, &to}) {
-        sizeOf(*half) = half == &from ? kept : blockCapacity - kept;
-        group(half->group).maxima[static_cast<std::size_t>(half->place)] = maximumOf(half->items.data(), sizeOf(*half));
-    }
-    if (position.index <= kept) return position;
-    return {added, position.index - kept};
+    const Items former = items(position.block);
+    fill(position.block, former.data(), kept);
+    fill(added, former.data() + kept, blockCapacity - kept);
+    if (position.index < kept) return {position.block, position.index * 2};
+    return {added, (position.index - kept) * 2};
 }
 
-// An empty block in the same group. Both are found anew by their numbers: the blocks may have moved in memory.
 int DisplayOrder::openBlockBehind(int number) {
     if (group(block(number).group).used == groupCapacity) splitGroup(block(number).group);
     const int added = static_cast<int>(m_blocks.size());
     m_blocks.emplace_back();
+    m_items.emplace_back().fill(-1);
     Group& own = group(block(number).group);
     const int place = block(number).place + 1;
-    const auto shift = [&](auto& values, std::int32_t value) {
+    const auto shift = [&]<class Value>(std::array<Value, groupCapacity>& values, Value value) {
         std::copy_backward(values.begin() + place, values.begin() + own.used, values.begin() + own.used + 1);
         values[static_cast<std::size_t>(place)] = value;
     };
-    shift(own.blocks, added);
-    shift(own.sizes, 0);
-    shift(own.maxima, -1);
+    shift(own.blocks, std::int32_t{added});
+    shift(own.sizes, std::uint8_t{0});
+    shift(own.maxima, std::int32_t{-1});
     ++own.used;
     block(added).group = block(number).group;
     for (int i = place; i < own.used; ++i) block(own.blocks[static_cast<std::size_t>(i)]).place = i;
@@ -233,13 +339,15 @@ int DisplayOrder::openBlockBehind(int number) {
 
 void DisplayOrder::splitGroup(int number) {
     const int added = static_cast<int>(m_groups.size());
-    m_groups.emplace_back();
+    m_groups.push_back(emptyGroup());
     Group& from = group(number);
     Group& to = group(added);
     constexpr int kept = groupCapacity / 2;
     std::copy(from.blocks.begin() + kept, from.blocks.end(), to.blocks.begin());
     std::copy(from.sizes.begin() + kept, from.sizes.end(), to.sizes.begin());
     std::copy(from.maxima.begin() + kept, from.maxima.end(), to.maxima.begin());
+    std::fill(from.sizes.begin() + kept, from.sizes.end(), std::uint8_t{0});
+    std::fill(from.maxima.begin() + kept, from.maxima.end(), -1);
     from.used = kept;
     to.used = groupCapacity - kept;
     for (int i = 0; i < to.used; ++i) {
@@ -255,7 +363,7 @@ void DisplayOrder::splitGroup(int number) {
         group(m_groupAt[i]).ordinal = static_cast<std::int32_t>(i);
     for (const Group* const half : {&from, &to}) {
         const auto ordinal = static_cast<std::size_t>(half->ordinal);
-        m_groupSizes[ordinal] = sumOf(half->sizes.data(), half->used);
+        m_groupSizes[ordinal] = sumOf(half->sizes, half->used);
         m_groupMaxima[ordinal] = maximumOf(half->maxima.data(), half->used);
     }
 }
@@ -267,18 +375,19 @@ std::string DisplayOrder::Check() const {
         const Group& own = groupAt(ordinal);
         const std::string where = "group " + std::to_string(ordinal);
         if (own.ordinal != static_cast<int>(ordinal)) return where + " says another place";
-        if (sumOf(own.sizes.data(), own.used) != m_groupSizes[ordinal]) return where + " has another size";
+        if (sumOf(own.sizes, groupCapacity) != m_groupSizes[ordinal]) return where + " has another size";
         if (maximumOf(own.maxima.data(), own.used) != m_groupMaxima[ordinal]) return where + " has another maximum";
         for (int place = 0; place < own.used; ++place, ++blocks) {
             const auto index = static_cast<std::size_t>(place);
-            const Block& held = block(own.blocks[index]);
+            const int number = own.blocks[index];
             const std::string which = where + ", block " + std::to_string(place);
-            if (held.place != place || held.group != m_groupAt[ordinal]) return which + " says another place";
-            if (maximumOf(held.items.data(), own.sizes[index]) != own.maxima[index])
+            if (block(number).place != place || block(number).group != m_groupAt[ordinal])
+                return which + " says another place";
+            if (maximumOf(items(number).data(), blockCapacity) != own.maxima[index])
                 return which + " has another maximum";
-            for (int i = 0; i < own.sizes[index]; ++i)
-                if (homeOf(held.items[static_cast<std::size_t>(i)]) != own.blocks[index])
-                    return which + " holds a map index that is at home elsewhere";
+            if (takenBefore(block(number).taken, blockCapacity - 1) + (items(number).back() != -1) != own.sizes[index])
+                return which + " has another size";
+            if (const std::string fault = checkItems(number); !fault.empty()) return which + fault;
             total += own.sizes[index];
         }
     }
@@ -286,4 +395,15 @@ std::string DisplayOrder::Check() const {
     if (total != m_size) return "the size is not the sum of the blocks";
     const auto held = std::count_if(m_home.begin(), m_home.end(), [](std::int32_t number) { return number != -1; });
     return held == m_size ? std::string() : "a map index is at home that no block holds";
+}
+
+std::string DisplayOrder::checkItems(int number) const {
+    for (int index = 0; index < blockCapacity; ++index) {
+        const int mapIndex = itemAt({number, index});
+        const bool isTaken = firstFrom(block(number).taken, index) == index;
+        if (isTaken != (mapIndex != -1)) return " is wrong about a free place";
+        if (isTaken && homeOf(mapIndex) != number * blockCapacity + index)
+            return " holds a map index that is at home elsewhere";
+    }
+    return {};
 }

@@ -2,16 +2,17 @@
 // the number of rows behind it. The row store holds its display order here from the first such change on; a display
 // that nothing has left or entered needs no more than an array. Row numbers: see FilterListBaseData.h.
 //
-// The sequence is cut into blocks of at most `blockCapacity` map indices, the blocks into groups. A group holds the
-// sizes and the largest map indices of its blocks side by side, the order those of its groups, so that a slot is
-// counted and the place of a row found by three short runs through packed numbers. `m_home` says in which block a map
-// index lies. Nothing is written to rows, which lie far apart in memory.
+// The sequence is cut into blocks of `blockCapacity` places, the blocks into groups. A block may have free places
+// anywhere: a row that leaves frees its own, one that enters takes a free one, and few others ever move. `m_home` says in
+// which place a map index lies. A group holds the sizes and the largest map indices of its blocks side by side, the order
+// those of its groups, so that a slot is counted and the place of a row found by three short runs through packed numbers.
+// Nothing is written to rows, which lie far apart in memory.
 //
 // Blocks and groups that run empty stay where they are. When less than a quarter of the room is in use the whole
 // sequence is laid out anew, which happens at most once in as many changes as a fraction of its rows.
 //
-// Invariants, verified by Check(): every map index is at home in the block that holds it; the sizes and maxima are
-// those of the blocks; size() is their sum.
+// Invariants, verified by Check(): every map index is at home in the place that holds it; free places hold -1; the sizes
+// and maxima are those of the blocks; size() is their sum.
 #pragma once
 
 #include "platform/Framework.h"
@@ -33,6 +34,15 @@ public:
     bool contains(int mapIndex) const { return homeOf(mapIndex) != -1; }
     // The slot must be in range.
     int at(int slot) const;
+    // What slotOf, erase and enter will read of a map index: the first before the second, a few rows before the call.
+    void prefetchHome(int mapIndex) const {
+        if (static_cast<std::size_t>(mapIndex) < m_home.size())
+            __builtin_prefetch(&m_home[static_cast<std::size_t>(mapIndex)], 1);
+    }
+    void prefetchPlace(int mapIndex) const {
+        if (const int home = homeOf(mapIndex); home != -1) __builtin_prefetch(&itemAt(positionOf(home)), 1);
+    }
+
     // -1 when the order does not hold the map index.
     int slotOf(int mapIndex) const;
     // Calls with each map index from the first slot to the last.
@@ -52,18 +62,19 @@ public:
 
 private:
     struct Block {
-        std::array<std::int32_t, blockCapacity> items;
-        std::int32_t group;  // an index into m_groups
-        std::int32_t place;  // in that group
+        std::array<std::uint64_t, blockCapacity / 64> taken;  // a bit for each place, the first one lowest
+        std::int32_t group;                                   // an index into m_groups
+        std::int32_t place;                                   // in that group
     };
+    using Items = std::array<std::int32_t, blockCapacity>;  // of a block, -1 in a free place
     struct Group {
-        std::array<std::int32_t, groupCapacity> sizes;   // of the blocks
-        std::array<std::int32_t, groupCapacity> maxima;  // their largest map indices, -1 for an empty one
-        std::array<std::int32_t, groupCapacity> blocks;  // indices into m_blocks
+        std::array<std::uint8_t, groupCapacity> sizes{};  // of the blocks, 0 behind the last
+        std::array<std::int32_t, groupCapacity> maxima;   // their largest map indices, -1 for an empty one or none
+        std::array<std::int32_t, groupCapacity> blocks;   // indices into m_blocks
         std::int32_t used = 0;
         std::int32_t ordinal = 0;
     };
-    // Where an entry lies, or is to lie.
+    // A place of a block; -1 stands in front of the first.
     struct Position {
         int block;
         int index;
@@ -78,25 +89,39 @@ private:
     const Block& block(int number) const { return m_blocks[static_cast<std::size_t>(number)]; }
     Group& group(int number) { return m_groups[static_cast<std::size_t>(number)]; }
     const Group& group(int number) const { return m_groups[static_cast<std::size_t>(number)]; }
-    std::int32_t& sizeOf(const Block& own) { return group(own.group).sizes[static_cast<std::size_t>(own.place)]; }
+    Items& items(int number) { return m_items[static_cast<std::size_t>(number)]; }
+    const Items& items(int number) const { return m_items[static_cast<std::size_t>(number)]; }
+    static Position positionOf(int home) { return {home / blockCapacity, home % blockCapacity}; }
+    const std::int32_t& itemAt(Position position) const {
+        return items(position.block)[static_cast<std::size_t>(position.index)];
+    }
+    std::uint8_t& sizeOf(const Block& own) { return group(own.group).sizes[static_cast<std::size_t>(own.place)]; }
     int sizeOf(const Block& own) const { return group(own.group).sizes[static_cast<std::size_t>(own.place)]; }
     const Group& groupAt(std::size_t ordinal) const { return group(m_groupAt[ordinal]); }
 
     int slotOf(Position position) const;
-    int insert(Position position, int mapIndex);
-    Position endPosition() const;
-    Position behindRightmostLarger(int mapIndex) const;
+    int insertBehind(Position position, int mapIndex);
+    Position lastPosition() const;
+    Position rightmostLarger(int mapIndex) const;
+    int freePlaceBehind(Position position);
+    void moveItem(int number, int from, int to);
+    void put(Position position, int mapIndex);
+    void changeSize(const Block& own, int by);
+    void fill(int number, const std::int32_t* mapIndices, int count);
     Position makeRoom(Position position);
     int openBlockBehind(int number);
     void splitGroup(int number);
+    static Group emptyGroup();
     void maximumGrew(const Block& own, int mapIndex);
-    void maximumWent(const Block& own, int mapIndex);
+    void maximumWent(int number, int mapIndex);
     void layOut(const std::vector<std::int32_t>& mapIndices);
     bool isSparse() const;
+    std::string checkItems(int number) const;
 
     std::vector<Block> m_blocks;
+    std::vector<Items> m_items;  // by block
     std::vector<Group> m_groups;
-    std::vector<std::int32_t> m_home;  // by map index: the block, -1 when not held
+    std::vector<std::int32_t> m_home;  // by map index: block * blockCapacity + index, -1 when not held
     // By ordinal, the place of a group in the order.
     std::vector<std::int32_t> m_groupAt;
     std::vector<std::int32_t> m_groupSizes;
@@ -109,8 +134,8 @@ void DisplayOrder::forEach(Function function) const {
     for (const std::int32_t number : m_groupAt) {
         const Group& own = group(number);
         for (std::size_t place = 0; place < static_cast<std::size_t>(own.used); ++place) {
-            const Block& held = block(own.blocks[place]);
-            for (std::size_t i = 0; i < static_cast<std::size_t>(own.sizes[place]); ++i) function(int{held.items[i]});
+            for (const std::int32_t mapIndex : items(own.blocks[place]))
+                if (mapIndex != -1) function(int{mapIndex});
         }
     }
 }

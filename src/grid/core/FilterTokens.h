@@ -16,6 +16,7 @@
 #include "platform/Framework.h"
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +39,7 @@ private:
     public:
         void add(std::string_view folded);
         void seal();
+        bool isEmpty() const { return m_texts.empty(); }
         // Whether some text of the set is the whole cell.
         bool containsWhole(std::string_view cell) const;
         // Whether some text of the set begins the cell.
@@ -68,10 +70,10 @@ private:
 
     bool m_all = true;
     bool m_exact = false;
-    bool m_hasGreater = false;
-    bool m_hasLess = false;
-    double m_greater = 0;  // the least of the ">" numbers
-    double m_less = 0;     // the greatest of the "<" numbers
+    bool m_hasNumbers = false;
+    bool m_onlyNumbers = false;  // no token of another kind
+    double m_greater = std::numeric_limits<double>::infinity();  // the least of the ">" numbers; no cell is above
+    double m_less = -std::numeric_limits<double>::infinity();    // the greatest of the "<" numbers
     TextSet m_texts;       // beginnings, or whole cells in exact mode
     std::vector<std::string> m_contained;
     std::vector<std::string> m_endings;

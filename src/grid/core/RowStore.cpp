@@ -14,10 +14,12 @@ void RowStore::reserve(int n) {
 
 int RowStore::mapIndexOfSlot(int slot) const {
     if (!slotIsValid(slot)) return -1;
+    settleLater();
     return m_lazyOrder ? m_lazyOrder->at(slot) : DisplayItems[static_cast<std::size_t>(slot)];
 }
 
 int RowStore::slotOfMapIndex(int mapIndex) const {
+    settleLater();
     if (m_lazyOrder) return mapIndex < 0 ? -1 : m_lazyOrder->slotOf(mapIndex);
     const auto found = std::find(DisplayItems.begin(), DisplayItems.end(), mapIndex);
     return found == DisplayItems.end() ? -1 : static_cast<int>(found - DisplayItems.begin());
@@ -30,6 +32,7 @@ RowData RowStore::dataOfMapIndexChecked(int mapIndex) const {
 }
 
 StoreChange RowStore::add(CFilterListBaseData* row, bool now, RowTest test) {
+    settleLater();
     StoreChange change;
     change.result = itemCount();
     MapItems.push_back({dataOf(row), 0});
@@ -52,6 +55,7 @@ StoreChange RowStore::add(CFilterListBaseData* row, bool now, RowTest test) {
 StoreChange RowStore::update(CFilterListBaseData* row, RowTest test) {
     sFilterListRowIndex* const numbers = row->find(m_list);
     if (numbers == nullptr) return {};
+    settleLater();
     const bool passes = test.passes(dataOf(row));
     if (numbers->displayIndex != -1) {
         if (!passes) return leave(*numbers);
@@ -71,11 +75,15 @@ StoreChange RowStore::leave(sFilterListRowIndex& numbers) {
         if (!m_lazyOrder) becomeLazy();
         slot = m_lazyOrder->erase(numbers.mapIndex);
     }
-    if (FirstPendingDelete > slot) --FirstPendingDelete;
-    if (LastPendingDelete > slot) --LastPendingDelete;
+    shiftPendingDeletes(slot);
     numbers.displayIndex = -1;
     const int visual = ReverseDisplay ? formerCount - 1 - slot : slot;
     return {.result = -1, .countChanged = true, .dirtyFrom = visual, .dirtyMayStartAbove = true};
+}
+
+void RowStore::shiftPendingDeletes(int erasedSlot) {
+    if (FirstPendingDelete > erasedSlot) --FirstPendingDelete;
+    if (LastPendingDelete > erasedSlot) --LastPendingDelete;
 }
 
 // The place is just after the rightmost slot with a larger map index: at the end while the display stands in arrival
@@ -91,6 +99,7 @@ StoreChange RowStore::enter(sFilterListRowIndex& numbers) {
 StoreChange RowStore::remove(CFilterListBaseData* row, bool now) {
     sFilterListRowIndex* const element = row->find(m_list);
     if (element == nullptr) return {.result = -1};
+    settleLater();
     const sFilterListRowIndex numbers = *element;
     row->erase(element);
     StoreChange change{.result = numbers.mapIndex};
@@ -114,6 +123,7 @@ StoreChange RowStore::remove(CFilterListBaseData* row, bool now) {
 
 StoreChange RowStore::endBatch(BatchSelection& selection) {
     if (!batchIsOpen()) return {};
+    settleLater();
     const int topInserts = static_cast<int>(PendingTopInserts);
     for (int& visual : selection.selected) visual += topInserts;
     selection.mark += topInserts;
@@ -189,6 +199,7 @@ void RowStore::eraseLazyTombstonesFrom(int slot, std::vector<int>* erased) {
 }
 
 void RowStore::clear() {
+    settleLater();
     forgetOrder();
     if (OptiDataMode) {
         for (const sFilterListRow& slot : MapItems)

@@ -16,13 +16,21 @@
 //   lazy   m_lazyOrder, from the first time on that a row in opti-data mode leaves or enters with rows behind it. These
 //          are not renumbered; a slot is counted when it is asked for, and displayIndex says only -1 or something else.
 //
+// In the lazy form ticks may come in by updateLater: it answers at once and notes what it did, and the order follows when
+// anybody asks for a place, or after `laterCapacity` ticks. By then the store knows what it will touch and fetches it
+// ahead, while a tick itself jumps nowhere that depends on a row: both matter more than any count of instructions, since
+// half of the ticks could go either way and rows lie far apart. Every operation settles the notes first.
+//
 // A batch opens with the first deferred add or delete and closes in endBatch.
 #pragma once
 
 #include "src/grid/core/DisplayOrder.h"
 #include "src/grid/core/FilterListBaseData.h"
 
+#include <array>
 #include <cstddef>
+#include <functional>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -51,6 +59,14 @@ struct StoreChange {
     int dirtyRow = -1;                // visual index of the one row to repaint, -1 none
     int dirtyFrom = -1;               // visual index from which the page is to repaint, -1 none
     bool dirtyMayStartAbove = false;  // dirtyFrom above the page counts as the top of the page
+};
+
+// What updateLater has done to the display, told when it is settled. Visual indices, each at the time of its tick.
+struct LaterChanges {
+    int firstRepaint = std::numeric_limits<int>::max();  // of the rows that stayed displayed; above lastRepaint: none
+    int lastRepaint = -1;
+    int firstMoved = std::numeric_limits<int>::max();  // the least from which rows moved, by rows that left or entered
+    int lowestCount = 0;
 };
 
 // The native selection at the end of a batch: visual indices, in the order in which the control returned them.
@@ -87,7 +103,9 @@ public:
 
     // ---- sizes and numbers
     int itemCount() const { return static_cast<int>(MapItems.size()); }  // tombstones included
-    int displayCount() const { return m_lazyOrder ? m_lazyOrder->size() : static_cast<int>(DisplayItems.size()); }
+    int displayCount() const {
+        return m_lazyOrder ? m_lazyOrder->size() + m_laterGrowth : static_cast<int>(DisplayItems.size());
+    }
     bool optiData() const { return OptiDataMode; }
     void enterOptiData() { OptiDataMode = true; }  // there is no way back
     bool reverse() const { return ReverseDisplay; }
@@ -121,6 +139,16 @@ public:
     }
     // Tests a changed row anew. Result 1: it entered the display, -1: it left, 0: neither.
     StoreChange update(CFilterListBaseData* row, RowTest test);
+    // The same answer, and a display that follows no later than it is asked for. Only where canUpdateLater.
+    int updateLater(CFilterListBaseData* row, RowTest test);
+    // Whether the display stays longer than `rows`, whatever the next tick does. (A control whose rows end above the end
+    // of the page moves the page; changes that do so are told one by one.)
+    bool canUpdateLater(int rows) const { return m_lazyOrder && displayCount() > rows; }
+    void settleLater() const {
+        if (m_laterCount != 0) const_cast<RowStore*>(this)->applyLater();
+    }
+    // Hears of every settling. Called from any operation; it must not call back.
+    std::function<void(const LaterChanges&)> onSettled;
     // The row may be freed on return. Result: its map index, -1 when the store does not know it.
     StoreChange remove(CFilterListBaseData* row, bool now);
 
@@ -174,6 +202,14 @@ public:
     std::string Check() const;
 
 private:
+    static constexpr std::size_t laterCapacity = 1024;
+    // A noted tick: the row was displayed before or passes now, or both.
+    struct LaterTick {
+        std::int32_t mapIndex;
+        std::int8_t shown;
+        std::int8_t passes;
+    };
+
     static CFilterListBaseData* rowOf(RowData data) { return reinterpret_cast<CFilterListBaseData*>(data); }
     static RowData dataOf(CFilterListBaseData* row) { return reinterpret_cast<RowData>(row); }
     sFilterListRow& rowAtSlot(int slot) { return MapItems[indexAtSlot(slot)]; }
@@ -182,12 +218,16 @@ private:
     }
     int slotOfNumbers(const sFilterListRowIndex& numbers) const {
         const int displayIndex = numbers.displayIndex;
-        return displayIndex == -1 || !m_lazyOrder ? displayIndex : m_lazyOrder->slotOf(numbers.mapIndex);
+        if (displayIndex == -1 || !m_lazyOrder) return displayIndex;
+        settleLater();
+        return m_lazyOrder->slotOf(numbers.mapIndex);
     }
     bool isTombstone(int mapIndex) const { return MapItems[static_cast<std::size_t>(mapIndex)].data == 0; }
     bool mapIndexIsValid(int mapIndex) const { return mapIndex >= 0 && mapIndex < itemCount(); }
     bool slotIsValid(int slot) const { return slot >= 0 && slot < displayCount(); }
 
+    void applyLater();
+    void shiftPendingDeletes(int erasedSlot);
     void becomeLazy();
     void forgetOrder();
     template <class Function>
@@ -209,6 +249,9 @@ private:
     std::vector<std::int32_t> DisplayItems;  // empty while the order is lazy
     std::optional<DisplayOrder> m_lazyOrder;
     std::vector<std::int32_t> m_lazyTombstones;  // map indices of those in the lazy order
+    std::array<LaterTick, laterCapacity> m_later;
+    std::size_t m_laterCount = 0;
+    int m_laterGrowth = 0;  // rows that the display gains when the notes are settled
     bool ReverseDisplay = false;
     bool OptiDataMode = false;
     bool PendingDelete = false;

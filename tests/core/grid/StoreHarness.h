@@ -32,11 +32,19 @@ inline CFilterListCtrl* gridKey(int number) {
 
 class StoreHarness {
 public:
-    explicit StoreHarness(int number) : store(gridKey(number)) { store.enterOptiData(); }
+    explicit StoreHarness(int number) : store(gridKey(number)) {
+        store.enterOptiData();
+        store.onSettled = [this](const LaterChanges& changes) { follow(changes); };
+    }
     ~StoreHarness() { store.clear(); }
 
     int addRow(TestRow* row, bool now) { return carryOut(store.add(row, now, test)); }
     int updateRow(TestRow* row) { return carryOut(store.update(row, test)); }
+    // As the grid does it: places and repaints follow where that is allowed.
+    int updateRowLater(TestRow* row) {
+        const bool later = store.canUpdateLater(layout.topIndex + layout.countPerPage);
+        return later ? store.updateLater(row, test) : updateRow(row);
+    }
     int deleteRow(TestRow* row, bool now) { return carryOut(store.remove(row, now)); }
     void rebuild() {
         store.rebuild(test);
@@ -75,6 +83,13 @@ public:
     RowTest test;
 
 private:
+    void follow(const LaterChanges& changes) {
+        native.setCount(changes.lowestCount);
+        native.setCount(store.displayCount());
+        for (const int visual : {changes.firstRepaint, changes.lastRepaint})
+            if (changes.firstRepaint <= changes.lastRepaint) dirty.addRow(layout, visual);
+        dirty.addToPageEnd(layout, std::max(layout.topIndex, changes.firstMoved), store.displayCount());
+    }
     int carryOut(const StoreChange& change) {
         if (change.countChanged) native.setCount(store.displayCount());
         markDirty(change);

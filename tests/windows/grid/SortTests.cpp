@@ -15,7 +15,10 @@ protected:
 
     // Columns: name (texts), value (of a type), other.
     void open(Mode mode = opti, bool reverse = false, int valueType = 1) {
-        m_grid = std::make_unique<CFilterListCtrl>();  // an older one takes its window along
+        open(mode, std::make_unique<CFilterListCtrl>(), reverse, valueType);
+    }
+    void open(Mode mode, std::unique_ptr<CFilterListCtrl> made, bool reverse = false, int valueType = 1) {
+        m_grid = std::move(made);  // an older one takes its window along
         create(grid(), {{"name", 60, 0, 3}, {"value", 60, kFormatRight, valueType}, {"other", 60, 0, 3}},
                CRect(0, 0, 300, 200), kGridStyle & ~static_cast<DWORD>(LVS_NOSORTHEADER));
         grid().SetUseFilter(TRUE);
@@ -208,6 +211,39 @@ TEST_F(Sort, ALockedSortIgnoresClicksAndSurvivesARebuild) {
     grid().m_bSortLocked = 0;
     grid().PopulateList();
     EXPECT_EQ(picture(grid()), "abcde");
+}
+
+// Counts what would sort; nothing is invalidated here.
+class LockedElsewhere : public CFilterListCtrl {
+public:
+    int sorts = 0;
+    void SortByLastColumnWithLock() override { ++sorts; }
+};
+
+// A locked sort repaints the list by itself; where it has nothing to do, the rebuild does it.
+TEST_F(Sort, ARebuildLeavesTheRepaintToALockedSortThatRuns) {
+    static const struct {
+        const char* name;
+        bool locked, shown, rows, invalidates;
+    } cases[] = {{"no lock", false, true, true, true},
+                 {"a lock in force", true, true, true, false},
+                 {"its column is hidden", true, false, true, true},
+                 {"no row", true, true, false, true}};
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.name);
+        auto made = std::make_unique<LockedElsewhere>();
+        LockedElsewhere& locked = *made;
+        open(opti, std::move(made));
+        if (expected.rows) add({{'a', "3"}, {'b', "1"}});
+        grid().m_bLockSortEnabled = grid().m_bSorted = grid().m_bSortLocked = expected.locked;
+        grid().m_nLockSortColumn = 1;
+        if (!expected.shown) grid().m_arrOrder.SetAt(1, -1);
+        grid().UpdateWindow();
+        ::ValidateRect(grid().m_hWnd, nullptr);
+        grid().PopulateList();
+        EXPECT_EQ(::GetUpdateRect(grid().m_hWnd, nullptr, FALSE) != FALSE, expected.invalidates);
+        EXPECT_EQ(locked.sorts, expected.locked ? 1 : 0);
+    }
 }
 
 TEST_F(Sort, TheLockPathLeavesTheOldArrow) {
