@@ -86,6 +86,19 @@ TEST(Strings, SourcesMayLieInTheStringItself) {
     EXPECT_STREQ(text, "<defdefdefdef>def>");
 }
 
+TEST(Strings, EndsOfEveryLengthMoveToTheFront) {
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    for (std::size_t length = 0; length <= letters.size(); ++length)
+        for (std::size_t cut = 0; cut <= length; ++cut) {
+            const std::string whole = letters.substr(0, length), end = whole.substr(cut);
+            CString text(whole.c_str());
+            text = text.GetString() + cut;
+            ASSERT_STREQ(text, end.c_str());
+            text += whole.c_str();
+            ASSERT_STREQ(text, (end + whole).c_str());
+        }
+}
+
 TEST(Strings, MovedFromStringsAreUsable) {
     CString first("first");
     CString second(std::move(first));
