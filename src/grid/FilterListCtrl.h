@@ -278,6 +278,18 @@ private:
     class RowPainter;
 
     bool hasTextCallback() const { return TextCallback != nullptr || TextMemberCallback != nullptr; }
+    // Only the text, into a string that is used again: what walks over all rows ask. It keeps its buffer, so that a
+    // host that writes into it does not allocate.
+    void readCell(DWORD_PTR data, int columnIndex, CString& text) {
+        text = "";
+        COLORREF textColor = kColorUnset, background = kColorUnset;
+        int icon = -1;
+        if (TextCallback && !TextMemberCallback && columnIndex < m_nBaseColumnCount) {
+            TextCallback(data, columnIndex, text, textColor, background, icon);
+        } else {
+            GetColumnText(data, columnIndex, text, textColor, background, icon, false);
+        }
+    }
     bool takesRows() const { return UseFilter != 0 && m_rows.optiData(); }
     RowTest rowTest();
     int carryOut(const StoreChange& change);
@@ -364,7 +376,8 @@ private:
     BYTE MatchExactSticky = 0;  // the user's choice in the menu
     int FilterEditColumn = 0;   // place of the field that has the keyboard
     std::unique_ptr<char, decltype(&std::free)> FilterTextBuffer{nullptr, &std::free};
-    CString m_cellText;  // scratch of the row test, so that it keeps its buffer
+    std::size_t FilterTextBytes = 0;  // of the buffer, from its start, that are not zero
+    CString m_cellText;               // scratch of the row test, so that it keeps its buffer
 
     CColorHeaderCtrl m_header;
     bool m_hasFocus = false;

@@ -31,21 +31,27 @@ int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
     return FilterTokens({filter.GetString(), length}, matchesExactly()).passes(cell);
 }
 
+bool CFilterListCtrl::passesFilters(DWORD_PTR data, CString& cell) {
+    for (int i = 0; i < m_filters.count(); ++i) {
+        readCell(data, m_filters.columnAt(i), cell);
+        if (!m_filters.tokensAt(i, matchesExactly()).passes(cell)) return false;
+    }
+    return true;
+}
+
 int CFilterListCtrl::CheckForFilteredData(DWORD_PTR data) {
     if (m_filters.isEmpty() || !hasTextCallback()) return 1;
     CellScope cell(m_cellText);
     return passesFilters(data, cell.text);
 }
 
-bool CFilterListCtrl::passesFilters(DWORD_PTR data, CString& cell) {
-    for (int i = 0; i < m_filters.count(); ++i) {
-        cell = "";
-        COLORREF textColor = kColorUnset, background = kColorUnset;
-        int icon = -1;
-        GetColumnText(data, m_filters.columnAt(i), cell, textColor, background, icon, false);
-        if (!m_filters.tokensAt(i, matchesExactly()).passes(cell)) return false;
-    }
-    return true;
+RowTest CFilterListCtrl::rowTest() {
+    if (m_filters.isEmpty()) return {};
+    return {[](const void* grid, RowData data) {
+                return const_cast<CFilterListCtrl*>(static_cast<const CFilterListCtrl*>(grid))
+                           ->CheckForFilteredData(data) != 0;
+            },
+            this};
 }
 
 // Nothing is painted between the first line and the last, so redrawing is not frozen for it: that alone would cost the

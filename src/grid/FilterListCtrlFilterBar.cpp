@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -20,18 +21,24 @@ constexpr int kTabScrollMargin = 50;                // pixels shown beside a fie
 
 // ---- Fields
 
-// A filter of many values is long, so the buffer is made once per grid. Zeroed before each use.
+// A filter of many values is long, so the buffer is made once per grid. It is all zeros before each use; a change of a
+// field uses it three times, so a use tells in FilterTextBytes how far it wrote, and the next clears no more.
 char* CFilterListCtrl::filterBuffer() {
-    if (!FilterTextBuffer) FilterTextBuffer.reset(static_cast<char*>(std::malloc(kFilterBufferSize)));
+    if (!FilterTextBuffer) {
+        FilterTextBuffer.reset(static_cast<char*>(std::malloc(kFilterBufferSize)));
+        FilterTextBytes = kFilterBufferSize;
+    }
     if (!FilterTextBuffer) AfxThrowMemoryException();
-    return static_cast<char*>(std::memset(FilterTextBuffer.get(), 0, kFilterBufferSize));
+    std::memset(FilterTextBuffer.get(), 0, std::exchange(FilterTextBytes, kFilterBufferSize));
+    return FilterTextBuffer.get();
 }
 
 int CFilterListCtrl::SetVisibleColumnFilter(int place, CString& text, int exact) {
     if (place < 0) return 0;
     char* const buffer = filterBuffer();
     const auto length = std::min(static_cast<std::size_t>(text.GetLength()), kFilterBufferSize - 1);
-    ::strncpy(buffer, text.GetString(), length);
+    std::memcpy(buffer, text.GetString(), length);
+    FilterTextBytes = length;
     HD_TEXTFILTERA filter{buffer, static_cast<int>(kFilterBufferSize)};
     HDITEMA item{};
     item.mask = HDI_FILTER;
@@ -55,6 +62,7 @@ int CFilterListCtrl::GetHeaderText(int place, CString& text) {
     wideItem.type = HDFT_ISSTRING;
     wideItem.pvFilter = &wide;
     m_header.SendMessage(HDM_GETITEMW, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&wideItem));
+    FilterTextBytes = ::wcsnlen(wide.pszText, kFilterBufferChars) * sizeof(wchar_t);
     if (buffer[0] == 0 && buffer[1] == 0) return 0;
     HD_TEXTFILTERA narrow{filterBuffer(), static_cast<int>(kFilterBufferSize)};
     HDITEMA item{};
@@ -63,6 +71,7 @@ int CFilterListCtrl::GetHeaderText(int place, CString& text) {
     item.pvFilter = &narrow;
     m_header.SendMessage(HDM_GETITEMA, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
     buffer[kFilterBufferSize - 1] = 0;
+    FilterTextBytes = std::strlen(buffer);
     if (buffer[0] == 0) return 0;
     text = buffer;
     return text.GetLength();
@@ -137,10 +146,7 @@ void CFilterListCtrl::visitUniqueTexts(int columnIndex, const std::function<void
     for (int visual = 0; visual < GetDisplayCount(); ++visual) {
         const DWORD_PTR data = GetItemData(visual);
         if (data == 0) continue;
-        text = "";
-        COLORREF textColor = kColorUnset, background = kColorUnset;
-        int icon = -1;
-        GetColumnText(data, columnIndex, text, textColor, background, icon, false);
+        readCell(data, columnIndex, text);
         if (!text.IsEmpty() && seen.insert(text.GetString()).second) visit(text);
     }
 }

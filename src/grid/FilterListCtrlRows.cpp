@@ -39,15 +39,6 @@ void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* l
     if (const int slot = list->m_rows.slotOf(row); slot != -1) displayIndex = list->m_rows.visualOfSlot(slot);
 }
 
-RowTest CFilterListCtrl::rowTest() {
-    if (m_filters.isEmpty()) return {};
-    return {[](const void* grid, RowData data) {
-                return const_cast<CFilterListCtrl*>(static_cast<const CFilterListCtrl*>(grid))
-                           ->CheckForFilteredData(data) != 0;
-            },
-            this};
-}
-
 int CFilterListCtrl::carryOut(const StoreChange& change) {
     if (change.countChanged) m_native.setCount(m_rows.displayCount());
     markDirty(change);

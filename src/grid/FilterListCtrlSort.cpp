@@ -34,17 +34,6 @@ private:
     bool& m_sorting;
 };
 
-// The host's rows mostly lie in memory as they came: in that order a million of them are read several times faster.
-std::vector<std::int32_t> inMapOrder(const std::vector<std::int32_t>& mapIndices, int itemCount) {
-    std::vector<char> displayed(static_cast<std::size_t>(itemCount));
-    for (const std::int32_t mapIndex : mapIndices) displayed[static_cast<std::size_t>(mapIndex)] = 1;
-    std::vector<std::int32_t> result;
-    result.reserve(mapIndices.size());
-    for (std::int32_t mapIndex = 0; mapIndex < itemCount; ++mapIndex)
-        if (displayed[static_cast<std::size_t>(mapIndex)]) result.push_back(mapIndex);
-    return result;
-}
-
 class RedrawOff {
 public:
     explicit RedrawOff(NativeList& native) : m_native(native) { m_native.setRedraw(false); }
@@ -154,8 +143,7 @@ SortRule CFilterListCtrl::sortRule() const {
     return {m_nSortOrder, m_rows.reverse() && m_bRowDragEnabled != 0, &CompareDateTime};
 }
 
-// One string for the whole walk, so that a host that writes into it does not allocate. A row that has no data yet has
-// no text.
+// One string for the whole walk. A row that has no data yet has no text.
 SortKeys CFilterListCtrl::readKeys(const std::vector<std::int32_t>& mapIndices, SortIntegers integers) {
     constexpr std::size_t ahead = 12;  // the host's rows may be far apart in memory
     constexpr RowData line = 64;
@@ -167,18 +155,19 @@ SortKeys CFilterListCtrl::readKeys(const std::vector<std::int32_t>& mapIndices, 
             __builtin_prefetch(reinterpret_cast<const void*>(next));
             __builtin_prefetch(reinterpret_cast<const void*>(next + line));
         }
-        COLORREF textColor = kColorUnset, background = kColorUnset;
-        int icon = -1;
-        text = "";  // keeps the buffer
         const RowData data = m_rows.dataOfMapIndex(static_cast<std::size_t>(mapIndices[i]));
-        if (data != 0) GetColumnText(data, SortMapColumn, text, textColor, background, icon, false);
+        if (data != 0) {
+            readCell(data, SortMapColumn, text);
+        } else {
+            text = "";
+        }
         keys.add(mapIndices[i], text);
     }
     return keys;
 }
 
 void CFilterListCtrl::sortDisplay(SortIntegers integers, bool shortcut) {
-    const SortKeys keys = readKeys(inMapOrder(m_rows.displayOrder(), GetItemCount()), integers);
+    const SortKeys keys = readKeys(m_rows.displayedInMapOrder(), integers);
     if (shortcut && keys.allTextsEqual()) return;
     if (m_nSortOrder == 0) return m_native.invalidateAll();  // all rows are equal: none moves
     std::vector<std::int32_t> sorted = sortedMapIndices(keys, sortRule());

@@ -29,16 +29,11 @@ void FilterStore::clear() {
     m_compiled.clear();
 }
 
-const FilterTokens& FilterStore::tokensAt(int i, bool exact) {
-    if (m_compiledExact != exact) {
-        m_compiled.clear();
-        m_compiledExact = exact;
-    }
-    if (m_compiled.size() <= static_cast<std::size_t>(i)) m_compiled.resize(static_cast<std::size_t>(count()));
-    std::optional<FilterTokens>& compiled = m_compiled[static_cast<std::size_t>(i)];
-    if (!compiled) {
-        const CString& text = textAt(i);
-        compiled.emplace(std::string_view(text.GetString(), static_cast<std::size_t>(text.GetLength())), exact);
-    }
-    return *compiled;
+const FilterTokens& FilterStore::compile(std::size_t index, bool exact) {
+    if (m_compiledExact != exact) m_compiled.clear();
+    m_compiledExact = exact;
+    m_compiled.resize(static_cast<std::size_t>(count()));
+    const CString& text = textAt(static_cast<int>(index));
+    return m_compiled[index].emplace(std::string_view(text.GetString(), static_cast<std::size_t>(text.GetLength())),
+                                     exact);
 }

@@ -25,7 +25,11 @@ public:
     const CArray<CString, CString>& texts() const { return FilterStrings; }
 
     // The compiled text. The reference holds until the next set or clear.
-    const FilterTokens& tokensAt(int i, bool exact);
+    const FilterTokens& tokensAt(int i, bool exact) {
+        const auto index = static_cast<std::size_t>(i);
+        const bool isThere = m_compiledExact == exact && index < m_compiled.size() && m_compiled[index];
+        return isThere ? *m_compiled[index] : compile(index, exact);
+    }
 
 protected:
     CArray<int, int> FilteredCols;
@@ -33,6 +37,7 @@ protected:
 
 private:
     int find(int columnIndex) const;
+    const FilterTokens& compile(std::size_t index, bool exact);
 
     // By position, as the two arrays; empty until asked for.
     std::vector<std::optional<FilterTokens>> m_compiled;

@@ -1,7 +1,8 @@
 // The texts of a filter are folded once. Cells are folded byte by byte while they are compared, never copied.
 //
 // Beginnings: one hash runs over the cell, and after each length that some token has, the table is asked for the bytes
-// read so far. So the work per cell is its length, not the number of tokens. For a few texts plain comparison is faster.
+// read so far. So the work per cell is its length, not the number of tokens. For a few texts plain comparison is
+// faster, eight bytes at a time.
 #include "src/grid/core/FilterTokens.h"
 
 #include "platform/base/Numbers.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace {
@@ -38,8 +40,23 @@ bool equalFolded(const char* text, std::string_view lower) {
     return true;
 }
 
-bool beginsWith(std::string_view cell, std::string_view lower) {
-    return cell.size() >= lower.size() && equalFolded(cell.data(), lower);
+constexpr std::size_t wordSize = sizeof(std::uint64_t);
+
+// Eight bytes from here on.
+std::uint64_t wordAt(const char* text) {
+    std::uint64_t word;
+    std::memcpy(&word, text, sizeof word);
+    return word;
+}
+
+// fold of each byte. The sums of a byte's lower seven bits reach its top bit from A, or from behind Z, on; a byte with
+// a top bit of its own is no letter.
+std::uint64_t foldedWord(std::uint64_t word) {
+    constexpr std::uint64_t each = 0x0101010101010101;
+    const std::uint64_t low = word & 0x7f * each;
+    const std::uint64_t fromA = low + (0x80 - 'A') * each, behindZ = low + (0x80 - 'Z' - 1) * each;
+    const std::uint64_t capitals = (fromA ^ behindZ) & ~word & 0x80 * each;
+    return word | capitals >> 2;  // 0x80 becomes the bit that tells a from A
 }
 
 bool endsWith(std::string_view cell, std::string_view lower) {
@@ -99,8 +116,17 @@ void FilterTokens::TextSet::add(std::string_view text) {
     for (const char c : text) m_bytes.push_back(fold(c));
 }
 
+void FilterTokens::TextSet::sealFew() {
+    for (const Text& text : m_texts) {
+        const std::size_t inWord = std::min<std::size_t>(text.length, wordSize);
+        Word& word = m_words.emplace_back();
+        std::memcpy(&word.bytes, m_bytes.data() + text.start, inWord);
+        std::memset(&word.mask, 0xff, inWord);
+    }
+}
+
 void FilterTokens::TextSet::seal() {
-    if (m_texts.size() <= fewTexts) return;
+    if (m_texts.size() <= fewTexts) return sealFew();
     std::size_t size = 16;
     while (size < m_texts.size() * 2) size *= 2;
     m_slots.assign(size, {});
@@ -155,12 +181,27 @@ bool FilterTokens::TextSet::containsWhole(std::string_view cell) const {
     return holds(hash, cell);
 }
 
-bool FilterTokens::TextSet::containsBeginning(std::string_view cell) const {
-    if (m_slots.empty()) {
-        for (const Text& text : m_texts)
-            if (beginsWith(cell, view(text))) return true;
-        return false;
+// A cell of seven bytes and its NUL fill a word; a shorter one is put into one, zeros behind it. A text that is longer
+// than the cell has a byte where the word has a zero.
+bool FilterTokens::TextSet::beginsWithOneOfFew(std::string_view cell) const {
+    if (m_words.empty()) return false;
+    std::uint64_t first = 0;
+    if (cell.size() + 1 >= wordSize) {
+        first = foldedWord(wordAt(cell.data()));
+    } else {
+        std::memcpy(&first, cell.data(), cell.size());
+        first = foldedWord(first);
     }
+    for (std::size_t i = 0; i < m_words.size(); ++i) {
+        const Text& text = m_texts[i];
+        if (((first ^ m_words[i].bytes) & m_words[i].mask) != 0 || text.length > cell.size()) continue;
+        if (text.length <= wordSize || equalFolded(cell.data() + wordSize, view(text).substr(wordSize))) return true;
+    }
+    return false;
+}
+
+bool FilterTokens::TextSet::containsBeginning(std::string_view cell) const {
+    if (m_slots.empty()) return beginsWithOneOfFew(cell);
     std::uint64_t hash = hashStart;
     std::size_t read = 0;
     for (const std::uint32_t length : m_lengths) {

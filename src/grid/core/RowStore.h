@@ -168,6 +168,9 @@ public:
     // ---- sorts. The batch is closed.
     // The map indices in display order, by slot.
     std::vector<std::int32_t> displayOrder() const;
+    // The same rows by rising map index: as they mostly lie in memory, where a million of them are read several times
+    // faster than in display order.
+    std::vector<std::int32_t> displayedInMapOrder() const;
     // Takes the same rows in another order, by slot; in opti-data mode they are told their slots.
     void reorderDisplay(std::vector<std::int32_t> mapIndices);
     // Puts every row and tombstone, each named once by its present map index, into a new map order, check states with

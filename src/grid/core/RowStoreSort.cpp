@@ -1,5 +1,22 @@
-// The map order replaced as a whole: what a sort does in lists whose user arranges the rows. The rows stay.
+// The map order of what is displayed, read by a sort; and replaced as a whole, as a sort does in lists whose user
+// arranges the rows. The rows stay.
 #include "src/grid/core/RowStore.h"
+
+#include <numeric>
+
+std::vector<std::int32_t> RowStore::displayedInMapOrder() const {
+    std::vector<std::int32_t> mapIndices(static_cast<std::size_t>(displayCount()));
+    if (displayCount() == itemCount()) {
+        std::iota(mapIndices.begin(), mapIndices.end(), 0);
+        return mapIndices;
+    }
+    std::vector<char> isDisplayed(MapItems.size());
+    for (const std::int32_t mapIndex : displayOrder()) isDisplayed[static_cast<std::size_t>(mapIndex)] = 1;
+    auto next = mapIndices.begin();
+    for (int mapIndex = 0; mapIndex < itemCount(); ++mapIndex)
+        if (isDisplayed[static_cast<std::size_t>(mapIndex)]) *next++ = mapIndex;
+    return mapIndices;
+}
 
 void RowStore::reorderMap(const std::vector<std::int32_t>& mapIndices) {
     clearDisplay();

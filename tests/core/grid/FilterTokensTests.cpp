@@ -87,6 +87,24 @@ TEST(FilterTokens, Grammar) {
     }
 }
 
+// Bytes beside the letters, and with a top bit, around the eight that are compared at once.
+TEST(FilterTokens, BeginningsOfEveryLength) {
+    const std::string letters = "aZ@[`{\xC1\xDAmQ0z";
+    for (std::size_t cellLength = 0; cellLength <= letters.size(); ++cellLength) {
+        const CString cell(letters.c_str(), static_cast<int>(cellLength));
+        for (std::size_t length = 1; length <= letters.size(); ++length)
+            for (std::size_t changed = 0; changed < length; ++changed) {
+                std::string token = letters.substr(0, length);
+                token[changed] = static_cast<char>(token[changed] ^ 0x20);
+                for (const std::string& filter : {token, "q~" + token}) {
+                    ASSERT_EQ(FilterTokens(filter, false).passes(cell),
+                              naive_filter::passes(cell, filter.c_str(), false))
+                        << filter << " on " << cell.GetString();
+                }
+            }
+    }
+}
+
 // A cell is taken at its full length; a filter text ends at its NUL.
 TEST(FilterTokens, NulBytes) {
     const CString cell("ab\0cd", 5);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <numeric>
 #include <random>
@@ -62,7 +63,10 @@ TEST(GridSort, SmallListsByType) {
         {"beyond every number", 2, {"1e999", "1", "-1e999"}, {.order = -1}, {2, 1, 0}},
         {"mixed texts", 3, {"a10", "a9", "a", ""}, {.order = -1}, {3, 2, 1, 0}},
         {"more leading zeros first", 3, {"a1", "a001", "a01"}, {.order = -1}, {1, 2, 0}},
-        {"dates as they come back", 6, {"2020", "2022", "2021"}, {.order = -1, .compareDates = compareDates},
+        {"dates as they come back",
+         6,
+         {"2020", "2022", "2021"},
+         {.order = -1, .compareDates = compareDates},
          {1, 2, 0}},
         {"no key: map indices only", 8, {"b", "a"}, {.order = -1}, {1, 0}},
         {"negated keys, ties as ever", 1, {"1", "2", "2"}, {.order = -1, .negated = true}, {2, 1, 0}},
@@ -107,9 +111,27 @@ struct Cells {
         }
     }
     std::string text(bool ownManner) {
-        static const char* const pieces[] = {"a",  "b", "",   "0",  "00",  "7", "07", "255", "256", "65535", "65536",
-                                             "\xE4", " ", "-",  "~",  "\x01", "9223372036854775806", "9223372036854775807",
-                                             "92233720368547758070", "00000000000000000000000000000007", "2147483646"};
+        static const char* const pieces[] = {"a",
+                                             "b",
+                                             "",
+                                             "0",
+                                             "00",
+                                             "7",
+                                             "07",
+                                             "255",
+                                             "256",
+                                             "65535",
+                                             "65536",
+                                             "\xE4",
+                                             " ",
+                                             "-",
+                                             "~",
+                                             "\x01",
+                                             "9223372036854775806",
+                                             "9223372036854775807",
+                                             "92233720368547758070",
+                                             "00000000000000000000000000000007",
+                                             "2147483646"};
         std::string result;
         for (int i = pick(6); i > 0; --i) {
             result += pieces[pick(static_cast<int>(std::size(pieces)))];
@@ -135,6 +157,60 @@ TEST(GridSort, RandomListsStandAsTheComparisonSays) {
             keys.add(mapIndex, (text ? prefix + cells.text(false) : cells.number(style)).c_str());
         const SortRule rule{.order = cells.pick(2) ? 1 : -1, .negated = cells.pick(4) == 0};
         ASSERT_EQ(sortedMapIndices(keys, rule), expectedOrder(keys, rule)) << "round " << round;
+    }
+}
+
+// Enough rows in the order of their map indices for key and position to share a word, or just not to.
+TEST(GridSort, LongRunsStandAsTheComparisonSays) {
+    Cells cells{std::mt19937(22)};
+    static const char* const odd[] = {"-0",
+                                      "0",
+                                      "0.00",
+                                      "-0.0e5",
+                                      "nan",
+                                      "inf",
+                                      "",
+                                      " 7",
+                                      " 7.00 ",
+                                      "7.001",
+                                      "1e308",
+                                      "-1e308",
+                                      "1e400",
+                                      "-1e400",
+                                      "1e-320",
+                                      "0.1",
+                                      "0.10",
+                                      "9223372036854775807",
+                                      "-9223372036854775808",
+                                      "INFY",
+                                      "+3",
+                                      "--3"};
+    const struct {
+        const char* fact;
+        int dataType;
+        std::function<std::string()> cell;
+    } runs[] = {
+        {"hundredths", 2, [&] { return cells.number(0); }},
+        {"numbers of every size", 2, [&] { return cells.number(1); }},
+        {"odd numbers", 5, [&] { return std::string(odd[cells.pick(static_cast<int>(std::size(odd)))]); }},
+        {"odd integers", 4, [&] { return std::string(odd[cells.pick(static_cast<int>(std::size(odd)))]); }},
+        {"integers of every size", 1, [&] { return cells.number(3); }},
+        {"integers of 54 bits", 1,
+         [&] { return std::to_string((std::uint64_t{cells.random()} << 32 | cells.random()) >> 10); }},
+        {"two values", 1, [&] { return std::to_string(cells.pick(2)); }},
+        {"one value", 1, [] { return std::string("5"); }},
+        {"symbols", 3, [&] { return "SYM" + std::to_string(cells.pick(100'000)); }},
+        {"mixed texts", 3, [&] { return cells.text(false); }},
+    };
+    for (const auto& run : runs) {
+        std::vector<std::string> texts(static_cast<std::size_t>(512 + cells.pick(1500)));
+        std::generate(texts.begin(), texts.end(), run.cell);
+        const SortKeys keys = keysOf(run.dataType, texts);
+        for (const int order : {-1, 1})
+            for (const bool negated : {false, true}) {
+                const SortRule rule{.order = order, .negated = negated};
+                ASSERT_EQ(sortedMapIndices(keys, rule), expectedOrder(keys, rule)) << run.fact << order << negated;
+            }
     }
 }
 

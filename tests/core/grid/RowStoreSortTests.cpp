@@ -27,6 +27,7 @@ TEST_F(StoreSort, RowsKnowTheirSlotsAfterwards) {
     grid.store.reorderDisplay({2, 0, 3, 1});
     EXPECT_EQ(shown(), "cadb");
     EXPECT_EQ(grid.store.displayOrder(), (std::vector<std::int32_t>{2, 0, 3, 1}));
+    EXPECT_EQ(grid.store.displayedInMapOrder(), (std::vector<std::int32_t>{0, 1, 2, 3}));
     EXPECT_EQ(grid.store.Check(), "");
     EXPECT_EQ(grid.store.slotOf(rows[3].get()), 2);
 }
@@ -37,6 +38,7 @@ TEST_F(StoreSort, RowsOutOfTheDisplayStayOut) {
     grid.store.rebuild(grid.test);
     grid.store.reorderDisplay({3, 2, 0});
     EXPECT_EQ(shown(), "dca");
+    EXPECT_EQ(grid.store.displayedInMapOrder(), (std::vector<std::int32_t>{0, 2, 3}));
     EXPECT_EQ(grid.store.Check(), "");
 }
 
