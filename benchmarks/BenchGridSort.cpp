@@ -1,6 +1,7 @@
 // Sorts of workload W on a created, hidden grid in opti-data mode: from SortOn until every row knows its slot. The
 // first sort of a run finds the rows as the sort before left them; the note tells what turning the column round takes.
 #include "benchmarks/Bench.h"
+#include "benchmarks/Hundredths.h"
 #include "benchmarks/Median.h"
 #include "benchmarks/peers/common/workload.h"
 #include "src/grid/FilterListCtrl.h"
@@ -40,15 +41,15 @@ const SortRow& rowOf(DWORD_PTR data) {
 
 int cellText(DWORD_PTR data, int column, CString& text, COLORREF&, COLORREF&, int&) {
     const workload::Row& row = rowOf(data).raw;
+    char buffer[40];
     if (column == symbolColumn) {
         text = row.symbol;
-        return 1;
+    } else if (column == doubleColumn) {
+        text = hundredths(row.d[0], buffer);
+    } else {
+        *std::to_chars(buffer, buffer + sizeof buffer, row.n[0]).ptr = 0;
+        text = buffer;
     }
-    char buffer[40];
-    *(column == doubleColumn
-          ? std::to_chars(buffer, buffer + sizeof buffer, row.d[0], std::chars_format::fixed, 2).ptr
-          : std::to_chars(buffer, buffer + sizeof buffer, row.n[0]).ptr) = 0;
-    text = buffer;
     return 1;
 }
 
@@ -73,8 +74,10 @@ void checkOrder(CFilterListCtrl& grid, const std::vector<SortRow>& rows, int col
         check(told == visual && &row == &rows[static_cast<std::size_t>(mapIndex)], "a row says another slot");
         if (before) {
             bool equal;
-            const bool inOrder = rising ? valuesRise(*before, row, column, equal) : valuesRise(row, *before, column, equal);
-            check(inOrder && (!equal || (rising ? before > &row : before < &row)), "two rows stand the wrong way round");
+            const bool inOrder =
+                rising ? valuesRise(*before, row, column, equal) : valuesRise(row, *before, column, equal);
+            check(inOrder && (!equal || (rising ? before > &row : before < &row)),
+                  "two rows stand the wrong way round");
         }
         before = &row;
     }
@@ -166,7 +169,7 @@ void benchGridSort(Figures& figures) {
         Bench bench(size.rows);
         for (const auto& sort : size.sorts)
             figures.push_back(
-                measure(bench, sort.column, {.key = sort.key, .value = 0, .unit = "ms", .note = "", .must = sort.must,
-                                             .goal = sort.goal}));
+                measure(bench, sort.column,
+                        {.key = sort.key, .value = 0, .unit = "ms", .note = "", .must = sort.must, .goal = sort.goal}));
     }
 }

@@ -28,6 +28,7 @@ class Owner : public CWnd {
 public:
     CMrktWatchListCtrl* list = nullptr;
     long cells = 0;
+    bool asksForTexts = true;  // else it draws the last one again
     CString last;
 
 protected:
@@ -44,7 +45,7 @@ private:
         RECT cell = item.rcItem;
         for (int place = 0; place < kColumns; ++place) {
             cell.right = cell.left + kColumnWidth;
-            last = list->GetItemText(static_cast<int>(item.itemID), place);
+            if (asksForTexts) last = list->GetItemText(static_cast<int>(item.itemID), place);
             ::ExtTextOutA(item.hDC, cell.left + 4, cell.top + 1, ETO_OPAQUE | ETO_CLIPPED, &cell, last,
                           static_cast<UINT>(last.GetLength()), nullptr);
             cell.left = cell.right;
@@ -138,6 +139,10 @@ void benchWatch(Figures& figures) {
     check(watch.owner.cells == static_cast<long>(kRepaints) * kRowsInView * kColumns,
           "repaints did not draw 45 x 18 cells each, but together " + std::to_string(watch.owner.cells));
     check(watch.owner.last == "44.102", "the last cell shows another text");
-    figures.push_back({"repaint_watch_ms", seconds * 1e3, "ms",
-                       "whole client: 45 rows x 18 columns of 2,000, drawn by the owner; median of 51", 3.5, 2});
+    watch.owner.asksForTexts = false;
+    const double drawing = medianSeconds(kRepaints, [&] { watch.repaint(); });
+    char note[120];
+    std::snprintf(note, sizeof note, "45 rows x 18 columns, drawn by the owner; without asking for texts %.2f ms",
+                  drawing * 1e3);
+    figures.push_back({"repaint_watch_ms", seconds * 1e3, "ms", note, 3.5, 2});
 }
