@@ -28,7 +28,7 @@ void appendFilters(CMenu& menu, const CFilterListCtrl& grid) {
     menu.AppendMenu(MF_SEPARATOR);
     menu.AppendMenu(MF_STRING, kToggleFilterBar, "Filter Bar\tCtrl+F");
     menu.AppendMenu(MF_STRING | (grid.GetFilterCount() ? 0u : static_cast<UINT>(MF_GRAYED)), kResetFilters,
-                    "Reset Filters");
+                    "&Reset Filters");
     menu.AppendMenu(MF_STRING, kMatchFilterExactly, "Match Filter Exactly");
 }
 
@@ -74,7 +74,7 @@ void showListMenu(CCommonListCtrl& list, CPoint point) {
     menu.AppendMenu(MF_STRING, kFitColumnsToWindow, "Fit to Window");
     menu.AppendMenu(MF_SEPARATOR);
     menu.AppendMenu(ticked(list.m_bGridLines != 0), kGridLines, "Draw Grid Lines");
-    if (list.m_bLockSortEnabled) menu.AppendMenu(ticked(list.m_bSortLocked != 0), kLockSorting, "Lock Sorting");
+    if (list.m_bLockSortEnabled) menu.AppendMenu(ticked(list.m_bSortLocked != 0), kLockSorting, "&Lock Sorting");
     menu.AppendMenu(MF_STRING, kCopyToClipboard, "Copy to Clip Board\tCtrl+C");
     if (grid) appendFilters(menu, *grid);
     const int chosen = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON, point.x, point.y, &list);

@@ -90,13 +90,14 @@ BOOL CMainFrame::CreateRestored() {
         m_panes.watch->addInstrument(of.instrument);
         m_panes.watch->quote(of.quote);
         m_panes.orders->instrument(of.instrument);
+        for (const BookLevel& level : of.levels) m_panes.orders->level(level, m_run.clock.nowMicros());
     }
     for (const Order& order : m_run.feed->tally().liveOrdersByArrival())
         m_panes.orders->order({OrderAction::add, order}, m_run.clock.nowMicros());
     m_panes.watch->showChanged();
     processEndofBatchUpdates();
     m_panes.watch->list().SortByLastColumnWithLock();
-    m_panes.orders->list().SortByLastColumnWithLock();
+    m_panes.orders->keepOrder();
     return TRUE;
 }
 
@@ -253,6 +254,9 @@ void CMainFrame::finish(const std::string& ending) {
         processEndofBatchUpdates();
     }
     logChainCosts();
+    Log::instance().add(("Orders: " + counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
+                         m_panes.orders->orderText())
+                            .c_str());
     refreshStatus();
     paintEverything();
     if (m_run.options.headless) savePictures();
@@ -329,7 +333,8 @@ void CMainFrame::refreshStatus() {
                                               : "tick to paint -");
     m_status.setPart(StatusPart::speed, speed.max ? "speed max" : formatted("speed x%g", speed.factor));
     m_panes.watch->setRemark(counted(static_cast<std::int64_t>(m_panes.watch->market().size()), "instrument"));
-    m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row"));
+    m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
+                              m_panes.orders->orderText());
     m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));
 }
 

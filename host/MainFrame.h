@@ -32,6 +32,7 @@ public:
     BOOL CreateRestored();
     // How each list stands, the watch first.
     std::vector<std::string> layouts();
+    COrdersPane& ordersPane() { return *m_panes.orders; }
 
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;

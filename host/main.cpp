@@ -1,11 +1,13 @@
 // The demo terminal: a Windows program over the library, fed by a simulator or a recorded tape.
 #include <cstdio>
 
+#include "host/FindProof.h"
 #include "host/HostEntries.h"
 #include "host/LogPane.h"
 #include "host/MainFrame.h"
 #include "host/TerminalRun.h"
 #include "host/Theme.h"
+#include "platform/win/UserInput.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrl.h"
 
@@ -27,7 +29,10 @@ public:
         return FALSE;
     }
     int ExitInstance() override {
-        if (!m_run.layoutsLeft.empty()) proveRestart();
+        if (!m_run.layoutsLeft.empty()) {
+            proveFinding(m_run);
+            proveRestart();
+        }
         return m_run.exitCode;
     }
 
@@ -74,6 +79,10 @@ int runTerminal(const Options& options) {
     TerminalRun run(options);
     if (const std::string message = run.open(); !message.empty()) {
         std::fprintf(stderr, "%s\n", message.c_str());
+        return exitBadInput;
+    }
+    if (options.headless && !quor::useOwnDesktop("quor-terminal")) {
+        std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
         return exitBadInput;
     }
     CCommonListCtrl::SetRecoveryFiles(run.outPath("recovery.ini").c_str(), run.outPath("dialogs.ini").c_str());
