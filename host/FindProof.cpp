@@ -21,7 +21,8 @@ namespace terminal {
 
 namespace {
 
-constexpr ULONGLONG patience = 2'000;  // milliseconds that a step may take; the header alone waits 500 after the last key
+constexpr ULONGLONG patience =
+    2'000;  // milliseconds that a step may take; the header alone waits 500 after the last key
 constexpr ULONGLONG menuPatience = 1'500;
 
 // One row as the tally tells it. Its index among all is the row's arrival: both are made in the same order.
@@ -30,6 +31,7 @@ struct Told {
     std::string symbol;
     Price price = 0;
     Quantity quantity = 0;
+    bool gone = false;
 };
 
 std::vector<Told> rowsTold(const Tally& tally) {
@@ -50,9 +52,7 @@ std::string folded(std::string text) {
     return text;
 }
 
-bool startsWith(const std::string& text, const std::string& prefix) {
-    return folded(text).starts_with(folded(prefix));
-}
+bool startsWith(const std::string& text, const std::string& prefix) { return folded(text).starts_with(folded(prefix)); }
 
 // Dispatches what comes until the condition holds. False: it did not within the time.
 bool pumpUntil(const std::function<bool()>& condition, ULONGLONG limit = patience) {
@@ -92,6 +92,7 @@ public:
           m_told(rowsTold(run.feed->tally())) {}
 
     void useTheBar();
+    void letRowsStream();
     void sortAndLock();
     void useThePopup();
     void afterRestart();
@@ -109,7 +110,7 @@ private:
     void clickHeading(OrderColumn column);
     void clickField(OrderColumn column) { click(header(), inItem(column, true, false)); }
     void clickFunnel(OrderColumn column) { click(header(), inItem(column, true, true)); }
-    void clickRow(quor::MouseButton button);
+    void clickRow(quor::MouseButton button, int row = 0);
     void click(HWND window, POINT point) {
         quor::sendClick(window, point);
         pumpAll();
@@ -181,10 +182,10 @@ void FindProof::clickHeading(OrderColumn column) {
     click(header(), point);
 }
 
-void FindProof::clickRow(quor::MouseButton button) {
-    CRect row;
-    if (!m_grid.GetItemRect(m_grid.GetTopIndex(), &row, LVIR_LABEL)) return;
-    quor::sendClick(m_grid, row.CenterPoint(), button);
+void FindProof::clickRow(quor::MouseButton button, int row) {
+    CRect place;
+    if (m_grid.GetItemRect(m_grid.GetTopIndex() + row, &place, LVIR_LABEL))
+        quor::sendClick(m_grid, place.CenterPoint(), button);
 }
 
 // A click marks what stands in the field.
@@ -196,9 +197,8 @@ void FindProof::emptyField(OrderColumn column) {
 
 // The letter waits behind the click and finds the menu open. A menu that does not take it is closed after a while.
 void FindProof::chooseInMenu(WORD letter) {
-    const UINT_PTR guard = ::SetTimer(nullptr, 0, static_cast<UINT>(menuPatience), [](HWND, UINT, UINT_PTR, DWORD) {
-        ::EndMenu();
-    });
+    const UINT_PTR guard =
+        ::SetTimer(nullptr, 0, static_cast<UINT>(menuPatience), [](HWND, UINT, UINT_PTR, DWORD) { ::EndMenu(); });
     clickRow(quor::MouseButton::right);
     quor::sendKeys({letter});
     pumpAll();
@@ -238,7 +238,7 @@ Arrivals FindProof::shown() {
 Arrivals FindProof::expected() const {
     Arrivals rows;
     for (std::size_t i = 0; i < m_told.size(); ++i)
-        if (m_passes(m_told[i])) rows.push_back(i);
+        if (!m_told[i].gone && m_passes(m_told[i])) rows.push_back(i);
     std::sort(rows.begin(), rows.end(), [this](std::size_t a, std::size_t b) {
         const auto left = m_told[a].*m_key, right = m_told[b].*m_key;
         if (left != right) return (left < right) == (m_order == -1);
@@ -254,8 +254,8 @@ std::string FindProof::described(const Arrivals& rows) const {
         if (rows[i] >= m_told.size()) return text + ", one of nobody's";
         const Told& row = m_told[rows[i]];
         TextBuffer buffer;
-        text += (i ? ", " : ": ") + row.name + " " + row.symbol + " " +
-                std::string(formatPrice(row.price, buffer)) + " x " + std::to_string(row.quantity);
+        text += (i ? ", " : ": ") + row.name + " " + row.symbol + " " + std::string(formatPrice(row.price, buffer)) +
+                " x " + std::to_string(row.quantity);
     }
     return text;
 }
@@ -357,6 +357,48 @@ void FindProof::useTheBar() {
     checkRows("emptied fields bring all rows back, in the locked order");
 }
 
+// Orders come in above, among and below the others, one moves and one leaves. No row of the tally's is touched.
+void FindProof::letRowsStream() {
+    const Tally& tally = m_run.feed->tally();
+    const std::vector<Order> live = tally.liveOrdersByArrival();
+    const Arrivals before = shown();
+    clickRow(quor::MouseButton::left, 3);
+    pumpAll();
+    const int chosen = m_grid.CListCtrl::GetNextItem(-1, LVNI_SELECTED);
+    const std::size_t selected = chosen < 0 ? m_told.size() : before[static_cast<std::size_t>(chosen)];
+
+    OrderId id = 1'000'000'000'000;
+    const auto add = [&](Price price) {
+        const Order order{.id = ++id, .instrument = 0, .price = price, .quantity = 7};
+        m_told.push_back({std::to_string(id), tally.instruments()[0].instrument.symbol, price, order.quantity});
+        m_pane.order({OrderAction::add, order}, m_run.clock.nowMicros());
+    };
+    const Price highest = m_told[before.front()].price;
+    for (const Price price : {highest + priceOne, highest, m_told[before[before.size() / 2]].price, priceOne / 100})
+        add(price);
+    const std::size_t firstOrder = m_told.size() - 4 - live.size();
+    std::vector<std::size_t> others;  // orders that the user has not selected
+    for (std::size_t i = 0; i < live.size() && others.size() < 2; ++i)
+        if (firstOrder + i != selected) others.push_back(i);
+    if (others.size() == 2) {
+        Order moved = live[others[0]];
+        m_told[firstOrder + others[0]].price = moved.price = highest + 2 * priceOne;
+        m_pane.order({OrderAction::change, moved}, m_run.clock.nowMicros());
+        m_told[firstOrder + others[1]].gone = true;
+        m_pane.order({OrderAction::remove, live[others[1]]}, m_run.clock.nowMicros());
+    }
+    processEndofBatchUpdates();
+    m_pane.keepOrder();
+    checkRows("rows that come in take their place in the locked order");
+    const Arrivals now = shown();
+    const int still = m_grid.CListCtrl::GetNextItem(-1, LVNI_SELECTED);
+    check("the selection stays on its row",
+          m_grid.GetSelectedCount() == 1 && still >= 0 && now[static_cast<std::size_t>(still)] == selected &&
+              still != chosen && m_grid.CListCtrl::GetNextItem(-1, LVNI_FOCUSED) == still,
+          "selected row " + std::to_string(chosen) + " before, " + std::to_string(still) + " after, " +
+              std::to_string(m_grid.GetSelectedCount()) + " rows in all");
+}
+
 void FindProof::sortAndLock() {
     chooseInMenu('L');
     check("the menu unlocks the sort", !m_grid.m_bSortLocked, "it is still locked");
@@ -374,7 +416,8 @@ void FindProof::sortAndLock() {
 void FindProof::useThePopup() {
     std::set<std::string> values;
     const auto text = search().text;
-    for (const Told& row : m_told) values.insert(row.*text);
+    for (const Told& row : m_told)
+        if (!row.gone) values.insert(row.*text);
     clickFunnel(search().column);
     CFilterText* const popup = CFilterText::shared(&m_grid);
     CListBox& list = popup->values();
@@ -444,6 +487,7 @@ void proveFinding(TerminalRun& run) {
     std::vector<std::string> findings;
     inFrame(run, tried, findings, [](FindProof& proof) {
         proof.useTheBar();
+        proof.letRowsStream();
         proof.sortAndLock();
         proof.useThePopup();
     });

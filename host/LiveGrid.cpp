@@ -58,7 +58,8 @@ int CLiveGrid::visualOf(CFilterListBaseData* row) {
     return visual;
 }
 
-// The control knows the selection by visual index alone: what the rows were is kept here, and put on again. A list that shows its top stays there; one that was scrolled keeps a focused row in its place.
+// The control knows the selection by visual index alone: what the rows were is kept here, and put on again. A list that
+// shows its top stays there; one that was scrolled keeps a focused row in its place.
 void CLiveGrid::keepSelection(const std::function<void()>& change) {
     constexpr UINT both = LVIS_SELECTED | LVIS_FOCUSED;
     processPendingOptiUpdates();
@@ -71,7 +72,8 @@ void CLiveGrid::keepSelection(const std::function<void()>& change) {
     const int top = GetTopIndex(), focus = CListCtrl::GetNextItem(-1, LVNI_FOCUSED);
     for (int i = -1; (i = CListCtrl::GetNextItem(i, LVNI_SELECTED)) >= 0;)
         kept.push_back({rowAt(i), i, i == focus ? both : UINT{LVIS_SELECTED}});
-    if (focus >= 0 && !CListCtrl::GetItemState(focus, LVIS_SELECTED)) kept.push_back({rowAt(focus), focus, LVIS_FOCUSED});
+    if (focus >= 0 && !CListCtrl::GetItemState(focus, LVIS_SELECTED))
+        kept.push_back({rowAt(focus), focus, LVIS_FOCUSED});
     CFilterListBaseData* const focused = rowAt(focus);
     CFilterListBaseData* const marked = rowAt(GetSelectionMark());
     const bool focusInView = focus >= top && focus < top + GetCountPerPage();

@@ -48,8 +48,8 @@ public:
     void remove(CFilterListBaseData* row);
     int live() const { return m_live; }
 
-    // Does `change` (a sort, a rebuild) and lets selection, focus and mark stay on their rows, wherever these stand then.
-    // Rows that are no longer shown lose theirs. Only between batches.
+    // Does `change` (a sort, a rebuild) and lets selection, focus and mark stay on their rows, wherever these stand
+    // then. Rows that are no longer shown lose theirs. Only between batches.
     void keepSelection(const std::function<void()>& change);
     // Takes rows that came in, or changed, into the locked order; nothing without a lock. Only between batches.
     void resort();
@@ -62,8 +62,8 @@ protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
 private:
-    CFilterListBaseData* rowAt(int visual);        // null: none
-    int visualOf(CFilterListBaseData* row);        // -1: null, or not shown
+    CFilterListBaseData* rowAt(int visual);  // null: none
+    int visualOf(CFilterListBaseData* row);  // -1: null, or not shown
     void scrollTo(int top);
     void OnPaint();
     void OnVScroll(UINT code, UINT position, CScrollBar* bar);

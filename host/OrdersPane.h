@@ -2,8 +2,8 @@
 // grid in opti-data mode; the pane owns the rows.
 //
 // It starts as an order book: locked on the price, the highest on top. A lock that the settings hold, or that they hold
-// open, is the user's own choice and wins. The grid itself leaves new and changed rows where they are, so the pane takes
-// them into the locked order, a few times a second.
+// open, is the user's own choice and wins. The grid itself leaves new and changed rows where they are, so the pane
+// takes them into the locked order, a few times a second.
 #pragma once
 
 #include <memory>
@@ -66,7 +66,7 @@ private:
     std::vector<std::vector<std::unique_ptr<OrderRow>>> m_levels;  // by InstrumentId
     std::vector<Instrument> m_instruments;
     std::uint64_t m_arrivals = 0;
-    bool m_outOfOrder = false;         // rows may stand elsewhere than the lock says
+    bool m_outOfOrder = false;  // rows may stand elsewhere than the lock says
     std::int64_t m_orderedAt = 0;
     CLiveGrid m_grid;  // the last member: it dies before the rows
 };

@@ -70,7 +70,7 @@ private:
     void orderRow(int visual, const OrderRow& row);
     void asTold(const std::vector<const OrderRow*>& shown, const std::vector<const OrderRow*>& orderRows,
                 const std::vector<const OrderRow*>& levelRows);
-    void pricesInOrder(const std::vector<const OrderRow*>& shown, int order);
+    void lockedInOrder(const std::vector<const OrderRow*>& shown, OrderColumn column, int order);
     void trades();
     void tradeRow(int visual, const TradeRow& row, bool newestOfItsInstrument);
 
@@ -149,16 +149,19 @@ void Check::asTold(const std::vector<const OrderRow*>& shown, const std::vector<
     }
 }
 
-// A locked book: the prices fall (order 1) or rise (-1), an empty level counts as 0. Of equal prices the older row comes
-// first when they fall, the newer one when they rise.
-void Check::pricesInOrder(const std::vector<const OrderRow*>& shown, int order) {
-    const auto key = [order](const OrderRow* row) {
-        const Price price = row->order.price == noPrice ? 0 : row->order.price;
-        return std::pair(-order * price, order * static_cast<std::int64_t>(row->arrival));
+// A locked book: prices or quantities fall (order 1) or rise (-1), an empty level counts as 0. Of equal ones the older
+// row comes first when they fall, the newer one when they rise.
+void Check::lockedInOrder(const std::vector<const OrderRow*>& shown, OrderColumn column, int order) {
+    if (column != OrderColumn::price && column != OrderColumn::quantity) return;
+    const auto key = [=](const OrderRow* row) {
+        const std::int64_t value = row->order.price == noPrice    ? 0
+                                   : column == OrderColumn::price ? row->order.price
+                                                                  : row->order.quantity;
+        return std::pair(-order * value, order * static_cast<std::int64_t>(row->arrival));
     };
     for (std::size_t i = 1; i < shown.size(); ++i)
         if (key(shown[i]) <= key(shown[i - 1]))
-            add(at("orders", static_cast<int>(i)) + ": price or age out of the locked order");
+            add(at("orders", static_cast<int>(i)) + ": value or age out of the locked order");
 }
 
 void Check::orders() {
@@ -183,8 +186,8 @@ void Check::orders() {
         else
             orderRow(visual, *shown.emplace_back(row));
     }
-    if (grid.m_bSortLocked && grid.m_nLockSortColumn == static_cast<int>(OrderColumn::price))
-        pricesInOrder(shown, grid.m_nLockSortOrder);
+    if (grid.m_bSortLocked)
+        lockedInOrder(shown, static_cast<OrderColumn>(grid.m_nLockSortColumn), grid.m_nLockSortOrder);
     else if (!grid.m_bSorted && !grid.GetFilterCount())
         asTold(shown, orderRows, levelRows);
     const DrawnRows& drawn = grid.drawn();

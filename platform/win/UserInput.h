@@ -1,7 +1,7 @@
-// Mouse and keyboard through the system's own input queue, for tests and for the demo's headless run. Presses and releases
-// go in one batch: a control that tracks the mouse in a loop of its own would otherwise wait for the release for ever.
-// Pump afterwards. Whatever window is in front or under the point gets it: a program that does this wants a desktop of
-// its own.
+// Mouse and keyboard through the system's own input queue, for tests and for the demo's headless run. Presses and
+// releases go in one batch: a control that tracks the mouse in a loop of its own would otherwise wait for the release
+// for ever. Pump afterwards. Whatever window is in front or under the point gets it: a program that does this wants a
+// desktop of its own.
 #pragma once
 
 #include "platform/base/Export.h"
@@ -23,8 +23,8 @@ QUOR_FRAMEWORK_API void sendKeys(std::initializer_list<WORD> keys);
 // Letters, digits and signs as typed.
 QUOR_FRAMEWORK_API void sendText(const std::string& text);
 
-// Gives the calling thread a desktop of this process alone, so that programs that send input can run side by side. Before
-// its first window. False: the system refused (GetLastError).
+// Gives the calling thread a desktop of this process alone, so that programs that send input can run side by side.
+// Before its first window. False: the system refused (GetLastError).
 QUOR_FRAMEWORK_API bool useOwnDesktop(const char* name);
 
 }  // namespace quor
