@@ -23,7 +23,7 @@ namespace {
 
 constexpr ULONGLONG patience =
     2'000;  // milliseconds that a step may take; the header alone waits 500 after the last key
-constexpr ULONGLONG menuPatience = 1'500;
+constexpr ULONGLONG menuPatience = 5'000;
 
 // One row as the tally tells it. Its index among all is the row's arrival: both are made in the same order.
 struct Told {

@@ -96,7 +96,7 @@ void CLiveGrid::scrollTo(int top) {
 }
 
 void CLiveGrid::resort() {
-    keepSelection([this] { SortByLastColumnWithLock(); });
+    if (m_bSortLocked) keepSelection([this] { SortByLastColumnWithLock(); });
 }
 
 void CLiveGrid::refill(const std::function<void()>& addAll) {

@@ -278,7 +278,11 @@ void CMainFrame::finish(const std::string& ending) {
     summary.ending = ending;
     if (m_run.options.headless) {
         m_run.openProofStore();
-        for (CListPane* pane : listPanes()) changeLayout(pane->list());
+        for (CListPane* pane : listPanes()) {
+            CCommonListCtrl& list = pane->list();
+            if (list.m_bSortLocked) list.OnLockUnlockSortCheck();  // or the new store would not know of the lock
+            changeLayout(list);
+        }
         m_run.layoutsLeft = layouts();
     }
     if (IsWindow(m_hWnd)) DestroyWindow();
