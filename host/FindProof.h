@@ -13,9 +13,9 @@ namespace terminal {
 
 class TerminalRun;
 
-// Puts the checks held and tried into the run's summary ("none" where the orders pane has no rows), three pictures into
-// its out folder, what was seen and expected of a failed check onto stderr and into the log, and a failure into its
-// exit code. The lists' settings come from the run's proof store afterwards.
+// Puts the checks held and tried into the run's summary ("none" where the orders pane has fewer than four rows), three
+// pictures into its out folder, what was seen and expected of a failed check onto stderr and into the log, and a
+// failure into its exit code. The lists' settings come from the run's proof store afterwards.
 void proveFinding(TerminalRun& run);
 
 }  // namespace terminal
