@@ -21,7 +21,8 @@ namespace terminal {
 
 namespace {
 
-constexpr ULONGLONG patience = 10'000;  // milliseconds that a step may take on a busy machine
+constexpr ULONGLONG patience = 10'000;   // milliseconds that a step may take on a busy machine
+constexpr ULONGLONG impatience = 1'000;  // after a check that failed: others will, too
 constexpr ULONGLONG menuPatience = 5'000;
 constexpr int fewestRows = 4;  // with fewer there is nothing to find
 
@@ -74,6 +75,35 @@ void pumpAll() {
     pumpUntil([&message] { return !::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE); });
 }
 
+// Answers message boxes, which nobody expects here, so that a fault ends in a finding and not in a run that waits.
+class BoxGuard {
+public:
+    BoxGuard() { s_texts.clear(); }
+    ~BoxGuard() { ::KillTimer(nullptr, m_timer); }
+    BoxGuard(const BoxGuard&) = delete;
+    BoxGuard& operator=(const BoxGuard&) = delete;
+    static const std::vector<std::string>& texts() { return s_texts; }
+
+private:
+    static void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
+        ::EnumThreadWindows(
+            ::GetCurrentThreadId(),
+            [](HWND window, LPARAM) -> BOOL {
+                constexpr int textOfABox = 0xFFFF;
+                char text[256] = "";
+                if (::GetDlgItemTextA(window, textOfABox, text, sizeof text) == 0) return TRUE;
+                s_texts.push_back(text);
+                ::PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+                ::PostMessageA(window, WM_COMMAND, IDOK, 0);
+                return FALSE;
+            },
+            0);
+    }
+
+    static inline std::vector<std::string> s_texts;
+    UINT_PTR m_timer = ::SetTimer(nullptr, 0, 500, &look);
+};
+
 // The columns in which the proof looks for rows: by name within one book, by symbol in a market.
 struct Search {
     OrderColumn column;
@@ -82,10 +112,17 @@ struct Search {
 
 using Arrivals = std::vector<std::size_t>;
 
+struct Outcome {
+    int tried = 0;
+    int held = 0;
+    std::vector<std::string> findings;
+};
+
 class FindProof {
 public:
-    FindProof(TerminalRun& run, CMainFrame& frame)
+    FindProof(TerminalRun& run, CMainFrame& frame, Outcome& outcome)
         : m_run(run),
+          m_outcome(outcome),
           m_frame(frame),
           m_pane(frame.ordersPane()),
           m_grid(m_pane.grid()),
@@ -96,9 +133,6 @@ public:
     void sortAndLock();
     void useThePopup();
     void afterRestart();
-
-    int tried() const { return m_tried; }
-    const std::vector<std::string>& findings() const { return m_findings; }
 
 private:
     HWND header() { return m_grid.GetHeaderCtrl()->GetSafeHwnd(); }
@@ -139,6 +173,7 @@ private:
     void save(const char* name, HWND popup = nullptr);
 
     TerminalRun& m_run;
+    Outcome& m_outcome;
     CMainFrame& m_frame;
     COrdersPane& m_pane;
     CLiveGrid& m_grid;
@@ -150,8 +185,6 @@ private:
     std::function<bool(const Told&)> m_passes = [](const Told&) { return true; };
     Quantity Told::*m_key = &Told::price;
     int m_order = 1;
-    int m_tried = 0;
-    std::vector<std::string> m_findings;
 };
 
 // ---- Input
@@ -279,13 +312,16 @@ std::string FindProof::drawnWrong() {
 }
 
 void FindProof::check(const char* what, bool held, const std::string& finding) {
-    ++m_tried;
-    if (!held) m_findings.push_back(std::string(what) + ": " + finding);
+    ++m_outcome.tried;
+    if (held)
+        ++m_outcome.held;
+    else
+        m_outcome.findings.push_back(std::string(what) + ": " + finding);
 }
 
 void FindProof::checkRows(const char* what) {
     const Arrivals wanted = expected();
-    const bool came = pumpUntil([&] { return shown() == wanted; });
+    const bool came = pumpUntil([&] { return shown() == wanted; }, m_outcome.findings.empty() ? patience : impatience);
     pumpAll();
     const Arrivals seen = shown();
     if (!came || seen != wanted)
@@ -314,7 +350,7 @@ void FindProof::save(const char* name, HWND popup) {
     }
     CString error;
     if (!taken || !quorSavePng(picture, m_run.outPath(name).c_str(), &error))
-        m_findings.push_back(std::string(name) + " could not be written: " + static_cast<const char*>(error));
+        m_outcome.findings.push_back(std::string(name) + " could not be written: " + static_cast<const char*>(error));
 }
 
 // ---- The steps
@@ -461,21 +497,18 @@ void FindProof::afterRestart() {
 }
 
 // One frame over the store in use, shown, for as long as `use` takes.
-void inFrame(TerminalRun& run, int& tried, std::vector<std::string>& findings,
-             const std::function<void(FindProof&)>& use) {
+void inFrame(TerminalRun& run, Outcome& outcome, const std::function<void(FindProof&)>& use) {
     auto* const frame = new CMainFrame(run);
     AfxGetApp()->m_pMainWnd = frame;
-    if (frame->CreateRestored()) {
-        FindProof proof(run, *frame);
+    const bool made = frame->CreateRestored() != FALSE;
+    if (made) {
+        FindProof proof(run, *frame, outcome);
         use(proof);
-        tried += proof.tried();
-        findings.insert(findings.end(), proof.findings().begin(), proof.findings().end());
-        AfxGetApp()->m_pMainWnd = nullptr;  // its end does not end the program
-        frame->DestroyWindow();
     } else {
-        findings.push_back("the window could not be made");
-        AfxGetApp()->m_pMainWnd = nullptr;
+        outcome.findings.push_back("the window could not be made");
     }
+    AfxGetApp()->m_pMainWnd = nullptr;  // its end does not end the program
+    if (made) frame->DestroyWindow();
     pumpAll();
 }
 
@@ -487,26 +520,27 @@ void proveFinding(TerminalRun& run) {
     writeFirstUserColumns(store);
     useSettings(&store);
     const ULONGLONG begin = ::GetTickCount64();
-    int tried = 0;
-    std::vector<std::string> findings;
-    inFrame(run, tried, findings, [](FindProof& proof) {
+    const BoxGuard guard;
+    Outcome outcome;
+    inFrame(run, outcome, [](FindProof& proof) {
         proof.useTheBar();
         proof.letRowsStream();
         proof.sortAndLock();
         proof.useThePopup();
     });
-    inFrame(run, tried, findings, [](FindProof& proof) { proof.afterRestart(); });
+    inFrame(run, outcome, [](FindProof& proof) { proof.afterRestart(); });
     useSettings(&run.proofStore);
-    run.summary.findTried = tried;
-    run.summary.findHeld = tried - static_cast<int>(findings.size());
-    Log::instance().add(("Find: " + std::to_string(*run.summary.findHeld) + " of " + std::to_string(tried) +
+    for (const std::string& text : BoxGuard::texts()) outcome.findings.push_back("a box nobody expects: " + text);
+    run.summary.findTried = outcome.tried;
+    run.summary.findHeld = outcome.held;
+    Log::instance().add(("Find: " + std::to_string(outcome.held) + " of " + std::to_string(outcome.tried) +
                          " checks held, in " + std::to_string(::GetTickCount64() - begin) + " ms")
                             .c_str());
-    for (const std::string& finding : findings) {
+    for (const std::string& finding : outcome.findings) {
         Log::instance().add(("Find: " + finding).c_str());
         std::fprintf(stderr, "find: %s\n", finding.c_str());
     }
-    if (!findings.empty() && run.exitCode == exitWell) run.exitCode = exitCheckFailed;
+    if (!outcome.findings.empty() && run.exitCode == exitWell) run.exitCode = exitCheckFailed;
 }
 
 }  // namespace terminal
