@@ -254,9 +254,9 @@ void CMainFrame::finish(const std::string& ending) {
         processEndofBatchUpdates();
     }
     logChainCosts();
-    Log::instance().add(("Orders: " + counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
-                         m_panes.orders->orderText())
-                            .c_str());
+    Log::instance().add(
+        ("Orders: " + counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " + m_panes.orders->orderText())
+            .c_str());
     refreshStatus();
     paintEverything();
     if (m_run.options.headless) savePictures();

@@ -28,7 +28,7 @@ struct RunSummary {
 // One line without its end, `name=value` with blanks between; a figure that there is not is "none":
 // summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 tick_to_paint_ms_median=31.2
 //   tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=300 feed_behind_ms=0.0
-//   watch_rows_waiting=0 layouts_restored=4/4 find_checks=18/18 ending="time is up"
+//   watch_rows_waiting=0 layouts_restored=4/4 find_checks=19/19 ending="time is up"
 std::string summaryLine(const RunSummary& summary);
 
 }  // namespace terminal
