@@ -42,11 +42,13 @@ void FeedPump::closeBatch() {
     processEndofBatchUpdates();
     m_panes.orders->refillIfNeeded();
     m_panes.trades->refillIfNeeded();
+    m_panes.orders->keepOrder(m_clock.nowMicros());
 }
 
 void FeedPump::settle() {
     m_panes.watch->showChanged();
     closeBatch();
+    m_panes.orders->keepOrder();
 }
 
 void FeedPump::pause(bool on) {

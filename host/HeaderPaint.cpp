@@ -6,7 +6,8 @@
 namespace terminal {
 
 namespace {
-void paintCell(HWND header, const NMCUSTOMDRAW& draw) {
+// The library gives up a heading's alignment while its arrow shows; the column's own is drawn in any case.
+void paintCell(CCommonListCtrl& list, HWND header, const NMCUSTOMDRAW& draw) {
     char text[128] = "";
     HDITEMA item{};
     item.mask = HDI_TEXT | HDI_FORMAT | HDI_IMAGE;
@@ -14,7 +15,9 @@ void paintCell(HWND header, const NMCUSTOMDRAW& draw) {
     item.cchTextMax = sizeof text;
     ::SendMessageA(header, HDM_GETITEMA, draw.dwItemSpec, reinterpret_cast<LPARAM>(&item));
     const int image = (item.fmt & HDF_IMAGE) ? item.iImage : -1;
-    drawHeaderCell(*CDC::FromHandle(draw.hdc), draw.rc, text, item.fmt & HDF_JUSTIFYMASK, image);
+    const int columnIndex = list.GetOriginalColumnPosition(static_cast<int>(draw.dwItemSpec));
+    const int format = columnIndex < 0 ? item.fmt : list.m_arrColumns[columnIndex].iFormat;
+    drawHeaderCell(*CDC::FromHandle(draw.hdc), draw.rc, text, format & HDF_JUSTIFYMASK, image);
 }
 
 // What no column covers: right of the last one.
@@ -31,7 +34,7 @@ void paintRest(HWND header, HDC hdc) {
 }
 }  // namespace
 
-bool paintHeader(CListCtrl& list, const NMHDR* news, LRESULT* result) {
+bool paintHeader(CCommonListCtrl& list, const NMHDR* news, LRESULT* result) {
     if (!news || news->code != static_cast<UINT>(NM_CUSTOMDRAW)) return false;
     const HWND header = reinterpret_cast<HWND>(::SendMessageA(list.GetSafeHwnd(), LVM_GETHEADER, 0, 0));
     if (news->hwndFrom != header) return false;
@@ -41,7 +44,7 @@ bool paintHeader(CListCtrl& list, const NMHDR* news, LRESULT* result) {
     if (draw.dwDrawStage == CDDS_PREPAINT) {
         *result = CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
     } else if (draw.dwDrawStage == CDDS_ITEMPREPAINT) {
-        paintCell(header, draw);
+        paintCell(list, header, draw);
         *result = CDRF_SKIPDEFAULT;
     } else {
         if (draw.dwDrawStage == CDDS_POSTPAINT) paintRest(header, draw.hdc);

@@ -31,14 +31,14 @@ void appendFilters(CMenu& menu, const CFilterListCtrl& grid) {
     menu.AppendMenu(MF_SEPARATOR);
     menu.AppendMenu(MF_STRING, kToggleFilterBar, "Filter Bar\tCtrl+F");
     menu.AppendMenu(MF_STRING | (grid.GetFilterCount() ? 0u : static_cast<UINT>(MF_GRAYED)), kResetFilters,
-                    "Reset Filters");
+                    "&Reset Filters");
     menu.AppendMenu(MF_STRING, kMatchFilterExactly, "Match Filter Exactly");
 }
 
 void appendSorts(CMenu& menu, CCommonListCtrl& list) {
     const UINT byLevels = list.m_bMultiSortActive ? MF_GRAYED : 0u;
     if (list.m_bLockSortEnabled)
-        menu.AppendMenu(ticked(list.m_bSortLocked || list.m_bMultiSortActive) | byLevels, kLockSorting, "Lock Sorting");
+        menu.AppendMenu(ticked(list.m_bSortLocked || list.m_bMultiSortActive) | byLevels, kLockSorting, "&Lock Sorting");
     if (list.m_bMultiSortEnabled) appendLevels(menu, list);
     if (!dynamic_cast<CFilterListCtrl*>(&list))
         menu.AppendMenu(ticked(list.IsAutoSortEnabled() != 0) | byLevels, kAutoSort, "Auto Sort");

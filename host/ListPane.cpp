@@ -5,6 +5,7 @@
 
 #include "host/HostEntries.h"
 #include "host/ListMenu.h"
+#include "host/LiveGrid.h"
 #include "host/Theme.h"
 #include "host/resource.h"
 #include "src/grid/FilterListCtrl.h"
@@ -107,7 +108,10 @@ BOOL CListPane::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
 
 LRESULT CListPane::OnFiltersChanged(WPARAM, LPARAM) {
     m_filtersChanged = false;
-    if (const auto grid = dynamic_cast<CFilterListCtrl*>(&list())) grid->PopulateList();
+    if (const auto live = dynamic_cast<CLiveGrid*>(&list()))
+        live->keepSelection([live] { live->PopulateList(); });
+    else if (const auto grid = dynamic_cast<CFilterListCtrl*>(&list()))
+        grid->PopulateList();
     return 0;
 }
 

@@ -48,24 +48,65 @@ void CLiveGrid::remove(CFilterListBaseData* row) {
     if (DeleteRow(row, false) >= 0) --m_live;
 }
 
-void CLiveGrid::refill(const std::function<void()>& addAll) {
-    std::vector<CFilterListBaseData*> selected;
-    for (int i = -1; (i = CListCtrl::GetNextItem(i, LVNI_SELECTED)) >= 0;)
-        selected.push_back(reinterpret_cast<CFilterListBaseData*>(GetItemData(i)));
-    const int focus = CListCtrl::GetNextItem(-1, LVNI_FOCUSED);
-    const auto focused = focus >= 0 ? reinterpret_cast<CFilterListBaseData*>(GetItemData(focus)) : nullptr;
-    DeleteAllItems();
-    m_live = 0;
-    addAll();
+CFilterListBaseData* CLiveGrid::rowAt(int visual) {
+    return visual < 0 ? nullptr : reinterpret_cast<CFilterListBaseData*>(GetItemData(visual));
+}
+
+int CLiveGrid::visualOf(CFilterListBaseData* row) {
+    int mapIndex = -1, visual = -1;
+    if (row) getRowIndices(row, this, mapIndex, visual);
+    return visual;
+}
+
+// The control knows the selection by visual index alone: what the rows were is kept here, and put on again. A list that
+// shows its top stays there; one that was scrolled keeps a focused row in its place.
+void CLiveGrid::keepSelection(const std::function<void()>& change) {
+    constexpr UINT both = LVIS_SELECTED | LVIS_FOCUSED;
     processPendingOptiUpdates();
-    if (m_bSortLocked) SortByLastColumnWithLock();
-    const auto restore = [this](CFilterListBaseData* row, UINT state) {
-        int mapIndex = -1, visual = -1;
-        if (row) getRowIndices(row, this, mapIndex, visual);
-        if (visual >= 0) CListCtrl::SetItemState(visual, state, state);
+    struct State {
+        CFilterListBaseData* row;
+        int visual;
+        UINT state;
     };
-    for (CFilterListBaseData* row : selected) restore(row, LVIS_SELECTED);
-    restore(focused, LVIS_FOCUSED);
+    std::vector<State> kept;
+    const int top = GetTopIndex(), focus = CListCtrl::GetNextItem(-1, LVNI_FOCUSED);
+    for (int i = -1; (i = CListCtrl::GetNextItem(i, LVNI_SELECTED)) >= 0;)
+        kept.push_back({rowAt(i), i, i == focus ? both : UINT{LVIS_SELECTED}});
+    if (focus >= 0 && !CListCtrl::GetItemState(focus, LVIS_SELECTED))
+        kept.push_back({rowAt(focus), focus, LVIS_FOCUSED});
+    CFilterListBaseData* const focused = rowAt(focus);
+    CFilterListBaseData* const marked = rowAt(GetSelectionMark());
+    const bool focusInView = focus >= top && focus < top + GetCountPerPage();
+    change();
+    processPendingOptiUpdates();
+    for (const State& was : kept)
+        if (visualOf(was.row) != was.visual) CListCtrl::SetItemState(was.visual, 0, was.state);
+    for (const State& was : kept)
+        if (const int now = visualOf(was.row); now >= 0 && CListCtrl::GetItemState(now, was.state) != was.state)
+            CListCtrl::SetItemState(now, was.state, was.state);
+    if (marked) SetSelectionMark(visualOf(marked));
+    const int moved = visualOf(focused);
+    if (top > 0 && focusInView && moved >= 0) scrollTo(top + moved - focus);
+}
+
+void CLiveGrid::scrollTo(int top) {
+    CRect row;
+    if (GetDisplayCount() > 0 && GetItemRect(GetTopIndex(), &row, LVIR_BOUNDS))
+        Scroll(CSize(0, (top - GetTopIndex()) * row.Height()));
+}
+
+void CLiveGrid::resort() {
+    if (m_bSortLocked) keepSelection([this] { SortByLastColumnWithLock(); });
+}
+
+void CLiveGrid::refill(const std::function<void()>& addAll) {
+    keepSelection([&] {
+        DeleteAllItems();
+        m_live = 0;
+        addAll();
+        processPendingOptiUpdates();
+        if (m_bSortLocked) SortByLastColumnWithLock();
+    });
 }
 
 void CLiveGrid::DrawItem(LPDRAWITEMSTRUCT item) {

@@ -48,7 +48,12 @@ public:
     void remove(CFilterListBaseData* row);
     int live() const { return m_live; }
 
-    // Empties the grid and lets `addAll` add its rows again, in arrival order. Selection and focus stay on their rows.
+    // Does `change` (a sort, a rebuild) and lets selection, focus and mark stay on their rows, wherever these stand
+    // then. Rows that are no longer shown lose theirs. Only between batches.
+    void keepSelection(const std::function<void()>& change);
+    // Takes rows that came in, or changed, into the locked order; nothing without a lock. Only between batches.
+    void resort();
+    // Empties the grid and lets `addAll` add its rows again, in arrival order; a locked sort and the selection stay.
     // Only between batches.
     void refill(const std::function<void()>& addAll);
 
@@ -57,6 +62,9 @@ protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
 private:
+    CFilterListBaseData* rowAt(int visual);  // null: none
+    int visualOf(CFilterListBaseData* row);  // -1: null, or not shown
+    void scrollTo(int top);
     void OnPaint();
     void OnVScroll(UINT code, UINT position, CScrollBar* bar);
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point);

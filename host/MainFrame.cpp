@@ -91,7 +91,7 @@ BOOL CMainFrame::CreateRestored() {
         m_panes.orders->order({OrderAction::add, order}, m_run.clock.nowMicros());
     m_panes.watch->showChanged();
     processEndofBatchUpdates();
-    if (m_panes.orders->list().m_bSortLocked) m_panes.orders->list().SortByLastColumnWithLock();
+    m_panes.orders->keepOrder();
     m_chain->connect();
     m_chain->update(m_run.clock.nowMicros());
     return TRUE;
@@ -250,6 +250,9 @@ void CMainFrame::finish(const std::string& ending) {
         processEndofBatchUpdates();
     }
     logChainCosts();
+    Log::instance().add(
+        ("Orders: " + counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " + m_panes.orders->orderText())
+            .c_str());
     refreshStatus();
     paintEverything();
     if (m_run.options.headless) savePictures();
@@ -330,7 +333,8 @@ void CMainFrame::refreshStatus() {
                                               : "tick to paint -");
     m_status.setPart(StatusPart::speed, speed.max ? "speed max" : formatted("speed x%g", speed.factor));
     m_panes.watch->setRemark(counted(static_cast<std::int64_t>(m_panes.watch->market().size()), "instrument"));
-    m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row"));
+    m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
+                              m_panes.orders->orderText());
     m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));
 }
 

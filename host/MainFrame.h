@@ -32,6 +32,7 @@ public:
     BOOL CreateRestored();
     // The lists, for the proof that they survive a restart.
     ProofPanes proofPanes() { return {*m_panes.watch, *m_panes.orders, *m_panes.trades, *m_chain}; }
+    COrdersPane& ordersPane() { return *m_panes.orders; }
 
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;

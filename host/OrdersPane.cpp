@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "host/HostEntries.h"
 #include "host/Theme.h"
 #include "host/resource.h"
 
@@ -11,6 +12,8 @@ namespace terminal {
 namespace {
 using Column = OrderColumn;
 constexpr int columnCount = static_cast<int>(Column::count);
+// A sort repaints the whole pane: five times a second is as often as the watch.
+constexpr std::int64_t orderPeriodMicros = 200'000;
 constexpr ColumnSpec columns[columnCount] = {
     {"Order", 84, 0, 4}, {"Symbol", 92, 0, 3}, {"Side", 50, 0, 3},  {"Price", 96, 1, 2},
     {"Qty", 90, 1, 2},   {"Value", 118, 1, 2}, {"Time", 110, 1, 6},
@@ -66,7 +69,41 @@ BOOL COrdersPane::createList() {
     m_grid.m_bLockSortEnabled = 1;
     if (!m_grid.CreateGrid(this, IDC_ORDERS)) return FALSE;
     m_grid.InsertColumnsForList(nullptr);
+    if (!settingStored(title(), "SortLockInfo")) lockOnPrice();
     return TRUE;
+}
+
+// As the library reads a stored lock: the first sort shows the arrow.
+void COrdersPane::lockOnPrice() {
+    m_grid.m_nLockSortColumn = static_cast<int>(Column::price);
+    m_grid.m_nLockSortOrder = 1;
+    m_grid.m_bSortLocked = m_grid.m_bSorted = 1;
+}
+
+void COrdersPane::changing(const OrderRow& row, Price price) {
+    if (m_grid.m_nLockSortColumn != static_cast<int>(Column::price) || row.order.price != price) m_outOfOrder = true;
+}
+
+void COrdersPane::update(OrderRow& row) {
+    if (m_grid.UpdateRow(&row) > 0) m_outOfOrder = true;  // it passes a filter now, and came in by its arrival
+}
+
+void COrdersPane::keepOrder(std::int64_t now) {
+    if (now - m_orderedAt < orderPeriodMicros) return;
+    m_orderedAt = now;
+    keepOrder();
+}
+
+void COrdersPane::keepOrder() {
+    if (m_outOfOrder) m_grid.resort();
+    m_outOfOrder = false;
+}
+
+std::string COrdersPane::orderText() {
+    const int columnIndex = m_grid.m_nLockSortColumn;
+    if (!m_grid.m_bSorted || columnIndex < 0 || columnIndex >= columnCount) return "as they came";
+    return std::string(m_grid.m_bSortLocked ? "locked on " : "sorted once by ") + columns[columnIndex].heading +
+           (m_grid.m_nLockSortOrder == -1 ? ", rising" : ", falling");
 }
 
 int COrdersPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int&) {
@@ -100,6 +137,7 @@ void COrdersPane::instrument(const Instrument& news) {
 
 void COrdersPane::addRow(OrderRow& row) {
     row.arrival = m_arrivals++;
+    m_outOfOrder = true;
     m_grid.add(&row);
 }
 
@@ -120,11 +158,12 @@ void COrdersPane::order(const OrderEvent& news, std::int64_t now) {
     if (found == m_orders.end()) return;
     OrderRow& row = *found->second;
     if (news.action == OrderAction::change) {
+        changing(row, news.order.price);
         row.order.price = news.order.price;
         row.order.quantity = news.order.quantity;
         row.order.time = news.order.time;
         m_grid.touched(&row, row.stamp, now);
-        m_grid.UpdateRow(&row);
+        update(row);
     } else {
         m_grid.remove(&row);
         m_orders.erase(found);
@@ -137,10 +176,11 @@ void COrdersPane::level(const BookLevel& news, std::int64_t now) {
     const int place = Tally::levelPlace(m_instruments[news.instrument].bookLevels, news);
     if (place < 0 || place >= static_cast<int>(rows.size())) return;
     OrderRow& row = *rows[static_cast<std::size_t>(place)];
+    changing(row, news.price);
     row.order.price = news.price;
     row.order.quantity = news.quantity;
     m_grid.touched(&row, row.stamp, now);
-    m_grid.UpdateRow(&row);
+    update(row);
 }
 
 void COrdersPane::refillIfNeeded() {

@@ -68,6 +68,9 @@ private:
     void watch();
     void orders();
     void orderRow(int visual, const OrderRow& row);
+    void asTold(const std::vector<const OrderRow*>& shown, const std::vector<const OrderRow*>& orderRows,
+                const std::vector<const OrderRow*>& levelRows);
+    void lockedInOrder(const std::vector<const OrderRow*>& shown, OrderColumn column, int order);
     void trades();
     void tradeRow(int visual, const TradeRow& row, bool newestOfItsInstrument);
 
@@ -133,6 +136,34 @@ void Check::orderRow(int visual, const OrderRow& row) {
     equal(what + " quantity", row.order.quantity, found->second.order.quantity);
 }
 
+// A grid that was never sorted shows the rows as they came.
+void Check::asTold(const std::vector<const OrderRow*>& shown, const std::vector<const OrderRow*>& orderRows,
+                   const std::vector<const OrderRow*>& levelRows) {
+    std::size_t nextOrder = 0, nextLevel = 0;
+    for (std::size_t visual = 0; visual < shown.size(); ++visual) {
+        const auto& rows = shown[visual]->level >= 0 ? levelRows : orderRows;
+        std::size_t& next = shown[visual]->level >= 0 ? nextLevel : nextOrder;
+        if (next >= rows.size() || rows[next] != shown[visual])
+            add(at("orders", static_cast<int>(visual)) + ": out of order");
+        ++next;
+    }
+}
+
+// A locked book: prices or quantities fall (order 1) or rise (-1), an empty level counts as 0. Of equal ones the older
+// row comes first when they fall, the newer one when they rise.
+void Check::lockedInOrder(const std::vector<const OrderRow*>& shown, OrderColumn column, int order) {
+    if (column != OrderColumn::price && column != OrderColumn::quantity) return;
+    const auto key = [=](const OrderRow* row) {
+        const std::int64_t value = row->order.price == noPrice    ? 0
+                                   : column == OrderColumn::price ? row->order.price
+                                                                  : row->order.quantity;
+        return std::pair(-order * value, order * static_cast<std::int64_t>(row->arrival));
+    };
+    for (std::size_t i = 1; i < shown.size(); ++i)
+        if (key(shown[i]) <= key(shown[i - 1]))
+            add(at("orders", static_cast<int>(i)) + ": value or age out of the locked order");
+}
+
 void Check::orders() {
     CLiveGrid& grid = m_panes.orders->grid();
     const std::vector<Order> told = m_tally.liveOrdersByArrival();
@@ -143,23 +174,22 @@ void Check::orders() {
     std::size_t levelsTold = 0;
     for (const auto& of : m_tally.instruments()) levelsTold += 2 * static_cast<std::size_t>(of.instrument.bookLevels);
     const int count = grid.GetDisplayCount();
-    equal("orders: rows", count, static_cast<std::int64_t>(told.size() + levelsTold));
+    if (!grid.GetFilterCount()) equal("orders: rows", count, static_cast<std::int64_t>(told.size() + levelsTold));
     equal("orders: rows of the control", ::SendMessageA(grid.GetSafeHwnd(), LVM_GETITEMCOUNT, 0, 0), count);
 
-    std::size_t nextOrder = 0, nextLevel = 0;
+    std::vector<const OrderRow*> shown;
     for (int visual = 0; visual < count; ++visual) {
         const auto row =
             static_cast<const OrderRow*>(reinterpret_cast<const CFilterListBaseData*>(grid.GetItemData(visual)));
-        if (!row) {
+        if (!row)
             add(at("orders", visual) + ": no row");
-            continue;
-        }
-        auto& rows = row->level >= 0 ? levelRows : orderRows;
-        std::size_t& next = row->level >= 0 ? nextLevel : nextOrder;
-        if (next >= rows.size() || rows[next] != row) add(at("orders", visual) + ": out of order");
-        ++next;
-        orderRow(visual, *row);
+        else
+            orderRow(visual, *shown.emplace_back(row));
     }
+    if (grid.m_bSortLocked)
+        lockedInOrder(shown, static_cast<OrderColumn>(grid.m_nLockSortColumn), grid.m_nLockSortOrder);
+    else if (!grid.m_bSorted && !grid.GetFilterCount())
+        asTold(shown, orderRows, levelRows);
     const DrawnRows& drawn = grid.drawn();
     everyRowInViewDrawn("orders", drawn, grid, count);
     for (std::size_t i = 0; i < drawn.size(); ++i) {
@@ -199,9 +229,11 @@ void Check::trades() {
     CLiveGrid& grid = m_panes.trades->grid();
     const auto& rows = m_panes.trades->rows();
     const int count = grid.GetDisplayCount();
-    equal("trades: rows", count, (std::min)(m_tally.tradeCount(), static_cast<std::int64_t>(m_keep)));
+    if (!grid.GetFilterCount())
+        equal("trades: rows", count, (std::min)(m_tally.tradeCount(), static_cast<std::int64_t>(m_keep)));
     equal("trades: rows of the control", ::SendMessageA(grid.GetSafeHwnd(), LVM_GETITEMCOUNT, 0, 0), count);
     equal("trades: taken", m_panes.trades->tradeCount(), m_tally.tradeCount());
+    if (grid.m_bSorted || grid.GetFilterCount()) return;  // the user's own choice of rows and order
     std::unordered_set<InstrumentId> met;
     for (int visual = 0; visual < count; ++visual) {
         const auto row =

@@ -3,11 +3,13 @@
 #include <optional>
 
 #include "host/BoxGuard.h"
+#include "host/FindProof.h"
 #include "host/HostEntries.h"
 #include "host/LogPane.h"
 #include "host/MainFrame.h"
 #include "host/TerminalRun.h"
 #include "host/Theme.h"
+#include "platform/win/UserInput.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrl.h"
 
@@ -29,7 +31,10 @@ public:
         return FALSE;
     }
     int ExitInstance() override {
-        if (!m_run.layoutsLeft.lists.empty()) proveRestart();
+        if (!m_run.layoutsLeft.lists.empty()) {
+            proveFinding(m_run);
+            proveRestart();
+        }
         return m_run.exitCode;
     }
 
@@ -80,6 +85,10 @@ int runTerminal(const Options& options) {
     TerminalRun run(options);
     if (const std::string message = run.open(); !message.empty()) {
         std::fprintf(stderr, "%s\n", message.c_str());
+        return exitBadInput;
+    }
+    if (options.headless && !quor::useOwnDesktop("quor-terminal")) {
+        std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
         return exitBadInput;
     }
     CCommonListCtrl::SetRecoveryFiles(run.outPath("recovery.ini").c_str(), run.outPath("dialogs.ini").c_str());

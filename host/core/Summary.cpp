@@ -34,6 +34,7 @@ std::string summaryLine(const RunSummary& s) {
     put("watch_rows_waiting", std::to_string(s.watchWaiting));
     put("layouts_restored",
         s.layoutsRestored ? std::to_string(*s.layoutsRestored) + "/" + std::to_string(s.layoutsTried) : "none");
+    put("find_checks", s.findHeld ? std::to_string(*s.findHeld) + "/" + std::to_string(s.findTried) : "none");
     put("ending", "\"" + s.ending + "\"");
     return line;
 }

@@ -106,10 +106,9 @@ bool quorCaptureClientArea(HWND window, WindowPicture& picture) {
     return true;
 }
 
-bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error) {
-    Step failure = {"the window has no client area to capture", S_OK};
-    WindowPicture picture;
-    if (quorCaptureClientArea(window, picture)) {
+bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error) {
+    Step failure = {"the picture is empty", S_OK};
+    if (picture.width > 0 && picture.height > 0) {
         wchar_t widePath[MAX_PATH];
         const ComScope com;
         failure = ::MultiByteToWideChar(CP_ACP, 0, path, -1, widePath, MAX_PATH)
@@ -119,4 +118,11 @@ bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error) {
     if (failure.name && error)
         error->Format("%s: %s (0x%08x)", path, failure.name, static_cast<unsigned>(failure.result));
     return failure.name == nullptr;
+}
+
+bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error) {
+    WindowPicture picture;
+    if (quorCaptureClientArea(window, picture)) return quorSavePng(picture, path, error);
+    if (error) error->Format("%s: the window has no client area to capture", path);
+    return false;
 }

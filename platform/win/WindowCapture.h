@@ -20,6 +20,9 @@ struct WindowPicture {
 // window that is gone or has an empty client area.
 QUOR_FRAMEWORK_API bool quorCaptureClientArea(HWND window, WindowPicture& picture);
 
-// Captures the client area and writes it to `path`, replacing the file. COM is initialised meanwhile. On failure the
-// result is false and `error`, if given, says which step failed.
+// Writes a picture to `path`, replacing the file. COM is initialised meanwhile. On failure the result is false and
+// `error`, if given, says which step failed.
+QUOR_FRAMEWORK_API bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error = nullptr);
+
+// Captures the client area and writes it as quorSavePng does.
 QUOR_FRAMEWORK_API bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error = nullptr);

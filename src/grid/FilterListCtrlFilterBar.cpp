@@ -133,8 +133,11 @@ void CFilterListCtrl::offerValues(int place) {
     popup->ShowWindow(SW_SHOW);
     popup->BringWindowToTop();
     CListBox& values = popup->values();
+    values.SetRedraw(FALSE);  // a visible box would set its scroll bar and paint for every value
     values.ResetContent();
     visitUniqueTexts(GetOriginalColNo(place), [&values](const CString& text) { values.AddString(text); });
+    values.SetRedraw(TRUE);
+    values.Invalidate();
     popup->SetFilterlist(this, place);
 }
 

@@ -1,15 +1,14 @@
 #include "support/WindowFixture.h"
 
+#include "platform/win/UserInput.h"
+
 #include <cstdio>
 
 namespace test {
 
 void useOwnDesktop() {
     static const bool done = [] {
-        CString name;
-        name.Format("quor-test-%lu", static_cast<unsigned long>(::GetCurrentProcessId()));
-        const HDESK desktop = ::CreateDesktopA(name, nullptr, nullptr, 0, GENERIC_ALL, nullptr);
-        if (desktop && ::SetThreadDesktop(desktop)) return true;
+        if (quor::useOwnDesktop("quor-test")) return true;
         std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
         std::exit(3);
     }();

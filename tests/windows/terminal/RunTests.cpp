@@ -48,6 +48,7 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndPassesItsSelfCheck) {
     EXPECT_GE(number(run.figure("feed_behind_ms_max_first_half")), 0);
     EXPECT_NE(run.figure("feed_behind_ms_max_second_half"), "none");
     EXPECT_EQ(run.figure("layouts_restored"), "5/5");
+    EXPECT_EQ(run.figure("find_checks"), "19/19");
     expectReadable(run, "terminal.png", {palette::background, palette::surface, palette::up, palette::down});
     expectReadable(run, "watch.png",
                    {palette::background, palette::stripe, palette::symbol, palette::up, palette::down});
@@ -55,6 +56,9 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndPassesItsSelfCheck) {
     expectReadable(run, "trades.png", {palette::background, palette::up, palette::down});
     expectReadable(run, "chain.png",
                    {palette::upBack, palette::downBack, palette::atMoney, palette::surface, palette::symbol});
+    for (const char* found : {"find-typed.png", "find-locked.png"})
+        expectReadable(run, found, {palette::up, palette::down, 0x20A5DA, 0x82DDEE});
+    expectReadable(run, "find-popup.png", {palette::up, palette::down, palette::surface});
     EXPECT_TRUE(run.wrote("terminal.log"));
     EXPECT_TRUE(run.wrote("terminal-settings.ini"));
 }
@@ -84,6 +88,24 @@ TEST(TerminalRun, LayoutIsReadFromTheSettingsAndTheRestOfTheFileIsKept) {
     EXPECT_NE(text.find("Watch=0.3000\r\n"), std::string::npos) << text;
     EXPECT_EQ(text.find("nonsense"), std::string::npos) << text;
     EXPECT_NE(text.find(other), std::string::npos) << text;
+}
+
+// The self-check of each run looks at the rows: they stand as the log says.
+TEST(TerminalRun, OrdersAreABookFromTheFirstStartAndTheUsersOwnChoiceOutlastsARestart) {
+    static const struct {
+        const char* stored;
+        const char* shown;
+    } choices[] = {{"", "locked on Price, falling"},
+                   {"SortLockInfo=True,4,-1\r\n", "locked on Qty, rising"},
+                   {"SortLockInfo=False,-1,0\r\n", "as they came"}};
+    for (const auto& [stored, shown] : choices) {
+        writeTestFile("order\\terminal-settings.ini", std::string("[Orders]\r\n") + stored);
+        const RunResult run = runTerminal("order", "--seconds 1 --instruments 20", KeepSettings::yes);
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        EXPECT_NE(readFile(run.folder + "\\terminal.log").find(std::string(" rows, ") + shown), std::string::npos)
+            << shown;
+        EXPECT_NE(readFile(run.folder + "\\terminal-settings.ini").find(stored), std::string::npos) << stored;
+    }
 }
 
 TEST(TerminalHost, EveryEntryPointIsExportedByName) {

@@ -43,6 +43,7 @@ TEST(TerminalTape, TradesTapeAtFullSpeedShowsEveryTrade) {
     EXPECT_EQ(run.figure("ending"), "end of tape");
     EXPECT_EQ(run.figure("ticks"), "11419");
     EXPECT_EQ(run.figure("rows"), "11420");  // one instrument and its trades; the orders pane stays empty
+    EXPECT_EQ(run.figure("find_checks"), "none");
     const std::string log = readFile(run.folder + "\\terminal.log");
     EXPECT_NE(log.find("AMZN: last price 220.51"), std::string::npos) << log;
 }
@@ -61,6 +62,7 @@ TEST(TerminalTape, SnapshotTapeShowsTheLevels) {
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_EQ(run.figure("ticks"), "2500");
     EXPECT_EQ(run.figure("rows"), "7");  // the instrument and three levels a side
+    EXPECT_EQ(run.figure("find_checks"), "19/19");
     const RunResult fault = runTerminal("bookfault", "--self-test-fault --speed max --tape \"" + tape + "\"");
     EXPECT_EQ(fault.exitCode, 1);
 }

@@ -1,8 +1,8 @@
-#include "support/Input.h"
+#include "platform/win/UserInput.h"
 
 #include <vector>
 
-namespace test {
+namespace quor {
 
 namespace {
 
@@ -82,4 +82,10 @@ void sendText(const std::string& text) {
     send(batch);
 }
 
-}  // namespace test
+bool useOwnDesktop(const char* name) {
+    const std::string own = name + ("-" + std::to_string(::GetCurrentProcessId()));
+    const HDESK desktop = ::CreateDesktopA(own.c_str(), nullptr, nullptr, 0, GENERIC_ALL, nullptr);
+    return desktop && ::SetThreadDesktop(desktop);
+}
+
+}  // namespace quor
