@@ -37,6 +37,66 @@ bool leavesLayoutAlone(UINT message) {
     }
 }
 
+// For its life the control draws no scroll bar; then its frame is drawn with the next paint. Under Wine a visible control
+// that hears a row count draws the bar at once, more than once, and longer than a filter of 100,000 rows takes.
+//
+// What hides the control from itself here (the default handling of WM_SETREDRAW, which the control's own does not see)
+// also takes what was to be painted off it and its children: they get it back.
+class UndrawnScrollBar {
+public:
+    explicit UndrawnScrollBar(HWND list) {
+        if (!(::GetWindowLongPtrA(list, GWL_STYLE) & WS_VISIBLE)) return;
+        m_list = list;
+        remember(list);
+        ::EnumChildWindows(
+            list, [](HWND child, LPARAM self) { return reinterpret_cast<UndrawnScrollBar*>(self)->remember(child); },
+            reinterpret_cast<LPARAM>(this));
+        ::DefWindowProcA(list, WM_SETREDRAW, FALSE, 0);
+    }
+    ~UndrawnScrollBar() {
+        if (!m_list) return;
+        ::DefWindowProcA(m_list, WM_SETREDRAW, TRUE, 0);
+        for (const ToPaint& part : m_toPaint) {
+            ::InvalidateRgn(part.window, part.region, TRUE);
+            ::DeleteObject(part.region);
+        }
+        invalidateFrame();
+    }
+    UndrawnScrollBar(const UndrawnScrollBar&) = delete;
+    UndrawnScrollBar& operator=(const UndrawnScrollBar&) = delete;
+
+private:
+    struct ToPaint {
+        HWND window;
+        HRGN region;
+    };
+
+    BOOL remember(HWND window) {
+        const HRGN region = ::CreateRectRgn(0, 0, 0, 0);
+        if (::GetUpdateRgn(window, region, FALSE) > NULLREGION) {
+            m_toPaint.push_back({window, region});
+        } else {
+            ::DeleteObject(region);
+        }
+        return TRUE;
+    }
+
+    void invalidateFrame() const {
+        RECT window{}, client{};
+        ::GetWindowRect(m_list, &window);
+        ::MapWindowPoints(nullptr, m_list, reinterpret_cast<POINT*>(&window), 2);
+        ::GetClientRect(m_list, &client);
+        const HRGN frame = ::CreateRectRgnIndirect(&window), inside = ::CreateRectRgnIndirect(&client);
+        if (::CombineRgn(frame, frame, inside, RGN_DIFF) > NULLREGION)
+            ::RedrawWindow(m_list, nullptr, frame, RDW_INVALIDATE | RDW_FRAME | RDW_NOCHILDREN);
+        ::DeleteObject(inside);
+        ::DeleteObject(frame);
+    }
+
+    HWND m_list = nullptr;
+    std::vector<ToPaint> m_toPaint;
+};
+
 }  // namespace
 
 bool NativeList::changesCount(UINT message) {
@@ -107,6 +167,7 @@ bool NativeList::lowestMatters() {
 }
 
 void NativeList::tellCount(int count) {
+    const UndrawnScrollBar undrawn(m_list.m_hWnd);
     send(LVM_SETITEMCOUNT, count, kKeepPixelsAndScroll);
     m_told = count;
     m_layoutIsStale = true;
