@@ -38,7 +38,8 @@ void appendFilters(CMenu& menu, const CFilterListCtrl& grid) {
 void appendSorts(CMenu& menu, CCommonListCtrl& list) {
     const UINT byLevels = list.m_bMultiSortActive ? MF_GRAYED : 0u;
     if (list.m_bLockSortEnabled)
-        menu.AppendMenu(ticked(list.m_bSortLocked || list.m_bMultiSortActive) | byLevels, kLockSorting, "&Lock Sorting");
+        menu.AppendMenu(ticked(list.m_bSortLocked || list.m_bMultiSortActive) | byLevels, kLockSorting,
+                        "&Lock Sorting");
     if (list.m_bMultiSortEnabled) appendLevels(menu, list);
     if (!dynamic_cast<CFilterListCtrl*>(&list))
         menu.AppendMenu(ticked(list.IsAutoSortEnabled() != 0) | byLevels, kAutoSort, "Auto Sort");

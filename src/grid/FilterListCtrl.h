@@ -10,8 +10,9 @@
 //
 // A tick (UpdateRow of a displayed row that passes the filters) finds no row, sends no message, allocates nothing: it
 // adds the row's rectangle to the dirty rectangle. Under a filter it asks the host for one text a filter and answers at
-// once, while the places of rows follow when anybody asks for one, or at the end of the batch. After a batch a timer invalidates that rectangle, at most every
-// 200 ms. The native control hears a new row count when something could see it (NativeList.h).
+// once, while the places of rows follow when anybody asks for one, or at the end of the batch. After a batch a timer
+// invalidates that rectangle, at most every 200 ms. The native control hears a new row count when something could see
+// it (NativeList.h).
 //
 // Without SetUseFilter the class behaves as CCommonListCtrl. There is no way back out of opti-data mode.
 // One thread: that of the windows. Destroy grids before rows.

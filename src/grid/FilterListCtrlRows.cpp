@@ -12,7 +12,8 @@ int CFilterListCtrl::AddRow(void* row, bool updateNow) {
 int CFilterListCtrl::UpdateRow(void* row) {
     if (row == nullptr || !takesRows() || !hasTextCallback()) return 0;
     auto* const data = static_cast<CFilterListBaseData*>(row);
-    // The roads of a tick. They are kept short: the less they do, the more cold rows the processor fetches side by side.
+    // The roads of a tick. They are kept short: the less they do, the more cold rows the processor fetches side by
+    // side.
     if (const RowLayout* const layout = m_native.layoutInForce()) {
         if (!m_filters.isEmpty()) {
             if (layout->rowHeight != 0 && m_rows.canUpdateLater(layout->topIndex + layout->countPerPage))

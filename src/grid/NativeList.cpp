@@ -37,8 +37,8 @@ bool leavesLayoutAlone(UINT message) {
     }
 }
 
-// For its life the control draws no scroll bar; then its frame is drawn with the next paint. Under Wine a visible control
-// that hears a row count draws the bar at once, more than once, and longer than a filter of 100,000 rows takes.
+// For its life the control draws no scroll bar; then its frame is drawn with the next paint. Under Wine a visible
+// control that hears a row count draws the bar at once, more than once, and longer than a filter of 100,000 rows takes.
 //
 // What hides the control from itself here (the default handling of WM_SETREDRAW, which the control's own does not see)
 // also takes what was to be painted off it and its children: they get it back.

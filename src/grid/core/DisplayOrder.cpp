@@ -99,8 +99,8 @@ int lastAbove(const std::int32_t* numbers, int count, int limit) {
     return end - 1;
 }
 
-// A bit for each of 64 numbers, set where it is above the limit. All are looked at: a loop that ends at the first one found
-// costs more, since where that is cannot be foretold.
+// A bit for each of 64 numbers, set where it is above the limit. All are looked at: a loop that ends at the first one
+// found costs more, since where that is cannot be foretold.
 std::uint64_t above(const std::int32_t* numbers, __m128i limit) {
     std::uint64_t bits = 0;
     for (int i = 0; i < 64; i += 16) {
@@ -241,8 +241,8 @@ int DisplayOrder::insertBehind(Position position, int mapIndex) {
     return slot;
 }
 
-// Behind the entry of the position, if need be by moving all up to the nearest free place, to the right if there is one.
-// The block is not full.
+// Behind the entry of the position, if need be by moving all up to the nearest free place, to the right if there is
+// one. The block is not full.
 int DisplayOrder::freePlaceBehind(Position position) {
     const Taken free = freeOf(block(position.block).taken);
     const int before = position.index;

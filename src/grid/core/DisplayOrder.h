@@ -3,16 +3,16 @@
 // that nothing has left or entered needs no more than an array. Row numbers: see FilterListBaseData.h.
 //
 // The sequence is cut into blocks of `blockCapacity` places, the blocks into groups. A block may have free places
-// anywhere: a row that leaves frees its own, one that enters takes a free one, and few others ever move. `m_home` says in
-// which place a map index lies. A group holds the sizes and the largest map indices of its blocks side by side, the order
-// those of its groups, so that a slot is counted and the place of a row found by three short runs through packed numbers.
-// Nothing is written to rows, which lie far apart in memory.
+// anywhere: a row that leaves frees its own, one that enters takes a free one, and few others ever move. `m_home` says
+// in which place a map index lies. A group holds the sizes and the largest map indices of its blocks side by side, the
+// order those of its groups, so that a slot is counted and the place of a row found by three short runs through packed
+// numbers. Nothing is written to rows, which lie far apart in memory.
 //
 // Blocks and groups that run empty stay where they are. When less than a quarter of the room is in use the whole
 // sequence is laid out anew, which happens at most once in as many changes as a fraction of its rows.
 //
-// Invariants, verified by Check(): every map index is at home in the place that holds it; free places hold -1; the sizes
-// and maxima are those of the blocks; size() is their sum.
+// Invariants, verified by Check(): every map index is at home in the place that holds it; free places hold -1; the
+// sizes and maxima are those of the blocks; size() is their sum.
 #pragma once
 
 #include "platform/Framework.h"

@@ -79,8 +79,9 @@ const char* readDigits(const char* text, std::uint64_t& number) {
 }
 
 // The number at the beginning of a text that ends with NUL; not-a-number when there is none. Most cells are up to 15
-// digits with a point at most: one quotient, correctly rounded, and nothing but registers on the way (a tick that writes
-// little memory of its own waits less for the rows that it wrote before). Whatever else follows goes to the full reader.
+// digits with a point at most: one quotient, correctly rounded, and nothing but registers on the way (a tick that
+// writes little memory of its own waits less for the rows that it wrote before). Whatever else follows goes to the full
+// reader.
 double numberAt(const char* text) {
     static constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                              1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
@@ -260,8 +261,8 @@ void FilterTokens::addNumber(std::string_view token) {
     }
 }
 
-// Comparisons with not-a-number are false. No jump: what passes under a live filter cannot be foretold, and a wrong guess
-// costs a tick more than both comparisons.
+// Comparisons with not-a-number are false. No jump: what passes under a live filter cannot be foretold, and a wrong
+// guess costs a tick more than both comparisons.
 bool FilterTokens::passesNumber(const char* cell) const {
     const double value = numberAt(cell);
     return (value > m_greater) | (value < m_less);

@@ -21,7 +21,10 @@
 
 namespace {
 
-int orderOf(bool less, bool greater, int order) { return less ? order : greater ? -order : 0; }
+template <class Value>
+int orderOf(Value a, Value b, int order) {
+    return a < b ? order : b < a ? -order : 0;
+}
 
 // Every sort order is a direction; only its sign counts.
 int keyDirection(const SortRule& rule) {
@@ -413,11 +416,11 @@ int compareKeys(const SortKeys& keys, const SortRule& rule, std::size_t first, s
     switch (keys.kind()) {
         case SortKeyKind::integer: {
             const std::int64_t a = keys.integers()[first], b = keys.integers()[second];
-            return orderOf(a<b, a> b, rule.order);
+            return orderOf(a, b, rule.order);
         }
         case SortKeyKind::number: {
             const double a = keys.numbers()[first], b = keys.numbers()[second];
-            return orderOf(a<b, a> b, rule.order);
+            return orderOf(a, b, rule.order);
         }
         case SortKeyKind::text:
             if (keys.dataType() == 3) return naturalCompare(keys.text(second), keys.text(first)) * rule.order;

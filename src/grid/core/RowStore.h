@@ -16,10 +16,10 @@
 //   lazy   m_lazyOrder, from the first time on that a row in opti-data mode leaves or enters with rows behind it. These
 //          are not renumbered; a slot is counted when it is asked for, and displayIndex says only -1 or something else.
 //
-// In the lazy form ticks may come in by updateLater: it answers at once and notes what it did, and the order follows when
-// anybody asks for a place, or after `laterCapacity` ticks. By then the store knows what it will touch and fetches it
-// ahead, while a tick itself jumps nowhere that depends on a row: both matter more than any count of instructions, since
-// half of the ticks could go either way and rows lie far apart. Every operation settles the notes first.
+// In the lazy form ticks may come in by updateLater: it answers at once and notes what it did, and the order follows
+// when anybody asks for a place, or after `laterCapacity` ticks. By then the store knows what it will touch and fetches
+// it ahead, while a tick itself jumps nowhere that depends on a row: both matter more than any count of instructions,
+// since half of the ticks could go either way and rows lie far apart. Every operation settles the notes first.
 //
 // A batch opens with the first deferred add or delete and closes in endBatch.
 #pragma once
@@ -141,8 +141,8 @@ public:
     StoreChange update(CFilterListBaseData* row, RowTest test);
     // The same answer, and a display that follows no later than it is asked for. Only where canUpdateLater.
     int updateLater(CFilterListBaseData* row, RowTest test);
-    // Whether the display stays longer than `rows`, whatever the next tick does. (A control whose rows end above the end
-    // of the page moves the page; changes that do so are told one by one.)
+    // Whether the display stays longer than `rows`, whatever the next tick does. (A control whose rows end above the
+    // end of the page moves the page; changes that do so are told one by one.)
     bool canUpdateLater(int rows) const { return m_lazyOrder && displayCount() > rows; }
     void settleLater() const {
         if (m_laterCount != 0) const_cast<RowStore*>(this)->applyLater();

@@ -1,6 +1,6 @@
 // Displays of several blocks under a test that rows pass and fail all the time, against the naive model that renumbers
-// every row at once. Deferred and immediate deletes, adds, rebuilds, sorts and reverse display come in between. Ticks come
-// in either way: followed up at once, or when somebody asks for a place.
+// every row at once. Deferred and immediate deletes, adds, rebuilds, sorts and reverse display come in between. Ticks
+// come in either way: followed up at once, or when somebody asks for a place.
 #include "tests/core/grid/StoreHarness.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,10 @@ namespace {
 class FlipMix {
 public:
     FlipMix(unsigned seed, int rows, bool later)
-        : m_fast(1), m_slow(m_slowNative, [](NaiveGrid::Row row) { return shown(row); }), m_random(seed), m_later(later) {
+        : m_fast(1),
+          m_slow(m_slowNative, [](NaiveGrid::Row row) { return shown(row); }),
+          m_random(seed),
+          m_later(later) {
         m_fast.test.function = [](const void*, RowData data) { return shown(rowKey(data)); };
         m_fast.store.setReverse(m_slow.reverse = seed % 2 == 0);
         RowLayout layout;
