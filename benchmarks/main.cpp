@@ -2,6 +2,7 @@
 // Exit code 0: every figure keeps its limit; 1: one does not, or a timed result was wrong; 2: a bad command line.
 #include "benchmarks/Bench.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -13,16 +14,11 @@ struct Suite {
     void (*run)(Figures&);
 };
 const Suite suites[] = {
-    {"grid", benchGrid},
-    {"expression", benchExpression},
-    {"custom", benchCustomColumn},
-    {"settings", benchSettings},
-    {"black76", benchBlack76},
-    {"listsort", benchListSort},
-    {"watch", benchWatch},
-    {"flip", benchFlip},
-    {"liveflip", benchGridFlip},
-    {"gridsort", benchGridSort},
+    {"grid", benchGrid},           {"expression", benchExpression},
+    {"custom", benchCustomColumn}, {"settings", benchSettings},
+    {"black76", benchBlack76},     {"listsort", benchListSort},
+    {"watch", benchWatch},         {"flip", benchFlip},
+    {"liveflip", benchGridFlip},   {"gridsort", benchGridSort},
     {"filter", benchFilter},
 };
 
@@ -68,10 +64,17 @@ int main(int count, char** arguments) {
         if (i + 1 == count) return fail("a value is missing after", arguments[i]);
         (isJson ? json : only) = arguments[++i];
     }
+    const auto isAsked = [only](const Suite& suite) { return std::strncmp(suite.name, only, std::strlen(only)) == 0; };
+    if (std::none_of(std::begin(suites), std::end(suites), isAsked)) {
+        std::string expected = "--only expects the name of a suite or its beginning (";
+        for (const Suite& suite : suites)
+            expected.append(suite.name).append(&suite == &suites[std::size(suites) - 1] ? ")" : ", ");
+        return fail((expected + ", found").c_str(), only);
+    }
     Figures figures;
     try {
         for (const Suite& suite : suites)
-            if (std::strncmp(suite.name, only, std::strlen(only)) == 0) suite.run(figures);
+            if (isAsked(suite)) suite.run(figures);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "quor_bench: a timed result is wrong: %s\n", error.what());
         return 1;
