@@ -43,6 +43,24 @@ private:
     sMWStruct* m_record;
 };
 
+// What an owner asks while it draws a row.
+bool leavesRowsAlone(UINT message) {
+    switch (message) {
+        case LVM_GETITEMA:
+        case LVM_GETITEMRECT:
+        case LVM_GETSUBITEMRECT:
+        case LVM_GETITEMSTATE:
+        case LVM_GETITEMCOUNT:
+        case LVM_GETTOPINDEX:
+        case LVM_GETCOLUMNWIDTH:
+        case LVM_GETHEADER:
+        case WM_GETFONT:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 CMrktWatchListCtrl::CMrktWatchListCtrl() {
@@ -70,9 +88,19 @@ bool CMrktWatchListCtrl::SaveMarketWatchProfile() {
     return true;
 }
 
+LRESULT CMrktWatchListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!leavesRowsAlone(message)) m_paintedRow = -1;
+    if (message != WM_PAINT) return CCommonListCtrl::WindowProc(message, wParam, lParam);
+    const FlagScope painting(m_isPainting, true);
+    return CCommonListCtrl::WindowProc(message, wParam, lParam);
+}
+
+// A message to the control for every cell would take longer than the host takes for its text.
 MrktWatchRowData* CMrktWatchListCtrl::RowData(int row) {
+    if (m_isPainting && row >= 0 && row == m_paintedRow) return m_paintedData;
     auto* data = reinterpret_cast<MrktWatchRowData*>(GetItemData(row));
-    return data && data->pRecord ? data : nullptr;
+    m_paintedRow = row;
+    return m_paintedData = data && data->pRecord ? data : nullptr;
 }
 
 CString CMrktWatchListCtrl::GetItemText(int row, int place) {

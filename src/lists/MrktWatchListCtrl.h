@@ -106,6 +106,7 @@ protected:
     bool ExportMarketWatch(const CString& name, const CString& file) override;
     bool ImportMarketWatch(const CString& file) override;
 
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnSize(UINT type, int width, int height);
     DECLARE_MESSAGE_MAP()
@@ -126,4 +127,9 @@ private:
 
     CustomColumnText m_customText;
     CFont m_listFont;  // of SetListFont or ShowFontDlg
+
+    // While the control paints, the data of the row that was asked for last: a row paints many cells.
+    bool m_isPainting = false;
+    int m_paintedRow = -1;  // -1: none, or something may have changed the rows since
+    MrktWatchRowData* m_paintedData = nullptr;
 };

@@ -30,6 +30,7 @@ class WatchWindow : public CWnd {
 public:
     test::CallRecorder calls;
     int drawn = 0;
+    std::function<void(int row)> onDraw;
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
@@ -37,6 +38,7 @@ protected:
             ++drawn;
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
             CDC::FromHandle(item.hDC)->FillSolidRect(&item.rcItem, RGB(0, 0, 90));
+            if (onDraw) onDraw(static_cast<int>(item.itemID));
             return TRUE;
         }
         if (message == WM_USER + 123) calls.record("rebuilt", wParam, lParam);

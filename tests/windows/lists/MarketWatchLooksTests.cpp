@@ -220,4 +220,43 @@ TEST_F(MarketWatchLooks, RepaintingRowsLeavesTheHeaderAlone) {
     header.UnsubclassWindow();
 }
 
+// One message a row, not one a cell; and what an owner changes while it draws shows at once.
+TEST_F(MarketWatchLooks, APaintAsksTheControlOnceForEachRow) {
+    open();
+    for (int i = 0; i < 3; ++i) addRow("A", i);
+    addRow("B", 9);
+    pumpUntilIdle();
+    static WNDPROC below;
+    static int asked;
+    below = reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(list->m_hWnd, GWLP_WNDPROC));
+    const WNDPROC counting = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        asked += message == LVM_GETITEMA;
+        return ::CallWindowProcA(below, window, message, wParam, lParam);
+    };
+    ::SetWindowLongPtrA(list->m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(counting));
+    std::string seen;
+    owner.onDraw = [&](int row) {
+        if (row == 3) return;
+        for (const int place : {0, 1, 3}) seen += std::string(list->GetItemText(row, place).GetString()) + " ";
+        EXPECT_EQ(list->GetItemText(-1, 0), "");
+    };
+    asked = 0;
+    list->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    EXPECT_EQ(seen, "A/0 0.00 A/3 A/0 1.00 A/3 A/0 2.00 A/3 ");
+    EXPECT_LE(asked, 2 * 3) << "of each row, and of row -1 after it";
+
+    seen.clear();
+    owner.onDraw = [&](int row) {
+        if (row != 0) return;
+        seen += std::string(list->GetItemText(0, 1).GetString()) + " ";
+        const DWORD_PTR last = list->GetItemData(3);
+        list->SetItemData(0, last);
+        seen += std::string(list->GetItemText(0, 1).GetString()) + " ";
+    };
+    list->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    EXPECT_TRUE(seen.starts_with("0.00 9.00 ")) << seen;
+    owner.onDraw = nullptr;
+    ::SetWindowLongPtrA(list->m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(below));
+}
+
 }  // namespace
