@@ -2,14 +2,10 @@
 // opti-data mode that are told their slots within it. Hidden grid; the "paint" figures on a visible one until it has
 // painted. What a row must do to pass is computed from its raw values, and every row's answer is compared.
 #include "benchmarks/Bench.h"
-#include "benchmarks/Hundredths.h"
 #include "benchmarks/Median.h"
-#include "benchmarks/peers/common/workload.h"
-#include "src/grid/FilterListCtrl.h"
+#include "benchmarks/WorkloadGrid.h"
 
 #include <algorithm>
-#include <charconv>
-#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -19,43 +15,11 @@
 
 namespace {
 
-constexpr int columnCount = 20;
 constexpr unsigned rowCount = 100'000;
 constexpr int repeats = 9;
 constexpr int symbolColumn = 0;
-constexpr int numberColumn = 2;
 
-struct FilterRow : public CFilterListBaseData {
-    explicit FilterRow(const workload::Row& values) : raw(values) {}
-    workload::Row raw;
-};
-
-int cellText(DWORD_PTR data, int column, CString& text, COLORREF&, COLORREF&, int&) {
-    const workload::Row& row = static_cast<const FilterRow*>(reinterpret_cast<CFilterListBaseData*>(data))->raw;
-    char buffer[40];
-    if (column == 0) {
-        text = row.symbol;
-    } else if (column == 1) {
-        text = workload::exchanges[row.exchange];
-    } else if (column < 16) {
-        text = hundredths(row.d[column - 2], buffer);
-    } else if (column < 19) {
-        *std::to_chars(buffer, buffer + sizeof buffer, row.n[column - 16]).ptr = 0;
-        text = buffer;
-    } else {
-        text = row.date;
-    }
-    return 1;
-}
-
-void check(bool holds, const std::string& what) {
-    if (!holds) throw std::runtime_error(what);
-}
-
-double milliseconds() {
-    using Clock = std::chrono::steady_clock;
-    return std::chrono::duration<double, std::milli>(Clock::now().time_since_epoch()).count();
-}
+double milliseconds() { return microseconds() / 1000; }
 
 struct Task {
     int column;
@@ -65,22 +29,16 @@ struct Task {
 
 class FilterBench {
 public:
-    explicit FilterBench(bool visible) : m_visible(visible) {
-        const CString windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), nullptr, nullptr);
-        m_frame.CreateEx(0, windowClass, "bench", WS_POPUP | WS_CLIPCHILDREN | (visible ? WS_VISIBLE : 0u),
-                         CRect(0, 0, 1600, 900), nullptr, 0);
-        m_font.CreateFont(-16, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, "Tahoma");
-        createGrid();
+    explicit FilterBench(bool visible) : m_visible(visible), m_window(visible), m_grid(m_window.makeGrid()) {
         m_rows.reserve(rowCount);
         workload::makeRows(rowCount, [this](std::uint32_t, const workload::Row& raw) { m_rows.emplace_back(raw); });
-        for (FilterRow& row : m_rows) m_grid->AddRow(&row, false);
+        for (WorkloadRow& row : m_rows) m_grid->AddRow(&row, false);
         processEndofBatchUpdates();
-        pump();
+        pumpMessages();
     }
     ~FilterBench() {
         m_grid->DestroyWindow();
         m_grid.reset();
-        m_frame.DestroyWindow();
     }
 
     // The median; every run starts from the unfiltered display.
@@ -115,47 +73,20 @@ public:
         return median(times);
     }
 
-    const std::vector<FilterRow>& rows() const { return m_rows; }
+    const std::vector<WorkloadRow>& rows() const { return m_rows; }
 
 private:
-    void createGrid() {
-        m_grid = std::make_unique<CFilterListCtrl>();
-        m_grid->m_csListName = "bench";
-        for (int i = 0; i < columnCount; ++i) {
-            sQuorColInfo column;
-            std::snprintf(column.szColumnName, sizeof column.szColumnName, "c%d", i);
-            column.iWidth = 76;
-            column.iFormat = i >= 2 && i < 19 ? 1 : 0;
-            column.iDataType = i < 2 ? 3 : 1;
-            m_grid->m_arrColumns.Add(column);
-        }
-        m_grid->Create((m_visible ? WS_VISIBLE : 0u) | WS_CHILD | LVS_REPORT | LVS_OWNERDATA | LVS_OWNERDRAWFIXED |
-                           LVS_SHOWSELALWAYS,
-                       CRect(0, 0, 1600, 877), &m_frame, 100);
-        check(m_grid->GetSafeHwnd() != nullptr, "the grid has no window");
-        m_grid->SetFont(&m_font);
-        m_grid->SetUseFilter(TRUE);
-        m_grid->InitColumnTextRtn(cellText);
-        m_grid->SetOptiDataMode(true);
-        m_grid->InsertColumnsForList(nullptr);
-    }
-
-    static void pump() {
-        MSG message;
-        while (::PeekMessage(&message, nullptr, 0, 0, PM_NOREMOVE)) AfxPumpMessage();
-    }
-
     void clear() {
         m_grid->RemoveAllFilters();
         m_grid->PopulateList();
         check(m_grid->GetDisplayCount() == static_cast<int>(rowCount), "rows are missing without a filter");
-        pump();
+        pumpMessages();
         m_grid->UpdateWindow();
     }
 
     void verify(const Task& task) {
         int slot = 0;
-        for (FilterRow& row : m_rows) {
+        for (WorkloadRow& row : m_rows) {
             const int expected = task.passes(row.raw) ? slot++ : -1;
             int mapIndex, visual;
             CFilterListCtrl::getRowIndices(&row, m_grid.get(), mapIndex, visual);
@@ -166,24 +97,23 @@ private:
         check(static_cast<int>(m_grid->SendMessage(LVM_GETITEMCOUNT)) == slot, "the native count is wrong");
     }
 
-    [[noreturn]] void fail(const Task& task, const FilterRow& row, int expected, int visual) const {
+    [[noreturn]] void fail(const Task& task, const WorkloadRow& row, int expected, int visual) const {
         throw std::runtime_error(task.filter.substr(0, 40) + ": " + row.raw.symbol + " stands at " +
                                  std::to_string(visual) + ", not at " + std::to_string(expected) + "; " +
                                  std::to_string(m_grid->GetDisplayCount()) + " rows are displayed");
     }
 
     bool m_visible;
-    CWnd m_frame;
-    CFont m_font;
-    std::unique_ptr<CFilterListCtrl> m_grid;
-    std::vector<FilterRow> m_rows;
+    WorkloadWindow m_window;
+    std::unique_ptr<WorkloadGrid> m_grid;
+    std::vector<WorkloadRow> m_rows;
 };
 
 const Task prefix{symbolColumn, "SYM0001",
                   [](const workload::Row& row) { return std::strncmp(row.symbol, "SYM0001", 7) == 0; }};
 const Task contained{symbolColumn, "*99*",
                      [](const workload::Row& row) { return std::strstr(row.symbol, "99") != nullptr; }};
-const Task number{numberColumn, ">500", [](const workload::Row& row) { return row.d[0] > 500; }};
+const Task number{workloadNumberColumn, ">500", [](const workload::Row& row) { return row.d[0] > 500; }};
 
 // As many symbols as the longest filter holds; half of them are those of rows.
 Task manyValues() {

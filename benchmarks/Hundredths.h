@@ -4,13 +4,17 @@
 
 #include <charconv>
 
-// All doubles of the workload are whole hundredths below 1000.
-inline const char* hundredths(double value, char (&buffer)[40]) {
+// Without a terminator; all doubles of the workload are whole hundredths below 1000. The end of the text.
+inline char* putHundredths(double value, char* to) {
     const int all = static_cast<int>(value * 100 + 0.5);
-    char* end = std::to_chars(buffer, buffer + 16, all / 100).ptr;
+    char* end = std::to_chars(to, to + 16, all / 100).ptr;
     *end++ = '.';
     *end++ = static_cast<char>('0' + all / 10 % 10);
     *end++ = static_cast<char>('0' + all % 10);
-    *end = 0;
+    return end;
+}
+
+inline const char* hundredths(double value, char (&buffer)[40]) {
+    *putHundredths(value, buffer) = 0;
     return buffer;
 }

@@ -1,5 +1,7 @@
 #include "benchmarks/WorkloadGrid.h"
 
+#include "benchmarks/Hundredths.h"
+
 #include <charconv>
 #include <cstdio>
 #include <stdexcept>
@@ -8,16 +10,6 @@ namespace {
 
 constexpr int columnCount = 20;
 constexpr unsigned gridId = 100;
-
-// All doubles of the workload are whole hundredths below 1000. The end of the text.
-char* putHundredths(double value, char* to) {
-    const int all = static_cast<int>(value * 100 + 0.5);
-    char* end = std::to_chars(to, to + 16, all / 100).ptr;
-    *end++ = '.';
-    *end++ = static_cast<char>('0' + all / 10 % 10);
-    *end++ = static_cast<char>('0' + all % 10);
-    return end;
-}
 
 }  // namespace
 
@@ -70,9 +62,9 @@ void pumpMessages() {
     while (::PeekMessage(&message, nullptr, 0, 0, PM_NOREMOVE)) AfxPumpMessage();
 }
 
-WorkloadWindow::WorkloadWindow() {
+WorkloadWindow::WorkloadWindow(bool visible) : m_visible(visible ? WS_VISIBLE : 0) {
     const CString windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), nullptr, nullptr);
-    m_frame.CreateEx(0, windowClass, "bench", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, CRect(0, 0, 1600, 900), nullptr,
+    m_frame.CreateEx(0, windowClass, "bench", WS_POPUP | m_visible | WS_CLIPCHILDREN, CRect(0, 0, 1600, 900), nullptr,
                      0);
     m_font.CreateFont(-16, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, "Tahoma");
 }
@@ -90,7 +82,7 @@ std::unique_ptr<WorkloadGrid> WorkloadWindow::makeGrid() {
         column.iDataType = i < 2 ? 3 : 1;
         grid->m_arrColumns.Add(column);
     }
-    grid->Create(WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
+    grid->Create(WS_CHILD | m_visible | LVS_REPORT | LVS_OWNERDATA | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
                  CRect(0, 0, 1600, 877), &m_frame, gridId);
     check(grid->GetSafeHwnd() != nullptr, "the grid has no window");
     grid->SetFont(&m_font);

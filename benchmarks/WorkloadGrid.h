@@ -1,5 +1,5 @@
-// What the benchmarks of the live grid share: the rows of workload W as the grid's rows, the texts that a host gives for
-// them, and a window with one grid in it.
+// What the benchmarks of the live grid share: the rows of workload W as the grid's rows, the texts that a host gives
+// for them, and a window with one grid in it.
 #pragma once
 
 #include "benchmarks/peers/common/workload.h"
@@ -38,18 +38,20 @@ protected:
 // Messages that wait, the flush timer's among them.
 void pumpMessages();
 
-// A frame of 1600 x 900 on screen: 43 rows of 20 pixels and 20 columns of 76.
+// A frame of 1600 x 900, on screen or hidden: 43 rows of 20 pixels and 20 columns of 76.
 class WorkloadWindow {
 public:
-    WorkloadWindow();
+    explicit WorkloadWindow(bool visible = true);
     WorkloadWindow(const WorkloadWindow&) = delete;
     WorkloadWindow& operator=(const WorkloadWindow&) = delete;
     ~WorkloadWindow();
 
-    // A visible grid in opti-data mode without rows. To be destroyed before the window and before its rows.
+    // A grid in opti-data mode without rows, visible as the frame is. To be destroyed before the window and before its
+    // rows.
     std::unique_ptr<WorkloadGrid> makeGrid();
 
 private:
+    DWORD m_visible;  // WS_VISIBLE or 0
     CWnd m_frame;
     CFont m_font;
 };
