@@ -15,7 +15,8 @@ double normalDistributionMicroseconds() {
     const double seconds = medianSeconds(7, [&] {
         for (int i = 0; i < kCalls; ++i) {
             const double x = -4 + 8.0 * i / kCalls;
-            worst = std::max(worst, std::fabs(black76::normalDistribution(x) - std::erfc(-x / std::sqrt(2.0)) / 2));
+            worst =
+                std::max(worst, std::fabs(quor::black76::normalDistribution(x) - std::erfc(-x / std::sqrt(2.0)) / 2));
         }
     });
     if (!(worst < 1e-12)) throw std::runtime_error("the normal distribution is off");
@@ -28,9 +29,9 @@ double chainMilliseconds() {
     double worst = 0;
     const double seconds = medianSeconds(15, [&] {
         for (int i = 0; i < kStrikes; ++i) {
-            const black76::Inputs in{23450.5, 0.065, 24 / 365.0, 0.14, 18500 + 50.0 * i};
-            const black76::Outputs call = black76::call(in);
-            const black76::Outputs put = black76::put(in);
+            const quor::black76::Inputs in{23450.5, 0.065, 24 / 365.0, 0.14, 18500 + 50.0 * i};
+            const quor::black76::Outputs call = quor::black76::call(in);
+            const quor::black76::Outputs put = quor::black76::put(in);
             const double parity = std::exp(-in.r * in.T) * (in.F - in.K);
             worst = std::max(worst, std::fabs(call.price - put.price - parity) / in.F);
             worst = std::max(worst, std::fabs(call.delta - put.delta - std::exp(-in.r * in.T)));

@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace quor::expression;
+
 namespace {
 
 constexpr int kRows = 1000;

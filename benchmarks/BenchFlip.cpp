@@ -12,6 +12,8 @@
 #include <chrono>
 #include <cstdio>
 
+using namespace quor::grid;
+
 namespace {
 
 constexpr int batchTicks = 1000;

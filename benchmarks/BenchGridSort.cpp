@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <string>
 
+using namespace quor::list;
+
 namespace {
 
 constexpr int repeats = 5;

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+using namespace quor::watch;
+
 namespace {
 
 constexpr int kRows = 2000;

@@ -16,6 +16,8 @@
 #include "src/foundation/TimerIds.h"
 #include "src/list/ListCommands.h"
 
+using namespace quor::watch;
+
 namespace terminal {
 
 namespace {

@@ -9,6 +9,8 @@
 #include "host/Theme.h"
 #include "host/resource.h"
 
+using namespace quor::watch;
+
 namespace terminal {
 
 namespace {

@@ -115,7 +115,7 @@ private:
     CFont m_comboFont;
     CComboBox m_names;
     CWatchList m_list;
-    LevelsAsChooser m_levels{m_list.m_arrSortOrder};  // the names that are stored
+    quor::list::LevelsAsChooser m_levels{m_list.m_arrSortOrder};  // the names that are stored
 
     DECLARE_MESSAGE_MAP()
 };

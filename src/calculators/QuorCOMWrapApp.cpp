@@ -51,8 +51,8 @@ struct PortfolioName {
     _bstr_t portfolio{"otn"}, account{"101"}, segment{"N/A"};
 };
 
-void giveOut(const black76::Outputs& out, double& price, double& delta, double& gamma, double& theta, double& vega,
-             double& rho) {
+void giveOut(const quor::black76::Outputs& out, double& price, double& delta, double& gamma, double& theta,
+             double& vega, double& rho) {
     price = out.price;
     delta = out.delta;
     gamma = out.gamma;
@@ -77,15 +77,15 @@ void CQuorCOMWrapApp::GetSpanCom(bool* pbOk) { *pbOk = marginServer.create(kMarg
 
 void CQuorCOMWrapApp::CalcBlack76ModelCallData(double F, double r, double T, double sigma, double K, double& price,
                                                double& delta, double& gamma, double& theta, double& vega, double& rho) {
-    giveOut(black76::call({F, r, T, sigma, K}), price, delta, gamma, theta, vega, rho);
+    giveOut(quor::black76::call({F, r, T, sigma, K}), price, delta, gamma, theta, vega, rho);
 }
 
 void CQuorCOMWrapApp::CalcBlack76ModelPutData(double F, double r, double T, double sigma, double K, double& price,
                                               double& delta, double& gamma, double& theta, double& vega, double& rho) {
-    giveOut(black76::put({F, r, T, sigma, K}), price, delta, gamma, theta, vega, rho);
+    giveOut(quor::black76::put({F, r, T, sigma, K}), price, delta, gamma, theta, vega, rho);
 }
 
-double CQuorCOMWrapApp::NormalDistribution(double x) { return black76::normalDistribution(x); }
+double CQuorCOMWrapApp::NormalDistribution(double x) { return quor::black76::normalDistribution(x); }
 
 // --- The option server ---------------------------------------------------------------------------------------------
 

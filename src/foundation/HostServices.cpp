@@ -1,5 +1,7 @@
 #include "src/foundation/HostServices.h"
 
+namespace quor::foundation {
+
 void logToHost(const char* text) {
     if (g_pControlBlock && g_pControlBlock->AddToTabbedLog) g_pControlBlock->AddToTabbedLog(text, 0, 0);
 }
@@ -25,3 +27,5 @@ const CString& appdataHashCode() {
     if (text.IsEmpty() && g_pControlBlock->pu_GetAppdataHashCode) g_pControlBlock->pu_GetAppdataHashCode(text);
     return text;
 }
+
+}  // namespace quor::foundation

@@ -4,6 +4,8 @@
 
 #include "src/foundation/ControlBlock.h"
 
+namespace quor::foundation {
+
 // One line for the host's log; silent without AddToTabbedLog or before the block exists.
 QUOR_CONTROLS_API void logToHost(const char* text);
 
@@ -19,3 +21,5 @@ QUOR_CONTROLS_API void removeFromDisplayAffinity(CWnd* dialog);
 
 // The text that the host gives for the registry path of dialogs. Asked for while it is empty only.
 QUOR_CONTROLS_API const CString& appdataHashCode();
+
+}  // namespace quor::foundation

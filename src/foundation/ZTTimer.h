@@ -19,5 +19,5 @@ public:
     int timer_action(unsigned long elapsed);
 
 private:
-    TimerTable m_entries;
+    quor::foundation::TimerTable m_entries;
 };

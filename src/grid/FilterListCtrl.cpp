@@ -8,6 +8,8 @@
 #include "src/grid/FilterText.h"
 #include "src/resource/resource.h"
 
+using namespace quor::grid;
+
 IMPLEMENT_DYNAMIC(CFilterListCtrl, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CFilterListCtrl, CCommonListCtrl)

@@ -250,8 +250,8 @@ protected:
     // Rows are asked for anew once the columns came from a file.
     void OnColumnsImported() override { PopulateList(); }
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
-    std::vector<HeaderColumn> ReadHeader() override;
-    FilterStore m_filters;
+    std::vector<quor::list::HeaderColumn> ReadHeader() override;
+    quor::grid::FilterStore m_filters;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
@@ -283,7 +283,7 @@ private:
     // host that writes into it does not allocate.
     void readCell(DWORD_PTR data, int columnIndex, CString& text) {
         text = "";
-        COLORREF textColor = kColorUnset, background = kColorUnset;
+        COLORREF textColor = quor::grid::kColorUnset, background = quor::grid::kColorUnset;
         int icon = -1;
         if (TextCallback && !TextMemberCallback && columnIndex < m_nBaseColumnCount) {
             TextCallback(data, columnIndex, text, textColor, background, icon);
@@ -292,19 +292,19 @@ private:
         }
     }
     bool takesRows() const { return UseFilter != 0 && m_rows.optiData(); }
-    RowTest rowTest();
-    int carryOut(const StoreChange& change);
-    void markDirty(const StoreChange& change);
-    void followTicks(const LaterChanges& changes);
-    void restoreSelection(const BatchSelection& selection);
+    quor::grid::RowTest rowTest();
+    int carryOut(const quor::grid::StoreChange& change);
+    void markDirty(const quor::grid::StoreChange& change);
+    void followTicks(const quor::grid::LaterChanges& changes);
+    void restoreSelection(const quor::grid::BatchSelection& selection);
     void startFlushTimer();
     void StartRepaintTimer();
     void flushDirtyRect();
     void repaintWhole();
 
     CFilterListBaseData* liveRow(int mapIndex) const;
-    int finishDelete(const ClassicChange& change);
-    int finishRetest(const ClassicChange& change);
+    int finishDelete(const quor::grid::ClassicChange& change);
+    int finishRetest(const quor::grid::ClassicChange& change);
     void invalidateShownRow(int visual);
     void invalidateToBottom(int visual);
     bool isInView(int visual);
@@ -313,19 +313,19 @@ private:
     void showFilterBar(bool show);
     void turnHeaderThemeOff();
     CWnd* callbackOwner() const;
-    RowLook rowLook(int visual);
+    quor::grid::RowLook rowLook(int visual);
     void applyKeywordColor(DWORD_PTR data, COLORREF& textColor);
     void eraseStripes(CDC& dc);
     void eraseOutsideRows(CDC& dc);
     void fillArea(CDC& dc, const RECT& area, COLORREF color);
     LRESULT drawCell(NMLVCUSTOMDRAW& draw);
 
-    void sortRows(SortIntegers integers, bool shortcut);
-    void sortDisplay(SortIntegers integers, bool shortcut);
-    void sortMap(SortIntegers integers, bool shortcut);
-    SortKeys readKeys(const std::vector<std::int32_t>& mapIndices, SortIntegers integers);
-    SortKeys readCheckedKeys(const std::vector<std::int32_t>& mapIndices);
-    SortRule sortRule() const;
+    void sortRows(quor::grid::SortIntegers integers, bool shortcut);
+    void sortDisplay(quor::grid::SortIntegers integers, bool shortcut);
+    void sortMap(quor::grid::SortIntegers integers, bool shortcut);
+    quor::grid::SortKeys readKeys(const std::vector<std::int32_t>& mapIndices, quor::grid::SortIntegers integers);
+    quor::grid::SortKeys readCheckedKeys(const std::vector<std::int32_t>& mapIndices);
+    quor::grid::SortRule sortRule() const;
     void findSortMapColumn();
     void showSortArrow(int place, bool falling);
     void hideSortArrow(int place);
@@ -364,9 +364,9 @@ private:
     ColumnTextCallback TextCallback = nullptr;
     ColumnTextMemberCallback TextMemberCallback = nullptr;
     ExportTextMemberCallback ExportTextCallback = nullptr;
-    RowStore m_rows;
-    DirtyArea m_dirty;
-    NativeList m_native;
+    quor::grid::RowStore m_rows;
+    quor::grid::DirtyArea m_dirty;
+    quor::grid::NativeList m_native;
     UINT_PTR FlushTimerId = 0;
     UINT FlushDelay = 200;  // ms
     UINT_PTR RepaintTimerId = 0;
@@ -384,8 +384,8 @@ private:
     bool m_hasFocus = false;
     bool DrawShades = false;
     int LinesPerRow = 1;
-    BatchSelection m_selection;  // scratch of a batch end
-    CustomColumnText m_customText;
+    quor::grid::BatchSelection m_selection;  // scratch of a batch end
+    quor::expression::CustomColumnText m_customText;
 };
 
 // Closes the batch of every grid in opti-data mode, in the order in which they entered it, and starts the flush timer

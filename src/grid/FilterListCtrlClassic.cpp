@@ -3,6 +3,9 @@
 
 #include "src/foundation/HostServices.h"
 
+using namespace quor::grid;
+using namespace quor::foundation;
+
 int CFilterListCtrl::refuse(const char* message, int result) {
     AfxMessageBox(message);
     return result;

@@ -1,6 +1,8 @@
 // User columns of a grid: their texts come from the grid's own columns, user columns among them.
 #include "src/grid/FilterListCtrl.h"
 
+using namespace quor::expression;
+
 namespace {
 
 class GridRow : public CustomCellSource {

@@ -4,6 +4,8 @@
 // there is one road for the user and the program. Columns that have no field go into the store directly.
 #include "src/grid/FilterListCtrl.h"
 
+using namespace quor::grid;
+
 namespace {
 
 // The text of a cell for the row test: emptied, not freed, between rows.

@@ -8,6 +8,9 @@
 #include "src/foundation/ControlBlock.h"
 #include "src/list/core/ListLayout.h"
 
+using namespace quor::grid;
+using namespace quor::list;
+
 namespace {
 
 constexpr UINT kPaintedState = LVIS_STATEIMAGEMASK | LVIS_OVERLAYMASK | LVIS_SELECTED;

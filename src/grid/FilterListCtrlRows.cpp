@@ -3,6 +3,8 @@
 
 #include "src/foundation/TimerIds.h"
 
+using namespace quor::grid;
+
 int CFilterListCtrl::AddRow(void* row, bool updateNow) {
     if (row == nullptr || !takesRows()) return -1;
     if (!hasTextCallback()) return 0;

@@ -7,6 +7,9 @@
 #include "platform/tools/QuorTools.h"
 #include "src/list/CommonListCtrlInternal.h"
 
+using namespace quor::grid;
+using namespace quor::list;
+
 CArray<__int64, __int64> CFilterListCtrl::g_SortDataLongArr;
 CArray<double, double> CFilterListCtrl::g_SortDataDblArr;
 CStringArray CFilterListCtrl::g_SortDataStrArr;

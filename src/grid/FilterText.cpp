@@ -25,7 +25,7 @@ CFilterText::CFilterText(CWnd* parent) : CZTDialogBase(IDD_FILTER_TEXT, parent) 
 CFilterText* CFilterText::shared(CWnd* parent) {
     if (!g_popup) g_popup = new CFilterText(parent);
     if (!g_popup->m_hWnd) {
-        const LibraryResources resources;
+        const quor::LibraryResources resources;
         if (!g_popup->Create(IDD_FILTER_TEXT, parent)) return nullptr;
     }
     return g_popup;

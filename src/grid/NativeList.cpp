@@ -1,5 +1,7 @@
 #include "src/grid/NativeList.h"
 
+namespace quor::grid {
+
 namespace {
 
 constexpr LPARAM kKeepPixelsAndScroll = LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL;
@@ -297,3 +299,5 @@ void NativeList::setColumnWidth(int place, int width) {
     forgetLayout();
     send(LVM_SETCOLUMNWIDTH, place, MAKELPARAM(width, 0));
 }
+
+}  // namespace quor::grid

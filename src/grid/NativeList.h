@@ -14,6 +14,8 @@
 #include <functional>
 #include <vector>
 
+namespace quor::grid {
+
 class QUOR_CONTROLS_API NativeList {
 public:
     // The dirty area counts in rows of the present layout and is folded before that changes. Both outlive this object.
@@ -114,3 +116,5 @@ private:
     int m_wanted = 0;            // what it shall know
     int m_lowest = 0;            // the lowest value since it was told
 };
+
+}  // namespace quor::grid

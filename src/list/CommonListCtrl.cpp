@@ -7,6 +7,8 @@
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListCommands.h"
 
+using namespace quor::list;
+
 IMPLEMENT_DYNAMIC(CCommonListCtrl, CListCtrl)
 
 BEGIN_MESSAGE_MAP(CCommonListCtrl, CListCtrl)

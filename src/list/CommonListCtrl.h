@@ -25,6 +25,8 @@
 #include "src/list/SortOrderChooser.h"
 #include "src/list/core/ProfileSource.h"
 
+namespace quor::list {
+
 class RowSort;
 struct ColumnSetPlan;
 
@@ -33,6 +35,8 @@ struct HeaderColumn {
     CString heading;
     int width = 0;
 };
+
+}  // namespace quor::list
 
 // Callbacks on the owner window. They run only on a permanent window object of the framework; hosts make them from
 // their own members by static_cast.
@@ -87,7 +91,7 @@ public:
     // Puts a list to work on its window: header images, colours, registry, appearance. Once per window.
     void CommonInitList();
     // Where profiles come from; borrowed, must outlive the list's use of it. Null, the default: the host's store.
-    void SetProfileSource(ProfileSource* source) { m_pProfileSource = source; }
+    void SetProfileSource(quor::list::ProfileSource* source) { m_pProfileSource = source; }
     // The columns that show by default, by columnIndex in screen order; call after filling m_arrColumns. Always 1; the
     // second form gives 0 for a count of 0 and changes nothing.
     int SetDefaultCols(CArray<int, int>& columns);
@@ -207,7 +211,7 @@ public:
     // Blanks the images of all header items and, with `show`, gives each level its arrow. Nothing if `draw` is 0.
     void DrawHeaderSortImageForMultiSortMode(int draw, bool show);
     // Where SaveSortOrderProfile gets its names; borrowed. Null, the default: the levels are not written.
-    void SetSortOrderChooser(SortOrderChooser* chooser) { m_dlgSortOrder = chooser; }
+    void SetSortOrderChooser(quor::list::SortOrderChooser* chooser) { m_dlgSortOrder = chooser; }
     // Will show the chooser of the multi-column sort; there is none yet.
     void OnListColumnSortOrder();
 
@@ -368,10 +372,10 @@ protected:
     // On a category list: makes a user column read-only.
     virtual void SetUserColumnReadOnly(int columnIndex);
     // The header items with the headings by which columns are known, for widths to save.
-    virtual std::vector<HeaderColumn> ReadHeader();
+    virtual std::vector<quor::list::HeaderColumn> ReadHeader();
 
     // The columns as they are now, in index order, names and user parts included.
-    std::vector<ProfileEntry> CurrentProfile();
+    std::vector<quor::list::ProfileEntry> CurrentProfile();
     // Makes the control ask for its row height again, as after a change of size.
     void RemeasureRows();
     // Lays the header's tool tips over the header items as they stand now.
@@ -392,9 +396,9 @@ private:
     void StartOnLivingControl();
     // Columns.
     void InsertColumnsForList_Recursive(int* unused);
-    bool ReadStoredColumns(int builtInCount, std::vector<ProfileEntry>& entries);
-    void TakePlan(const ColumnSetPlan& plan);
-    void ShowPlan(const ColumnSetPlan& plan);
+    bool ReadStoredColumns(int builtInCount, std::vector<quor::list::ProfileEntry>& entries);
+    void TakePlan(const quor::list::ColumnSetPlan& plan);
+    void ShowPlan(const quor::list::ColumnSetPlan& plan);
     void InsertColumnRecord(int place, int columnIndex, int width);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
@@ -423,13 +427,13 @@ private:
     void TakeSortDataType();
     bool RowsAreNative() const;
     int PlaceOfColumn(int columnIndex) const;
-    RowSort PrepareSort(const std::vector<int>& rows);
+    quor::list::RowSort PrepareSort(const std::vector<int>& rows);
     void ShowSortImage(int place, int image);
     void AfterSort(bool touchesFirstColumn);
     void SetSortLock(bool locked);
 
-    ProfileSource* m_pProfileSource = nullptr;
-    SortOrderChooser* m_dlgSortOrder = nullptr;
+    quor::list::ProfileSource* m_pProfileSource = nullptr;
+    quor::list::SortOrderChooser* m_dlgSortOrder = nullptr;
     bool m_bMultiSortEnds = false;               // the user agreed to hide a column of the multi-column sort
     std::shared_ptr<CImageList> m_headerImages;  // one for all lists of the process
     CFont m_font;                                // the font of m_Appearance, once applied

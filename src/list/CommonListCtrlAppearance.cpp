@@ -6,6 +6,8 @@
 #include "src/list/core/ColumnArrays.h"
 #include "src/list/core/ListLayout.h"
 
+using namespace quor::list;
+
 namespace {
 
 constexpr int kPointsPerInch = 72;

@@ -8,6 +8,9 @@
 
 #include "platform/base/Numbers.h"
 
+using namespace quor::list;
+using namespace quor::foundation;
+
 namespace {
 
 constexpr const char* kTickedKey = "AutoSortTicked";

@@ -5,6 +5,8 @@
 #include "src/list/core/ColumnSetPlan.h"
 #include "src/list/core/ListLayout.h"
 
+using namespace quor::list;
+
 void CCommonListCtrl::InsertColumnsForList(int* unused) {
     m_nBaseColumnCount = static_cast<int>(m_arrColumns.GetCount());
     ReadAutoSort();

@@ -3,6 +3,8 @@
 #include "src/list/ListSettings.h"
 #include "src/list/core/DealSlipText.h"
 
+using namespace quor::list;
+
 namespace {
 
 constexpr char kNamesKey[] = "PROFILENAMES";

@@ -3,6 +3,8 @@
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/core/ColumnImport.h"
 
+using namespace quor::list;
+
 namespace {
 
 constexpr char kProfileKey[] = "COLUMNPROFILE";

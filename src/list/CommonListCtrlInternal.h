@@ -5,6 +5,8 @@
 
 #include "src/list/CommonListCtrl.h"
 
+namespace quor::list {
+
 // Images of the shared header image list, in this order.
 enum HeaderImage { kHeaderImageRising = 0, kHeaderImageFalling = 1, kHeaderImageBlank = 2 };
 
@@ -73,3 +75,5 @@ inline std::vector<int> toVector(const CArray<int, int>& source) {
 }
 
 inline bool isLive(const CWnd* window) { return window && window->m_hWnd && ::IsWindow(window->m_hWnd); }
+
+}  // namespace quor::list

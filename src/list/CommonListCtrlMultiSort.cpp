@@ -8,6 +8,9 @@
 
 #include <cstring>
 
+using namespace quor::list;
+using namespace quor::foundation;
+
 namespace {
 
 constexpr const char* kLevelsKey = "COLUMN_SORT_ORDER_PROFILE";

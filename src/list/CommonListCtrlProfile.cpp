@@ -6,6 +6,9 @@
 #include "src/list/ListSettings.h"
 #include "src/list/core/ColumnProfileText.h"
 
+using namespace quor::list;
+using namespace quor::foundation;
+
 namespace {
 
 constexpr char kProfileKey[] = "COLUMNPROFILE";

@@ -12,6 +12,9 @@
 #include <algorithm>
 #include <utility>
 
+using namespace quor::list;
+using namespace quor::foundation;
+
 namespace {
 
 constexpr const char* kSortLockKey = "SortLockInfo";

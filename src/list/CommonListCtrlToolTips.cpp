@@ -3,6 +3,8 @@
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/core/ListLayout.h"
 
+using namespace quor::list;
+
 namespace {
 
 constexpr int kLongestHeading = 256;

@@ -2,6 +2,8 @@
 // line at a time, so that no picture file has to be found.
 #include "src/list/CommonListCtrlInternal.h"
 
+namespace quor::list {
+
 namespace {
 
 constexpr int kImageSize = 16;
@@ -56,3 +58,5 @@ bool setHeaderImage(CHeaderCtrl& header, int item, int format, HeaderImage image
     record.iImage = image;
     return header.SetItem(item, &record);
 }
+
+}  // namespace quor::list

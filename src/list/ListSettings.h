@@ -4,6 +4,8 @@
 
 #include "src/foundation/ControlBlock.h"
 
+namespace quor::list {
+
 inline bool readListSetting(const CString& section, const char* key, CString& value) {
     return g_pControlBlock->UserSetting && g_pControlBlock->UserSetting(0, section, value, key) != 0;
 }
@@ -12,3 +14,5 @@ inline bool readListSetting(const CString& section, const char* key, CString& va
 inline bool writeListSetting(const CString& section, const char* key, CString value) {
     return !g_pControlBlock->UserSetting || g_pControlBlock->UserSetting(1, section, value, key) != 0;
 }
+
+}  // namespace quor::list

@@ -5,6 +5,8 @@
 
 #include "src/foundation/core/ColumnRecords.h"
 
+namespace quor::list {
+
 // The dialog's list of chosen headings. A list without such a dialog has none of these.
 class SortOrderChooser {
 public:
@@ -35,3 +37,5 @@ public:
 private:
     const CArray<ColumnSortInfo, ColumnSortInfo>& m_levels;
 };
+
+}  // namespace quor::list

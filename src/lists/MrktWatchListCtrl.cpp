@@ -8,6 +8,10 @@
 
 #include <numeric>
 
+using namespace quor::list;
+using namespace quor::watch;
+using namespace quor::expression;
+
 IMPLEMENT_DYNAMIC(CMrktWatchListCtrl, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CMrktWatchListCtrl, CCommonListCtrl)

@@ -120,12 +120,12 @@ private:
     void ReadStoredPlaces();
     void ReadGridLines();
     void ShowColumns(bool placesUserColumns);
-    std::vector<WatchColumn> ColumnsAsTheyStand() const;
+    std::vector<quor::watch::WatchColumn> ColumnsAsTheyStand() const;
     int WidthOfHeading(const char* heading) const;
     int WidestText(int place);
     void TakeFont(const LOGFONT& description);
 
-    CustomColumnText m_customText;
+    quor::expression::CustomColumnText m_customText;
     CFont m_listFont;  // of SetListFont or ShowFontDlg
 
     // While the control paints, the data of the row that was asked for last: a row paints many cells.

@@ -7,6 +7,10 @@
 #include "src/lists/MrktWatchListCtrl.h"
 #include "src/lists/core/WatchColumns.h"
 
+using namespace quor::list;
+using namespace quor::watch;
+using namespace quor::expression;
+
 namespace {
 
 constexpr char kUserColumnsSection[] = "MarketWatch";

@@ -10,6 +10,10 @@
 
 #include <cstring>
 
+using namespace quor::list;
+using namespace quor::watch;
+using namespace quor::expression;
+
 namespace {
 
 // The section of user columns and of exported watches.

@@ -3,6 +3,8 @@
 
 #include "platform/Framework.h"
 
+namespace quor {
+
 class LibraryResources {
 public:
     LibraryResources() : m_former(AfxGetResourceHandle()) { AfxSetResourceHandle(module()); }
@@ -21,3 +23,5 @@ private:
 
     HINSTANCE m_former;
 };
+
+}  // namespace quor

@@ -16,7 +16,7 @@
 #include <unistd.h>
 #endif
 
-namespace settings {
+namespace quor::settings {
 
 namespace {
 
@@ -203,4 +203,4 @@ bool FileSteps::replace(const std::string& from, const std::string& to) {
 
 #endif
 
-}  // namespace settings
+}  // namespace quor::settings

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace settings {
+namespace quor::settings {
 
 using Tree = boost::property_tree::ptree;
 
@@ -46,4 +46,4 @@ void writeFile(const Tree& tree, const std::string& path, FileSteps& steps);
 // Erases the key from the subtree and from every level below it.
 void eraseEverywhere(Tree& tree, const std::string& key);
 
-}  // namespace settings
+}  // namespace quor::settings

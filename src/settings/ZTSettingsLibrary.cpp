@@ -8,7 +8,7 @@
 
 namespace {
 
-using settings::Tree;
+using quor::settings::Tree;
 
 constexpr char kSeparator = '.';
 constexpr char kAll[] = "ALL";  // every exchange, or both sides
@@ -39,7 +39,7 @@ Tree* subtree(Tree& tree, const CString& path) {
 // Whether a value may be put at a path: the tree takes no empty last level, and the file no more than its depth.
 bool canPut(const std::string& path) {
     return !path.empty() && path.back() != kSeparator &&
-           std::count(path.begin(), path.end(), kSeparator) < settings::kMaxDepth;
+           std::count(path.begin(), path.end(), kSeparator) < quor::settings::kMaxDepth;
 }
 
 // The four scopes of a fallback, in their order, until one satisfies `found`.
@@ -63,12 +63,12 @@ CZTSettingsLibrary::CZTSettingsLibrary(void* tree) : m_tree(static_cast<Tree*>(t
 
 void CZTSettingsLibrary::setPath(CString path) {
     m_path = path;
-    settings::readFile(text(path), *m_tree);
+    quor::settings::readFile(text(path), *m_tree);
 }
 
 void CZTSettingsLibrary::savePath() {
-    settings::FileSteps steps;
-    settings::writeFile(*m_tree, text(m_path), steps);
+    quor::settings::FileSteps steps;
+    quor::settings::writeFile(*m_tree, text(m_path), steps);
 }
 
 int CZTSettingsLibrary::findSetting(CString path, CString& key, CString& value) {

@@ -7,6 +7,9 @@
 #include <set>
 #include <string>
 
+using namespace quor::list;
+using namespace quor::foundation;
+
 namespace {
 
 const std::vector<ImportColumn> kColumns{{"Symbol", 80}, {"Price", 90}, {"Qty", 70}};

@@ -4,21 +4,21 @@
 #include <boost/property_tree/json_parser/error.hpp>
 
 void fuzzSettings(const std::uint8_t* data, std::size_t size) {
-    settings::Tree marker;
+    quor::settings::Tree marker;
     marker.put("before", "kept");
-    settings::Tree tree = marker;
-    if (!settings::parse(std::string(reinterpret_cast<const char*>(data), size), tree)) {
+    quor::settings::Tree tree = marker;
+    if (!quor::settings::parse(std::string(reinterpret_cast<const char*>(data), size), tree)) {
         require(tree == marker, "a text that was refused changed the tree");
         return;
     }
     std::string json;
     try {
-        json = settings::format(tree, "");
+        json = quor::settings::format(tree, "");
     } catch (const boost::property_tree::json_parser::json_parser_error&) {
         return;  // a lone value, or text that is not UTF-8
     }
-    settings::Tree again;
-    require(settings::parse(json, again), "what was written cannot be read");
+    quor::settings::Tree again;
+    require(quor::settings::parse(json, again), "what was written cannot be read");
     require(again == tree, "what was written reads otherwise");
-    settings::eraseEverywhere(again, "k");
+    quor::settings::eraseEverywhere(again, "k");
 }

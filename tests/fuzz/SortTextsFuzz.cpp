@@ -1,6 +1,8 @@
 #include "src/list/core/SortTexts.h"
 #include "tests/fuzz/Fuzz.h"
 
+using namespace quor::list;
+
 namespace {
 
 bool isPlain(const CString& heading) {

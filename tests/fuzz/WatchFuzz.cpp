@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+using namespace quor::watch;
+
 namespace {
 
 constexpr int kRecordWidth = 70;

@@ -9,7 +9,7 @@
 #include <array>
 #include <cmath>
 
-namespace black76 {
+namespace quor::black76 {
 
 namespace {
 
@@ -124,4 +124,4 @@ Outputs put(const Inputs& in) {
     return out;
 }
 
-}  // namespace black76
+}  // namespace quor::black76

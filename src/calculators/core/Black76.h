@@ -5,7 +5,7 @@
 
 #include "platform/Framework.h"
 
-namespace black76 {
+namespace quor::black76 {
 
 // Nothing is checked: with T or sigma 0 (or bad values) the results are what floating point gives, NaN and infinity
 // included.
@@ -34,4 +34,4 @@ QUOR_CONTROLS_API double normalDistribution(double x);
 QUOR_CONTROLS_API Outputs call(const Inputs& in);
 QUOR_CONTROLS_API Outputs put(const Inputs& in);
 
-}  // namespace black76
+}  // namespace quor::black76

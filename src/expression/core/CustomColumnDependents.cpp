@@ -2,6 +2,8 @@
 
 #include "src/list/core/ColumnArrays.h"
 
+namespace quor::expression {
+
 namespace {
 
 bool contains(const CStringArray& names, const CString& name) {
@@ -77,5 +79,7 @@ int removeColumnRecord(const ListColumnArrays& arrays, int columnIndex) {
 void rebuildVisible(const CArray<int, int>& order, CArray<sVisibleColumn, sVisibleColumn>& visible) {
     visible.RemoveAll();
     for (INT_PTR i = 0; i < order.GetCount(); ++i)
-        if (order.GetAt(i) >= 0) addVisibleColumn(visible, {order.GetAt(i), static_cast<int>(i)});
+        if (order.GetAt(i) >= 0) list::addVisibleColumn(visible, {order.GetAt(i), static_cast<int>(i)});
 }
+
+}  // namespace quor::expression

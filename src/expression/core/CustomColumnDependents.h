@@ -11,6 +11,8 @@
 #include <set>
 #include <vector>
 
+namespace quor::expression {
+
 // The user columns that a dialog works on. Borrowed: the arrays outlive the calls.
 struct CustomColumnScope {
     const CArray<sQuorColInfo, sQuorColInfo>& columns;
@@ -43,3 +45,5 @@ QUOR_CONTROLS_API int removeColumnRecord(const ListColumnArrays& arrays, int col
 
 // The visible array of an order array.
 QUOR_CONTROLS_API void rebuildVisible(const CArray<int, int>& order, CArray<sVisibleColumn, sVisibleColumn>& visible);
+
+}  // namespace quor::expression

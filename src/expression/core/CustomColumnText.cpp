@@ -8,6 +8,8 @@
 #include <cmath>
 #include <string_view>
 
+namespace quor::expression {
+
 namespace {
 
 constexpr int kPrecision = 2;
@@ -144,3 +146,5 @@ CustomCellOutcome CustomColumnText::calculate(Level& level, CString& text) {
     showNumber(number, text);
     return CustomCellOutcome::done;
 }
+
+}  // namespace quor::expression

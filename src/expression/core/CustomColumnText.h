@@ -17,6 +17,8 @@
 
 #include <deque>
 
+namespace quor::expression {
+
 // The first user column of a market watch; other lists count from their built-in columns.
 inline constexpr int kFirstMarketWatchUserColumn = 112;
 
@@ -76,3 +78,5 @@ private:
     std::deque<Level> m_levels;  // a deque: levels stay where they are while one is added
     std::size_t m_depth = 0;
 };
+
+}  // namespace quor::expression

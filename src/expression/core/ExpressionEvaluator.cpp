@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-using namespace expression;
+using namespace quor::expression;
 
 int FindOperator(LPCSTR text) {
     if (!text) return rowNone;

@@ -11,7 +11,7 @@
 #include <memory>
 #include <utility>
 
-using namespace expression;
+using namespace quor::expression;
 
 namespace {
 

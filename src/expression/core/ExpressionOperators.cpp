@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace expression {
+namespace quor::expression {
 
 namespace {
 
@@ -98,4 +98,4 @@ bool readOperand(LPCSTR text, std::size_t length, double& value) {
     return end == operandEnd || (end > operandEnd && std::isnan(value));
 }
 
-}  // namespace expression
+}  // namespace quor::expression

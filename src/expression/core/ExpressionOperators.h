@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace expression {
+namespace quor::expression {
 
 struct OperatorRow {
     std::string_view text;
@@ -102,4 +102,4 @@ bool applyOperator(int row, double left, double right, double& value);
 // Reads the operand that is the first `length` characters of `text`; false unless the number reader takes them all.
 bool readOperand(LPCSTR text, std::size_t length, double& value);
 
-}  // namespace expression
+}  // namespace quor::expression

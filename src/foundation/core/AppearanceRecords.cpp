@@ -3,6 +3,8 @@
 #include "platform/base/Numbers.h"
 #include "src/foundation/core/StoredFields.h"
 
+namespace quor::foundation {
+
 namespace {
 
 using Colors = CArray<DWORD, DWORD>;
@@ -147,3 +149,5 @@ CString formatUserAppearanceRecord(const cCustomizedAppearanceSettings& settings
     }
     return text;
 }
+
+}  // namespace quor::foundation

@@ -8,6 +8,8 @@
 
 #include "src/foundation/core/ColumnRecords.h"
 
+namespace quor::foundation {
+
 // Read a record into `settings`. What the text does not hold, or holds in a form that is no number, stays as it was.
 // Keywords replace what stood in the arrays, which are made on demand and belong to the record's owner; they are
 // folded to capitals (A to Z). A cut text loses all keywords of a customise record; of a user record it loses the
@@ -19,3 +21,5 @@ QUOR_CONTROLS_API void parseUserAppearanceRecord(const CString& text, cCustomize
 // missing at the end of an array is written as the one before it (FFFFFFFF before the first).
 QUOR_CONTROLS_API CString formatAppearanceRecord(const cCustomizedAppearanceSettings& settings);
 QUOR_CONTROLS_API CString formatUserAppearanceRecord(const cCustomizedAppearanceSettings& settings);
+
+}  // namespace quor::foundation

@@ -6,6 +6,8 @@
 
 #include "platform/base/Strings.h"
 
+namespace quor::foundation {
+
 // Takes a text apart as strtok does: delimiters in front of a field are skipped, so that there are no empty fields, and
 // the one behind it is consumed. Each call may name another delimiter. A NUL ends the text, which is borrowed.
 class StoredFields {
@@ -28,3 +30,5 @@ public:
 private:
     std::string_view m_rest;
 };
+
+}  // namespace quor::foundation

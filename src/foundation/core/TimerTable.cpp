@@ -1,5 +1,7 @@
 #include "src/foundation/core/TimerTable.h"
 
+namespace quor::foundation {
+
 namespace {
 
 // Adds a tick to an entry; true if it is due, which starts it anew. Sums wrap as 32-bit values do.
@@ -31,3 +33,5 @@ void TimerTable::tick(std::uint32_t elapsed, const Send& send) {
         if (accumulate(entry, elapsed)) send(entry);
     }
 }
+
+}  // namespace quor::foundation

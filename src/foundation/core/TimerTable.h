@@ -17,6 +17,8 @@ struct tTimerStruct {
     std::uint32_t dwMessageOffset = 0;  // added to WM_USER
 };
 
+namespace quor::foundation {
+
 // Owns its entries; they live as long as the table.
 class TimerTable {
 public:
@@ -38,3 +40,5 @@ public:
 private:
     CArray<tTimerStruct*, tTimerStruct*> m_entries;
 };
+
+}  // namespace quor::foundation

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <cstring>
 
+namespace quor::grid {
+
 RowColors startingColors(const RowLook& look, int visual) {
     RowColors colors;
     if (look.alternateRows) colors = {0, visual % 2 == 0 ? look.evenRows : look.oddRows};
@@ -52,3 +54,5 @@ bool wantsGrouping(int dataType, const char* text) {
 int iconEdge(int cellHeight) { return cellHeight < 14 ? cellHeight / 2 : 14; }
 
 int rowHeightFor(std::int32_t fontHeight, int linesPerRow) { return (std::abs(fontHeight) + 4) * linesPerRow; }
+
+}  // namespace quor::grid

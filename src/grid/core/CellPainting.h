@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+namespace quor::grid {
+
 inline constexpr COLORREF kColorUnset = 0xFFFFFFFF;  // a callback that leaves a colour alone
 inline constexpr COLORREF kColorGreyedOut = 0x00DCDCDC;
 inline constexpr COLORREF kColorCheckedRow = 0x00400040;
@@ -57,3 +59,5 @@ int iconEdge(int cellHeight);
 
 // Row height: the absolute font height plus 4, times the lines per row. No font counts as 0.
 int rowHeightFor(std::int32_t fontHeight, int linesPerRow);
+
+}  // namespace quor::grid

@@ -6,6 +6,8 @@
 #include <bit>
 #include <emmintrin.h>
 
+namespace quor::grid {
+
 namespace {
 
 constexpr int laidOutSize = DisplayOrder::blockCapacity * 3 / 4;  // room for rows that enter in the middle
@@ -407,3 +409,5 @@ std::string DisplayOrder::checkItems(int number) const {
     }
     return {};
 }
+
+}  // namespace quor::grid

@@ -22,6 +22,8 @@
 #include <string>
 #include <vector>
 
+namespace quor::grid {
+
 class QUOR_CONTROLS_API DisplayOrder {
 public:
     static constexpr int blockCapacity = 128;
@@ -139,3 +141,5 @@ void DisplayOrder::forEach(Function function) const {
         }
     }
 }
+
+}  // namespace quor::grid

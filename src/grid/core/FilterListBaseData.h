@@ -27,6 +27,9 @@
 #include <vector>
 
 class CFilterListCtrl;
+namespace quor::grid {
+class RowStore;
+}
 
 // The numbers of one row in one grid. `list` is the key; an element without a list is free.
 struct sFilterListRowIndex {
@@ -43,8 +46,8 @@ public:
     ~CFilterListBaseData() = default;
 
 private:
-    friend class RowStore;         // writes the numbers
-    friend class CFilterListCtrl;  // reads them for getRowIndices
+    friend class quor::grid::RowStore;  // writes the numbers
+    friend class CFilterListCtrl;       // reads them for getRowIndices
 
     using Overflow = std::vector<sFilterListRowIndex>;
 

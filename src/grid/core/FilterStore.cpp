@@ -1,5 +1,7 @@
 #include "src/grid/core/FilterStore.h"
 
+namespace quor::grid {
+
 int FilterStore::find(int columnIndex) const {
     for (int i = 0; i < count(); ++i)
         if (columnAt(i) == columnIndex) return i;
@@ -37,3 +39,5 @@ const FilterTokens& FilterStore::compile(std::size_t index, bool exact) {
     return m_compiled[index].emplace(std::string_view(text.GetString(), static_cast<std::size_t>(text.GetLength())),
                                      exact);
 }
+
+}  // namespace quor::grid

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace quor::grid {
+
 class QUOR_CONTROLS_API FilterStore {
 public:
     // An empty text removes the column's filter, if there is one; another text replaces it, or is appended.
@@ -43,3 +45,5 @@ private:
     std::vector<std::optional<FilterTokens>> m_compiled;
     bool m_compiledExact = false;
 };
+
+}  // namespace quor::grid

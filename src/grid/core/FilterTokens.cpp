@@ -13,6 +13,8 @@
 #include <cstring>
 #include <limits>
 
+namespace quor::grid {
+
 namespace {
 
 constexpr std::size_t fewTexts = 4;
@@ -280,3 +282,5 @@ bool FilterTokens::passes(std::string_view cell) const {
         if (endsWith(cell, text)) return true;
     return false;
 }
+
+}  // namespace quor::grid

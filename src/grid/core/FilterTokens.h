@@ -22,6 +22,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quor::grid {
+
 class QUOR_CONTROLS_API FilterTokens {
 public:
     // Passes everything.
@@ -80,10 +82,12 @@ private:
     bool m_all = true;
     bool m_exact = false;
     bool m_hasNumbers = false;
-    bool m_onlyNumbers = false;  // no token of another kind
+    bool m_onlyNumbers = false;                                  // no token of another kind
     double m_greater = std::numeric_limits<double>::infinity();  // the least of the ">" numbers; no cell is above
     double m_less = -std::numeric_limits<double>::infinity();    // the greatest of the "<" numbers
-    TextSet m_texts;       // beginnings, or whole cells in exact mode
+    TextSet m_texts;                                             // beginnings, or whole cells in exact mode
     std::vector<std::string> m_contained;
     std::vector<std::string> m_endings;
 };
+
+}  // namespace quor::grid

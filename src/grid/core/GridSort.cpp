@@ -19,6 +19,8 @@
 #include <numeric>
 #include <optional>
 
+namespace quor::grid {
+
 namespace {
 
 template <class Value>
@@ -52,7 +54,7 @@ void radixPass(const std::vector<Keyed>& from, std::vector<Keyed>& to, int shift
 // Stable, rising by key. The keys are made relative to the lowest on the way.
 void sortByKey(std::vector<Keyed>& rows) {
     if (rows.size() < kFewRows) {
-        stableMergeSort(rows, [](const Keyed& a, const Keyed& b) { return a.key > b.key ? 1 : 0; });
+        list::stableMergeSort(rows, [](const Keyed& a, const Keyed& b) { return a.key > b.key ? 1 : 0; });
         return;
     }
     std::uint64_t lowest = std::numeric_limits<std::uint64_t>::max(), highest = 0;
@@ -346,7 +348,7 @@ void sortRests(std::vector<Keyed>& rows, const TextDigests& digests, bool rising
         while (end != rows.end() && end->key == start->key) ++end;
         if (end - start > 1) {
             run.assign(start, end);
-            stableMergeSort(run, compare);
+            list::stableMergeSort(run, compare);
             std::copy(run.begin(), run.end(), start);
         }
         start = end;
@@ -405,7 +407,7 @@ std::optional<std::vector<std::int32_t>> sortedByDigests(const SortKeys& keys, c
 std::vector<std::int32_t> sortedByComparison(const SortKeys& keys, const SortRule& rule) {
     std::vector<std::uint32_t> rows(keys.size());
     std::iota(rows.begin(), rows.end(), 0u);
-    stableMergeSort(rows, [&](std::uint32_t a, std::uint32_t b) { return compareRows(keys, rule, a, b); });
+    list::stableMergeSort(rows, [&](std::uint32_t a, std::uint32_t b) { return compareRows(keys, rule, a, b); });
     std::vector<std::int32_t> result(rows.size());
     std::transform(rows.begin(), rows.end(), result.begin(),
                    [&keys](std::uint32_t position) { return keys.mapIndices()[position]; });
@@ -423,7 +425,7 @@ int compareKeys(const SortKeys& keys, const SortRule& rule, std::size_t first, s
             return orderOf(a, b, rule.order);
         }
         case SortKeyKind::text:
-            if (keys.dataType() == 3) return naturalCompare(keys.text(second), keys.text(first)) * rule.order;
+            if (keys.dataType() == 3) return list::naturalCompare(keys.text(second), keys.text(first)) * rule.order;
             // The interface is older than const; the texts are only read.
             return rule.compareDates ? rule.compareDates(const_cast<char*>(keys.text(first)),
                                                          const_cast<char*>(keys.text(second)), rule.order)
@@ -451,3 +453,5 @@ std::vector<std::int32_t> sortedMapIndices(const SortKeys& keys, const SortRule&
     }
     return sortedByComparison(keys, rule);
 }
+
+}  // namespace quor::grid

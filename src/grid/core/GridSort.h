@@ -6,6 +6,8 @@
 
 #include "src/grid/core/SortKeys.h"
 
+namespace quor::grid {
+
 // Compares two dates as texts; the sign follows the order given (CompareDateTime of the tools library).
 using DateComparison = int (*)(char* first, char* second, int order);
 
@@ -22,3 +24,5 @@ QUOR_CONTROLS_API int compareRows(const SortKeys& keys, const SortRule& rule, st
 // The map indices of the run in sorted order: always every one of them once, whatever the comparison says. Where the
 // comparison is an order, the result is the one that compareRows makes.
 QUOR_CONTROLS_API std::vector<std::int32_t> sortedMapIndices(const SortKeys& keys, const SortRule& rule);
+
+}  // namespace quor::grid

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <limits>
 
+namespace quor::grid {
+
 struct RowLayout {
     int rowHeight = 0;
     int topIndex = 0;  // visual index of the first row in view
@@ -105,3 +107,5 @@ private:
     RECT DirtyRect{};
     bool DirtyFlag = false;
 };
+
+}  // namespace quor::grid

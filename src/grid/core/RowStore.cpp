@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+namespace quor::grid {
+
 void RowStore::reserve(int n) {
     if (n < 0 || static_cast<std::size_t>(n) > std::min(MapItems.max_size(), DisplayItems.max_size()))
         throw std::length_error("vector too long");
@@ -207,3 +209,5 @@ void RowStore::clear() {
     }
     MapItems.clear();
 }
+
+}  // namespace quor::grid

@@ -35,6 +35,14 @@
 #include <string>
 #include <vector>
 
+// A row slot. `data` 0 in opti-data mode: a tombstone.
+struct sFilterListRow {
+    DWORD_PTR data = 0;
+    std::int32_t check = 0;
+};
+
+namespace quor::grid {
+
 // The item data of a row: in opti-data mode a CFilterListBaseData*, in classic mode whatever the host gave. 0: none.
 using RowData = DWORD_PTR;
 
@@ -44,12 +52,6 @@ struct RowTest {
     const void* context = nullptr;
 
     bool passes(RowData data) const { return function == nullptr || function(context, data); }
-};
-
-// A row slot. `data` 0 in opti-data mode: a tombstone.
-struct sFilterListRow {
-    RowData data = 0;
-    std::int32_t check = 0;
 };
 
 // What an operation did, for the shell to carry on.
@@ -264,3 +266,5 @@ private:
     std::int32_t LastPendingDelete = -1;
     std::vector<int> m_erasedSlots;  // scratch of endBatch
 };
+
+}  // namespace quor::grid

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+namespace quor::grid {
+
 std::string RowStore::Check() const {
     std::string fault = checkDisplay();
     return fault.empty() && OptiDataMode ? checkNumbers() : fault;
@@ -49,3 +51,5 @@ std::string RowStore::checkNumbers() const {
     }
     return {};
 }
+
+}  // namespace quor::grid

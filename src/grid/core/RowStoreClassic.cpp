@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace quor::grid {
+
 ClassicChange RowStore::insertItem(int item) {
     if (item < 0) return {};
     const int count = itemCount();
@@ -112,3 +114,5 @@ int RowStore::checkedCount() const {
 void RowStore::resetChecks() {
     for (sFilterListRow& row : MapItems) row.check = 0;
 }
+
+}  // namespace quor::grid

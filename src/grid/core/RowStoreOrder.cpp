@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+namespace quor::grid {
+
 namespace {
 
 constexpr std::size_t ahead = 16;  // rows are far apart in memory: ask for their numbers before they are written
@@ -144,3 +146,5 @@ void RowStore::applyLater() {
     }
     if (onSettled) onSettled(changes);
 }
+
+}  // namespace quor::grid

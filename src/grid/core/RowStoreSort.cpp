@@ -4,6 +4,8 @@
 
 #include <numeric>
 
+namespace quor::grid {
+
 std::vector<std::int32_t> RowStore::displayedInMapOrder() const {
     std::vector<std::int32_t> mapIndices(static_cast<std::size_t>(displayCount()));
     if (displayCount() == itemCount()) {
@@ -30,3 +32,5 @@ void RowStore::reorderMap(const std::vector<std::int32_t>& mapIndices) {
         if (data != 0) rowOf(data)->setIndices(m_list, mapIndex, -1);
     }
 }
+
+}  // namespace quor::grid

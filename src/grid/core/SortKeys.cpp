@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+namespace quor::grid {
+
 namespace {
 
 constexpr std::size_t kUsualTextSize = 16;  // bytes a row, for the first allocation only
@@ -60,3 +62,5 @@ void SortKeys::add(std::int32_t mapIndex, const CString& text) {
             break;
     }
 }
+
+}  // namespace quor::grid

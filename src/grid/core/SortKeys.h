@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+namespace quor::grid {
+
 enum class SortKeyKind { none, integer, number, text };
 
 QUOR_CONTROLS_API SortKeyKind sortKeyKind(int dataType);
@@ -50,3 +52,5 @@ private:
     std::vector<std::size_t> m_textStarts;
     std::vector<char> m_texts;  // each with its terminator
 };
+
+}  // namespace quor::grid

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+namespace quor::list {
+
 std::vector<int> defaultPlaces(int columnCount, const int* shown, int shownCount) {
     std::vector<int> places;
     for (int column = 0; column < columnCount; ++column) {
@@ -46,3 +48,5 @@ ShownColumns showColumns(int columnCount, const std::vector<int>& columns, const
     }
     return shown;
 }
+
+}  // namespace quor::list

@@ -5,6 +5,8 @@
 
 #include "src/foundation/core/ColumnRecords.h"
 
+namespace quor::list {
+
 // Turns the columns that show by default, given by columnIndex in screen order, into a place for each column of the
 // array: its first position in `shown`, or -1.
 std::vector<int> defaultPlaces(int columnCount, const int* shown, int shownCount);
@@ -34,3 +36,5 @@ bool seedWhenEmpty(Array& array, const Array& values) {
     for (INT_PTR i = 0; i < values.GetCount(); ++i) array.Add(values.GetAt(i));
     return true;
 }
+
+}  // namespace quor::list

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+namespace quor::list {
+
 namespace {
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
@@ -93,3 +95,5 @@ ColumnSetPlan planColumnImport(const std::vector<ImportColumn>& columns, const E
     insertInSequence(plan, bySequence, static_cast<int>(columns.size()));
     return plan;
 }
+
+}  // namespace quor::list

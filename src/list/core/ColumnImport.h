@@ -17,6 +17,8 @@
 #include "src/list/core/ColumnProfileText.h"
 #include "src/list/core/ColumnSetPlan.h"
 
+namespace quor::list {
+
 // The built-in columns of the list, by columnIndex.
 struct ImportColumn {
     CString heading;
@@ -41,3 +43,5 @@ ColumnSetPlan planBuiltInColumns(const std::vector<ImportColumn>& columns);
 // The set that the text makes. In the plan, a visible record holds the column's place in the order array, which is not
 // its position in `inserts` where the text has gaps.
 ColumnSetPlan planColumnImport(const std::vector<ImportColumn>& columns, const ExchangeProfile& profile);
+
+}  // namespace quor::list

@@ -6,12 +6,14 @@
 #include "platform/base/Numbers.h"
 #include "src/foundation/core/StoredFields.h"
 
+namespace quor::list {
+
 namespace {
 
 constexpr char kCustomColumnMarker[] = "CUSTOMCOLUMN";
 
 // Three numbers, the first of which was met already. False if the text ends within them.
-bool readTriple(StoredFields& fields, const CString& index, ProfileEntry& entry) {
+bool readTriple(foundation::StoredFields& fields, const CString& index, ProfileEntry& entry) {
     const auto place = fields.next();
     const auto width = fields.next();
     if (!width) return false;
@@ -22,7 +24,7 @@ bool readTriple(StoredFields& fields, const CString& index, ProfileEntry& entry)
 }
 
 // Name, expression, tool tip. False if one of them is missing; then the entry has no user part.
-bool readUserPart(StoredFields& fields, ProfileEntry& entry) {
+bool readUserPart(foundation::StoredFields& fields, ProfileEntry& entry) {
     const auto name = fields.next('#');
     const auto expression = fields.next('#');
     const auto toolTip = fields.next();
@@ -56,7 +58,7 @@ bool fitsColumnRange(int columnIndex, int place) {
 
 std::vector<ProfileEntry> parseColumnProfile(const CString& text, int builtInCount) {
     std::vector<ProfileEntry> entries;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     while (const auto index = fields.next()) {
         ProfileEntry entry;
         if (!readTriple(fields, *index, entry)) break;
@@ -79,7 +81,7 @@ CString formatColumnProfile(const std::vector<ProfileEntry>& entries) {
 
 ExchangeProfile parseExchangeProfile(const CString& text) {
     ExchangeProfile profile;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     for (auto field = fields.next(); field; field = fields.next()) {
         if (!profile.hasMarker && *field == kCustomColumnMarker) {
             profile.hasMarker = true;
@@ -119,7 +121,7 @@ CString formatExchangeProfile(const std::vector<ProfileEntry>& entries) {
 
 FactoryColumns parseFactoryProfile(const CString& text) {
     FactoryColumns factory;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     int place = -1, width = 0;
     while (const auto index = fields.next()) {
         if (const auto field = fields.next()) place = quor::atoi(*field);
@@ -132,3 +134,5 @@ FactoryColumns parseFactoryProfile(const CString& text) {
     }
     return factory;
 }
+
+}  // namespace quor::list

@@ -11,6 +11,8 @@
 
 #include "src/list/core/ProfileSource.h"
 
+namespace quor::list {
+
 // No text may ask for more columns or places than this.
 inline constexpr int kMaxColumns = 4096;
 
@@ -44,3 +46,5 @@ struct FactoryColumns {
 };
 
 FactoryColumns parseFactoryProfile(const CString& text);
+
+}  // namespace quor::list

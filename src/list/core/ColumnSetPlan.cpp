@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <set>
 
+namespace quor::list {
+
 namespace {
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
@@ -119,3 +121,5 @@ ColumnSetPlan planColumnSet(const ColumnSetInput& input) {
     if (!insertInSequence(draft)) return planWithoutProfile(input, draft);
     return std::move(draft.plan);
 }
+
+}  // namespace quor::list

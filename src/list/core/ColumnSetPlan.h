@@ -19,6 +19,8 @@
 
 #include "src/list/core/ColumnProfileText.h"
 
+namespace quor::list {
+
 // What a column gets that the profile does not know.
 inline constexpr int kUnknownColumnWidth = 100;
 
@@ -50,3 +52,5 @@ struct ColumnSetPlan {
 };
 
 ColumnSetPlan planColumnSet(const ColumnSetInput& input);
+
+}  // namespace quor::list

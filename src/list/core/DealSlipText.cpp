@@ -6,6 +6,8 @@
 #include "src/foundation/core/StoredFields.h"
 #include "src/list/core/ColumnProfileText.h"
 
+namespace quor::list {
+
 namespace {
 
 constexpr int kPrefixLength = sizeof(kDealSlipPrefix) - 1;
@@ -20,7 +22,7 @@ CString withoutDealSlipPrefix(const CString& stored) {
 
 std::optional<std::vector<int>> parseDealSlipProfile(const CString& text) {
     std::vector<int> places;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     while (const auto index = fields.next()) {
         const auto place = fields.next();
         if (!place) break;
@@ -49,7 +51,7 @@ CString formatDealSlipProfile(const std::vector<ProfileEntry>& entries) {
 
 std::vector<CString> parseProfileNames(const CString& text) {
     std::vector<CString> names;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     while (const auto name = fields.next()) names.push_back(withoutDealSlipPrefix(*name));
     return names;
 }
@@ -62,3 +64,5 @@ CString formatProfileNames(const std::vector<CString>& names) {
     }
     return text;
 }
+
+}  // namespace quor::list

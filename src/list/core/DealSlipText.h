@@ -10,6 +10,8 @@
 
 #include "src/list/core/ProfileSource.h"
 
+namespace quor::list {
+
 // Names are stored with this in front and kept in memory without it.
 inline constexpr char kDealSlipPrefix[] = "dealslip_";
 
@@ -26,3 +28,5 @@ CString formatDealSlipProfile(const std::vector<ProfileEntry>& entries);
 // The list of names, joined by commas: stored with the prefix, here without.
 std::vector<CString> parseProfileNames(const CString& text);
 CString formatProfileNames(const std::vector<CString>& names);
+
+}  // namespace quor::list

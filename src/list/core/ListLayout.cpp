@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+namespace quor::list {
+
 int fittedColumnWidth(int command, const ColumnMeasure& measure) {
     switch (command) {
         case kFitColumnsToData:
@@ -54,3 +56,5 @@ CString withThousandsSeparators(const CString& number) {
     }
     return grouped + fraction;
 }
+
+}  // namespace quor::list

@@ -6,6 +6,8 @@
 #include "platform/Framework.h"
 #include "src/list/ListCommands.h"
 
+namespace quor::list {
+
 inline constexpr int kMinColumnWidth = 50;
 
 // What a column could be as wide as, in pixels.
@@ -36,3 +38,5 @@ std::vector<RECT> areaOutsideCells(RECT client, RECT cells);
 // A number's text with a comma before each group of three digits of its integer part. Commas that stand there already
 // are replaced; a minus in front and whatever follows the first point stay as they are.
 CString withThousandsSeparators(const CString& number);
+
+}  // namespace quor::list

@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <vector>
 
+namespace quor::list {
+
 // `compare(left, right)`: an int, above 0 where `right` stands before `left`.
 template <class Element, class Compare>
 void stableMergeSort(std::vector<Element>& elements, Compare compare) {
@@ -29,3 +31,5 @@ void stableMergeSort(std::vector<Element>& elements, Compare compare) {
         elements.swap(merged);
     }
 }
+
+}  // namespace quor::list

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <limits>
 
+namespace quor::list {
+
 namespace {
 
 // A value that is compared by its first digit only: older terminals could not tell it from an overflow, and lists must
@@ -58,3 +60,5 @@ int naturalCompare(const char* x, const char* y, int mode) {
         y = right.end;
     }
 }
+
+}  // namespace quor::list

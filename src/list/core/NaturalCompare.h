@@ -3,6 +3,8 @@
 
 #include "platform/Framework.h"
 
+namespace quor::list {
+
 // Compares two texts the way mixed columns sort: -1, 0 or 1. Null counts as empty.
 //
 // Texts are walked together, byte by byte. A digit stands before any other character; other characters compare as
@@ -15,3 +17,5 @@
 // comparison ends there even if they are equal. So "2147483647" equals "2" and "20", though "2" stands before "20".
 // Sort by it only with a routine that bears this (see MergeSort.h).
 QUOR_CONTROLS_API int naturalCompare(const char* x, const char* y, int mode = 0);
+
+}  // namespace quor::list

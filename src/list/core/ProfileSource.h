@@ -6,6 +6,8 @@
 
 #include "src/foundation/core/ColumnRecords.h"
 
+namespace quor::list {
+
 // One entry of a stored profile, in the order of the text.
 struct ProfileEntry {
     int columnIndex = 0;
@@ -25,3 +27,5 @@ public:
     // are not checked here: ColumnSetPlan decides whether they fit.
     virtual bool readColumnProfile(const CString& listName, int builtInCount, std::vector<ProfileEntry>& entries) = 0;
 };
+
+}  // namespace quor::list

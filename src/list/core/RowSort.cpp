@@ -8,6 +8,8 @@
 #include "src/list/core/MergeSort.h"
 #include "src/list/core/NaturalCompare.h"
 
+namespace quor::list {
+
 namespace {
 
 template <class Value>
@@ -160,3 +162,5 @@ std::vector<std::uint32_t> RowSort::positions() const {
     }
     return positions;
 }
+
+}  // namespace quor::list

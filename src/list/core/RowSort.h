@@ -20,6 +20,8 @@
 
 #include "platform/Framework.h"
 
+namespace quor::list {
+
 enum class SortRule { singleColumn, levels };
 
 // The rule as it stands, over two texts. Negative: a first; a difference of types 1 and 4 is returned as it is, all
@@ -76,3 +78,5 @@ private:
     std::size_t m_rows;
     std::vector<SortKeys> m_levels;
 };
+
+}  // namespace quor::list

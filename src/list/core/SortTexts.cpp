@@ -4,6 +4,8 @@
 #include "src/foundation/core/StoredFields.h"
 #include "src/list/core/ColumnProfileText.h"
 
+namespace quor::list {
+
 namespace {
 
 constexpr const char* kArrow = "->";
@@ -18,7 +20,7 @@ CString formatSortLock(const SortLock& lock) {
 }
 
 SortLock parseSortLock(const CString& text) {
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     const auto word = fields.next(), column = fields.next(), order = fields.next();
     if (!order || *word != "True") return {};
     const SortLock lock{true, quor::atoi(*column), quor::atoi(*order)};
@@ -40,7 +42,7 @@ CString formatSortLevels(const std::vector<SortLevelText>& levels, bool active) 
 SortLevelsText parseSortLevels(const CString& text) {
     SortLevelsText result;
     CString flag;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     while (auto field = fields.next()) {
         if (const int cut = field->Find('#'); cut >= 0) {
             flag = field->Mid(cut + 1);
@@ -55,3 +57,5 @@ SortLevelsText parseSortLevels(const CString& text) {
     result.active = result.hasFlag && quor::atoi(flag) == 1;
     return result;
 }
+
+}  // namespace quor::list

@@ -5,6 +5,8 @@
 
 #include "src/foundation/core/ColumnRecords.h"
 
+namespace quor::list {
+
 // --- Lock: "True,<columnIndex>,<order>", or "False,-1,0" while nothing is locked.
 
 struct SortLock {
@@ -36,3 +38,5 @@ QUOR_CONTROLS_API CString formatSortLevels(const std::vector<SortLevelText>& lev
 // Empty fields are skipped, and so is a field without "->". Blanks around heading and order are dropped; an order that
 // is no number is 0. A "#" in any field cuts it, and what follows the last is the flag: active if its number is 1.
 QUOR_CONTROLS_API SortLevelsText parseSortLevels(const CString& text);
+
+}  // namespace quor::list

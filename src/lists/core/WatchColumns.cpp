@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <set>
 
+namespace quor::watch {
+
 namespace {
 
 constexpr int kUserColumnWidth = 80;
@@ -14,7 +16,7 @@ constexpr int kUserColumnDataType = 7;
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
-bool fits(const WatchColumn& column) { return fitsColumnRange(column.columnIndex, column.place); }
+bool fits(const WatchColumn& column) { return list::fitsColumnRange(column.columnIndex, column.place); }
 
 void dropSurplus(WatchArrays& arrays, std::size_t count) {
     while (arrays.order.size() > count) {
@@ -83,7 +85,7 @@ bool placeByProfile(const std::vector<WatchColumn>& profile, int columnCount, Wa
         if (!named.insert(column.columnIndex).second) return false;
         if (at(column.columnIndex) >= read.order.size()) {
             read.order.resize(at(column.columnIndex) + 1, -1);
-            read.widths.resize(at(column.columnIndex) + 1, kUnknownColumnWidth);
+            read.widths.resize(at(column.columnIndex) + 1, list::kUnknownColumnWidth);
         }
         read.order[at(column.columnIndex)] = column.place;
         read.widths[at(column.columnIndex)] = column.width;
@@ -102,7 +104,7 @@ WatchPlan planWatchColumns(const WatchPlanInput& input) {
     dropSurplus(arrays, count);
     const std::size_t known = arrays.order.size();
     arrays.order.resize(count, -1);
-    arrays.widths.resize(count, kUnknownColumnWidth);
+    arrays.widths.resize(count, list::kUnknownColumnWidth);
     if (input.placesUserColumns) placeUserColumns(arrays, known);
     plan.bySequence = closeUp(arrays.order);
     for (const int column : plan.bySequence) {
@@ -132,10 +134,10 @@ WatchImport importWatch(const CString& text, const std::vector<sQuorColInfo>& bu
     for (int i = 0; stored.hasMarker && i < static_cast<int>(builtIn.size()); ++i) {
         if (named.contains(i)) continue;
         made.arrays.order[at(i)] = -1;
-        made.arrays.widths[at(i)] = kUnknownColumnWidth;
+        made.arrays.widths[at(i)] = list::kUnknownColumnWidth;
     }
     for (const WatchColumn& column : stored.user) {
-        if (made.arrays.order.size() == at(kMaxColumns)) break;
+        if (made.arrays.order.size() == at(list::kMaxColumns)) break;
         made.userColumns.push_back(makeWatchUserColumn(column, column.width));
         made.arrays.order.push_back(column.place);
         made.arrays.widths.push_back(column.width);
@@ -146,9 +148,11 @@ WatchImport importWatch(const CString& text, const std::vector<sQuorColInfo>& bu
 sQuorColInfo makeWatchUserColumn(const WatchColumn& column, int width) {
     sQuorColInfo made;
     setColumnName(made, column.name);
-    setExpressions(made, ListFamily::marketWatch, column.idForm, column.displayForm);
+    expression::setExpressions(made, expression::ListFamily::marketWatch, column.idForm, column.displayForm);
     made.iWidth = width;
     made.iFormat = kFormatRight;
     made.iDataType = kUserColumnDataType;
     return made;
 }
+
+}  // namespace quor::watch

@@ -9,6 +9,8 @@
 
 #include <vector>
 
+namespace quor::watch {
+
 // By columnIndex and of one length.
 struct WatchArrays {
     std::vector<int> order;   // place, -1 hidden
@@ -52,3 +54,5 @@ WatchImport importWatch(const CString& text, const std::vector<sQuorColInfo>& bu
 
 // A user column's record, in a market watch's way: right aligned, decimal, display form first.
 sQuorColInfo makeWatchUserColumn(const WatchColumn& column, int width);
+
+}  // namespace quor::watch

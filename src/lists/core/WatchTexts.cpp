@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace quor::watch {
+
 namespace {
 
 constexpr char kMarker[] = "CUSTOMCOLUMN";
@@ -12,7 +14,7 @@ constexpr char kMarker[] = "CUSTOMCOLUMN";
 int number(const std::optional<CString>& field, int missing) { return field ? quor::atoi(*field) : missing; }
 
 // The three texts at the end of a user column; false if one is missing.
-bool readTexts(StoredFields& fields, WatchColumn& column) {
+bool readTexts(foundation::StoredFields& fields, WatchColumn& column) {
     for (CString* text : {&column.name, &column.idForm, &column.displayForm}) {
         const auto field = fields.next(kWatchDelimiter);
         if (!field) return false;
@@ -46,7 +48,7 @@ bool isWatchUserColumn(const WatchColumn& column) {
 
 std::vector<WatchColumn> parseWatchProfile(const CString& text) {
     std::vector<WatchColumn> columns;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     while (const auto index = fields.next()) {
         const auto place = fields.next(), width = fields.next();
         if (!width) break;
@@ -66,7 +68,7 @@ CString formatWatchProfile(const std::vector<WatchColumn>& columns) {
 
 std::vector<WatchColumn> parseWatchUserColumns(const CString& text) {
     std::vector<WatchColumn> columns;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     while (const auto index = fields.next(kWatchDelimiter)) {
         WatchColumn column;
         column.columnIndex = quor::atoi(*index);
@@ -89,7 +91,7 @@ CString formatWatchUserColumns(const std::vector<WatchColumn>& columns) {
 
 WatchExport parseWatchExport(const CString& text) {
     WatchExport made;
-    StoredFields fields(text);
+    foundation::StoredFields fields(text);
     while (const auto index = fields.next()) {
         if (*index == kMarker) {
             made.hasMarker = true;
@@ -130,3 +132,5 @@ CString formatWatchExport(const std::vector<WatchColumn>& columns) {
     }
     return builtIn + "," + kMarker + "," + user;
 }
+
+}  // namespace quor::watch

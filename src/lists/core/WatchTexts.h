@@ -10,6 +10,8 @@
 
 #include <vector>
 
+namespace quor::watch {
+
 // Built-in columns of every market watch; the first user column has this number.
 inline constexpr int kMarketWatchColumns = 112;
 inline constexpr char kWatchDelimiter = '\xA7';
@@ -46,3 +48,5 @@ struct WatchExport {
 WatchExport parseWatchExport(const CString& text);
 // Built-in columns are those below kMarketWatchColumns. The marker is always written.
 CString formatWatchExport(const std::vector<WatchColumn>& columns);
+
+}  // namespace quor::watch

@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+using namespace quor::list;
+using namespace quor::expression;
+
 namespace {
 
 struct Definition {

@@ -8,6 +8,10 @@
 
 #include <string>
 
+using namespace quor::list;
+using namespace quor::watch;
+using namespace quor::expression;
+
 namespace {
 
 constexpr char kIdForm[] = " \"4\" * 2", kDisplayForm[] = " \"Rate\" * 2";

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+using namespace quor::expression;
+
 namespace {
 
 using Outcome = CustomCellOutcome;

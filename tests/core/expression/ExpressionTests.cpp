@@ -143,13 +143,13 @@ TEST(ExpressionParts, DeadRowsStillHaveTheirEffects) {
     const struct {
         int row;
         double expected;
-    } rows[] = {{expression::rowExclusiveOr, 6 ^ 3},
-                {expression::rowNor, ~(6 | 3)},
-                {expression::rowNand, ~(6 & 3)},
-                {expression::rowUnequal, 1}};
+    } rows[] = {{quor::expression::rowExclusiveOr, 6 ^ 3},
+                {quor::expression::rowNor, ~(6 | 3)},
+                {quor::expression::rowNand, ~(6 & 3)},
+                {quor::expression::rowUnequal, 1}};
     for (const auto& [row, expected] : rows) {
         double value = 0;
-        EXPECT_TRUE(expression::applyOperator(row, 6, 3, value));
+        EXPECT_TRUE(quor::expression::applyOperator(row, 6, 3, value));
         EXPECT_EQ(value, expected) << row;
     }
 }

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace quor::foundation;
+
 namespace {
 
 // A record that frees its arrays.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace quor::grid;
+
 namespace {
 
 constexpr COLORREF even = 0x111111, odd = 0x222222, listText = 0x333333, listBack = 0x444444;

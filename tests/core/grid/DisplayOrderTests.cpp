@@ -8,6 +8,8 @@
 #include <random>
 #include <vector>
 
+using namespace quor::grid;
+
 namespace {
 
 using Indices = std::vector<std::int32_t>;

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace quor::grid;
+
 namespace {
 
 std::string shown(const FilterStore& store) {

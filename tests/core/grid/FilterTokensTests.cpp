@@ -7,6 +7,8 @@
 #include <random>
 #include <string>
 
+using namespace quor::grid;
+
 namespace {
 
 struct Case {

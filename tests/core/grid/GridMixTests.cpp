@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+using namespace quor::grid;
+
 namespace grid_mix {
 namespace {
 

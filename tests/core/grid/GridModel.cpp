@@ -8,6 +8,9 @@
 #include <cstdlib>
 #include <limits>
 
+using namespace quor::grid;
+using namespace quor::list;
+
 namespace grid_mix {
 
 namespace {

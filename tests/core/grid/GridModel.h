@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+using namespace quor::grid;
+
 namespace grid_mix {
 
 // The columns of every grid here, by columnIndex: the data types differ. The first shows in the caption of the counts.

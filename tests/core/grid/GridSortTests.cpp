@@ -12,6 +12,9 @@
 #include <numeric>
 #include <random>
 
+using namespace quor::grid;
+using namespace quor::list;
+
 namespace {
 
 using Indices = std::vector<std::int32_t>;

@@ -10,6 +10,8 @@
 #include <set>
 #include <vector>
 
+using namespace quor::grid;
+
 // What the grid says to the list view, one call each.
 class NativeControl {
 public:

@@ -4,6 +4,8 @@
 
 #include <climits>
 
+using namespace quor::grid;
+
 namespace {
 
 RowLayout scrolled() {

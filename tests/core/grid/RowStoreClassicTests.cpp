@@ -5,6 +5,8 @@
 
 #include <sstream>
 
+using namespace quor::grid;
+
 namespace {
 
 const char* nameOf(ClassicOutcome outcome) {

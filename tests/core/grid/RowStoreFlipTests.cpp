@@ -9,6 +9,8 @@
 #include <memory>
 #include <random>
 
+using namespace quor::grid;
+
 namespace {
 
 class FlipMix {

@@ -7,6 +7,8 @@
 #include <memory>
 #include <random>
 
+using namespace quor::grid;
+
 namespace {
 
 constexpr int gridCount = 3;

@@ -8,6 +8,8 @@
 #include <sstream>
 #include <stdexcept>
 
+using namespace quor::grid;
+
 namespace {
 
 class Pictured {

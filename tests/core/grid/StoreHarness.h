@@ -7,6 +7,8 @@
 
 #include <string>
 
+using namespace quor::grid;
+
 // A row whose CFilterListBaseData part lies behind a second, polymorphic base.
 struct Priced {
     virtual ~Priced() = default;

@@ -8,6 +8,8 @@
 
 #include "ColumnTextTools.h"
 
+using namespace quor::list;
+
 namespace {
 
 const std::vector<ImportColumn> kThreeColumns{{"Symbol", 80}, {"Price", 90}, {"Qty", 70}};

@@ -6,6 +6,8 @@
 #include "src/list/core/ColumnSetPlan.h"
 #include "src/list/core/DealSlipText.h"
 
+using namespace quor::list;
+
 namespace {
 
 using column_texts::picture;

@@ -7,6 +7,8 @@
 #include <random>
 #include <sstream>
 
+using namespace quor::list;
+
 namespace {
 
 using Ints = std::vector<int>;

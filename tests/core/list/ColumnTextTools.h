@@ -6,6 +6,8 @@
 #include <random>
 #include <string>
 
+using namespace quor::list;
+
 namespace column_texts {
 
 // "index,place,width" for each entry, and what it carries in brackets.

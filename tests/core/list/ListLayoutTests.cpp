@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace quor::list;
+
 namespace {
 
 TEST(FittedColumnWidth, FollowsItsCommand) {

@@ -6,6 +6,8 @@
 
 #include "src/list/core/ColumnSetPlan.h"
 
+using namespace quor::list;
+
 // "column:width" for each insert, a star on user columns; then the order array.
 inline std::string picture(const ColumnSetPlan& plan) {
     std::ostringstream text;

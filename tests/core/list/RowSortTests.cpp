@@ -13,6 +13,8 @@
 #include "src/list/core/MergeSort.h"
 #include "src/list/core/NaturalCompare.h"
 
+using namespace quor::list;
+
 namespace {
 
 constexpr SortRule kSingle = SortRule::singleColumn;

@@ -6,6 +6,8 @@
 #include <random>
 #include <string>
 
+using namespace quor::watch;
+
 namespace {
 
 std::string text(const std::vector<int>& numbers) {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace quor::watch;
+
 namespace {
 
 // "number,place,width,name,id,display" of each column, with blanks between.

@@ -7,7 +7,7 @@
 namespace {
 
 using boost::property_tree::json_parser::json_parser_error;
-using settings::Tree;
+using quor::settings::Tree;
 using settings_test::bytesOf;
 using settings_test::TemporaryFile;
 using settings_test::write;
@@ -50,7 +50,7 @@ TEST(SettingsFile, ReadsWellFormedTextsAndLeavesTheTreeForOthers) {
         Tree tree, before;
         tree.put("before", "kept");
         before = tree;
-        EXPECT_EQ(settings::parse(json, tree), good) << json.substr(0, 40);
+        EXPECT_EQ(quor::settings::parse(json, tree), good) << json.substr(0, 40);
         EXPECT_EQ(tree == before, !good) << json.substr(0, 40);
     }
 }
@@ -78,7 +78,7 @@ TEST(SettingsFile, EveryTextThatMayBeWrittenReadsBackTheSame) {
     list.push_back({"", Tree("b")});
     tree.push_back({"list", list});
     Tree again;
-    ASSERT_TRUE(settings::parse(settings::format(tree, ""), again));
+    ASSERT_TRUE(quor::settings::parse(quor::settings::format(tree, ""), again));
     EXPECT_EQ(again, tree);
 }
 
@@ -86,7 +86,7 @@ TEST(SettingsFile, WritesObjectsInObjectsAndTextValues) {
     Tree tree;
     tree.put("P.X.Y.k", "100");
     tree.put("P.ALL.ALL.m", "TRUE");
-    EXPECT_EQ(settings::format(tree, ""),
+    EXPECT_EQ(quor::settings::format(tree, ""),
               "{\n"
               "    \"P\": {\n"
               "        \"X\": {\n"
@@ -122,14 +122,14 @@ TEST(SettingsFile, WhatCouldNotBeReadAgainIsNotWritten) {
     for (const auto& [what, tree] : rows) {
         TemporaryFile file;
         write(file.path(), "old");
-        settings::FileSteps steps;
-        EXPECT_THROW(settings::writeFile(tree, file.path(), steps), json_parser_error) << what;
+        quor::settings::FileSteps steps;
+        EXPECT_THROW(quor::settings::writeFile(tree, file.path(), steps), json_parser_error) << what;
         EXPECT_EQ(bytesOf(file.path()), "old") << what;
     }
 }
 
 // Fails at one step; the other steps are the real ones.
-class FailingSteps : public settings::FileSteps {
+class FailingSteps : public quor::settings::FileSteps {
 public:
     enum Step { atWrite, midWrite, atFlush, atReplace, nowhere };
     explicit FailingSteps(Step failing) : m_failing(failing) {}
@@ -155,10 +155,10 @@ TEST(SettingsFile, AFailureAtAnyStepLeavesTheOldBytesAndNothingBeside) {
         write(file.path(), "old");
         FailingSteps steps(static_cast<FailingSteps::Step>(step));
         if (step == FailingSteps::nowhere) {
-            settings::writeFile(tree, file.path(), steps);
-            EXPECT_EQ(bytesOf(file.path()), settings::format(tree, ""));
+            quor::settings::writeFile(tree, file.path(), steps);
+            EXPECT_EQ(bytesOf(file.path()), quor::settings::format(tree, ""));
         } else {
-            EXPECT_THROW(settings::writeFile(tree, file.path(), steps), json_parser_error) << step;
+            EXPECT_THROW(quor::settings::writeFile(tree, file.path(), steps), json_parser_error) << step;
             EXPECT_EQ(bytesOf(file.path()), "old") << step;
         }
         EXPECT_EQ(bytesOf(file.path() + ".new"), "") << step;
@@ -172,7 +172,7 @@ TEST(SettingsFile, ErasesAKeyAtEveryLevel) {
     tree.put("A.k.below", "1");
     tree.put("A.B.k", "1");
     tree.put("A.B.m", "1");
-    settings::eraseEverywhere(tree, "k");
+    quor::settings::eraseEverywhere(tree, "k");
     EXPECT_EQ(tree.count("k"), 0u);
     EXPECT_EQ(tree.count("k2"), 1u);
     EXPECT_FALSE(tree.get_child_optional("A.k"));

@@ -12,7 +12,7 @@
 
 namespace {
 
-using settings::Tree;
+using quor::settings::Tree;
 using settings_test::bytesOf;
 using settings_test::TemporaryFile;
 using settings_test::write;
@@ -185,7 +185,7 @@ TEST_F(Settings, WhatThePathCannotHoldIsRefusedAndChangesNothing) {
     EXPECT_EQ(tree, before);
     EXPECT_EQ(library.saveSetting(deep.c_str() + 2, "k", "v"), 1);  // 256 levels
     Tree again;
-    EXPECT_TRUE(settings::parse(settings::format(tree, ""), again));
+    EXPECT_TRUE(quor::settings::parse(quor::settings::format(tree, ""), again));
     EXPECT_EQ(again, tree);
 }
 

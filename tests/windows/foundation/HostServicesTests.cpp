@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace quor::foundation;
+
 namespace {
 
 struct HostServices : testing::Test {

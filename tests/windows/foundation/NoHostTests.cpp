@@ -6,6 +6,8 @@
 
 #include <set>
 
+using namespace quor::foundation;
+
 namespace {
 
 // Taken while this executable's statics are made, before main.

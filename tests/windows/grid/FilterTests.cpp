@@ -5,6 +5,8 @@
 #include "support/Input.h"
 #include "windows/grid/GridFixture.h"
 
+using namespace quor::grid;
+
 namespace grid_tests {
 namespace {
 

@@ -1,5 +1,7 @@
 #include "windows/grid/GridFixture.h"
 
+using namespace quor::grid;
+
 namespace grid_tests {
 
 int Owner::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background,

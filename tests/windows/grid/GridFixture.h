@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+using namespace quor::grid;
+
 namespace grid_tests {
 
 inline constexpr int kGridId = 77;

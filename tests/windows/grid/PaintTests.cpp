@@ -3,6 +3,8 @@
 #include "support/HandleCounts.h"
 #include "support/Input.h"
 
+using namespace quor::grid;
+
 namespace grid_tests {
 namespace {
 

@@ -1,6 +1,8 @@
 // The column set on a real header. Which columns come is decided and tested in the core.
 #include "ListFixture.h"
 
+using namespace quor::list;
+
 namespace {
 
 using namespace list_tests;

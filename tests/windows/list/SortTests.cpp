@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+using namespace quor::list;
+
 namespace {
 
 using namespace list_tests;

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <vector>
 
+using namespace quor::list;
+
 namespace {
 
 using namespace watch_tests;

@@ -9,6 +9,8 @@
 #include "src/foundation/core/Globals.h"
 #include "support/WindowFixture.h"
 
+using namespace quor::watch;
+
 namespace terminal {
 namespace {
 
