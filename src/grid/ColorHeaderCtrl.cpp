@@ -37,8 +37,7 @@ COLORREF CColorHeaderCtrl::groundOf(int place) const {
     list.GetFileteredCols(columns, texts);
     for (INT_PTR i = 0; i < columns.GetSize(); ++i) {
         const int columnIndex = columns.GetAt(i);
-        if (columnIndex >= 0 && columnIndex < list.m_arrOrder.GetSize() &&
-            list.m_arrOrder.GetAt(columnIndex) == place)
+        if (columnIndex >= 0 && columnIndex < list.m_arrOrder.GetSize() && list.m_arrOrder.GetAt(columnIndex) == place)
             return kFilteredGround;
     }
     return columns.GetSize() != 0 ? kOtherGround : plain;

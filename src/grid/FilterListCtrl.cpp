@@ -1,13 +1,15 @@
 // Construction, message map, modes, header, timers.
 //
 // Every message passes NativeList first: the native row count may lag behind, and whoever looks must not see that.
-#include "src/grid/FilterListCtrl.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 #include "src/foundation/ControlBlock.h"
+#include "src/foundation/HostServices.h"
 #include "src/foundation/TimerIds.h"
 #include "src/grid/FilterText.h"
 #include "src/resource/resource.h"
 
+using namespace quor::foundation;
 using namespace quor::grid;
 
 IMPLEMENT_DYNAMIC(CFilterListCtrl, CCommonListCtrl)
@@ -36,32 +38,50 @@ END_MESSAGE_MAP()
 
 CArray<CFilterListCtrl*, CFilterListCtrl*> CFilterListCtrl::g_OptiDataFilterLists;
 
-CFilterListCtrl::CFilterListCtrl() : m_rows(this), m_native(*this, m_dirty, [this] { m_rows.settleLater(); }) {
-    m_rows.onSettled = [this](const LaterChanges& changes) { followTicks(changes); };
+CFilterListCtrl::CFilterListCtrl() : m_parts(std::make_unique<Parts>(*this)) {
     SetPointerToGetTextColor(static_cast<TextColorCallback>(&CFilterListCtrl::GetTextColorForItem));
 }
 
 CFilterListCtrl::~CFilterListCtrl() {
     if (m_hWnd) DestroyWindow();
     CFilterText::forget(this);
+    if (g_SortingList == this) g_SortingList = nullptr;
     for (INT_PTR i = g_OptiDataFilterLists.GetUpperBound(); i >= 0; --i)
         if (g_OptiDataFilterLists.GetAt(i) == this) g_OptiDataFilterLists.RemoveAt(i);
-    m_rows.clear();
+    m_parts->rows.clear();
     FreeTrendValues();
 }
 
+// The layout may be read while a message runs, before the control has followed it: so it is stale behind it as well.
 LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    m_native.beforeMessage(message, wParam, lParam);
-    if (message == WM_PARENTNOTIFY) {
-        // A control without WS_VISIBLE may make its header only for the first column.
-        const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
-        if (LOWORD(wParam) == WM_CREATE && SubclassHeader() == 0 && UseFilter) turnHeaderThemeOff();
-        return result;
-    }
-    if (!NativeList::changesCount(message)) return CCommonListCtrl::WindowProc(message, wParam, lParam);
+    const MessageKind kind = messageKind(message, wParam, lParam);
+    beforeMessage(message, wParam, lParam);
+    const Presence presence(*this);
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
-    m_native.takeCountFromControl();
+    if (presence.gone()) return result;
+    // A control without WS_VISIBLE may make its header only for the first column.
+    if (message == WM_PARENTNOTIFY && LOWORD(wParam) == WM_CREATE && SubclassHeader() == 0 && UseFilter)
+        turnHeaderThemeOff();
+    if (kind == MessageKind::counts) m_parts->rows.takeCount(m_parts->native.nativeCount());
+    if (kind == MessageKind::counts || kind == MessageKind::general) m_parts->rows.forgetLayout();
     return result;
+}
+
+void CFilterListCtrl::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    LiveRows& rows = m_parts->rows;
+    m_parts->native.beforeMessage(message, wParam);
+    if (message == WM_NCDESTROY) return rows.windowWent();
+    switch (messageKind(message, wParam, lParam)) {
+        case MessageKind::blind:
+            return;
+        case MessageKind::paint:
+            return rows.paintComes();
+        case MessageKind::quiet:
+            return rows.settle();
+        default:
+            rows.forgetLayout();
+            return rows.settle();
+    }
 }
 
 // ---- Creation. The header object attaches as soon as the control has a header, so before the first column.
@@ -70,11 +90,13 @@ void CFilterListCtrl::PreSubclassWindow() {
     SubclassHeader();
     CCommonListCtrl::PreSubclassWindow();
     m_hasFocus = ::GetFocus() == m_hWnd;
+    paintDoubleBuffered();  // of a living control that is taken over
 }
 
 int CFilterListCtrl::OnCreate(LPCREATESTRUCT create) {
     if (CCommonListCtrl::OnCreate(create) == -1) return -1;
     SubclassHeader();
+    paintDoubleBuffered();
     return 0;
 }
 
@@ -95,25 +117,41 @@ void CFilterListCtrl::SetUseFilter(int flag) {
     UseFilter = FilterBarVisible = flag;
     if (flag) {
         showFilterBar(true);
-        m_native.deleteAllRows();
+        m_parts->touchControl([this] { m_parts->native.deleteAllRows(); });
         PutListFilter();  // the flag was just set, so this hides the bar
         turnHeaderThemeOff();
     } else {
         if (m_header.m_hWnd) m_header.ClearFilter(-1);
         showFilterBar(false);
-        m_native.deleteAllRows();
-        m_rows.clear();
+        m_parts->touchControl([this] { m_parts->native.deleteAllRows(); });
+        m_parts->rows.clear();
     }
-    m_native.setRedraw(true);
-    m_native.invalidateAll();
+    m_parts->rows.takeCount(m_parts->native.nativeCount());
+    m_parts->native.setRedraw(true);
+    m_parts->native.invalidateAll();
 }
 
+// Numbers that a host gave to classic rows are no pointers.
 void CFilterListCtrl::SetOptiDataMode(bool on) {
-    if (!on || m_rows.optiData()) return;
-    m_rows.enterOptiData();
+    if (!on || m_parts->rows.optiData()) return;
+    if (m_parts->rows.itemCount() != 0) {
+        logToHost("SetOptiDataMode refused: the grid already has rows of classic mode");
+        return;
+    }
+    m_parts->rows.enterOptiData();
     g_OptiDataFilterLists.Add(this);
-    m_native.setExtendedStyle(m_native.extendedStyle() | LVS_EX_DOUBLEBUFFER);
+    paintDoubleBuffered();
 }
+
+void CFilterListCtrl::paintDoubleBuffered() {
+    if (m_parts->rows.optiData() && m_hWnd)
+        m_parts->native.setExtendedStyle(m_parts->native.extendedStyle() | LVS_EX_DOUBLEBUFFER);
+}
+
+bool CFilterListCtrl::GetOptiDataMode() const { return m_parts->rows.optiData(); }
+void CFilterListCtrl::SetReverseDisplay(bool on) { m_parts->rows.setReverse(on); }
+bool CFilterListCtrl::GetReverseDisplay() const { return m_parts->rows.reverse(); }
+void CFilterListCtrl::AnchorView(bool on) { m_parts->rows.setAnchored(on); }
 
 // A themed header does not show the colours that the grid gives it.
 void CFilterListCtrl::turnHeaderThemeOff() {
@@ -143,8 +181,7 @@ void CFilterListCtrl::OnTimer(UINT_PTR id) {
 void CFilterListCtrl::flushDirtyRect() {
     KillTimer(kFlushTimer);
     FlushTimerId = 0;
-    m_native.settle();
-    m_native.invalidate(m_dirty.flush(m_native.layout()), false);
+    m_parts->rows.flush();
 }
 
 void CFilterListCtrl::StartRepaintTimer() {
@@ -154,7 +191,7 @@ void CFilterListCtrl::StartRepaintTimer() {
 void CFilterListCtrl::repaintWhole() {
     KillTimer(kRepaintTimer);
     RepaintTimerId = 0;
-    m_native.invalidateAll();
+    m_parts->native.invalidateAll();
 }
 
 void CFilterListCtrl::OnSetFocus(CWnd* former) {
@@ -192,7 +229,7 @@ BOOL CFilterListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
 
 // A new column width can wrap a text of several lines differently.
 void CFilterListCtrl::OnHdnEnddragList(LRESULT* result) {
-    if (LinesPerRow > 1) m_native.invalidateAll();
+    if (LinesPerRow > 1) m_parts->native.invalidateAll();
     *result = 0;
 }
 
@@ -206,9 +243,9 @@ void CFilterListCtrl::OnLvnGetdispinfo(NMHDR* header, LRESULT* result) {
         item.state = INDEXTOSTATEIMAGEMASK(2);
     }
     if (!(item.mask & LVIF_TEXT)) return;
-    const CString text = m_native.isMeasuring() ? CString() : GetItemText(item.iItem, item.iSubItem);
+    const CString text = m_parts->native.isMeasuring() ? CString() : GetItemText(item.iItem, item.iSubItem);
     ::lstrcpynA(item.pszText, text, item.cchTextMax);
 }
 
 // Typing finds nothing: the answer is always the marked row.
-void CFilterListCtrl::OnLvnOdfinditem(NMHDR*, LRESULT* result) { *result = m_native.selectionMark(); }
+void CFilterListCtrl::OnLvnOdfinditem(NMHDR*, LRESULT* result) { *result = m_parts->native.selectionMark(); }

@@ -18,18 +18,18 @@
 // One thread: that of the windows. Destroy grids before rows.
 #pragma once
 
-#include "src/expression/core/CustomColumnText.h"
 #include "src/grid/ColorHeaderCtrl.h"
-#include "src/grid/NativeList.h"
-#include "src/grid/core/CellPainting.h"
-#include "src/grid/core/GridSort.h"
-#include "src/grid/core/FilterStore.h"
-#include "src/grid/core/RowStore.h"
+#include "src/grid/core/FilterListBaseData.h"
 #include "src/list/CommonListCtrl.h"
 
 #include <cstdlib>
 #include <functional>
 #include <memory>
+
+namespace quor::grid {
+class RowWalk;
+class SortKeys;
+}  // namespace quor::grid
 
 // Give the text of a cell, with colours that stay as they are unless set, and an icon (a handle for numeric columns,
 // an image number for others; -1 none). Non-zero: the text is valid. Members are called on the owner window, which
@@ -55,10 +55,13 @@ public:
     int GetUseFilter() const override { return UseFilter; }
     // The first call with true counts, every other does nothing. Joins g_OptiDataFilterLists, paints double buffered.
     void SetOptiDataMode(bool on);
-    bool GetOptiDataMode() const { return m_rows.optiData(); }
+    bool GetOptiDataMode() const;
     // The newest row on top. Only stores the flag: set it before rows, or call PopulateList.
-    void SetReverseDisplay(bool on) { m_rows.setReverse(on); }
-    bool GetReverseDisplay() const { return m_rows.reverse(); }
+    void SetReverseDisplay(bool on);
+    bool GetReverseDisplay() const;
+    // While the page is scrolled away from its top, the rows in view stay in view at the end of a batch, and a row that
+    // leaves the page keeps the focus. Off at first.
+    void AnchorView(bool on);
 
     // --- Opti-data mode. `row` is the CFilterListBaseData part of the host's row: pass it through a pointer of that
     // class (the overloads), or as the void* of such a pointer, never of another base.
@@ -66,18 +69,18 @@ public:
     // Every grid that entered the mode and lives.
     static CArray<CFilterListCtrl*, CFilterListCtrl*> g_OptiDataFilterLists;
     // Room for n rows. Throws std::length_error("vector too long") for an n that no store can hold, below 0 included.
-    void reserveForItems(int n) { m_rows.reserve(n); }
+    void reserveForItems(int n);
     // The new map index; -1 for null or in another mode; 0 without a text callback. The native side follows at once
     // with updateNow, else at the end of the batch.
     int AddRow(void* row, bool updateNow);
-    int AddRow(CFilterListBaseData* row, bool updateNow) { return AddRow(static_cast<void*>(row), updateNow); }
+    int AddRow(CFilterListBaseData* row, bool updateNow);
     // After the host changed the row. 1: it entered the display, -1: it left, 0: neither, or refused.
     int UpdateRow(void* row);
-    int UpdateRow(CFilterListBaseData* row) { return UpdateRow(static_cast<void*>(row)); }
+    int UpdateRow(CFilterListBaseData* row);
     // The row's map index; -1 for null, in another mode or for a row that is not here; 0 without a text callback. The
     // row may be freed on return, once every grid that shows it was told.
     int DeleteRow(void* row, bool updateNow);
-    int DeleteRow(CFilterListBaseData* row, bool updateNow) { return DeleteRow(static_cast<void*>(row), updateNow); }
+    int DeleteRow(CFilterListBaseData* row, bool updateNow);
     // The row's map index and visual index in a grid; the latter -1 when filtered out, both -1 when it is not there.
     static void getRowIndices(CFilterListBaseData* row, CFilterListCtrl* list, int& mapIndex, int& displayIndex);
     // Closes this grid's batch: pending adds and deletes show, selected rows stay selected.
@@ -93,12 +96,10 @@ public:
     DWORD_PTR GetItemData(int item) override;
     DWORD_PTR GetFilteredItemData(int item) { return GetItemData(item); }
     // No bounds check.
-    DWORD_PTR GetMapItemData(unsigned long long mapIndex) const {
-        return m_rows.dataOfMapIndex(static_cast<std::size_t>(mapIndex));
-    }
+    DWORD_PTR GetMapItemData(unsigned long long mapIndex) const;
     // Takes a display slot, without reversal; -1 when out of range.
-    int GetMapIndexFromDisplayIndex(int slot) const { return m_rows.mapIndexOfSlot(slot); }
-    int GetDisplayCount() const { return m_rows.displayCount(); }
+    int GetMapIndexFromDisplayIndex(int slot) const;
+    int GetDisplayCount() const;
     // With a store: its rows, deleted ones included.
     int GetItemCount() const;
     // With a store the text is the host's: does nothing, 1 (0 without a text callback).
@@ -154,10 +155,10 @@ public:
     // The same: empties the store and clears every field, each with its notification.
     void ResetFilterStore();
     // Changes the store and nothing else; an empty text removes. The column is not checked.
-    void AddToFilteredCols(int columnIndex, const CString& text) { m_filters.set(columnIndex, text); }
+    void AddToFilteredCols(int columnIndex, const CString& text);
     // Copies of the filter store: columns and their texts.
     void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);
-    int GetFilterCount() const { return m_filters.count(); }
+    int GetFilterCount() const;
     // 0: the header's notifications are swallowed.
     void SetDoFilter(int flag) { DoFilter = flag; }
     int CheckDoFilter() const { return DoFilter; }
@@ -210,10 +211,10 @@ public:
 
     BOOL GetCheck(int item) const;
     int SetCheck(int item, int state);
-    int GetMapItemCheck(int mapIndex) const { return m_rows.checkOfMapIndex(static_cast<std::size_t>(mapIndex)); }
-    int SetMapItemCheck(int mapIndex, int state) { return m_rows.setCheckOfMapIndex(mapIndex, state); }
-    int GetCheckedItemCount() const { return m_rows.checkedCount(); }
-    void ResetCheckedItems() { m_rows.resetChecks(); }
+    int GetMapItemCheck(int mapIndex) const;
+    int SetMapItemCheck(int mapIndex, int state);
+    int GetCheckedItemCount() const;
+    void ResetCheckedItems();
 
     // --- Columns
 
@@ -251,7 +252,6 @@ protected:
     void OnColumnsImported() override { PopulateList(); }
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     std::vector<quor::list::HeaderColumn> ReadHeader() override;
-    quor::grid::FilterStore m_filters;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
@@ -276,35 +276,26 @@ protected:
 
 private:
     friend QUOR_CONTROLS_API void processEndofBatchUpdates();
-    class RowPainter;
+    struct Parts;        // the windowless parts and the native control
+    class Presence;      // whether the grid is still there
+    class CellPainter;   // what both paint routes share
+    class RowPainter;    // a row of the owner-draw route
+    class SortScope;     // a sort that an exception takes back
+    struct SortRequest;  // column, order and kind of a sort
 
     bool hasTextCallback() const { return TextCallback != nullptr || TextMemberCallback != nullptr; }
-    // Only the text, into a string that is used again: what walks over all rows ask. It keeps its buffer, so that a
-    // host that writes into it does not allocate.
-    void readCell(DWORD_PTR data, int columnIndex, CString& text) {
-        text = "";
-        COLORREF textColor = quor::grid::kColorUnset, background = quor::grid::kColorUnset;
-        int icon = -1;
-        if (TextCallback && !TextMemberCallback && columnIndex < m_nBaseColumnCount) {
-            TextCallback(data, columnIndex, text, textColor, background, icon);
-        } else {
-            GetColumnText(data, columnIndex, text, textColor, background, icon, false);
-        }
-    }
-    bool takesRows() const { return UseFilter != 0 && m_rows.optiData(); }
-    quor::grid::RowTest rowTest();
-    int carryOut(const quor::grid::StoreChange& change);
-    void markDirty(const quor::grid::StoreChange& change);
-    void followTicks(const quor::grid::LaterChanges& changes);
-    void restoreSelection(const quor::grid::BatchSelection& selection);
+    void readCell(DWORD_PTR data, int columnIndex, CString& text);
+    bool takesRows() const;
     void startFlushTimer();
     void StartRepaintTimer();
     void flushDirtyRect();
     void repaintWhole();
+    void paintDoubleBuffered();
+    void beforeMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     CFilterListBaseData* liveRow(int mapIndex) const;
-    int finishDelete(const quor::grid::ClassicChange& change);
-    int finishRetest(const quor::grid::ClassicChange& change);
+    template <class Retest>
+    int repaintRetested(Retest retest);
     void invalidateShownRow(int visual);
     void invalidateToBottom(int visual);
     bool isInView(int visual);
@@ -313,19 +304,23 @@ private:
     void showFilterBar(bool show);
     void turnHeaderThemeOff();
     CWnd* callbackOwner() const;
-    quor::grid::RowLook rowLook(int visual);
-    void applyKeywordColor(DWORD_PTR data, COLORREF& textColor);
     void eraseStripes(CDC& dc);
     void eraseOutsideRows(CDC& dc);
     void fillArea(CDC& dc, const RECT& area, COLORREF color);
     LRESULT drawCell(NMLVCUSTOMDRAW& draw);
+    bool paintsByCustomDraw() const;
 
-    void sortRows(quor::grid::SortIntegers integers, bool shortcut);
-    void sortDisplay(quor::grid::SortIntegers integers, bool shortcut);
-    void sortMap(quor::grid::SortIntegers integers, bool shortcut);
-    quor::grid::SortKeys readKeys(const std::vector<std::int32_t>& mapIndices, quor::grid::SortIntegers integers);
-    quor::grid::SortKeys readCheckedKeys(const std::vector<std::int32_t>& mapIndices);
-    quor::grid::SortRule sortRule() const;
+    template <class Function>
+    void inWalk(Function function);
+    void sortRows(quor::grid::RowWalk& walk, const SortRequest& request);
+    void sortDisplay(quor::grid::RowWalk& walk, const SortRequest& request);
+    void sortMap(quor::grid::RowWalk& walk, const SortRequest& request);
+    void sortCheckedFirst(quor::grid::RowWalk& walk);
+    quor::grid::SortKeys readKeys(const quor::grid::RowWalk& walk, const SortRequest& request,
+                                  const std::vector<std::int32_t>& mapIndices);
+    quor::grid::SortKeys readCheckedKeys(const quor::grid::RowWalk& walk, const SortRequest& request,
+                                         const std::vector<std::int32_t>& mapIndices);
+    void showRepainted();
     void findSortMapColumn();
     void showSortArrow(int place, bool falling);
     void hideSortArrow(int place);
@@ -333,7 +328,6 @@ private:
     void moveMarkTo(DWORD_PTR data);
 
     int IsItemMatchingFilter(CString& cell, CString& filter);
-    bool passesFilters(DWORD_PTR data, CString& cell);
     bool matchesExactly() const { return MatchExact != 0 || MatchExactSticky != 0; }
     int placeOf(int columnIndex) const;
     char* filterBuffer();
@@ -358,15 +352,12 @@ private:
 
     int SortMapColumn = -1;   // columnIndex being sorted
     CString m_countsCaption;  // as SortOnChecked wrote it last
-    bool m_sorting = false;   // a sort of the map rebuilds the display, which would apply a locked sort again
 
     int UseFilter = 0;
     ColumnTextCallback TextCallback = nullptr;
     ColumnTextMemberCallback TextMemberCallback = nullptr;
     ExportTextMemberCallback ExportTextCallback = nullptr;
-    quor::grid::RowStore m_rows;
-    quor::grid::DirtyArea m_dirty;
-    quor::grid::NativeList m_native;
+    std::unique_ptr<Parts> m_parts;
     UINT_PTR FlushTimerId = 0;
     UINT FlushDelay = 200;  // ms
     UINT_PTR RepaintTimerId = 0;
@@ -378,14 +369,11 @@ private:
     int FilterEditColumn = 0;   // place of the field that has the keyboard
     std::unique_ptr<char, decltype(&std::free)> FilterTextBuffer{nullptr, &std::free};
     std::size_t FilterTextBytes = 0;  // of the buffer, from its start, that are not zero
-    CString m_cellText;               // scratch of the row test, so that it keeps its buffer
 
     CColorHeaderCtrl m_header;
     bool m_hasFocus = false;
     bool DrawShades = false;
     int LinesPerRow = 1;
-    quor::grid::BatchSelection m_selection;  // scratch of a batch end
-    quor::expression::CustomColumnText m_customText;
 };
 
 // Closes the batch of every grid in opti-data mode, in the order in which they entered it, and starts the flush timer

@@ -1,5 +1,5 @@
 // Classic mode: rows one at a time, and the routes from its operations to the row in opti-data mode.
-#include "src/grid/FilterListCtrl.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 #include "src/foundation/HostServices.h"
 
@@ -12,14 +12,14 @@ int CFilterListCtrl::refuse(const char* message, int result) {
 }
 
 CFilterListBaseData* CFilterListCtrl::liveRow(int mapIndex) const {
-    return reinterpret_cast<CFilterListBaseData*>(m_rows.dataOfMapIndexChecked(mapIndex));
+    return reinterpret_cast<CFilterListBaseData*>(m_parts->rows.dataOfMapIndex(mapIndex));
 }
 
 int CFilterListCtrl::InsertItem(int item, const char* text, int image) {
     if (!UseFilter) return CListCtrl::InsertItem(item, text, image);
-    if (m_rows.optiData()) return refuse("Unexpected Error : InsertItem Should not be called in OptiMode", -1);
+    if (m_parts->rows.optiData()) return refuse("Unexpected Error : InsertItem Should not be called in OptiMode", -1);
     if (!hasTextCallback()) return 0;
-    const ClassicChange change = m_rows.insertItem(item);
+    const ClassicChange change = m_parts->rows.insertItem(item);
     if (change.outcome == ClassicOutcome::corrupt) {
         refuse("Insert Item: Reindexing Error", 0);
         DeleteAllItems();
@@ -31,15 +31,20 @@ int CFilterListCtrl::InsertItem(int item, const char* text, int image) {
 
 int CFilterListCtrl::SetItemData(int item, DWORD_PTR data) {
     if (!UseFilter) return CListCtrl::SetItemData(item, data);
-    if (m_rows.optiData()) return refuse("Unexpected Error : SetItemData Should not be called in OptiMode", 0);
+    if (m_parts->rows.optiData()) return refuse("Unexpected Error : SetItemData Should not be called in OptiMode", 0);
     if (!hasTextCallback()) return 0;
-    const ClassicChange change = m_rows.setItemData(item, data, rowTest());
-    if (change.outcome != ClassicOutcome::shown) return 0;
-    m_native.insertRow(item);
+    const Presence presence(*this);
+    const ClassicChange change = m_parts->rows.setItemData(item, data, m_parts->rowTest());
+    if (presence.gone() || change.outcome != ClassicOutcome::shown) return 0;
+    LiveRows& rows = m_parts->rows;
+    m_parts->touchControl([&] { m_parts->native.insertRow(item); });
+    if (presence.gone()) return 0;
+    rows.takeCount(m_parts->native.nativeCount());
     StartRepaintTimer();
-    m_native.setCount(m_rows.displayCount());
-    if (m_rows.reverse() && m_hWnd && !m_hasFocus) m_native.ensureVisible(change.visual);
-    if (change.visual == m_native.layout().pageEnd(m_rows.displayCount())) {
+    rows.tellDisplayCount();
+    if (rows.reverse() && m_hWnd && !m_hasFocus)
+        m_parts->touchControl([&] { m_parts->native.ensureVisible(change.visual); });
+    if (change.visual == rows.layout().pageEnd(rows.displayCount())) {
         invalidateShownRow(change.visual);
     } else {
         invalidateToBottom(change.visual);
@@ -54,14 +59,12 @@ int CFilterListCtrl::SetItemText(int item, int place, const char* text) {
 
 int CFilterListCtrl::DeleteItem(int item) {
     if (!UseFilter) return CListCtrl::DeleteItem(item);
-    if (m_rows.optiData()) {
-        CFilterListBaseData* const row = liveRow(m_rows.mapIndexOfVisual(item));
+    if (m_parts->rows.optiData()) {
+        CFilterListBaseData* const row = liveRow(m_parts->rows.mapIndexOfVisual(item));
         return row ? DeleteRow(row, false) : 0;
     }
-    return hasTextCallback() ? finishDelete(m_rows.eraseVisual(item)) : 0;
-}
-
-int CFilterListCtrl::finishDelete(const ClassicChange& change) {
+    if (!hasTextCallback()) return 0;
+    const ClassicChange change = m_parts->rows.eraseVisual(item);
     switch (change.outcome) {
         case ClassicOutcome::done:
             break;
@@ -80,46 +83,51 @@ int CFilterListCtrl::finishDelete(const ClassicChange& change) {
         logToHost("Item getting deleted when Drag/Drop operation is in progress.");
     }
     if (!m_bSortLocked) m_nLastSortCol = -1;
-    m_native.setCount(m_rows.displayCount());
+    m_parts->rows.tellDisplayCount();
     StartRepaintTimer();
-    if (m_rows.reverse() && !m_hasFocus) m_native.ensureVisible(0);
+    if (m_parts->rows.reverse() && !m_hasFocus) m_parts->touchControl([this] { m_parts->native.ensureVisible(0); });
     return 1;
 }
 
 int CFilterListCtrl::DeleteMapItem(int mapIndex) {
     if (!UseFilter) return 1;
-    if (m_rows.optiData()) {
+    if (m_parts->rows.optiData()) {
         CFilterListBaseData* const row = liveRow(mapIndex);
         return row ? DeleteRow(row, false) : 0;
     }
-    if (mapIndex < 0 || mapIndex >= m_rows.itemCount() || !hasTextCallback()) return 0;
-    const int slot = m_rows.slotOfMapIndex(mapIndex);
-    if (slot == -1) return m_rows.eraseHidden(mapIndex).outcome == ClassicOutcome::done;
-    if (slot >= m_rows.displayCount()) {
+    if (mapIndex < 0 || mapIndex >= m_parts->rows.itemCount() || !hasTextCallback()) return 0;
+    const int slot = m_parts->rows.slotOfMapIndex(mapIndex);
+    if (slot == -1) return m_parts->rows.eraseHidden(mapIndex).outcome == ClassicOutcome::done;
+    if (slot >= m_parts->rows.displayCount()) {
         logToHost("Error occured while deleting map item");
         return 0;
     }
-    return DeleteItem(m_rows.visualOfSlot(slot));
+    return DeleteItem(m_parts->rows.mirrored(slot));
 }
 
 int CFilterListCtrl::RepaintMapItem(int mapIndex) {
-    if (m_rows.optiData()) return UpdateRow(liveRow(mapIndex));
-    return UseFilter && hasTextCallback() ? finishRetest(m_rows.retestMapIndex(mapIndex, rowTest())) : 0;
+    if (m_parts->rows.optiData()) return UpdateRow(liveRow(mapIndex));
+    return repaintRetested([&] { return m_parts->rows.retestMapIndex(mapIndex, m_parts->rowTest()); });
 }
 
 int CFilterListCtrl::RepaintDisplayItem(int item) {
-    if (m_rows.optiData()) return UpdateRow(liveRow(m_rows.mapIndexOfVisual(item)));
-    return UseFilter && hasTextCallback() ? finishRetest(m_rows.retestVisual(item, rowTest())) : 0;
+    if (m_parts->rows.optiData()) return UpdateRow(liveRow(m_parts->rows.mapIndexOfVisual(item)));
+    return repaintRetested([&] { return m_parts->rows.retestVisual(item, m_parts->rowTest()); });
 }
 
-int CFilterListCtrl::finishRetest(const ClassicChange& change) {
+template <class Retest>
+int CFilterListCtrl::repaintRetested(Retest retest) {
+    if (!UseFilter || !hasTextCallback()) return 0;
+    const Presence presence(*this);
+    const ClassicChange change = retest();
+    if (presence.gone()) return 0;
     switch (change.outcome) {
         case ClassicOutcome::shown:
             invalidateShownRow(change.visual);
             return 0;
         case ClassicOutcome::left:
         case ClassicOutcome::entered:
-            m_native.setCount(m_rows.displayCount());
+            m_parts->rows.tellDisplayCount();
             invalidateToBottom(change.visual);
             return change.outcome == ClassicOutcome::entered ? 1 : -1;
         case ClassicOutcome::keptOut:
@@ -130,7 +138,7 @@ int CFilterListCtrl::finishRetest(const ClassicChange& change) {
 }
 
 int CFilterListCtrl::InvalidateSetItemData(void* data) {
-    const RowLayout& layout = m_native.layout();
+    const RowLayout& layout = m_parts->rows.layout();
     const int end = std::min(layout.topIndex + layout.countPerPage + 1, GetDisplayCount());
     for (int visual = layout.topIndex; visual < end; ++visual) {
         if (GetItemData(visual) != reinterpret_cast<DWORD_PTR>(data)) continue;
@@ -142,16 +150,16 @@ int CFilterListCtrl::InvalidateSetItemData(void* data) {
 
 // The page and the row that it cuts.
 bool CFilterListCtrl::isInView(int visual) {
-    const RowLayout& layout = m_native.layout();
+    const RowLayout& layout = m_parts->rows.layout();
     return visual >= layout.topIndex && visual <= layout.topIndex + layout.countPerPage;
 }
 
 void CFilterListCtrl::invalidateShownRow(int visual) {
-    if (isInView(visual)) m_native.invalidate(m_native.layout().rowRect(visual), true);
+    if (isInView(visual)) m_parts->native.invalidate(m_parts->rows.layout().rowRect(visual), true);
 }
 
 void CFilterListCtrl::invalidateToBottom(int visual) {
     if (!isInView(visual)) return;
-    const RowLayout& layout = m_native.layout();
-    m_native.invalidate({0, layout.rowRect(visual).top, layout.clientWidth, layout.clientHeight}, true);
+    const RowLayout& layout = m_parts->rows.layout();
+    m_parts->native.invalidate({0, layout.rowRect(visual).top, layout.clientWidth, layout.clientHeight}, true);
 }

@@ -1,5 +1,5 @@
 // Texts from the host, check states, column numbers.
-#include "src/grid/FilterListCtrl.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 // Members of CWnd run on a permanent object only: a temporary one is not of the host's class.
 CWnd* CFilterListCtrl::callbackOwner() const {
@@ -31,10 +31,22 @@ int CFilterListCtrl::CallBackForText(DWORD_PTR data, int columnIndex, CString& t
 }
 
 BOOL CFilterListCtrl::GetCheck(int item) const {
-    return UseFilter ? m_rows.checkOfVisual(item) : CListCtrl::GetCheck(item);
+    return UseFilter ? m_parts->rows.checkOfVisual(item) : CListCtrl::GetCheck(item);
 }
 
-int CFilterListCtrl::SetCheck(int item, int state) { return m_rows.setCheckOfVisual(item, state); }
+int CFilterListCtrl::SetCheck(int item, int state) { return m_parts->rows.setCheckOfVisual(item, state); }
+
+int CFilterListCtrl::GetMapItemCheck(int mapIndex) const {
+    return m_parts->rows.checkOfMapIndexUnchecked(static_cast<std::size_t>(mapIndex));
+}
+
+int CFilterListCtrl::SetMapItemCheck(int mapIndex, int state) {
+    return m_parts->rows.setCheckOfMapIndex(mapIndex, state);
+}
+
+int CFilterListCtrl::GetCheckedItemCount() const { return m_parts->rows.checkedCount(); }
+
+void CFilterListCtrl::ResetCheckedItems() { m_parts->rows.resetChecks(); }
 
 int CFilterListCtrl::GetOriginalColNo(int place) {
     for (INT_PTR columnIndex = 0; columnIndex < m_arrOrder.GetSize(); ++columnIndex)

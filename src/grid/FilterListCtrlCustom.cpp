@@ -1,5 +1,5 @@
 // User columns of a grid: their texts come from the grid's own columns, user columns among them.
-#include "src/grid/FilterListCtrl.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 using namespace quor::expression;
 
@@ -26,6 +26,6 @@ void CFilterListCtrl::GetCustomColumnText(DWORD_PTR data, int columnIndex, CStri
     GridRow row(*this, data);
     // A copy: the message box pumps messages, and the columns may change meanwhile.
     const CString formula = idExpression(m_arrColumns.GetAt(columnIndex), ListFamily::grid);
-    const CustomCellOutcome outcome = m_customText.evaluate(ListFamily::grid, columnIndex, formula, row, text);
+    const CustomCellOutcome outcome = m_parts->customText.evaluate(ListFamily::grid, columnIndex, formula, row, text);
     if (outcome == CustomCellOutcome::invalid) AfxMessageBox(kInvalidCustomExpression);
 }

@@ -2,7 +2,7 @@
 //
 // A setter writes the header's field and lets the header's own notification bring the text into the store, so that
 // there is one road for the user and the program. Columns that have no field go into the store directly.
-#include "src/grid/FilterListCtrl.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 using namespace quor::grid;
 
@@ -12,13 +12,16 @@ namespace {
 class CellScope {
 public:
     // A host's callback may come back into the grid: that test then finds the scratch taken and allocates its own.
-    explicit CellScope(CString& scratch) : m_scratch(scratch), text(std::move(scratch)) {}
+    CellScope(CString& scratch, const RowWalk& walk) : m_scratch(scratch), m_walk(walk), text(std::move(scratch)) {}
     CellScope(const CellScope&) = delete;
     CellScope& operator=(const CellScope&) = delete;
-    ~CellScope() { m_scratch = std::move(text); }
+    ~CellScope() {
+        if (!m_walk.gone()) m_scratch = std::move(text);
+    }
 
 private:
     CString& m_scratch;
+    const RowWalk& m_walk;
 
 public:
     CString text;
@@ -33,48 +36,71 @@ int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
     return FilterTokens({filter.GetString(), length}, matchesExactly()).passes(cell);
 }
 
-bool CFilterListCtrl::passesFilters(DWORD_PTR data, CString& cell) {
-    for (int i = 0; i < m_filters.count(); ++i) {
-        readCell(data, m_filters.columnAt(i), cell);
-        if (!m_filters.tokensAt(i, matchesExactly()).passes(cell)) return false;
+// The host may end the grid or change its filters while it gives a text.
+bool CFilterListCtrl::Parts::passesFilters(DWORD_PTR data, const RowWalk& walk) {
+    CellScope cell(m_cellText, walk);
+    for (int i = 0; i < filters.count(); ++i) {
+        m_list.readCell(data, filters.columnAt(i), cell.text);
+        if (walk.gone()) return false;
+        if (i < filters.count() && !filters.tokensAt(i, m_list.matchesExactly()).passes(cell.text)) return false;
     }
     return true;
 }
 
 int CFilterListCtrl::CheckForFilteredData(DWORD_PTR data) {
-    if (m_filters.isEmpty() || !hasTextCallback()) return 1;
-    CellScope cell(m_cellText);
-    return passesFilters(data, cell.text);
+    if (m_parts->filters.isEmpty() || !hasTextCallback()) return 1;
+    const RowWalk walk(m_parts->rows);
+    return m_parts->passesFilters(data, walk);
 }
 
-RowTest CFilterListCtrl::rowTest() {
-    if (m_filters.isEmpty()) return {};
-    return {[](const void* grid, RowData data) {
-                return const_cast<CFilterListCtrl*>(static_cast<const CFilterListCtrl*>(grid))
-                           ->CheckForFilteredData(data) != 0;
+// Asked inside a walk of the rows.
+RowTest CFilterListCtrl::Parts::rowTest() {
+    if (filters.isEmpty()) return {};
+    return {[](const void* context, RowData data) {
+                auto& parts = *const_cast<Parts*>(static_cast<const Parts*>(context));
+                return parts.passesFilters(data, *parts.rows.innermostWalk());
             },
             this};
+}
+
+int CFilterListCtrl::GetFilterCount() const { return m_parts->filters.count(); }
+
+void CFilterListCtrl::AddToFilteredCols(int columnIndex, const CString& text) {
+    m_parts->filters.set(columnIndex, text);
 }
 
 // Nothing is painted between the first line and the last, so redrawing is not frozen for it: that alone would cost the
 // control more than the walk. It is switched on at the end where somebody left it off.
 void CFilterListCtrl::PopulateList() {
     if (!hasTextCallback() || !UseFilter || SubclassHeader() != 0 || m_header.GetItemCount() <= 0) return;
-    if (!m_filters.isConsistent()) {
-        m_native.setRedraw(false);
-        m_rows.clearDisplay();
+    LiveRows& rows = m_parts->rows;
+    NativeList& native = m_parts->native;
+    if (!m_parts->filters.isConsistent()) {
+        native.setRedraw(false);
+        rows.clearDisplay();
         AfxMessageBox("Error occured while filtering");
         return;
     }
-    m_rows.rebuild(rowTest());
-    MatchExact = 0;
-    if (SortOnCheckedFlag) SortOnChecked();
+    RowWalk walk(rows);
     const bool locked = m_bLockSortEnabled && m_bSorted && m_bSortLocked;
-    const bool sorts = locked && placeOf(m_nLockSortColumn) >= 0 && GetDisplayCount() != 0 && !m_sorting;
-    if (locked) SortByLastColumnWithLock();
-    m_native.setCount(m_rows.displayCount());
-    if (m_native.redrawIsOff()) m_native.setRedraw(true);
-    if (!sorts) m_native.invalidateAll();  // a sort that runs invalidates by itself
+    if (locked || SortOnCheckedFlag) walk.expectMore();
+    rows.rebuild(walk, m_parts->rowTest());
+    if (walk.gone()) return;
+    MatchExact = 0;
+    const auto goOn = [&](auto sort) {
+        m_parts->rebuilding = &walk;
+        (this->*sort)();
+        if (!walk.gone()) m_parts->rebuilding = nullptr;
+    };
+    if (SortOnCheckedFlag) goOn(&CFilterListCtrl::SortOnChecked);
+    if (walk.gone()) return;
+    const bool sorts = locked && placeOf(m_nLockSortColumn) >= 0 && GetDisplayCount() != 0;
+    if (locked) goOn(&CFilterListCtrl::SortByLastColumnWithLock);
+    if (walk.gone()) return;
+    rows.tellDisplayCount();
+    if (native.redrawIsOff()) native.setRedraw(true);
+    if (!sorts) native.invalidateAll();  // a sort that runs invalidates by itself
+    walk.finish();
 }
 
 // ---- The store
@@ -84,8 +110,8 @@ int CFilterListCtrl::placeOf(int columnIndex) const {
 }
 
 void CFilterListCtrl::GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts) {
-    columns.Copy(m_filters.columns());
-    texts.Copy(m_filters.texts());
+    columns.Copy(m_parts->filters.columns());
+    texts.Copy(m_parts->filters.texts());
 }
 
 int CFilterListCtrl::SetMapColumnFilter(int columnIndex, CString& text, int exact) {
@@ -140,7 +166,7 @@ int CFilterListCtrl::RemoveAllFilters() {
 }
 
 void CFilterListCtrl::ResetFilterStore() {
-    m_filters.clear();
+    m_parts->filters.clear();
     if (m_header.m_hWnd) m_header.ClearFilter(-1);
 }
 

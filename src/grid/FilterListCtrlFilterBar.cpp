@@ -1,5 +1,5 @@
 // The header's filter bar: its fields, their notifications, the pop-up of values, the keys.
-#include "src/grid/FilterListCtrl.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 #include "src/grid/FilterText.h"
 #include "src/resource/resource.h"
@@ -83,9 +83,11 @@ void CFilterListCtrl::PutListFilter() {
     showFilterBar(FilterBarVisible != 0);
     if (FilterBarVisible && m_header.GetItemCount() > 0) m_header.PostMessage(HDM_EDITFILTER, 0, 0);
     // The control places its rows below the header anew when a width changes.
-    const int width = m_native.columnWidth(0);
-    m_native.setColumnWidth(0, width + 1);
-    m_native.setColumnWidth(0, width);
+    m_parts->touchControl([this] {
+        const int width = m_parts->native.columnWidth(0);
+        m_parts->native.setColumnWidth(0, width + 1);
+        m_parts->native.setColumnWidth(0, width);
+    });
     RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
 }
 
@@ -119,8 +121,9 @@ void CFilterListCtrl::OnFilterChange(NMHDR* header) {
 
 void CFilterListCtrl::OnFilterButtonClicked(NMHDR* header, LRESULT* result) {
     const int place = reinterpret_cast<const NMHDFILTERBTNCLICK*>(header)->iItem;
+    const Presence presence(*this);
     *result = forwardToOwner(header);
-    offerValues(place);
+    if (!presence.gone()) offerValues(place);
 }
 
 // Reads by columnIndex and hands the pop-up the header item, which it gives back as a place.
@@ -132,13 +135,15 @@ void CFilterListCtrl::offerValues(int place) {
     popup->SetWindowPos(nullptr, cursor.x, cursor.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     popup->ShowWindow(SW_SHOW);
     popup->BringWindowToTop();
+    const Presence presence(*this);
     CListBox& values = popup->values();
     values.SetRedraw(FALSE);  // a visible box would set its scroll bar and paint for every value
     values.ResetContent();
     visitUniqueTexts(GetOriginalColNo(place), [&values](const CString& text) { values.AddString(text); });
+    const bool isThere = !presence.gone();
     values.SetRedraw(TRUE);
     values.Invalidate();
-    popup->SetFilterlist(this, place);
+    if (isThere) popup->SetFilterlist(this, place);
 }
 
 // Each text that the displayed rows show in the column, once, from the top.
@@ -146,10 +151,12 @@ void CFilterListCtrl::visitUniqueTexts(int columnIndex, const std::function<void
     std::unordered_set<std::string> seen;
     seen.reserve(static_cast<std::size_t>(GetDisplayCount()));
     CString text;
+    const Presence presence(*this);
     for (int visual = 0; visual < GetDisplayCount(); ++visual) {
         const DWORD_PTR data = GetItemData(visual);
         if (data == 0) continue;
         readCell(data, columnIndex, text);
+        if (presence.gone()) return;
         if (!text.IsEmpty() && seen.insert(text.GetString()).second) visit(text);
     }
 }
@@ -226,10 +233,10 @@ void CFilterListCtrl::scrollToFilter(int place) {
 void CFilterListCtrl::toggleMatchExact() {
     MatchExactSticky = !MatchExactSticky;
     MatchExact = 0;
-    const int place = m_filters.isEmpty() ? -1 : placeOf(m_filters.columnAt(0));
+    const int place = m_parts->filters.isEmpty() ? -1 : placeOf(m_parts->filters.columnAt(0));
     CString text;
     if (place >= 0) {
-        text = m_filters.textAt(0);
+        text = m_parts->filters.textAt(0);
         SetVisibleColumnFilter(place, text, 0);
     } else if (m_header.m_hWnd && m_header.GetItemCount() > 0) {
         SetVisibleColumnFilter(0, text, 0);

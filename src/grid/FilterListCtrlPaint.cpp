@@ -1,6 +1,10 @@
 // Painting. Rows paint their own ground and the erase paints only where no row stands, so a repaint of the dirty
-// rectangle needs no erasing. Two routes: owner draw (DrawItem) for a whole row, custom draw for a cell at a time.
-#include "src/grid/FilterListCtrl.h"
+// rectangle needs no erasing. Two routes, owner draw (DrawItem) for a whole row and custom draw for a cell at a time,
+// ask for a cell and find its colours in one way (CellPainter).
+//
+// The host is asked for every cell and may change the rows meanwhile, or end the grid: a row is painted on only while
+// it stands where it stood.
+#include "src/grid/FilterListCtrlInternal.h"
 
 #include <cstring>
 #include <vector>
@@ -55,26 +59,114 @@ void fillGradient(CDC& dc, const RECT& rect, GradientColors colors) {
 
 }  // namespace
 
-// One row, as DrawItem paints it.
-class CFilterListCtrl::RowPainter {
+// A cell of a row, whichever route asks for it.
+class CFilterListCtrl::CellPainter {
 public:
-    RowPainter(CFilterListCtrl& grid, CDC& dc, int visual, const RECT& row)
+    CellPainter(CFilterListCtrl& grid, HDC dc, int visual)
         : m_grid(grid),
-          m_dc(dc),
+          m_presence(grid),
+          m_dc(*CDC::FromHandle(dc)),
           m_visual(visual),
-          m_row(row),
-          m_look(grid.rowLook(visual)),
-          m_state(grid.m_native.itemState(visual, kPaintedState)) {}
+          m_look(lookOf(grid, visual)),
+          m_state(grid.m_parts->native.itemState(visual, kPaintedState)),
+          m_changes(grid.m_parts->rows.changes()),
+          m_data(grid.GetItemData(visual)) {}
+
+    DWORD_PTR data() const { return m_data; }
+    UINT state() const { return m_state; }
+    const RowLook& look() const { return m_look; }
+    bool showsSelection() const { return (m_state & LVIS_SELECTED) != 0 && !m_grid.NoSelectionPaint; }
+
+    // What the host says of a cell, before the row's own colours.
+    struct Cell {
+        const sQuorColInfo* record = nullptr;  // null: not a column of the list
+        CString text;
+        RowColors colors;
+        int icon = -1;
+    };
+
+    // False: the host has no text, or the row is not there any more.
+    bool ask(int columnIndex, Cell& cell) {
+        const bool answered = m_grid.GetColumnText(m_data, columnIndex, cell.text, cell.colors.text,
+                                                   cell.colors.background, cell.icon, false);
+        if (!answered || !stillStands()) return false;
+        if (columnIndex >= 0 && columnIndex < m_grid.m_arrColumns.GetSize())
+            cell.record = &m_grid.m_arrColumns.GetAt(columnIndex);
+        return true;
+    }
+
+    // The colours of the row, once the host's are known: keywords, defaults, checked and greyed-out rows.
+    bool finish(RowColors& colors) {
+        if (!applyKeywordColor(colors.text)) return false;
+        colors = finalColors(m_look, colors);
+        return true;
+    }
+
+    void group(Cell& cell) const {
+        if (wantsGrouping(cell.record->iDataType, cell.text)) cell.text = m_grid.GetCommaData(cell.text);
+    }
+    bool labelRect(int place, RECT& rect) const {
+        return m_grid.m_parts->native.labelRect(m_grid.m_parts->rows.layout(), m_visual, place, rect);
+    }
+    bool gone() const { return m_presence.gone(); }
+
+protected:
+    // The grid is there, and the row is where it was.
+    bool stillStands() {
+        if (m_presence.gone()) return false;
+        const unsigned changes = m_grid.m_parts->rows.changes();
+        if (changes == m_changes) return true;
+        m_changes = changes;
+        if (m_grid.GetItemData(m_visual) == m_data) return true;
+        m_grid.m_parts->native.invalidateAll();
+        return false;
+    }
+
+    CFilterListCtrl& m_grid;
+    Presence m_presence;
+    CDC& m_dc;
+    int m_visual;
+    RowLook m_look;
+    UINT m_state;
+    unsigned m_changes;
+    DWORD_PTR m_data;
+
+private:
+    static RowLook lookOf(CFilterListCtrl& grid, int visual) {
+        RowLook look;
+        look.alternateRows = grid.AlternateRows;
+        look.evenRows = grid.AlternateColor1;
+        look.oddRows = grid.AlternateColor2;
+        look.greyedOut = grid.GreyedOut && !grid.paintsByCustomDraw();
+        look.checkedStandsOut = grid.SortOnCheckedFlag && grid.GetCheck(visual) > 0;
+        look.listDefaults = {grid.m_parts->native.textColor(), grid.m_parts->native.backColor()};
+        return look;
+    }
+
+    // The base list's colour routine: the grid's own, or one that the owner set.
+    bool applyKeywordColor(COLORREF& textColor) {
+        if (!m_grid.m_Appearance.bKeywordsEnabled || !m_grid.m_pfnGetTextColor) return true;
+        const auto own = static_cast<TextColorCallback>(&CFilterListCtrl::GetTextColorForItem);
+        CWnd* const target = m_grid.m_pfnGetTextColor == own ? &m_grid : m_grid.callbackOwner();
+        if (target) (target->*m_grid.m_pfnGetTextColor)(m_data, textColor, 0, 0);
+        return stillStands();
+    }
+};
+
+// One row, as DrawItem paints it.
+class CFilterListCtrl::RowPainter : private CellPainter {
+public:
+    RowPainter(CFilterListCtrl& grid, HDC dc, int visual, const RECT& row)
+        : CellPainter(grid, dc, visual), m_row(row) {}
 
     void paint() {
         m_dc.SetBkMode(TRANSPARENT);
-        m_data = m_grid.GetItemData(m_visual);
         if (m_data == 0) return paintBlank();
         const int first = m_grid.m_nFirstColumn;
         if (first < 0 || first >= m_grid.m_arrOrder.GetSize() || m_grid.m_arrOrder.GetAt(first) != 0) return;
         bool groundIsDone = false;
-        for (INT_PTR i = 0; i < m_grid.m_arrVisible.GetSize(); ++i) {
-            const sVisibleColumn& column = m_grid.m_arrVisible.GetAt(i);
+        for (INT_PTR i = 0; !gone() && i < m_grid.m_arrVisible.GetSize(); ++i) {
+            const sVisibleColumn column = m_grid.m_arrVisible.GetAt(i);
             if (column.iVisiblePosition == -1 && column.iColumnIndex != 0) continue;
             if (!paintColumn(column, groundIsDone)) return;
             groundIsDone = true;
@@ -82,8 +174,6 @@ public:
     }
 
 private:
-    bool showsSelection() const { return (m_state & LVIS_SELECTED) != 0 && !m_grid.NoSelectionPaint; }
-
     // A deleted row that the batch still shows, or one without data.
     void paintBlank() {
         if (showsSelection()) return paintSelection();
@@ -99,39 +189,34 @@ private:
 
     // False ends the row: the host has no text, and the cell stays as it was.
     bool paintColumn(const sVisibleColumn& column, bool groundIsDone) {
-        CString text;
-        int icon = -1;
-        RowColors colors = startingColors(m_look, m_visual);
-        if (!m_grid.GetColumnText(m_data, column.iColumnIndex, text, colors.text, colors.background, icon, false))
-            return false;
-        if (!groundIsDone) paintGround(colors);
-        m_grid.PaintTrend(m_dc, m_visual, column.iColumnIndex, column.iVisiblePosition, text, m_rowText);
-        if (column.iVisiblePosition != -1) paintCell(column, text, icon);
+        Cell cell;
+        cell.colors = startingColors(m_look, m_visual);
+        if (!ask(column.iColumnIndex, cell)) return false;
+        if (!groundIsDone && !paintGround(cell.colors)) return false;
+        m_grid.PaintTrend(m_dc, m_visual, column.iColumnIndex, column.iVisiblePosition, cell.text, m_rowText);
+        if (column.iVisiblePosition != -1) paintCell(column.iVisiblePosition, cell);
         paintCheck();
         return true;
     }
 
-    void paintGround(RowColors colors) {
-        m_grid.applyKeywordColor(m_data, colors.text);
-        colors = finalColors(m_look, colors);
+    bool paintGround(RowColors colors) {
+        if (!finish(colors)) return false;
         if (m_grid.DrawShades || !m_grid.NoRowFill) fill(colors.background);
         m_rowText = colors.text;
         m_dc.SetTextColor(colors.text);
-        if (!showsSelection()) return;
+        if (!showsSelection()) return true;
         paintSelection();
         m_rowText = kColorSelectedText;
+        return true;
     }
 
-    void paintCell(const sVisibleColumn& column, CString& text, int icon) {
-        RECT cell;
-        if (column.iColumnIndex < 0 || column.iColumnIndex >= m_grid.m_arrColumns.GetSize() ||
-            !m_grid.m_native.labelRect(m_visual, column.iVisiblePosition, cell))
-            return;
-        const sQuorColInfo& record = m_grid.m_arrColumns.GetAt(column.iColumnIndex);
-        const CellAlign align = cellAlign(record.iFormat);
-        if (align == CellAlign::icon) return paintIcon(cell, isNumericType(record.iDataType), icon);
-        if (wantsGrouping(record.iDataType, text)) text = m_grid.GetCommaData(text);
-        drawCellText(m_dc, text, textRect(cell, align), align);
+    void paintCell(int place, Cell& cell) {
+        RECT rect;
+        if (!cell.record || !labelRect(place, rect)) return;
+        const CellAlign align = cellAlign(cell.record->iFormat);
+        if (align == CellAlign::icon) return paintIcon(rect, isNumericType(cell.record->iDataType), cell.icon);
+        group(cell);
+        drawCellText(m_dc, cell.text, textRect(rect, align), align);
     }
 
     void paintIcon(const RECT& cell, bool isHandle, int icon) {
@@ -144,7 +229,7 @@ private:
     }
 
     void paintImage(const RECT& cell, int image) {
-        const HIMAGELIST images = m_grid.m_native.imageList(LVSIL_NORMAL);
+        const HIMAGELIST images = m_grid.m_parts->native.imageList(LVSIL_NORMAL);
         if (!images) return;
         ::ImageList_DrawEx(images, image, m_dc, cell.left, cell.top, kCellImageSize.cx, kCellImageSize.cy, 0x00FFFFFF,
                            0x00FFFFFF, ILD_TRANSPARENT | (m_state & LVIS_OVERLAYMASK));
@@ -152,17 +237,11 @@ private:
 
     void paintCheck() {
         if ((m_state & LVIS_STATEIMAGEMASK) == 0) return;
-        if (const HIMAGELIST images = m_grid.m_native.imageList(LVSIL_STATE))
+        if (const HIMAGELIST images = m_grid.m_parts->native.imageList(LVSIL_STATE))
             ::ImageList_Draw(images, m_grid.GetCheck(m_visual), m_dc, m_row.left, m_row.top, ILD_TRANSPARENT);
     }
 
-    CFilterListCtrl& m_grid;
-    CDC& m_dc;
-    int m_visual;
     RECT m_row;
-    RowLook m_look;
-    UINT m_state;
-    DWORD_PTR m_data = 0;
     COLORREF m_rowText = 0;
 };
 
@@ -173,29 +252,10 @@ void CFilterListCtrl::DrawItem(LPDRAWITEMSTRUCT item) {
     if (!hasTextCallback()) return CCommonListCtrl::DrawItem(item);  // an owner can paint a grid without a callback
     if (visual < 0 || visual >= GetDisplayCount() || visual >= GetItemCount()) return;
     // The control's rectangle may leave out the margin left of the first column.
-    const RECT bounds = m_native.layout().rowRect(visual);
+    const RECT bounds = m_parts->rows.layout().rowRect(visual);
     const RECT row{bounds.left, item->rcItem.top, bounds.right, item->rcItem.bottom};
     const DcStateScope state(item->hDC);
-    RowPainter(*this, *CDC::FromHandle(item->hDC), visual, row).paint();
-}
-
-RowLook CFilterListCtrl::rowLook(int visual) {
-    RowLook look;
-    look.alternateRows = AlternateRows;
-    look.evenRows = AlternateColor1;
-    look.oddRows = AlternateColor2;
-    look.greyedOut = GreyedOut;
-    look.checkedStandsOut = SortOnCheckedFlag && GetCheck(visual) > 0;
-    look.listDefaults = {m_native.textColor(), m_native.backColor()};
-    return look;
-}
-
-// The base list's colour routine: the grid's own, or one that the owner set.
-void CFilterListCtrl::applyKeywordColor(DWORD_PTR data, COLORREF& textColor) {
-    if (!m_Appearance.bKeywordsEnabled || !m_pfnGetTextColor) return;
-    const auto own = static_cast<TextColorCallback>(&CFilterListCtrl::GetTextColorForItem);
-    CWnd* const target = m_pfnGetTextColor == own ? this : callbackOwner();
-    if (target) (target->*m_pfnGetTextColor)(data, textColor, 0, 0);
+    RowPainter(*this, item->hDC, visual, row).paint();
 }
 
 void CFilterListCtrl::fillArea(CDC& dc, const RECT& area, COLORREF color) {
@@ -208,8 +268,10 @@ void CFilterListCtrl::fillArea(CDC& dc, const RECT& area, COLORREF color) {
 
 // ---- Custom draw
 
+bool CFilterListCtrl::paintsByCustomDraw() const { return CustomDrawMode && m_bCustomDraw; }
+
 BOOL CFilterListCtrl::OnNMCustomdraw(NMHDR* header, LRESULT* result) {
-    if (!CustomDrawMode || !m_bCustomDraw || !UseFilter) return FALSE;
+    if (!paintsByCustomDraw() || !UseFilter) return FALSE;
     auto& draw = *reinterpret_cast<NMLVCUSTOMDRAW*>(header);
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
@@ -229,39 +291,30 @@ BOOL CFilterListCtrl::OnNMCustomdraw(NMHDR* header, LRESULT* result) {
 }
 
 LRESULT CFilterListCtrl::drawCell(NMLVCUSTOMDRAW& draw) {
-    const int visual = static_cast<int>(draw.nmcd.dwItemSpec);
     const int columnIndex = GetOriginalColumnPosition(draw.iSubItem);
-    const DWORD_PTR data = GetItemData(visual);
-    RECT cell;
-    if (data == 0 || columnIndex < 0 || columnIndex >= m_arrColumns.GetSize() ||
-        !m_native.labelRect(visual, draw.iSubItem, cell))
+    CellPainter painter(*this, draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
+    RECT rect;
+    if (painter.data() == 0 || columnIndex < 0 || columnIndex >= m_arrColumns.GetSize() ||
+        !painter.labelRect(draw.iSubItem, rect))
         return CDRF_DODEFAULT;
-    CString text;
-    RowColors colors;
-    int icon = -1;
-    if (!GetColumnText(data, columnIndex, text, colors.text, colors.background, icon, false)) return CDRF_DODEFAULT;
-
-    applyKeywordColor(data, colors.text);
-    RowLook look = rowLook(visual);
-    look.greyedOut = false;
-    colors = finalColors(look, colors);
-    if ((m_native.itemState(visual, kPaintedState) & LVIS_SELECTED) && !NoSelectionPaint)
-        colors = {kColorSelectedText, (m_hasFocus ? kSelectionWithFocus : kSelectionWithoutFocus).from};
+    CellPainter::Cell cell;
+    if (!painter.ask(columnIndex, cell) || !cell.record || !painter.finish(cell.colors)) return CDRF_DODEFAULT;
+    if (painter.showsSelection())
+        cell.colors = {kColorSelectedText, (m_hasFocus ? kSelectionWithFocus : kSelectionWithoutFocus).from};
 
     const DcStateScope state(draw.nmcd.hdc);
     CDC& dc = *CDC::FromHandle(draw.nmcd.hdc);
     constexpr int marginOfFirstCell = 4;
-    RECT ground = cell;
+    RECT ground = rect;
     if (draw.iSubItem == 0) ground.left -= marginOfFirstCell;
-    dc.FillSolidRect(&ground, colors.background);
+    dc.FillSolidRect(&ground, cell.colors.background);
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(colors.text);
-    const sQuorColInfo& record = m_arrColumns.GetAt(columnIndex);
-    const CellAlign align = cellAlign(record.iFormat);
+    dc.SetTextColor(cell.colors.text);
+    const CellAlign align = cellAlign(cell.record->iFormat);
     if (align == CellAlign::icon) return CDRF_SKIPDEFAULT;
-    if (wantsGrouping(record.iDataType, text)) text = GetCommaData(text);
-    RECT place = textRect(cell, align);
-    dc.DrawText(text, &place, textFlags(align) | DT_NOPREFIX | DT_END_ELLIPSIS);
+    painter.group(cell);
+    RECT place = textRect(rect, align);
+    dc.DrawText(cell.text, &place, textFlags(align) | DT_NOPREFIX | DT_END_ELLIPSIS);
     return CDRF_SKIPDEFAULT;
 }
 
@@ -289,7 +342,7 @@ BOOL CFilterListCtrl::OnEraseBkgnd(CDC* dc) {
 // Stripes count from the top of the page, not from row 0.
 void CFilterListCtrl::eraseStripes(CDC& dc) {
     const DcStateScope state(dc);
-    const RowLayout& layout = m_native.layout();
+    const RowLayout& layout = m_parts->rows.layout();
     RECT stripe{0, 0, layout.clientWidth, layout.clientHeight};
     dc.FillSolidRect(&stripe, AlternateColor2);
     if (layout.rowHeight == 0) return;
@@ -304,12 +357,12 @@ void CFilterListCtrl::eraseOutsideRows(CDC& dc) {
     RECT clip;
     if (dc.GetClipBox(&clip) == NULLREGION) return;
     const DcStateScope state(dc);
-    const RowLayout& layout = m_native.layout();
+    const RowLayout& layout = m_parts->rows.layout();
     const int last = std::min(layout.topIndex + layout.countPerPage, GetDisplayCount() - 1);
     RECT rows = layout.rowRect(layout.topIndex);
     rows.bottom = layout.rowRect(last).bottom;
     for (const RECT& part : areaOutsideCells({0, 0, layout.clientWidth, layout.clientHeight}, rows)) {
         RECT common;
-        if (::IntersectRect(&common, &part, &clip)) fillArea(dc, part, m_native.backColor());
+        if (::IntersectRect(&common, &part, &clip)) fillArea(dc, part, m_parts->native.backColor());
     }
 }

@@ -1,136 +1,72 @@
-// Opti-data mode: from the host's call to the store, the native count and the dirty rectangle; the end of a batch.
-#include "src/grid/FilterListCtrl.h"
+// Opti-data mode: from the host's call to the rows; the end of a batch.
+#include "src/grid/FilterListCtrlInternal.h"
 
 #include "src/foundation/TimerIds.h"
 
 using namespace quor::grid;
 
-int CFilterListCtrl::AddRow(void* row, bool updateNow) {
+bool CFilterListCtrl::takesRows() const { return UseFilter != 0 && m_parts->rows.optiData(); }
+
+int CFilterListCtrl::AddRow(CFilterListBaseData* row, bool updateNow) {
     if (row == nullptr || !takesRows()) return -1;
-    if (!hasTextCallback()) return 0;
-    return carryOut(m_rows.add(static_cast<CFilterListBaseData*>(row), updateNow, rowTest()));
+    return hasTextCallback() ? m_parts->rows.add(row, updateNow, m_parts->rowTest()) : 0;
 }
 
-int CFilterListCtrl::UpdateRow(void* row) {
+int CFilterListCtrl::UpdateRow(CFilterListBaseData* row) {
     if (row == nullptr || !takesRows() || !hasTextCallback()) return 0;
-    auto* const data = static_cast<CFilterListBaseData*>(row);
-    // The roads of a tick. They are kept short: the less they do, the more cold rows the processor fetches side by
-    // side.
-    if (const RowLayout* const layout = m_native.layoutInForce()) {
-        if (!m_filters.isEmpty()) {
-            if (layout->rowHeight != 0 && m_rows.canUpdateLater(layout->topIndex + layout->countPerPage))
-                return m_rows.updateLater(data, rowTest());
-        } else if (const int slot = m_rows.slotOf(data); slot != -1) {
-            if (layout->visible) m_dirty.noteRow(m_rows.visualOfSlot(slot));
-            return 0;
-        }
-    }
-    return carryOut(m_rows.update(data, rowTest()));
+    return m_parts->rows.update(row, m_parts->rowTest());
 }
 
-int CFilterListCtrl::DeleteRow(void* row, bool updateNow) {
+int CFilterListCtrl::DeleteRow(CFilterListBaseData* row, bool updateNow) {
     if (row == nullptr || !takesRows()) return -1;
-    if (!hasTextCallback()) return 0;
-    return carryOut(m_rows.remove(static_cast<CFilterListBaseData*>(row), updateNow));
+    return hasTextCallback() ? m_parts->rows.remove(row, updateNow) : 0;
 }
+
+int CFilterListCtrl::AddRow(void* row, bool updateNow) {
+    return AddRow(static_cast<CFilterListBaseData*>(row), updateNow);
+}
+int CFilterListCtrl::UpdateRow(void* row) { return UpdateRow(static_cast<CFilterListBaseData*>(row)); }
+int CFilterListCtrl::DeleteRow(void* row, bool updateNow) {
+    return DeleteRow(static_cast<CFilterListBaseData*>(row), updateNow);
+}
+
+void CFilterListCtrl::reserveForItems(int n) { m_parts->rows.reserve(n); }
 
 void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* list, int& mapIndex, int& displayIndex) {
     mapIndex = displayIndex = -1;
-    const sFilterListRowIndex* const numbers = row && list ? row->find(list) : nullptr;
-    if (!numbers) return;
-    mapIndex = numbers->mapIndex;
-    if (const int slot = list->m_rows.slotOf(row); slot != -1) displayIndex = list->m_rows.visualOfSlot(slot);
+    if (row && list) list->m_parts->rows.numbersOf(row, mapIndex, displayIndex);
 }
 
-int CFilterListCtrl::carryOut(const StoreChange& change) {
-    if (change.countChanged) m_native.setCount(m_rows.displayCount());
-    markDirty(change);
-    return change.result;
-}
-
-void CFilterListCtrl::markDirty(const StoreChange& change) {
-    if (change.dirtyRow != -1) {
-        m_dirty.addRow(m_native.layout(), change.dirtyRow);
-    } else if (change.dirtyFrom != -1) {
-        const RowLayout& layout = m_native.layout();
-        const int first = change.dirtyMayStartAbove ? std::max(layout.topIndex, change.dirtyFrom) : change.dirtyFrom;
-        m_dirty.addToPageEnd(layout, first, m_rows.displayCount());
-    }
-}
-
-// The layout is the one in force since before the first of these ticks, and the page stayed where it was.
-void CFilterListCtrl::followTicks(const LaterChanges& changes) {
-    m_native.setCount(changes.lowestCount);
-    m_native.setCount(m_rows.displayCount());
-    const RowLayout& layout = m_native.layout();
-    if (changes.firstRepaint <= changes.lastRepaint) {
-        m_dirty.addRow(layout, changes.firstRepaint);
-        m_dirty.addRow(layout, changes.lastRepaint);
-    }
-    m_dirty.addToPageEnd(layout, std::max(layout.topIndex, changes.firstMoved), m_rows.displayCount());
-}
-
-// The native selection knows visual indices only: it is taken off, moved along with its rows, and put on again.
-void CFilterListCtrl::processPendingOptiUpdates() {
-    m_native.forgetVisibility();
-    if (!m_rows.batchIsOpen()) return;
-    BatchSelection selection = std::move(m_selection);  // the control's notifications may close a batch of their own
-    m_native.settle();
-    selection.mark = m_native.selectionMark();
-    m_native.collectSelected(selection.selected);
-    m_native.clearSelection(selection.selected);
-
-    const StoreChange change = m_rows.endBatch(selection);
-    m_native.setCount(m_rows.displayCount());
-    m_native.settle();
-    restoreSelection(selection);
-    markDirty(change);
-    m_selection = std::move(selection);
-}
-
-// Selects the rows again; the marked one takes the focus. Without a mark every row takes it in turn: the first becomes
-// the control's mark and the last keeps the focus, so those two calls bring about the same state. (Each call that moves
-// the focus costs the control milliseconds.)
-void CFilterListCtrl::restoreSelection(const BatchSelection& selection) {
-    const std::vector<int>& rows = selection.selected;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const bool focused = selection.mark == -1 ? i == 0 || i + 1 == rows.size() : rows[i] == selection.mark;
-        const UINT state = focused ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
-        m_native.setState(rows[i], state, state);
-    }
-}
+void CFilterListCtrl::processPendingOptiUpdates() { m_parts->rows.endBatch(); }
 
 void CFilterListCtrl::startFlushTimer() {
-    m_rows.settleLater();
-    if (m_dirty.hasNews() && FlushTimerId == 0) FlushTimerId = SetTimer(kFlushTimer, FlushDelay);
+    if (m_parts->rows.hasNews() && FlushTimerId == 0) FlushTimerId = SetTimer(kFlushTimer, FlushDelay);
 }
 
-// By index: a batch end sends notifications, and a host may destroy a grid in one of them.
+// A batch end sends notifications, and a host may destroy this grid or others in one of them, or open a new one: each
+// grid that was there at the start has its turn once, wherever it stands by then.
 void processEndofBatchUpdates() {
     auto& grids = CFilterListCtrl::g_OptiDataFilterLists;
-    const auto stillThere = [&grids](INT_PTR i, const CFilterListCtrl* grid) {
-        return i < grids.GetCount() && grids.GetAt(i) == grid;
-    };
-    for (INT_PTR i = 0; i < grids.GetCount();) {
-        CFilterListCtrl* const grid = grids.GetAt(i);
-        if (grid->m_hWnd) grid->processPendingOptiUpdates();
-        if (!stillThere(i, grid)) continue;
-        if (grid->m_hWnd) grid->startFlushTimer();
-        ++i;
+    std::vector<std::pair<CFilterListCtrl*, std::weak_ptr<char>>> turns;
+    for (INT_PTR i = 0; i < grids.GetCount(); ++i) turns.emplace_back(grids.GetAt(i), grids.GetAt(i)->m_parts->alive);
+    for (const auto& [grid, alive] : turns) {
+        if (alive.expired() || !grid->m_hWnd) continue;
+        grid->processPendingOptiUpdates();
+        if (!alive.expired() && grid->m_hWnd) grid->startFlushTimer();
     }
 }
 
 // ---- What both modes read
 
 DWORD_PTR CFilterListCtrl::GetItemData(int item) {
-    return UseFilter ? m_rows.dataOfVisual(item) : CCommonListCtrl::GetItemData(item);
+    return UseFilter ? m_parts->rows.dataOfVisual(item) : CCommonListCtrl::GetItemData(item);
 }
 
-int CFilterListCtrl::GetItemCount() const { return UseFilter ? m_rows.itemCount() : CListCtrl::GetItemCount(); }
+int CFilterListCtrl::GetItemCount() const { return UseFilter ? m_parts->rows.itemCount() : CListCtrl::GetItemCount(); }
 
 CString CFilterListCtrl::GetItemText(int item, int place, bool mapColumn, bool forExport) {
     if (!UseFilter) return CCommonListCtrl::GetItemText(item, place, mapColumn, forExport);
-    const int mapIndex = item < GetDisplayCount() ? m_rows.mapIndexOfVisual(item) : -1;
+    const int mapIndex = item < GetDisplayCount() ? m_parts->rows.mapIndexOfVisual(item) : -1;
     if (mapIndex == -1) return {};
     if (!hasTextCallback()) return "no data descriptor initialised";
     int columnIndex = place;
@@ -147,22 +83,31 @@ CString CFilterListCtrl::GetItemText(int item, int place, bool mapColumn, bool f
     return text;
 }
 
+DWORD_PTR CFilterListCtrl::GetMapItemData(unsigned long long mapIndex) const {
+    return m_parts->rows.dataOfMapIndexUnchecked(static_cast<std::size_t>(mapIndex));
+}
+
+int CFilterListCtrl::GetMapIndexFromDisplayIndex(int slot) const { return m_parts->rows.mapIndexOfSlot(slot); }
+
+int CFilterListCtrl::GetDisplayCount() const { return m_parts->rows.displayCount(); }
+
 void CFilterListCtrl::FreeFilterStore() {
-    if (UseFilter) m_rows.clear();
+    if (UseFilter) m_parts->rows.clear();
 }
 
 int CFilterListCtrl::DeleteAllItems() {
     if (!UseFilter) return CListCtrl::DeleteAllItems();
     FreeFilterStore();
-    m_native.setCount(0);
+    m_parts->rows.tellDisplayCount();
     FreeTrendValues();
-    m_native.invalidateAll();
+    m_parts->native.invalidateAll();
     return 1;
 }
 
 int CFilterListCtrl::DeleteAllMapListItems() {
     if (!UseFilter) return 1;
     DeleteAllItems();
-    m_native.deleteAllRows();
+    m_parts->touchControl([this] { m_parts->native.deleteAllRows(); });
+    m_parts->rows.takeCount(m_parts->native.nativeCount());
     return 1;
 }

@@ -2,10 +2,14 @@
 //
 // The arrows of the heading follow rules of the grid's own: a click takes the old column's arrow off by giving it a
 // plain text format (its alignment goes with it); the lock path leaves the old arrow where it is.
-#include "src/grid/FilterListCtrl.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 #include "platform/tools/QuorTools.h"
+#include "src/grid/core/GridSort.h"
 #include "src/list/CommonListCtrlInternal.h"
+
+#include <algorithm>
+#include <utility>
 
 using namespace quor::grid;
 using namespace quor::list;
@@ -17,62 +21,124 @@ CFilterListCtrl* CFilterListCtrl::g_SortingList = nullptr;
 
 namespace {
 
-// A run ends by an exception too: an invalid column throws.
-class SortRun {
-public:
-    SortRun(CFilterListCtrl* list, bool& sorting) : m_sorting(sorting) {
-        CFilterListCtrl::g_SortingList = list;
-        m_sorting = true;
-    }
-    SortRun(const SortRun&) = delete;
-    SortRun& operator=(const SortRun&) = delete;
-    ~SortRun() {
-        m_sorting = false;
-        CFilterListCtrl::g_SortDataLongArr.RemoveAll();
-        CFilterListCtrl::g_SortDataDblArr.RemoveAll();
-        CFilterListCtrl::g_SortDataStrArr.RemoveAll();
-    }
-
-private:
-    bool& m_sorting;
-};
-
-class RedrawOff {
-public:
-    explicit RedrawOff(NativeList& native) : m_native(native) { m_native.setRedraw(false); }
-    RedrawOff(const RedrawOff&) = delete;
-    RedrawOff& operator=(const RedrawOff&) = delete;
-    ~RedrawOff() {
-        m_native.setRedraw(true);
-        m_native.invalidateAll();
-    }
-
-private:
-    NativeList& m_native;
-};
+constexpr int kSortArrowMask = HDI_FORMAT | HDI_IMAGE;
 
 }  // namespace
+
+// What a run sorts by. The run keeps it: the grid's own fields may change while the host gives its texts.
+struct CFilterListCtrl::SortRequest {
+    int columnIndex;
+    int dataType;
+    int order;
+    SortIntegers integers;
+    bool shortcut;  // equal texts end the run
+
+    SortRule rule(bool reverseMap) const { return {order, reverseMap, &CompareDateTime}; }
+};
+
+// A run of a sort. An exception that ends it gives the grid's fields and arrows back, unless another run came in
+// between: then they are that one's.
+class CFilterListCtrl::SortScope {
+public:
+    explicit SortScope(CFilterListCtrl& grid)
+        : m_grid(grid), m_presence(grid), m_number(++grid.m_parts->sorts), m_fields(grid), m_arrows(arrows()) {
+        g_SortingList = &grid;
+    }
+    SortScope(const SortScope&) = delete;
+    SortScope& operator=(const SortScope&) = delete;
+    ~SortScope() {
+        g_SortDataLongArr.RemoveAll();
+        g_SortDataDblArr.RemoveAll();
+        g_SortDataStrArr.RemoveAll();
+        if (m_done || m_presence.gone() || m_grid.m_parts->sorts != m_number) return;
+        m_fields.giveBack(m_grid);
+        for (std::size_t place = 0; place < m_arrows.size(); ++place) {
+            HDITEM item = m_arrows[place];
+            item.mask = kSortArrowMask;
+            m_grid.m_header.SetItem(static_cast<int>(place), &item);
+        }
+    }
+    void keep() { m_done = true; }
+
+private:
+    struct Fields {
+        explicit Fields(const CFilterListCtrl& grid)
+            : sortCol(grid.m_nSortCol),
+              lastSortCol(grid.m_nLastSortCol),
+              sortOrder(grid.m_nSortOrder),
+              lockSortColumn(grid.m_nLockSortColumn),
+              lockSortOrder(grid.m_nLockSortOrder),
+              sortDataType(grid.m_nSortDataType),
+              sortMapColumn(grid.SortMapColumn) {}
+        void giveBack(CFilterListCtrl& grid) const {
+            grid.m_nSortCol = sortCol;
+            grid.m_nLastSortCol = lastSortCol;
+            grid.m_nSortOrder = sortOrder;
+            grid.m_nLockSortColumn = lockSortColumn;
+            grid.m_nLockSortOrder = lockSortOrder;
+            grid.m_nSortDataType = sortDataType;
+            grid.SortMapColumn = sortMapColumn;
+        }
+        int sortCol, lastSortCol, sortOrder, lockSortColumn, lockSortOrder, sortDataType, sortMapColumn;
+    };
+
+    std::vector<HDITEM> arrows() const {
+        std::vector<HDITEM> items;
+        if (!m_grid.m_header.m_hWnd) return items;
+        items.resize(static_cast<std::size_t>(std::max(0, m_grid.m_header.GetItemCount())));
+        for (std::size_t place = 0; place < items.size(); ++place) {
+            items[place].mask = kSortArrowMask;
+            m_grid.m_header.GetItem(static_cast<int>(place), &items[place]);
+        }
+        return items;
+    }
+
+    CFilterListCtrl& m_grid;
+    Presence m_presence;
+    unsigned m_number;
+    Fields m_fields;
+    std::vector<HDITEM> m_arrows;
+    bool m_done = false;
+};
 
 int CFilterListCtrl::SortOn(int columnIndex, int order) {
     if (!UseFilter) return CCommonListCtrl::SortOn(columnIndex, order);
     if (m_bSortLocked) return 1;
     NMLISTVIEW click{};
     click.iSubItem = std::max(0, m_arrOrder.GetAt(columnIndex));
-    m_nSortOrder = order == 1 ? -1 : 1;
-    const RedrawOff off(m_native);
+    const Presence presence(*this);
+    const int former = std::exchange(m_nSortOrder, order == 1 ? -1 : 1);
     LRESULT result = 0;
-    OnLvnColumnclick(&click.hdr, &result);
+    m_parts->native.setRedraw(false);
+    try {
+        OnLvnColumnclick(&click.hdr, &result);
+    } catch (...) {
+        if (!presence.gone()) {
+            m_nSortOrder = former;
+            showRepainted();
+        }
+        throw;
+    }
+    if (!presence.gone()) showRepainted();
     return 1;
+}
+
+void CFilterListCtrl::showRepainted() {
+    m_parts->native.setRedraw(true);
+    m_parts->native.invalidateAll();
 }
 
 void CFilterListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
     *result = 0;
-    if (m_bSortLocked || m_sorting) return;
+    if (m_bSortLocked) return;
     if (!UseFilter) return CCommonListCtrl::OnLvnColumnclick(header, result);
-    processPendingOptiUpdates();
-    if (GetDisplayCount() == 0) return;
-    const SortRun run(this, m_sorting);
-    m_nSortCol = reinterpret_cast<const NMLISTVIEW*>(header)->iSubItem;
+    const int place = reinterpret_cast<const NMLISTVIEW*>(header)->iSubItem;
+    RowWalk walk(m_parts->rows);
+    m_parts->rows.endBatch(walk);
+    if (walk.gone()) return;
+    if (GetDisplayCount() == 0) return walk.finish();
+    SortScope run(*this);
+    m_nSortCol = place;
     const bool columnStayed = m_nSortCol == m_nLastSortCol;
     m_nSortOrder = columnStayed ? -m_nSortOrder : -1;
     m_nLockSortOrder = m_nSortOrder;
@@ -81,30 +147,54 @@ void CFilterListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
     showSortArrow(m_nSortCol, columnStayed && m_nSortOrder != -1);
     findSortMapColumn();
     m_nLastSortCol = m_nSortCol;
-    if (SortOnCheckedFlag) return SortOnChecked();
-    sortRows(SortIntegers::wide, true);
-    m_bSorted = TRUE;
+    if (SortOnCheckedFlag) {
+        sortCheckedFirst(walk);
+    } else {
+        sortRows(walk,
+                 {SortMapColumn, m_arrColumns.GetAt(SortMapColumn).iDataType, m_nSortOrder, SortIntegers::wide, true});
+        if (!walk.gone()) m_bSorted = TRUE;
+    }
+    run.keep();
+    if (!walk.gone()) walk.finish();
 }
 
 void CFilterListCtrl::OnAutoSortClick(NMHDR* header, LRESULT* result) {
+    const Presence presence(*this);
     OnLvnColumnclick(header, result);
-    CCommonListCtrl::OnAutoSortClick(header, result);
+    if (!presence.gone()) CCommonListCtrl::OnAutoSortClick(header, result);
 }
 
 void CFilterListCtrl::SortByLastColumnWithLock() {
     if (!UseFilter) return CCommonListCtrl::SortByLastColumnWithLock();
     const int place = m_arrOrder.GetAt(m_nLockSortColumn);
-    if (!m_bSortLocked || place < 0 || m_sorting) return;
-    processPendingOptiUpdates();
-    m_nSortCol = place;
-    m_nSortOrder = m_nLockSortOrder;
-    if (GetDisplayCount() == 0) return;
-    const SortRun run(this, m_sorting);
-    showSortArrow(m_nSortCol, m_nSortOrder != -1);
-    findSortMapColumn();
-    m_nLastSortCol = m_nSortCol;
-    if (SortOnCheckedFlag) return SortOnChecked();
-    sortRows(SortIntegers::narrow, false);
+    if (!m_bSortLocked || place < 0) return;
+    inWalk([&](RowWalk& walk) {
+        m_parts->rows.endBatch(walk);
+        if (walk.gone()) return;
+        SortScope run(*this);
+        m_nSortCol = place;
+        m_nSortOrder = m_nLockSortOrder;
+        if (GetDisplayCount() == 0) return run.keep();
+        showSortArrow(m_nSortCol, m_nSortOrder != -1);
+        findSortMapColumn();
+        m_nLastSortCol = m_nSortCol;
+        if (SortOnCheckedFlag) {
+            sortCheckedFirst(walk);
+        } else {
+            sortRows(walk, {SortMapColumn, m_arrColumns.GetAt(SortMapColumn).iDataType, m_nSortOrder,
+                            SortIntegers::narrow, false});
+        }
+        run.keep();
+    });
+}
+
+// A sort that ends a rebuild belongs to the walk of that.
+template <class Function>
+void CFilterListCtrl::inWalk(Function function) {
+    if (RowWalk* const outer = std::exchange(m_parts->rebuilding, nullptr)) return function(*outer);
+    RowWalk walk(m_parts->rows);
+    function(walk);
+    if (!walk.gone()) walk.finish();
 }
 
 void CFilterListCtrl::findSortMapColumn() {
@@ -133,34 +223,33 @@ void CFilterListCtrl::showSortArrow(int place, bool falling) {
 
 // ---- The sorts
 
-void CFilterListCtrl::sortRows(SortIntegers integers, bool shortcut) {
-    m_nSortDataType = m_arrColumns.GetAt(SortMapColumn).iDataType;
+void CFilterListCtrl::sortRows(RowWalk& walk, const SortRequest& request) {
+    m_nSortDataType = request.dataType;
     if (m_bRowDragEnabled) {
-        sortMap(integers, shortcut);
+        sortMap(walk, request);
     } else {
-        sortDisplay(integers, shortcut);
+        sortDisplay(walk, request);
     }
 }
 
-SortRule CFilterListCtrl::sortRule() const {
-    return {m_nSortOrder, m_rows.reverse() && m_bRowDragEnabled != 0, &CompareDateTime};
-}
-
-// One string for the whole walk. A row that has no data yet has no text.
-SortKeys CFilterListCtrl::readKeys(const std::vector<std::int32_t>& mapIndices, SortIntegers integers) {
+// One string for the whole walk. A row that has no data, or none any more, has no text.
+SortKeys CFilterListCtrl::readKeys(const RowWalk& walk, const SortRequest& request,
+                                   const std::vector<std::int32_t>& mapIndices) {
     constexpr std::size_t ahead = 12;  // the host's rows may be far apart in memory
     constexpr RowData line = 64;
-    SortKeys keys(m_nSortDataType, integers, mapIndices.size());
+    LiveRows& rows = m_parts->rows;
+    SortKeys keys(request.dataType, request.integers, mapIndices.size());
     CString text;
     for (std::size_t i = 0; i < mapIndices.size(); ++i) {
         if (i + ahead < mapIndices.size()) {
-            const RowData next = m_rows.dataOfMapIndex(static_cast<std::size_t>(mapIndices[i + ahead]));
+            const RowData next = rows.dataOfMapIndex(mapIndices[i + ahead]);
             __builtin_prefetch(reinterpret_cast<const void*>(next));
             __builtin_prefetch(reinterpret_cast<const void*>(next + line));
         }
-        const RowData data = m_rows.dataOfMapIndex(static_cast<std::size_t>(mapIndices[i]));
+        const RowData data = rows.dataOfMapIndex(walk.present(mapIndices[i]));
         if (data != 0) {
-            readCell(data, SortMapColumn, text);
+            readCell(data, request.columnIndex, text);
+            if (walk.gone()) break;
         } else {
             text = "";
         }
@@ -169,57 +258,82 @@ SortKeys CFilterListCtrl::readKeys(const std::vector<std::int32_t>& mapIndices, 
     return keys;
 }
 
-void CFilterListCtrl::sortDisplay(SortIntegers integers, bool shortcut) {
-    const SortKeys keys = readKeys(m_rows.displayedInMapOrder(), integers);
-    if (shortcut && keys.allTextsEqual()) return;
-    if (m_nSortOrder == 0) return m_native.invalidateAll();  // all rows are equal: none moves
-    std::vector<std::int32_t> sorted = sortedMapIndices(keys, sortRule());
-    if (m_rows.reverse()) std::reverse(sorted.begin(), sorted.end());
-    m_rows.reorderDisplay(std::move(sorted));
-    m_native.invalidateAll();
+void CFilterListCtrl::sortDisplay(RowWalk& walk, const SortRequest& request) {
+    const SortKeys keys = readKeys(walk, request, m_parts->rows.displayedInMapOrder());
+    if (walk.gone() || (request.shortcut && keys.allTextsEqual())) return;
+    if (request.order != 0) {  // else all rows are equal: none moves
+        std::vector<std::int32_t> sorted = sortedMapIndices(keys, request.rule(false));
+        if (m_parts->rows.reverse()) std::reverse(sorted.begin(), sorted.end());
+        m_parts->rows.reorder(walk, std::move(sorted), [this, request] {
+            RowWalk again(m_parts->rows);
+            sortDisplay(again, request);
+            if (!again.gone()) again.finish();
+        });
+    }
+    m_parts->native.invalidateAll();
 }
 
-void CFilterListCtrl::sortMap(SortIntegers integers, bool shortcut) {
-    std::vector<std::int32_t> all(static_cast<std::size_t>(m_rows.itemCount()));
+void CFilterListCtrl::sortMap(RowWalk& walk, const SortRequest& request) {
+    LiveRows& rows = m_parts->rows;
+    std::vector<std::int32_t> all(static_cast<std::size_t>(rows.itemCount()));
     for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<std::int32_t>(i);
-    const SortKeys keys = readKeys(all, integers);
-    if (shortcut && keys.allTextsEqual()) return;
-    m_rows.reorderMap(sortedMapIndices(keys, sortRule()));
-    PopulateList();
+    const SortKeys keys = readKeys(walk, request, all);
+    if (walk.gone() || (request.shortcut && keys.allTextsEqual())) return;
+    rows.reorderMap(walk, sortedMapIndices(keys, request.rule(rows.reverse())));
+    rows.rebuild(walk, m_parts->rowTest());
+    if (walk.gone()) return;
+    MatchExact = 0;
+    rows.tellDisplayCount();
+    m_parts->native.invalidateAll();
 }
 
 // ---- Checked rows first
 
 void CFilterListCtrl::SortOnChecked() {
     if (!UseFilter) return;
-    processPendingOptiUpdates();
+    inWalk([this](RowWalk& walk) {
+        SortScope run(*this);
+        sortCheckedFirst(walk);
+        run.keep();
+    });
+}
+
+void CFilterListCtrl::sortCheckedFirst(RowWalk& walk) {
+    LiveRows& rows = m_parts->rows;
+    rows.endBatch(walk);
+    if (walk.gone()) return;
     const int itemCount = GetItemCount();
-    const int mark = m_native.selectionMark();
+    const int mark = m_parts->native.selectionMark();
     const DWORD_PTR marked = mark >= 0 && mark < GetDisplayCount() ? GetItemData(mark) : 0;
 
     g_SortingList = this;
     SortMapColumn = 0;
     m_nSortDataType = m_arrColumns.GetAt(0).iDataType;
-    const std::vector<std::int32_t> order = m_rows.displayOrder();
+    const SortRequest request{0, m_nSortDataType, m_nSortOrder, SortIntegers::wide, false};
+    const std::vector<std::int32_t> order = rows.displayOrder();
     std::vector<std::int32_t> parts[2];  // checked, unchecked
     for (std::size_t i = 0; i < order.size(); ++i) parts[GetCheck(static_cast<int>(i)) ? 0 : 1].push_back(order[i]);
     std::vector<std::int32_t> sorted;
     for (const std::vector<std::int32_t>& part : parts) {
-        const std::vector<std::int32_t> rows = sortedMapIndices(readCheckedKeys(part), sortRule());
-        sorted.insert(sorted.end(), rows.begin(), rows.end());
+        const SortKeys keys = readCheckedKeys(walk, request, part);
+        if (walk.gone()) return;
+        const std::vector<std::int32_t> next =
+            sortedMapIndices(keys, request.rule(rows.reverse() && m_bRowDragEnabled != 0));
+        sorted.insert(sorted.end(), next.begin(), next.end());
     }
-    if (m_rows.reverse()) std::reverse(sorted.begin(), sorted.end());
-    m_rows.reorderDisplay(std::move(sorted));
+    if (rows.reverse()) std::reverse(sorted.begin(), sorted.end());
+    rows.reorder(walk, std::move(sorted), [this] { SortOnChecked(); });
 
     showCheckedCounts(itemCount);
     if (marked != 0) moveMarkTo(marked);
-    m_native.invalidateAll();
+    if (!walk.gone()) m_parts->native.invalidateAll();
 }
 
 // Only texts count here: for a column of numbers every key is missing, and missing keys are 0.
-SortKeys CFilterListCtrl::readCheckedKeys(const std::vector<std::int32_t>& mapIndices) {
-    if (sortKeyKind(m_nSortDataType) == SortKeyKind::text) return readKeys(mapIndices, SortIntegers::wide);
-    SortKeys keys(m_nSortDataType, SortIntegers::wide, mapIndices.size());
+SortKeys CFilterListCtrl::readCheckedKeys(const RowWalk& walk, const SortRequest& request,
+                                          const std::vector<std::int32_t>& mapIndices) {
+    if (sortKeyKind(request.dataType) == SortKeyKind::text) return readKeys(walk, request, mapIndices);
+    SortKeys keys(request.dataType, SortIntegers::wide, mapIndices.size());
     for (const std::int32_t mapIndex : mapIndices) keys.add(mapIndex, CString());
     return keys;
 }
@@ -242,12 +356,14 @@ std::vector<HeaderColumn> CFilterListCtrl::ReadHeader() {
 
 // The control must know the row before it can mark it: a rebuild under way has not told it the new count yet.
 void CFilterListCtrl::moveMarkTo(DWORD_PTR data) {
-    for (int visual = 0; visual < GetDisplayCount(); ++visual) {
+    LiveRows& rows = m_parts->rows;
+    for (int visual = 0; visual < rows.displayCount(); ++visual) {
         if (GetItemData(visual) != data) continue;
-        m_native.setCount(GetDisplayCount());
-        m_native.settle();
+        const Presence presence(*this);
+        rows.tellDisplayCount();
+        rows.settle();
         SetSelectionMark(visual);
-        m_native.setState(visual, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+        if (!presence.gone()) m_parts->native.setState(visual, kRowSelected | kRowFocused, kRowSelected | kRowFocused);
         return;
     }
 }

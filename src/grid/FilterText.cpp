@@ -44,8 +44,8 @@ BOOL CFilterText::OnInitDialog() {
 }
 
 void CFilterText::SetFilterlist(CCommonListCtrl* list, int column) {
-    m_pFilterList = list && list->IsKindOf(RUNTIME_CLASS(CFilterListCtrl)) ? static_cast<CFilterListCtrl*>(list)
-                                                                          : nullptr;
+    m_pFilterList =
+        list && list->IsKindOf(RUNTIME_CLASS(CFilterListCtrl)) ? static_cast<CFilterListCtrl*>(list) : nullptr;
     m_nColumn = column;
 }
 

@@ -26,16 +26,16 @@
 #include <memory>
 #include <vector>
 
-class CFilterListCtrl;
 namespace quor::grid {
 class RowStore;
 }
 
-// The numbers of one row in one grid. `list` is the key; an element without a list is free.
+// The numbers of one row in one list. `list` is the key: the address of the list's row store, compared and never
+// followed. An element without a list is free.
 struct sFilterListRowIndex {
     std::int32_t mapIndex = -1;
-    std::int32_t displayIndex = -1;  // -1 when the row test keeps the row out, else what RowStore makes of it
-    CFilterListCtrl* list = nullptr;
+    std::int32_t displayIndex = -1;  // -1 when the row test keeps the row out, else what DisplayedRows makes of it
+    const void* list = nullptr;
 };
 
 class CFilterListBaseData {
@@ -47,23 +47,22 @@ public:
 
 private:
     friend class quor::grid::RowStore;  // writes the numbers
-    friend class CFilterListCtrl;       // reads them for getRowIndices
 
     using Overflow = std::vector<sFilterListRowIndex>;
 
     // The element of a grid, null when the row is not in it. The address holds until the next set or erase.
-    sFilterListRowIndex* find(const CFilterListCtrl* list) {
+    sFilterListRowIndex* find(const void* list) {
         if (m_inline[0].list == list) return &m_inline[0];
         if (m_inline[1].list == list) return &m_inline[1];
         return m_overflow ? findInOverflow(list) : nullptr;
     }
-    const sFilterListRowIndex* find(const CFilterListCtrl* list) const {
+    const sFilterListRowIndex* find(const void* list) const {
         return const_cast<CFilterListBaseData*>(this)->find(list);
     }
 
     // An element that exists takes both numbers, or goes when mapIndex is -1. One that does not is added, whatever
     // the numbers are.
-    void setIndices(CFilterListCtrl* list, std::int32_t mapIndex, std::int32_t displayIndex) {
+    void setIndices(const void* list, std::int32_t mapIndex, std::int32_t displayIndex) {
         if (sFilterListRowIndex* element = find(list)) {
             if (mapIndex == -1) {
                 erase(element);
@@ -76,7 +75,7 @@ private:
         append({mapIndex, displayIndex, list});
     }
 
-    sFilterListRowIndex* findInOverflow(const CFilterListCtrl* list) {
+    sFilterListRowIndex* findInOverflow(const void* list) {
         for (sFilterListRowIndex& element : *m_overflow)
             if (element.list == list) return &element;
         return nullptr;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace quor::grid {
 
@@ -24,6 +25,8 @@ struct RowLayout {
 
     // Last visual index of the page, cut to the rows that exist; below topIndex when the page is empty.
     int pageEnd(int count) const { return std::min(topIndex + countPerPage, count) - 1; }
+    // The same with the row that shows in part below the page.
+    int lastInView(int count) const { return std::min(topIndex + countPerPage + 1, count) - 1; }
 
     // The bounds of a row. A row so far away that its distance does not fit stands at the limit.
     RECT rowRect(int visual) const {
@@ -42,7 +45,8 @@ private:
 };
 
 // The union of all that has to be repainted, and whether there is news since the last flush. The rectangle only grows:
-// a later flush repaints at least what was dirty before.
+// a later flush repaints at least what was dirty before. What came since the last paint or flush is kept apart, for a
+// paint that comes before the next flush.
 //
 // Single rows, the common case of a tick, are kept as a range of visual indices and become a rectangle by fold: whoever
 // changes the layout folds with the former one first.
@@ -58,12 +62,20 @@ public:
         if (layout.visible) noteRow(visual);
     }
 
-    // From a row to the end of the page. Nothing while the window is hidden, or when the first row is outside the page.
+    // From a row to the end of what is in view. Nothing while the window is hidden, or when the row is out of view.
     void addToPageEnd(const RowLayout& layout, int first, int count) {
-        const int last = layout.pageEnd(count);
+        const int last = layout.lastInView(count);
         if (!layout.visible || first < layout.topIndex || first > last) return;
         noteRow(first);
         noteRow(last);
+    }
+    void addPage(const RowLayout& layout, int count) { addToPageEnd(layout, layout.topIndex, count); }
+
+    // The control has moved pixels since something became dirty: nobody knows where it lies now.
+    void pageScrolled(const RowLayout& layout) {
+        if (isEmpty(m_fresh)) return;
+        m_fresh = {0, 0, layout.clientWidth, layout.clientHeight};
+        unite(DirtyRect, m_fresh);
     }
 
     void fold(const RowLayout& layout) {
@@ -73,38 +85,46 @@ public:
         m_firstRow = noFirst;
         m_lastRow = noLast;
         DirtyFlag = true;
-        if (!isEmpty(range)) unite(range);
+        unite(DirtyRect, range);
+        unite(m_fresh, range);
     }
 
     bool hasNews() const { return DirtyFlag || m_firstRow <= m_lastRow; }
     // What to repaint now; the news are told.
     const RECT& flush(const RowLayout& layout) {
-        fold(layout);
+        takeFresh(layout);
         DirtyFlag = false;
         return DirtyRect;
     }
+    // What came since the last paint or flush.
+    RECT takeFresh(const RowLayout& layout) {
+        fold(layout);
+        return std::exchange(m_fresh, RECT{});
+    }
+
+    static bool isEmpty(const RECT& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
 
 private:
     // An empty range; any row widens it.
     static constexpr int noFirst = std::numeric_limits<int>::max();
     static constexpr int noLast = std::numeric_limits<int>::min();
 
-    static bool isEmpty(const RECT& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
-
-    void unite(const RECT& rect) {
-        if (isEmpty(DirtyRect)) {
-            DirtyRect = rect;
+    static void unite(RECT& all, const RECT& rect) {
+        if (isEmpty(rect)) return;
+        if (isEmpty(all)) {
+            all = rect;
             return;
         }
-        DirtyRect.left = std::min(DirtyRect.left, rect.left);
-        DirtyRect.top = std::min(DirtyRect.top, rect.top);
-        DirtyRect.right = std::max(DirtyRect.right, rect.right);
-        DirtyRect.bottom = std::max(DirtyRect.bottom, rect.bottom);
+        all.left = std::min(all.left, rect.left);
+        all.top = std::min(all.top, rect.top);
+        all.right = std::max(all.right, rect.right);
+        all.bottom = std::max(all.bottom, rect.bottom);
     }
 
     int m_firstRow = noFirst;
     int m_lastRow = noLast;
     RECT DirtyRect{};
+    RECT m_fresh{};
     bool DirtyFlag = false;
 };
 

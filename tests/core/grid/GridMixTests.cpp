@@ -5,7 +5,7 @@
 #include "platform/tools/QuorTools.h"
 #include "src/grid/core/FilterStore.h"
 #include "src/grid/core/GridSort.h"
-#include "src/grid/core/RowStore.h"
+#include "tests/core/grid/StoreHarness.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ using namespace quor::grid;
 namespace grid_mix {
 namespace {
 
-Row* rowOf(RowData data) { return static_cast<Row*>(reinterpret_cast<CFilterListBaseData*>(data)); }
+Row* rowOf(RowData data) { return static_cast<Row*>(reinterpret_cast<CFilterListBaseData*>(data)); }  // NOLINT
 
 // A store beside the model. `fault` breaks one rule on purpose.
 class Store : public Subject, public GridModel {
@@ -28,19 +28,19 @@ public:
     int apply(const Action& action) override {
         switch (action.kind) {
             case Action::addRow:
-                return m_store.add(action.row, action.value != 0, test()).result;
+                return m_store.add(action.row, action.value != 0, test());
             case Action::updateRow:
-                return m_store.update(action.row, test()).result;
+                return m_store.update(action.row, test());
             case Action::deleteRow:
-                return m_store.remove(action.row, action.value != 0).result;
+                return m_store.remove(action.row, action.value != 0);
             case Action::updateVisual:
                 return update(m_store.dataOfVisual(action.number));
             case Action::updateMap:
-                return update(m_store.dataOfMapIndexChecked(action.number));
+                return update(m_store.dataOfMapIndex(action.number));
             case Action::deleteVisual:
                 return remove(m_store.dataOfVisual(action.number));
             case Action::deleteMap:
-                return remove(m_store.dataOfMapIndexChecked(action.number));
+                return remove(m_store.dataOfMapIndex(action.number));
             case Action::checkVisual:
                 return m_store.setCheckOfVisual(action.number, action.value);
             case Action::checkMap:
@@ -71,7 +71,7 @@ public:
     std::pair<int, int> numbersOf(Row& row) override {
         const int slot = m_store.slotOf(&row);
         return {grid.numbers.at(static_cast<CFilterListBaseData*>(&row)).mapIndex,
-                slot == -1 ? -1 : m_store.visualOfSlot(slot)};
+                slot == -1 ? -1 : m_store.mirrored(slot)};
     }
     Filters filters() override {
         Filters all;
@@ -84,11 +84,12 @@ public:
     }
 
 protected:
-    void onRebuild() override { m_store.rebuild(test()); }
-    void onEndBatch() override {
-        BatchSelection none;
-        m_store.endBatch(none);
+    void onRebuild() override {
+        RowWalk walk(m_store);
+        m_store.rebuild(walk, test());
+        walk.finish();
     }
+    void onEndBatch() override { m_store.endBatch(); }
     void onStoreFilter(int columnIndex, const std::string& text) override { m_filters.set(columnIndex, text.c_str()); }
     void onSort(int columnIndex, bool narrow) override {
         show(sorted(m_store.displayOrder(), columnIndex, narrow ? SortIntegers::narrow : SortIntegers::wide));
@@ -103,8 +104,8 @@ protected:
     }
 
 private:
-    int update(RowData data) { return data ? m_store.update(rowOf(data), test()).result : 0; }
-    int remove(RowData data) { return data ? m_store.remove(rowOf(data), false).result : 0; }
+    int update(RowData data) { return data ? m_store.update(rowOf(data), test()) : 0; }
+    int remove(RowData data) { return data ? m_store.remove(rowOf(data), false) : 0; }
     RowTest test() {
         if (m_filters.isEmpty()) return {};
         return {[](const void* store, RowData data) {
@@ -123,16 +124,19 @@ private:
         const auto column = static_cast<std::size_t>(columnIndex);
         SortKeys keys(kDataTypes[column], integers, rows.size());
         for (const std::int32_t mapIndex : rows)
-            keys.add(mapIndex, rowOf(m_store.dataOfMapIndexChecked(mapIndex))->cells[column].c_str());
+            keys.add(mapIndex, rowOf(m_store.dataOfMapIndex(mapIndex))->cells[column].c_str());
         return sortedMapIndices(keys, {m_fault ? -sortOrder : sortOrder, false, &CompareDateTime});
     }
     void show(std::vector<std::int32_t> rows) {
         if (m_store.reverse()) std::reverse(rows.begin(), rows.end());
-        m_store.reorderDisplay(std::move(rows));
+        RowWalk walk(m_store);
+        m_store.reorder(walk, std::move(rows), nullptr);
+        walk.finish();
     }
 
     bool m_fault;
-    RowStore m_store{reinterpret_cast<CFilterListCtrl*>(this)};
+    PretendedPort m_port;
+    LiveRows m_store{m_port};
     FilterStore m_filters;
 };
 

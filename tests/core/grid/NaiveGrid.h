@@ -76,8 +76,8 @@ public:
         numbers[row].slot = static_cast<int>(display.size());
         display.push_back(mapIndex);
         if (now) {
-            m_native.setCount(count());
-            markDirty(reverse ? 0 : count() - 1);
+            tellCount();
+            markDirty(std::max(layout.topIndex, reverse ? 0 : count() - 1));
         } else {
             m_pendingInsert = true;
             if (reverse) ++m_pendingTopInserts;
@@ -102,7 +102,7 @@ public:
             if (m_last != -1 && m_last > slot) --m_last;
             found->second.slot = -1;
             renumber();
-            m_native.setCount(count());
+            tellCount();
             markDirty(std::max(layout.topIndex, visual));
             return -1;
         }
@@ -126,7 +126,7 @@ public:
                     ++slot;
                 }
             }
-            m_native.setCount(count());
+            tellCount();
             markDirty(std::max(layout.topIndex, visual));
         } else {
             m_pendingDelete = true;
@@ -157,7 +157,7 @@ public:
         m_pendingDelete = m_pendingInsert = false;
         m_pendingTopInserts = 0;
         m_first = m_last = -1;
-        m_native.setCount(count());
+        tellCount();
         for (const int visual : collected) {
             if (visual < 0 || visual >= count()) continue;
             m_native.setState(visual, mark == -1 || visual == mark ? 3 : 2, mark == -1 || visual == mark ? 3 : 2);
@@ -174,7 +174,7 @@ public:
             numbers[map[i]].slot = count();
             display.push_back(static_cast<int>(i));
         }
-        m_native.setCount(count());
+        tellCount();
     }
 
     // The same rows in another order, by slot.
@@ -188,7 +188,7 @@ public:
         map.clear();
         display.clear();
         numbers.clear();
-        m_native.setCount(0);
+        tellCount();
     }
 
     int count() const { return static_cast<int>(display.size()); }
@@ -217,7 +217,7 @@ private:
         display.insert(display.begin() + slot, own.mapIndex);
         own.slot = slot;
         renumber();
-        m_native.setCount(count());
+        tellCount();
         markDirty(std::max(layout.topIndex, visualOf(slot)));
         return 1;
     }
@@ -253,8 +253,16 @@ private:
             if (rowAt(slot) != nullptr) numbers[rowAt(slot)].slot = slot;
     }
 
+    // The page moves up when it would end below the last row.
+    void tellCount() {
+        m_native.setCount(count());
+        const int former = layout.topIndex;
+        layout.countFellTo(count());
+        if (layout.topIndex != former) markDirty(layout.topIndex);
+    }
+
     void markDirty(int first) {
-        const int last = std::min(layout.topIndex + layout.countPerPage, count()) - 1;
+        const int last = std::min(layout.topIndex + layout.countPerPage + 1, count()) - 1;  // with the row in part
         if (layout.visible && first >= layout.topIndex && first <= last) unite(first, last);
     }
 

@@ -1,5 +1,5 @@
 // Classic mode as a table. Rows hold numbers as data; a picture shows them from top to bottom, "." without data.
-#include "src/grid/core/RowStore.h"
+#include "tests/core/grid/StoreHarness.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ const char* nameOf(ClassicOutcome outcome) {
 
 class Classic {
 public:
-    explicit Classic(bool reverse) : store(nullptr) { store.setReverse(reverse); }
+    explicit Classic(bool reverse) { store.setReverse(reverse); }
 
     // Words: "i3" inserts at 3, "d3=7" gives row 3 the data 7, "x3" erases visual row 3, "h3" erases hidden map row 3,
     // "r3" re-tests map row 3, "v3" visual row 3, "hide7" makes 7 the data that fail.
@@ -50,7 +50,7 @@ public:
         return nameOf(change.outcome);
     }
 
-    std::string picture() const {
+    std::string picture() {
         std::string text;
         for (int visual = 0; visual < store.displayCount(); ++visual) {
             const RowData data = store.dataOfVisual(visual);
@@ -59,16 +59,17 @@ public:
         return text;
     }
 
-    std::string mapPicture() const {
+    std::string mapPicture() {
         std::string text;
         for (int i = 0; i < store.itemCount(); ++i) {
-            const RowData data = store.dataOfMapIndex(static_cast<std::size_t>(i));
+            const RowData data = store.dataOfMapIndex(i);
             text += data == 0 ? "." : std::to_string(data);
         }
         return text;
     }
 
-    RowStore store;
+    PretendedPort port;
+    LiveRows store{port};
 
 private:
     ClassicChange one(const std::string& word) {

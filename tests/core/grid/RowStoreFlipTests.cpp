@@ -16,8 +16,7 @@ namespace {
 class FlipMix {
 public:
     FlipMix(unsigned seed, int rows, bool later)
-        : m_fast(1),
-          m_slow(m_slowNative, [](NaiveGrid::Row row) { return shown(row); }),
+        : m_slow(m_slowNative, [](NaiveGrid::Row row) { return shown(row); }),
           m_random(seed),
           m_later(later) {
         m_fast.test.function = [](const void*, RowData data) { return shown(rowKey(data)); };
@@ -56,18 +55,18 @@ public:
 
     // Asking for a place lets ticks that wait take effect: then it is only asked for now and then.
     std::string compareRow() {
-        const RowStore& store = m_fast.store;
+        LiveRows& store = m_fast.store;
         if (store.displayCount() != m_slow.count()) return "the display counts differ";
         if (m_later && pick(30) != 0) return {};
-        store.settleLater();
+        store.settle();
         if (store.slotOf(m_last) != slowSlot(m_last)) return "the slot of the row of the step differs";
         const RECT fast = m_fast.dirtyRect();
         if (fast.top != m_slow.dirty.top || fast.bottom != m_slow.dirty.bottom) return "the dirty rectangles differ";
         return m_fast.native == m_slowNative ? "" : "selection, focus, mark or native count differ";
     }
 
-    std::string compareAll() const {
-        const RowStore& store = m_fast.store;
+    std::string compareAll() {
+        LiveRows& store = m_fast.store;
         if (const std::string fault = store.Check(); !fault.empty()) return fault;
         if (store.displayOrder() != m_slow.display) return "the orders differ";
         for (int slot = 0; slot < store.displayCount(); ++slot)
@@ -109,14 +108,14 @@ private:
     void flip() {
         m_last = m_rows[static_cast<std::size_t>(pick(static_cast<int>(m_rows.size())))].get();
         if (pick(4) != 0) m_last->value = 1 - m_last->value;
-        const int result = m_later ? m_fast.updateRowLater(m_last) : m_fast.updateRow(m_last);
+        const int result = m_fast.updateRow(m_last);
         EXPECT_EQ(result, m_slow.updateRow(key(m_last)));
         m_flips += result != 0;
     }
 
     void select() {
         if (m_slow.count() == 0) return;
-        m_fast.store.settleLater();  // as before any message of the control
+        m_fast.store.settle();  // as before any message of the control
         for (int i = pick(20); i > 0; --i) {
             const int visual = pick(m_slow.count());
             m_fast.native.setState(visual, 2, 2);
@@ -140,13 +139,13 @@ private:
         endBatch();
         std::shuffle(m_slow.display.begin(), m_slow.display.end(), m_random);
         for (int slot = 0; slot < m_slow.count(); ++slot) m_slow.numbers[m_slow.rowAt(slot)].slot = slot;
-        m_fast.store.reorderDisplay(m_slow.display);
+        m_fast.reorder(m_slow.display);
     }
 
     // Rectangles only grow; without a fresh start they would soon hide every difference.
     void forgetDirt() {
-        m_fast.store.settleLater();
-        m_fast.dirty = DirtyArea();
+        m_fast.store.settle();
+        m_fast.store.forgetDirt();
         m_slow.dirty = {};
         m_slow.dirtyNews = false;
     }

@@ -20,8 +20,8 @@ struct Threshold {
 };
 
 struct Pair {
-    explicit Pair(int number)
-        : fast(number), slow(slowNative, [this](NaiveGrid::Row row) {
+    Pair()
+        : slow(slowNative, [this](NaiveGrid::Row row) {
               const auto* base = static_cast<const CFilterListBaseData*>(row);
               return threshold.passes(static_cast<const TestRow*>(base)->value);
           }) {}
@@ -44,7 +44,7 @@ struct Pair {
 class RandomMix {
 public:
     explicit RandomMix(unsigned seed) : m_random(seed) {
-        for (int i = 0; i < gridCount; ++i) m_grids.push_back(std::make_unique<Pair>(i));
+        for (int i = 0; i < gridCount; ++i) m_grids.push_back(std::make_unique<Pair>());
         for (auto& grid : m_grids) setLayout(*grid);
         for (unsigned bit = 0; bit < 3; ++bit)
             if (seed >> bit & 1) setReverse(*m_grids[bit]);
@@ -156,7 +156,7 @@ private:
 
     void forgetDirt() {
         for (auto& grid : m_grids) {
-            grid->fast.dirty = {};
+            grid->fast.store.forgetDirt();
             grid->slow.dirty = {};
             grid->slow.dirtyNews = false;
         }
@@ -173,22 +173,23 @@ private:
         layout.totalWidth = 400;
         layout.headerHeight = 17;
         layout.visible = pick(8) != 0;
+        layout.countFellTo(grid.slowNative.count);
         grid.fast.setLayout(layout);
         grid.slow.layout = layout;
     }
 
     void empty() {
         for (auto& grid : m_grids) {
-            grid->fast.store.clear();
-            grid->fast.native.setCount(0);
+            grid->fast.empty();
             grid->slow.clear();
         }
         m_rows.clear();
     }
 
-    std::string compare(const Pair& grid) const {
+    std::string compare(Pair& grid) const {
+        grid.fast.store.settle();
         if (const std::string fault = grid.fast.store.Check(); !fault.empty()) return fault;
-        const RowStore& store = grid.fast.store;
+        LiveRows& store = grid.fast.store;
         if (store.itemCount() != static_cast<int>(grid.slow.map.size())) return "the item counts differ";
         if (store.displayCount() != grid.slow.count()) return "the display counts differ";
         for (int visual = 0; visual < store.displayCount(); ++visual) {
@@ -200,7 +201,7 @@ private:
         const RECT slow = grid.slow.dirty;
         if (fast.left != slow.left || fast.top != slow.top || fast.right != slow.right || fast.bottom != slow.bottom)
             return "the dirty rectangles differ";
-        return grid.fast.dirty.hasNews() == grid.slow.dirtyNews ? "" : "the dirty flags differ";
+        return grid.fast.store.hasNews() == grid.slow.dirtyNews ? "" : "the dirty flags differ";
     }
 
     std::mt19937 m_random;

@@ -12,19 +12,19 @@ struct StoreSort : testing::Test {
         for (int i = 0; i < count; ++i) rows.push_back(std::make_unique<TestRow>(static_cast<char>('a' + i), i));
         for (auto& row : rows) grid.addRow(row.get(), true);
     }
-    std::string shown() const {
+    std::string shown() {
         std::string text;
         for (int visual = 0; visual < grid.store.displayCount(); ++visual)
             text += rowOf(grid.store.dataOfVisual(visual))->name;
         return text;
     }
     std::vector<std::unique_ptr<TestRow>> rows;
-    StoreHarness grid{0};
+    StoreHarness grid;
 };
 
 TEST_F(StoreSort, RowsKnowTheirSlotsAfterwards) {
     fill(4);
-    grid.store.reorderDisplay({2, 0, 3, 1});
+    grid.reorder({2, 0, 3, 1});
     EXPECT_EQ(shown(), "cadb");
     EXPECT_EQ(grid.store.displayOrder(), (std::vector<std::int32_t>{2, 0, 3, 1}));
     EXPECT_EQ(grid.store.displayedInMapOrder(), (std::vector<std::int32_t>{0, 1, 2, 3}));
@@ -35,8 +35,8 @@ TEST_F(StoreSort, RowsKnowTheirSlotsAfterwards) {
 TEST_F(StoreSort, RowsOutOfTheDisplayStayOut) {
     fill(4);
     grid.test.function = [](const void*, RowData data) { return rowOf(data)->value != 1; };
-    grid.store.rebuild(grid.test);
-    grid.store.reorderDisplay({3, 2, 0});
+    grid.rebuild();
+    grid.reorder({3, 2, 0});
     EXPECT_EQ(shown(), "dca");
     EXPECT_EQ(grid.store.displayedInMapOrder(), (std::vector<std::int32_t>{0, 2, 3}));
     EXPECT_EQ(grid.store.Check(), "");
@@ -46,11 +46,12 @@ TEST_F(StoreSort, ANewMapOrderTakesChecksAndTombstonesAlong) {
     fill(4);
     grid.store.setCheckOfMapIndex(3, 1);
     grid.deleteRow(rows[1].get(), true);
-    grid.store.reorderMap({3, 1, 2, 0});
+    RowWalk walk(grid.store);
+    grid.store.reorderMap(walk, {3, 1, 2, 0});
     EXPECT_EQ(grid.store.displayCount(), 0);
-    grid.store.rebuild({});
+    grid.rebuild();
     EXPECT_EQ(shown(), "dca");
-    EXPECT_EQ(grid.store.checkOfMapIndex(0), 1);
+    EXPECT_EQ(grid.store.checkOfMapIndexUnchecked(0), 1);
     EXPECT_EQ(grid.store.Check(), "");
 }
 

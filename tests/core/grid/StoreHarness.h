@@ -3,8 +3,9 @@
 #pragma once
 
 #include "tests/core/grid/NaiveGrid.h"
-#include "src/grid/core/RowStore.h"
+#include "src/grid/core/LiveRows.h"
 
+#include <functional>
 #include <string>
 
 using namespace quor::grid;
@@ -26,82 +27,81 @@ struct TestRow : Priced, CFilterListBaseData {
 inline RowData dataOf(TestRow* row) { return reinterpret_cast<RowData>(static_cast<CFilterListBaseData*>(row)); }
 inline TestRow* rowOf(RowData data) { return static_cast<TestRow*>(reinterpret_cast<CFilterListBaseData*>(data)); }
 
-// A key of a grid: any address that is no other grid's. The store compares it and never follows it.
-inline CFilterListCtrl* gridKey(int number) {
-    static char keys[64];
-    return reinterpret_cast<CFilterListCtrl*>(&keys[number]);
-}
+// The port of a list on a pretended control.
+class PretendedPort : public RowPort {
+public:
+    RowLayout readLayout() override { return layout; }
+    bool isVisible() override { return layout.visible; }
+    void tellCount(int count) override {
+        control.setCount(count);
+        layout.countFellTo(count);
+    }
+    bool fallingMatters(int lowest) override {
+        return control.nextSelected(lowest - 1) != -1 || control.focus >= lowest ||
+               (layout.topIndex > 0 && layout.topIndex + layout.countPerPage > lowest);
+    }
+    int selectionMark() override { return control.mark; }
+    int focusedRow() override { return control.focus; }
+    void collectSelected(std::vector<int>& rows) override {
+        for (int visual = control.nextSelected(-1); visual != -1; visual = control.nextSelected(visual))
+            rows.push_back(visual);
+    }
+    void setState(int visual, unsigned state, unsigned mask) override {
+        control.setState(visual, state, mask);
+        if (onState) onState();
+    }
+    void scrollRows(int rows) override { layout.topIndex += rows; }
+    void invalidate(const RECT& rect, bool) override { invalidated = rect; }
+    void invalidateAll() override { ++wholeRepaints; }
 
+    PretendedControl control;
+    RowLayout layout;
+    RECT invalidated{};
+    int wholeRepaints = 0;
+    std::function<void()> onState;  // the host hears of the row's state
+};
+
+// The rows of a grid in opti-data mode beside a pretended control.
 class StoreHarness {
 public:
-    explicit StoreHarness(int number) : store(gridKey(number)) {
-        store.enterOptiData();
-        store.onSettled = [this](const LaterChanges& changes) { follow(changes); };
-    }
+    StoreHarness() { store.enterOptiData(); }
+    StoreHarness(const StoreHarness&) = delete;
+    StoreHarness& operator=(const StoreHarness&) = delete;
     ~StoreHarness() { store.clear(); }
 
-    int addRow(TestRow* row, bool now) { return carryOut(store.add(row, now, test)); }
-    int updateRow(TestRow* row) { return carryOut(store.update(row, test)); }
-    // As the grid does it: places and repaints follow where that is allowed.
-    int updateRowLater(TestRow* row) {
-        const bool later = store.canUpdateLater(layout.topIndex + layout.countPerPage);
-        return later ? store.updateLater(row, test) : updateRow(row);
-    }
-    int deleteRow(TestRow* row, bool now) { return carryOut(store.remove(row, now)); }
+    int addRow(TestRow* row, bool now) { return store.add(row, now, test); }
+    int updateRow(TestRow* row) { return store.update(row, test); }
+    int deleteRow(TestRow* row, bool now) { return store.remove(row, now); }
+    void endBatch() { store.endBatch(); }
     void rebuild() {
-        store.rebuild(test);
-        native.setCount(store.displayCount());
+        RowWalk walk(store);
+        store.rebuild(walk, test);
+        store.tellDisplayCount();
+        walk.finish();
     }
-
-    void endBatch() {
-        if (!store.batchIsOpen()) return;
-        BatchSelection selection;
-        selection.mark = native.selectionMark();
-        for (int visual = native.nextSelected(-1); visual != -1; visual = native.nextSelected(visual))
-            selection.selected.push_back(visual);
-        native.setState(-1, 0, 3);
-        const StoreChange change = store.endBatch(selection);
-        native.setCount(store.displayCount());
-        for (const int visual : selection.selected) {
-            const unsigned state = selection.mark == -1 || visual == selection.mark ? 3 : 2;
-            native.setState(visual, state, state);
-        }
-        markDirty(change);
+    void reorder(std::vector<std::int32_t> mapIndices) {
+        RowWalk walk(store);
+        store.reorder(walk, std::move(mapIndices), nullptr);
+        walk.finish();
+    }
+    void empty() {
+        store.clear();
+        store.tellDisplayCount();
     }
 
     void setLayout(const RowLayout& next) {
-        dirty.fold(layout);
-        layout = next;
+        store.forgetLayout();
+        port.layout = next;
+        store.layout();
     }
-    RECT dirtyRect() const {
-        DirtyArea copy = dirty;
-        return copy.flush(layout);
+    RECT dirtyRect() {
+        store.settle();
+        DirtyArea copy = store.dirty();
+        return copy.flush(port.layout);
     }
 
-    RowStore store;
-    PretendedControl native;
-    RowLayout layout;
-    DirtyArea dirty;
+    PretendedPort port;
+    PretendedControl& native = port.control;
+    LiveRows store{port};
     RowTest test;
-
-private:
-    void follow(const LaterChanges& changes) {
-        native.setCount(changes.lowestCount);
-        native.setCount(store.displayCount());
-        for (const int visual : {changes.firstRepaint, changes.lastRepaint})
-            if (changes.firstRepaint <= changes.lastRepaint) dirty.addRow(layout, visual);
-        dirty.addToPageEnd(layout, std::max(layout.topIndex, changes.firstMoved), store.displayCount());
-    }
-    int carryOut(const StoreChange& change) {
-        if (change.countChanged) native.setCount(store.displayCount());
-        markDirty(change);
-        return change.result;
-    }
-    void markDirty(const StoreChange& change) {
-        if (change.dirtyRow != -1) dirty.addRow(layout, change.dirtyRow);
-        if (change.dirtyFrom == -1) return;
-        const int top = layout.topIndex;
-        dirty.addToPageEnd(layout, change.dirtyMayStartAbove ? std::max(top, change.dirtyFrom) : change.dirtyFrom,
-                           store.displayCount());
-    }
 };

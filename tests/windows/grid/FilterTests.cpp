@@ -115,25 +115,6 @@ TEST_F(GridFilter, ReverseDisplayShowsTheNewestOnTop) {
     EXPECT_EQ(filtered({{1, "x"}}), "fdca");
 }
 
-TEST_F(GridFilter, ArraysThatDifferLeaveTheListEmpty) {
-    class Broken : public CFilterListCtrl {
-    public:
-        void breakStore() { static_cast<Store&>(m_filters).addColumn(); }
-
-    private:
-        struct Store : FilterStore {
-            void addColumn() { FilteredCols.Add(1); }
-        };
-    } broken;
-    createOpti(broken);
-    broken.AddRow(row("a"), true);
-    broken.breakStore();
-    test::MessageBoxAnswerer answerer;
-    broken.PopulateList();
-    EXPECT_EQ(answerer.texts(), std::vector<std::string>{"Error occured while filtering"});
-    EXPECT_EQ(broken.GetDisplayCount(), 0);
-}
-
 TEST_F(GridFilter, BadArgumentsOfTheArrayFormChangeNothing) {
     begin();
     grid.AddToFilteredCols(1, "x");

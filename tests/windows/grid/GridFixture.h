@@ -5,6 +5,7 @@
 #pragma once
 
 #include "src/grid/FilterListCtrl.h"
+#include "src/grid/core/CellPainting.h"
 #include "support/FakeHost.h"
 #include "support/WindowFixture.h"
 

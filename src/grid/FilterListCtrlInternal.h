@@ -1,0 +1,71 @@
+// What the sources of CFilterListCtrl share: its parts, and scopes around calls that reach the host.
+#pragma once
+
+#include "src/expression/core/CustomColumnText.h"
+#include "src/grid/FilterListCtrl.h"
+#include "src/grid/NativeList.h"
+#include "src/grid/core/CellPainting.h"
+#include "src/grid/core/FilterStore.h"
+#include "src/grid/core/LiveRows.h"
+
+#include <memory>
+#include <utility>
+
+// What the host does goes down from the grid to the rows and from the rows to the native control.
+struct CFilterListCtrl::Parts {
+    explicit Parts(CFilterListCtrl& list) : native(list), rows(native), m_list(list) {}
+    Parts(const Parts&) = delete;
+    Parts& operator=(const Parts&) = delete;
+
+    quor::grid::RowTest rowTest();
+    // A native call that may scroll or change the rows' places.
+    template <class Function>
+    void touchControl(Function function) {
+        rows.settle();
+        rows.forgetLayout();
+        function();
+        rows.forgetLayout();
+    }
+
+    quor::grid::NativeList native;
+    quor::grid::LiveRows rows;
+    quor::grid::FilterStore filters;
+    quor::expression::CustomColumnText customText;
+    quor::grid::RowWalk* rebuilding = nullptr;  // a rebuild that goes on to a sort of its own
+    unsigned sorts = 0;                         // how many were begun
+    std::shared_ptr<char> alive = std::make_shared<char>();
+
+private:
+    bool passesFilters(DWORD_PTR data, const quor::grid::RowWalk& walk);
+    friend class CFilterListCtrl;
+
+    CFilterListCtrl& m_list;
+    CString m_cellText;  // scratch of the row test, so that it keeps its buffer
+};
+
+// A call that can reach the host may end the grid or its window; nothing of either may be touched then.
+class CFilterListCtrl::Presence {
+public:
+    explicit Presence(const CFilterListCtrl& grid)
+        : m_grid(grid), m_window(grid.m_hWnd), m_alive(grid.m_parts->alive) {}
+    bool gone() const { return m_alive.expired() || m_grid.m_hWnd != m_window; }
+    bool objectWent() const { return m_alive.expired(); }
+
+private:
+    const CFilterListCtrl& m_grid;
+    HWND m_window;
+    std::weak_ptr<char> m_alive;
+};
+
+// Only the text, into a string that is used again: what walks over all rows ask. It keeps its buffer, so that a host
+// that writes into it does not allocate.
+inline void CFilterListCtrl::readCell(DWORD_PTR data, int columnIndex, CString& text) {
+    text = "";
+    COLORREF textColor = quor::grid::kColorUnset, background = quor::grid::kColorUnset;
+    int icon = -1;
+    if (TextCallback && !TextMemberCallback && columnIndex < m_nBaseColumnCount) {
+        TextCallback(data, columnIndex, text, textColor, background, icon);
+    } else {
+        GetColumnText(data, columnIndex, text, textColor, background, icon, false);
+    }
+}

@@ -1,0 +1,112 @@
+// What the control knows and what it shall know: layout record, row count, area to repaint.
+#include "src/grid/core/LiveRows.h"
+
+#include <algorithm>
+
+namespace quor::grid {
+
+// ---- Layout
+
+const RowLayout& LiveRows::layout() {
+    if (m_layoutIsStale) {
+        readLayout();
+    } else if (m_visibilityIsStale) {
+        readVisibility();
+    }
+    return m_layout;
+}
+
+// Ticks that are noted belong to the layout in force.
+void LiveRows::forgetLayout() {
+    settleTicks();
+    m_layoutIsStale = true;
+}
+
+void LiveRows::forgetVisibility() {
+    settleTicks();
+    m_visibilityIsStale = true;
+}
+
+// The dirty area counts in rows of the layout in force. What was dirty on a page that has scrolled since lies
+// elsewhere.
+void LiveRows::readLayout() {
+    settle();
+    m_dirty.fold(m_layout);
+    const RowLayout former = m_layout;
+    m_layoutIsStale = false;
+    m_layout = m_port.readLayout();
+    readVisibility();
+    if (former.topIndex != m_layout.topIndex || former.horizontalScroll != m_layout.horizontalScroll)
+        m_dirty.pageScrolled(m_layout);
+}
+
+void LiveRows::readVisibility() {
+    m_visibilityIsStale = false;
+    m_layout.visible = m_port.isVisible();
+}
+
+// ---- Count
+
+void LiveRows::tellDisplayCount() {
+    const int count = displayCount();
+    m_wanted = count;
+    m_lowest = std::min(m_lowest, count);
+    m_dirty.fold(m_layout);
+    const int formerTop = m_layout.topIndex;
+    m_layout.countFellTo(count);
+    if (m_layout.topIndex != formerTop) m_dirty.addPage(m_layout, count);
+    if (m_layout.rowHeight == 0) m_layoutIsStale = true;  // read while there was no row to measure
+}
+
+void LiveRows::settle() {
+    settleTicks();
+    if (m_settling || (m_told == m_wanted && m_lowest == m_wanted)) return;
+    m_settling = true;
+    const int lowest = m_lowest, wanted = m_wanted;
+    m_lowest = wanted;
+    if (lowest < wanted && lowest < m_told && m_port.fallingMatters(lowest)) tellCount(lowest);
+    if (m_told != wanted) tellCount(wanted);
+    m_settling = false;
+}
+
+void LiveRows::tellCount(int count) {
+    m_told = count;
+    m_layoutIsStale = true;
+    m_port.tellCount(count);
+}
+
+// ---- The area to repaint
+
+void LiveRows::markFrom(int visual) {
+    const RowLayout& now = layout();
+    m_dirty.addToPageEnd(now, std::max(now.topIndex, visual), displayCount());
+}
+
+// The layout is the one in force since before the first of these ticks, and the page stayed where it was.
+void LiveRows::followTicks() {
+    const SettledTicks done = m_display.settle(ReverseDisplay);
+    for (const int slot : done.left) m_pending.slotLeft(slot);
+    if (done.firstMoved != std::numeric_limits<int>::max()) {
+        m_lowest = std::min(m_lowest, done.lowestCount);
+        tellDisplayCount();
+    }
+    if (done.firstRepaint <= done.lastRepaint) {
+        m_dirty.addRow(m_layout, done.firstRepaint);
+        m_dirty.addRow(m_layout, done.lastRepaint);
+    }
+    m_dirty.addToPageEnd(m_layout, std::max(m_layout.topIndex, done.firstMoved), displayCount());
+}
+
+void LiveRows::flush() {
+    settle();
+    m_port.invalidate(m_dirty.flush(layout()), false);
+}
+
+void LiveRows::paintComes() {
+    forgetVisibility();  // a window that paints may have been hidden before
+    settle();
+    const RowLayout& now = layout();
+    if (const RECT fresh = m_dirty.takeFresh(now); !DirtyArea::isEmpty(fresh)) m_port.invalidate(fresh, false);
+}
+
+}  // namespace quor::grid
