@@ -5,6 +5,7 @@
 #include "host/WatchPane.h"
 #include "host/core/FileDevice.h"
 #include "host/resource.h"
+#include "src/foundation/ControlBlock.h"
 #include "src/foundation/TimerIds.h"
 #include "src/foundation/core/Globals.h"
 #include "support/WindowFixture.h"
@@ -259,6 +260,16 @@ TEST_F(WatchPaneTest, HidingALevelsColumnAsksAndStoresWhatIsLeft) {
     EXPECT_EQ(stored(market, levelsKey), "Symbol->1,Series->1#0");
     restart();  // a level without its column would show a box here
     EXPECT_EQ(levelsOf(list()).size(), 2u);
+}
+
+TEST_F(WatchPaneTest, TheStoreOfTheListsRefusesTextsWithANul) {
+    CString cut("a\0b", 3), kept("kept");
+    ASSERT_EQ(g_pControlBlock->UserSetting(1, "list", kept, "key"), 1);
+    EXPECT_EQ(g_pControlBlock->UserSetting(1, "list", cut, "key"), 0);
+    EXPECT_EQ(g_pControlBlock->UserSetting(1, cut, kept, "key"), 0);
+    EXPECT_EQ(g_pControlBlock->UserSetting(1, "list", kept, cut), 0);
+    EXPECT_EQ(g_pControlBlock->UserSettingMWColumns(1, "list", cut), 0);
+    EXPECT_EQ(settings.text(), "[list]\r\nkey=kept\r\n");
 }
 
 }  // namespace
