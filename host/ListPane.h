@@ -39,6 +39,7 @@ public:
     const char* title() const { return m_title; }
     // Shown at the right of the caption strip; repainted only when it changes.
     void setRemark(const std::string& remark);
+    const std::string& remark() const { return m_remark; }
 
     // Gives the columns their first widths again, widened in proportion where they leave room at the right.
     void fitColumns();

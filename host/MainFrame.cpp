@@ -30,10 +30,6 @@ __attribute__((format(printf, 1, 2))) std::string formatted(const char* format, 
     va_end(values);
     return text;
 }
-
-std::string counted(std::int64_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
@@ -332,7 +328,6 @@ void CMainFrame::refreshStatus() {
                                               ? formatted("tick to paint %.0f ms", static_cast<double>(latency) / 1000)
                                               : "tick to paint -");
     m_status.setPart(StatusPart::speed, speed.max ? "speed max" : formatted("speed x%g", speed.factor));
-    m_panes.watch->setRemark(counted(static_cast<std::int64_t>(m_panes.watch->market().size()), "instrument"));
     m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
                               m_panes.orders->orderText());
     m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));

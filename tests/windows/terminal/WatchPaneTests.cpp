@@ -173,6 +173,7 @@ TEST_F(WatchPaneTest, TheComboShowsAWatchWithColumnsAndSortOfItsOwn) {
     EXPECT_NE(stored(market, "COLUMNPROFILE"), "nothing") << "the watch before is saved";
     EXPECT_EQ(stored(futures, "COLUMNPROFILE"), "nothing");
     EXPECT_EQ(rows(), "BDFH");
+    EXPECT_EQ(pane->remark(), "4 instruments");
     EXPECT_EQ(columns(), "Symbol Series Last LTQ Change ");
     EXPECT_EQ(list().m_bMultiSortActive, 0) << "nobody has sorted this one";
     EXPECT_EQ(arrows(), "");
@@ -253,6 +254,23 @@ TEST_F(WatchPaneTest, HidingALevelsColumnAsksAndStoresWhatIsLeft) {
     EXPECT_EQ(stored(market, levelsKey), "Symbol->1,Series->1#0");
     restart();  // a level without its column would show a box here
     EXPECT_EQ(levelsOf(list()).size(), 2u);
+}
+
+TEST_F(WatchPaneTest, TheMenuKeyOpensTheMenuBelowTheFocusedRow) {
+    const auto expected = [this](int row) {
+        CRect area(0, 0, 0, 0);
+        if (row >= 0) list().GetItemRect(row, &area, LVIR_BOUNDS);
+        CPoint point(row < 0 ? CPoint(0, 0) : CPoint((std::max)(LONG{0}, area.left), area.bottom));
+        list().ClientToScreen(&point);
+        return point;
+    };
+    EXPECT_EQ(keyboardMenuPoint(list()), expected(-1)) << "no row has the focus";
+    list().SetItemState(3, LVIS_FOCUSED, LVIS_FOCUSED);
+    EXPECT_EQ(keyboardMenuPoint(list()), expected(3));
+    pane->MoveWindow(0, 0, 780, 100);
+    list().EnsureVisible(7, FALSE);
+    ASSERT_GT(list().GetTopIndex(), 3);
+    EXPECT_EQ(keyboardMenuPoint(list()), expected(-1)) << "the focused row is out of view";
 }
 
 TEST_F(WatchPaneTest, TheStoreOfTheListsRefusesTextsWithANul) {
