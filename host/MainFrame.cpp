@@ -7,6 +7,7 @@
 
 #include "host/SelfCheck.h"
 #include "host/Theme.h"
+#include "host/core/Utf8.h"
 #include "host/resource.h"
 
 namespace terminal {
@@ -60,9 +61,13 @@ BOOL CMainFrame::createWindow() {
     const int width = (std::min)(largestWidth, ::GetSystemMetrics(SM_CXSCREEN));
     const int height = (std::min)(largestHeight, ::GetSystemMetrics(SM_CYSCREEN));
     const CRect place(0, 0, width, height);
-    if (!Create(nullptr, ("Quor Terminal - " + m_run.feedName()).c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place,
-                nullptr, MAKEINTRESOURCEA(IDR_TERMINAL)))
+    if (!Create(nullptr, "Quor Terminal", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place, nullptr,
+                MAKEINTRESOURCEA(IDR_TERMINAL)))
         return FALSE;
+    // To the default procedure itself: the window is of the narrow kind, and on the way to it the system would put the
+    // text into the code page.
+    const std::wstring title = wideText("Quor Terminal - " + m_run.feedName());
+    ::DefWindowProcW(m_hWnd, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(title.c_str()));
     LoadAccelTable(MAKEINTRESOURCEA(IDR_TERMINAL));
     InitialUpdateFrame(FALSE);
     readLayout();
@@ -303,7 +308,7 @@ bool CMainFrame::savePictures() {
         const std::string path = m_run.outPath(name);
         CString error;
         window->ModifyStyle(WS_CLIPCHILDREN, 0);  // or the children would be holes in the picture
-        const bool saved = quorSaveClientAreaPng(window->GetSafeHwnd(), path.c_str(), &error);
+        const bool saved = quorSaveClientAreaPng(window->GetSafeHwnd(), wideText(path).c_str(), &error);
         window->ModifyStyle(0, WS_CLIPCHILDREN);
         if (saved) continue;
         all = false;

@@ -1,6 +1,7 @@
 // The demo terminal: a Windows program over the library, fed by a simulator or a recorded tape.
 #include <cstdio>
 #include <optional>
+#include <vector>
 
 #include "host/BoxGuard.h"
 #include "host/FindProof.h"
@@ -9,9 +10,12 @@
 #include "host/MainFrame.h"
 #include "host/TerminalRun.h"
 #include "host/Theme.h"
+#include "host/core/Utf8.h"
 #include "platform/win/UserInput.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrl.h"
+
+#include <shellapi.h>
 
 namespace terminal {
 
@@ -81,6 +85,16 @@ void setAppearance() {
     Set_Apperance_setting(appearance);
 }
 
+// The library names its files in the code page. For a folder that has no name in it there are none: a bare name would
+// put them elsewhere.
+void setRecoveryFiles(const TerminalRun& run) {
+    const std::string folder = codePageFolder(run.options.outDirectory);
+    const auto file = [&](const char* name) {
+        return folder.empty() ? CString() : CString((folder + "/" + name).c_str());
+    };
+    CCommonListCtrl::SetRecoveryFiles(file("recovery.ini"), file("dialogs.ini"));
+}
+
 int runTerminal(const Options& options) {
     TerminalRun run(options);
     if (const std::string message = run.open(); !message.empty()) {
@@ -91,7 +105,7 @@ int runTerminal(const Options& options) {
         std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
         return exitBadInput;
     }
-    CCommonListCtrl::SetRecoveryFiles(run.outPath("recovery.ini").c_str(), run.outPath("dialogs.ini").c_str());
+    setRecoveryFiles(run);
     setAppearance();
     std::optional<BoxGuard> guard;
     if (options.headless) guard.emplace();
@@ -109,12 +123,39 @@ int runTerminal(const Options& options) {
     return code == exitWell && !recorded ? exitCheckFailed : code;
 }
 
+// What is printed is UTF-8; a console is told so for as long as the program runs.
+class Utf8Console {
+public:
+    Utf8Console() : m_former(::GetConsoleOutputCP()) { ::SetConsoleOutputCP(CP_UTF8); }
+    ~Utf8Console() { ::SetConsoleOutputCP(m_former); }
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+
+private:
+    UINT m_former;
+};
+
+// The wide command line, in UTF-8: the arguments of main have lost what the code page does not have.
+ParsedOptions parseCommandLine() {
+    int count = 0;
+    wchar_t** const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    std::vector<std::string> texts;
+    for (int i = 1; i < count; ++i) texts.push_back(utf8Text(words[i]));
+    ::LocalFree(words);
+    std::vector<const char*> arguments;
+    for (const std::string& text : texts) arguments.push_back(text.c_str());
+    ParsedOptions parsed = parseOptions(static_cast<int>(arguments.size()), arguments.data());
+    if (auto& tape = parsed.options.tape) tape->symbol = codePageText(tape->symbol);
+    return parsed;
+}
+
 }  // namespace
 
 }  // namespace terminal
 
-int main(int count, char** arguments) {
-    const terminal::ParsedOptions parsed = terminal::parseOptions(count - 1, arguments + 1);
+int main() {
+    const terminal::Utf8Console console;
+    terminal::ParsedOptions parsed = terminal::parseCommandLine();
     if (!parsed.error.empty()) {
         std::fprintf(stderr, "%s\n", parsed.error.c_str());
         return terminal::exitBadInput;

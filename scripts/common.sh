@@ -45,6 +45,8 @@ wine_environment() { # prefix name: tests or demo
     export WINEPREFIX="$build/wine/$1" HOME="$build/wine/home" XDG_RUNTIME_DIR="$build/wine/home"
     export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d;winedbg.exe=d" WINEDEBUG="${WINEDEBUG:--all}"
     unset WAYLAND_DISPLAY
+    # Wine reads and writes file names in the locale's character set; that of the plain C locale is ASCII.
+    [ "$(locale charmap 2>/dev/null)" != ANSI_X3.4-1968 ] || export LC_ALL=C.UTF-8
     mkdir -p "$HOME"; chmod 700 "$HOME"
 }
 
