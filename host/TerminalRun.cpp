@@ -16,13 +16,6 @@ namespace {
 constexpr const char* settingsName = "terminal-settings.ini";
 constexpr const char* proofName = "restart-settings.ini";
 constexpr const char* logName = "terminal.log";
-
-// Makes a folder and those above it. False: it is not there afterwards.
-bool makeFolder(const std::string& path) {
-    std::error_code none;  // a folder that is there already is told as one, too
-    std::filesystem::create_directories(systemPath(path), none);
-    return std::filesystem::is_directory(systemPath(path), none);
-}
 }  // namespace
 
 TerminalRun::TerminalRun(const Options& given)
@@ -41,11 +34,23 @@ bool TerminalRun::reopenProofStore() {
     return proofStore.load() && written;
 }
 
+// What was damaged is kept beside, whole, and the store goes on with what could be read.
+void TerminalRun::loadSettings() {
+    Log& log = Log::instance();
+    if (!settings.load()) return log.add("The settings could not be read; nothing will be saved in this run.");
+    const std::size_t line = settings.damagedLine();
+    if (!line) return;
+    const std::string kept = outPath(settingsName) + ".damaged";
+    const bool copied = disk.write(kept, settings.text()) && disk.flush(kept);
+    if (copied) settings.dropDamagedLines();
+    log.add(("Line " + std::to_string(line) + " of the settings is damaged; " +
+             (copied ? "the file as it was is kept as " : "it stays, since this file could not be written: ") + kept)
+                .c_str());
+}
+
 std::string TerminalRun::open() {
-    if (std::string message = checkFiles(options); !message.empty()) return message;
-    if (!makeFolder(options.outDirectory)) return options.outDirectory + ": this folder cannot be made";
     Log::instance().openFile(outPath(logName));
-    if (!settings.load()) Log::instance().add("The settings could not be read; nothing will be saved in this run.");
+    loadSettings();
     writeFirstUserColumns(settings);
     useSettings(&settings);
     if (!options.recordFile.empty()) {

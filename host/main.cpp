@@ -8,6 +8,7 @@
 #include "host/HostEntries.h"
 #include "host/LogPane.h"
 #include "host/MainFrame.h"
+#include "host/OutFolder.h"
 #include "host/TerminalRun.h"
 #include "host/Theme.h"
 #include "host/core/Utf8.h"
@@ -95,12 +96,22 @@ void setRecoveryFiles(const TerminalRun& run) {
     CCommonListCtrl::SetRecoveryFiles(file("recovery.ini"), file("dialogs.ini"));
 }
 
-int runTerminal(const Options& options) {
-    TerminalRun run(options);
-    if (const std::string message = run.open(); !message.empty()) {
-        std::fprintf(stderr, "%s\n", message.c_str());
-        return exitBadInput;
+int badInput(const std::string& message) {
+    std::fprintf(stderr, "%s\n", message.c_str());
+    return exitBadInput;
+}
+
+int runTerminal(Options options) {
+    if (const std::string message = checkFiles(options); !message.empty()) return badInput(message);
+    const OutFolder folder(options.outDirectory);  // held to the last line of the log
+    if (folder.path().empty()) return badInput(options.outDirectory + ": this folder cannot be made");
+    options.outDirectory = folder.path();
+    if (!folder.remark().empty()) {
+        std::fprintf(stderr, "%s\n", folder.remark().c_str());
+        Log::instance().add(folder.remark().c_str());
     }
+    TerminalRun run(options);
+    if (const std::string message = run.open(); !message.empty()) return badInput(message);
     if (options.headless && !quor::useOwnDesktop("quor-terminal")) {
         std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
         return exitBadInput;
@@ -156,10 +167,7 @@ ParsedOptions parseCommandLine() {
 int main() {
     const terminal::Utf8Console console;
     terminal::ParsedOptions parsed = terminal::parseCommandLine();
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "%s\n", parsed.error.c_str());
-        return terminal::exitBadInput;
-    }
+    if (!parsed.error.empty()) return terminal::badInput(parsed.error);
     if (parsed.options.help) {
         std::fputs(terminal::usageText(), stdout);
         return 0;

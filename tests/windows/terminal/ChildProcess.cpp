@@ -14,8 +14,10 @@ public:
             return;
         }
         SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
-        m_handle = ::CreateFileW(terminal::wideText(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit,
-                                 CREATE_ALWAYS, 0, nullptr);
+        // What a former child started, its desktop for one, may still hold its output open.
+        constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        m_handle =
+            ::CreateFileW(terminal::wideText(path).c_str(), GENERIC_WRITE, share, &inherit, CREATE_ALWAYS, 0, nullptr);
         m_owned = true;
     }
     ~OutputFile() {
