@@ -206,7 +206,7 @@ void CMainFrame::feedOver(const std::string& reason) {
         m_run.exitCode = exitBadInput;
         m_status.showFault();
         Log::instance().add(m_run.feed->error().c_str());
-        std::fprintf(stderr, "%s\n", m_run.feed->error().c_str());
+        printError(m_run.feed->error());
     }
     Log::instance().add(
         ("The feed has ended: " + reason + ", " + std::to_string(m_run.feed->ticksTaken()) + " ticks").c_str());
@@ -314,7 +314,7 @@ bool CMainFrame::savePictures() {
         all = false;
         const std::string message = path + ": this picture could not be written: " + static_cast<const char*>(error);
         Log::instance().add(message.c_str());
-        std::fprintf(stderr, "%s\n", message.c_str());
+        printError(message);
         if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
     }
     return all;

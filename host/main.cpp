@@ -97,7 +97,7 @@ void setRecoveryFiles(const TerminalRun& run) {
 }
 
 int badInput(const std::string& message) {
-    std::fprintf(stderr, "%s\n", message.c_str());
+    printError(message);
     return exitBadInput;
 }
 
@@ -107,7 +107,7 @@ int runTerminal(Options options) {
     if (folder.path().empty()) return badInput(options.outDirectory + ": this folder cannot be made");
     options.outDirectory = folder.path();
     if (!folder.remark().empty()) {
-        std::fprintf(stderr, "%s\n", folder.remark().c_str());
+        printError(folder.remark());
         Log::instance().add(folder.remark().c_str());
     }
     TerminalRun run(options);
@@ -129,22 +129,10 @@ int runTerminal(Options options) {
     run.settings.save();
     useSettings(nullptr);
     const bool recorded = !run.recorder || run.recorder->close();
-    if (!recorded) std::fprintf(stderr, "%s\n", run.recorder->error().c_str());
+    if (!recorded) printError(run.recorder->error());
     if (!run.summary.ending.empty()) std::printf("%s\n", summaryLine(run.summary).c_str());
     return code == exitWell && !recorded ? exitCheckFailed : code;
 }
-
-// What is printed is UTF-8; a console is told so for as long as the program runs.
-class Utf8Console {
-public:
-    Utf8Console() : m_former(::GetConsoleOutputCP()) { ::SetConsoleOutputCP(CP_UTF8); }
-    ~Utf8Console() { ::SetConsoleOutputCP(m_former); }
-    Utf8Console(const Utf8Console&) = delete;
-    Utf8Console& operator=(const Utf8Console&) = delete;
-
-private:
-    UINT m_former;
-};
 
 // The wide command line, in UTF-8: the arguments of main have lost what the code page does not have.
 ParsedOptions parseCommandLine() {
@@ -165,7 +153,6 @@ ParsedOptions parseCommandLine() {
 }  // namespace terminal
 
 int main() {
-    const terminal::Utf8Console console;
     terminal::ParsedOptions parsed = terminal::parseCommandLine();
     if (!parsed.error.empty()) return terminal::badInput(parsed.error);
     if (parsed.options.help) {

@@ -62,11 +62,24 @@ std::FILE* openFile(const std::string& path, const char* mode) {
     return _wfopen(wideText(path).c_str(), wideText(mode).c_str());
 }
 
+void printError(const std::string& line) {
+    const HANDLE stream = GetStdHandle(STD_ERROR_HANDLE);
+    DWORD mode = 0;
+    if (!GetConsoleMode(stream, &mode)) {
+        std::fputs((line + '\n').c_str(), stderr);
+        return;
+    }
+    const std::wstring wide = wideText(line + "\r\n");
+    WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &mode, nullptr);
+}
+
 #else
 
 std::filesystem::path systemPath(std::string_view path) { return path; }
 
 std::FILE* openFile(const std::string& path, const char* mode) { return std::fopen(path.c_str(), mode); }
+
+void printError(const std::string& line) { std::fputs((line + '\n').c_str(), stderr); }
 
 #endif
 

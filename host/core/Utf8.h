@@ -15,6 +15,9 @@ std::filesystem::path systemPath(std::string_view path);
 // As fopen, by a name in UTF-8.
 std::FILE* openFile(const std::string& path, const char* mode);
 
+// Writes a line to the error stream: in UTF-8 to a file, as a console shows it to a console.
+void printError(const std::string& line);
+
 #ifdef _WIN32
 // For calls of the system. Bytes that are no UTF-8 are read in the lists' code page, 1252.
 std::wstring wideText(std::string_view text);
