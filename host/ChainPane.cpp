@@ -26,7 +26,7 @@ constexpr Column mirrored(Column column) { return static_cast<Column>(columnCoun
 
 std::string_view number(double value, int decimals, const char* unit, TextBuffer& buffer) {
     const int length = std::snprintf(buffer.text, sizeof buffer.text, "%.*f%s", decimals, value, unit);
-    return {buffer.text, (std::min)(static_cast<std::size_t>(length), sizeof buffer.text - 1)};
+    return withoutZeroSign({buffer.text, (std::min)(static_cast<std::size_t>(length), sizeof buffer.text - 1)});
 }
 
 // One side's cell; `column` is the put's. What is not known is empty.

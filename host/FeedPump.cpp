@@ -52,6 +52,7 @@ void FeedPump::settle() {
 }
 
 void FeedPump::pause(bool on) {
+    if (on && !m_paused) settle();           // no later slice brings what this one left waiting
     if (m_paused && !on) setSpeed(m_speed);  // what was not due in the pause is not due at its end
     m_paused = on;
 }

@@ -31,6 +31,7 @@ public:
     // Brings every cell up to date, whatever it takes, and closes the batch.
     void settle();
 
+    // A pause begins settled: what came before it is shown, and stands in its order. Not from inside a slice.
     void pause(bool on);
     bool paused() const { return m_paused; }
     Speed speed() const { return m_speed; }

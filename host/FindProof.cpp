@@ -12,6 +12,7 @@
 #include "host/LogPane.h"
 #include "host/MainFrame.h"
 #include "host/TerminalRun.h"
+#include "host/core/Utf8.h"
 #include "host/core/WatchStore.h"
 #include "platform/win/UserInput.h"
 #include "platform/win/WindowCapture.h"
@@ -349,7 +350,7 @@ void FindProof::save(const char* name, HWND popup) {
                     over.pixels[static_cast<std::size_t>(y * over.width + x)];
     }
     CString error;
-    if (!taken || !quorSavePng(picture, m_run.outPath(name).c_str(), &error))
+    if (!taken || !quorSavePng(picture, wideText(m_run.outPath(name)).c_str(), &error))
         m_outcome.findings.push_back(std::string(name) + " could not be written: " + static_cast<const char*>(error));
 }
 

@@ -15,12 +15,12 @@ namespace terminal {
 namespace {
 SettingsFile* settingsFile;  // zero-initialised
 
-int readOrWrite(int operation, const CString& section, CString& value, const char* key) {
+// Texts go in whole: what stands behind a NUL is for the store to judge.
+int readOrWrite(int operation, const CString& section, CString& value, std::string_view key) {
     if (!settingsFile) return 0;
-    if (operation == 1)
-        return settingsFile->set(static_cast<const char*>(section), key, static_cast<const char*>(value)) ? 1 : 0;
+    if (operation == 1) return settingsFile->set(viewOf(section), key, viewOf(value)) ? 1 : 0;
     if (operation != 0) return 0;
-    const auto found = settingsFile->get(static_cast<const char*>(section), key);
+    const auto found = settingsFile->get(viewOf(section), key);
     if (!found) return 0;
     assignText(value, *found);
     return 1;
@@ -44,7 +44,7 @@ HOST_ENTRY void pu_get_peer_data(CString& first, CString& second, CString& third
 HOST_ENTRY int quoru_get_app_status() { return 0; }
 
 HOST_ENTRY int UserSetting(int operation, CString section, CString& value, CString key) {
-    return terminal::readOrWrite(operation, section, value, key);
+    return terminal::readOrWrite(operation, section, value, terminal::viewOf(key));
 }
 HOST_ENTRY int UserSettingMWColumns(int operation, CString section, CString& value) {
     return terminal::readOrWrite(operation, section, value, terminal::userColumnsKey);

@@ -1,5 +1,7 @@
 #include "host/ListMenu.h"
 
+#include <algorithm>
+
 #include "host/LevelsMenu.h"
 #include "src/grid/FilterListCtrl.h"
 #include "src/list/ListCommands.h"
@@ -101,11 +103,18 @@ void showOrHideColumn(CCommonListCtrl& list, int columnIndex) {
     list.Invalidate();
 }
 
+CPoint keyboardMenuPoint(CCommonListCtrl& list) {
+    CPoint point(0, 0);
+    CRect row;
+    const int focus = list.CListCtrl::GetNextItem(-1, LVNI_FOCUSED), top = list.GetTopIndex();
+    const bool inView = focus >= top && focus < top + list.GetCountPerPage();
+    if (inView && list.GetItemRect(focus, &row, LVIR_BOUNDS)) point = CPoint((std::max)(LONG{0}, row.left), row.bottom);
+    list.ClientToScreen(&point);
+    return point;
+}
+
 void showListMenu(CCommonListCtrl& list, CPoint point) {
-    if (point.x == -1 && point.y == -1) {
-        point = CPoint(0, 0);
-        list.ClientToScreen(&point);
-    }
+    if (point.x == -1 && point.y == -1) point = keyboardMenuPoint(list);
     const auto grid = dynamic_cast<CFilterListCtrl*>(&list);
     CMenu menu;
     menu.CreatePopupMenu();

@@ -6,8 +6,12 @@
 namespace terminal {
 
 // Shows the menu at a screen point and has the chosen command carried out. A point of -1, -1 (the menu key) stands for
-// the list's corner. Hiding a column that the list is sorted by asks first; the last column cannot be hidden.
+// keyboardMenuPoint. Hiding a column that the list is sorted by asks first; the last column cannot be hidden.
 void showListMenu(CCommonListCtrl& list, CPoint point);
+
+// Where a menu opened by keyboard stands on the screen: below the focused row, or at the list's top left if no focused
+// row is in view.
+CPoint keyboardMenuPoint(CCommonListCtrl& list);
 
 // What the menu's own items do. A column that shows goes, a hidden one comes back as the last; the others stay as they
 // stand on screen. Levels and a locked sort go on with what is left.

@@ -14,6 +14,10 @@ namespace terminal {
 
 // Puts `text` into a string of the framework without a new buffer where the old one has room.
 void assignText(CString& text, std::string_view value);
+// All bytes of a string, for as long as it is left alone.
+inline std::string_view viewOf(const CString& text) {
+    return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
 
 // A column of a list: heading, width in pixels, list column format (0 left, 1 right, 2 centred), sort type.
 struct ColumnSpec {
@@ -35,6 +39,7 @@ public:
     const char* title() const { return m_title; }
     // Shown at the right of the caption strip; repainted only when it changes.
     void setRemark(const std::string& remark);
+    const std::string& remark() const { return m_remark; }
 
     // Gives the columns their first widths again, widened in proportion where they leave room at the right.
     void fitColumns();

@@ -1,6 +1,7 @@
 #include "host/LogPane.h"
 
 #include "host/Theme.h"
+#include "host/core/Utf8.h"
 
 namespace terminal {
 
@@ -25,7 +26,7 @@ Log& Log::instance() {
 }
 
 void Log::openFile(const std::string& path) {
-    m_file.reset(std::fopen(path.c_str(), "wb"));
+    m_file.reset(terminal::openFile(path, "wb"));
     if (!m_file) return;
     for (const std::string& line : m_early) std::fprintf(m_file.get(), "%s\n", line.c_str());
     std::fflush(m_file.get());
@@ -69,25 +70,27 @@ int CLogPane::OnCreate(CREATESTRUCT* create) {
     if (CWnd::OnCreate(create) == -1) return -1;
     m_brush.CreateSolidBrush(palette::background);
     m_font.CreatePointFont(80, "Tahoma");
-    const CRect none(0, 0, 0, 0);
-    if (!m_edit.Create(WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, none, this,
-                       editId))
-        return -1;
-    m_edit.SetFont(&m_font, FALSE);
-    m_edit.SendMessage(EM_SETLIMITTEXT, 0, 0);
+    // Not one of the framework's: a line may name a file that the code page has no name for.
+    m_edit = ::CreateWindowExW(0, L"EDIT", L"",
+                               WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, 0, 0,
+                               0, 0, m_hWnd, reinterpret_cast<HMENU>(editId), nullptr, nullptr);
+    if (!m_edit) return -1;
+    ::SendMessageW(m_edit, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.GetSafeHandle()), FALSE);
+    ::SendMessageW(m_edit, EM_SETLIMITTEXT, 0, 0);
     Log::instance().attach(this);
     return 0;
 }
 
 void CLogPane::OnDestroy() {
     Log::instance().attach(nullptr);
+    m_edit = nullptr;  // it goes with its parent
     CWnd::OnDestroy();
 }
 
 void CLogPane::OnSize(UINT type, int width, int height) {
     CWnd::OnSize(type, width, height);
-    if (m_edit.GetSafeHwnd())
-        m_edit.MoveWindow(cellPadding, 2, (std::max)(0, width - cellPadding), (std::max)(0, height - 2));
+    if (m_edit)
+        ::MoveWindow(m_edit, cellPadding, 2, (std::max)(0, width - cellPadding), (std::max)(0, height - 2), TRUE);
 }
 
 BOOL CLogPane::OnEraseBkgnd(CDC* dc) {
@@ -104,14 +107,14 @@ HBRUSH CLogPane::OnCtlColor(CDC* dc, CWnd*, UINT) {
 }
 
 void CLogPane::appendLine(const std::string& line) {
-    if (!m_edit.GetSafeHwnd()) return;
-    if (const int length = m_edit.GetWindowTextLength(); length > mostCharacters) {
-        m_edit.SetSel(0, length / 2);
-        m_edit.ReplaceSel("");
-    }
-    const int end = m_edit.GetWindowTextLength();
-    m_edit.SetSel(end, end);
-    m_edit.ReplaceSel(((end ? "\r\n" : "") + line).c_str());
+    if (!m_edit) return;
+    const auto replace = [this](int from, int to, LPCWSTR by) {
+        ::SendMessageW(m_edit, EM_SETSEL, static_cast<WPARAM>(from), to);
+        ::SendMessageW(m_edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(by));
+    };
+    if (const int length = ::GetWindowTextLengthW(m_edit); length > mostCharacters) replace(0, length / 2, L"");
+    const int end = ::GetWindowTextLengthW(m_edit);
+    replace(end, end, wideText(end ? "\r\n" + line : line).c_str());
 }
 
 }  // namespace terminal

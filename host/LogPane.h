@@ -19,10 +19,11 @@ class Log {
 public:
     static Log& instance();
 
-    // Starts the file anew. A file that cannot be written is no failure of the program: the pane still shows the lines.
+    // Starts the file, named in UTF-8, anew. A file that cannot be written is no failure of the program: the pane still
+    // shows the lines.
     void openFile(const std::string& path);
 
-    // Adds one line. Line ends inside `text` become blanks. A null text adds nothing.
+    // Adds one line, in UTF-8 or in code page 1252. Line ends inside `text` become blanks. A null text adds nothing.
     void add(const char* text);
 
     // The window that shows the lines, or null; kept lines are handed over at once.
@@ -50,7 +51,7 @@ private:
     BOOL OnEraseBkgnd(CDC* dc);
     HBRUSH OnCtlColor(CDC* dc, CWnd* wnd, UINT kind);
 
-    CEdit m_edit;
+    HWND m_edit = nullptr;
     CFont m_font;
     CBrush m_brush;
 

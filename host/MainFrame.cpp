@@ -7,6 +7,7 @@
 
 #include "host/SelfCheck.h"
 #include "host/Theme.h"
+#include "host/core/Utf8.h"
 #include "host/resource.h"
 
 using namespace quor::watch;
@@ -31,10 +32,6 @@ __attribute__((format(printf, 1, 2))) std::string formatted(const char* format, 
     std::vsnprintf(text, sizeof text, format, values);
     va_end(values);
     return text;
-}
-
-std::string counted(std::int64_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 }  // namespace
 
@@ -66,9 +63,13 @@ BOOL CMainFrame::createWindow() {
     const int width = (std::min)(largestWidth, ::GetSystemMetrics(SM_CXSCREEN));
     const int height = (std::min)(largestHeight, ::GetSystemMetrics(SM_CYSCREEN));
     const CRect place(0, 0, width, height);
-    if (!Create(nullptr, ("Quor Terminal - " + m_run.feedName()).c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place,
-                nullptr, MAKEINTRESOURCEA(IDR_TERMINAL)))
+    if (!Create(nullptr, "Quor Terminal", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place, nullptr,
+                MAKEINTRESOURCEA(IDR_TERMINAL)))
         return FALSE;
+    // To the default procedure itself: the window is of the narrow kind, and on the way to it the system would put the
+    // text into the code page.
+    const std::wstring title = wideText("Quor Terminal - " + m_run.feedName());
+    ::DefWindowProcW(m_hWnd, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(title.c_str()));
     LoadAccelTable(MAKEINTRESOURCEA(IDR_TERMINAL));
     InitialUpdateFrame(FALSE);
     readLayout();
@@ -207,7 +208,7 @@ void CMainFrame::feedOver(const std::string& reason) {
         m_run.exitCode = exitBadInput;
         m_status.showFault();
         Log::instance().add(m_run.feed->error().c_str());
-        std::fprintf(stderr, "%s\n", m_run.feed->error().c_str());
+        printError(m_run.feed->error());
     }
     Log::instance().add(
         ("The feed has ended: " + reason + ", " + std::to_string(m_run.feed->ticksTaken()) + " ticks").c_str());
@@ -309,13 +310,13 @@ bool CMainFrame::savePictures() {
         const std::string path = m_run.outPath(name);
         CString error;
         window->ModifyStyle(WS_CLIPCHILDREN, 0);  // or the children would be holes in the picture
-        const bool saved = quorSaveClientAreaPng(window->GetSafeHwnd(), path.c_str(), &error);
+        const bool saved = quorSaveClientAreaPng(window->GetSafeHwnd(), wideText(path).c_str(), &error);
         window->ModifyStyle(0, WS_CLIPCHILDREN);
         if (saved) continue;
         all = false;
         const std::string message = path + ": this picture could not be written: " + static_cast<const char*>(error);
         Log::instance().add(message.c_str());
-        std::fprintf(stderr, "%s\n", message.c_str());
+        printError(message);
         if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
     }
     return all;
@@ -334,7 +335,6 @@ void CMainFrame::refreshStatus() {
                                               ? formatted("tick to paint %.0f ms", static_cast<double>(latency) / 1000)
                                               : "tick to paint -");
     m_status.setPart(StatusPart::speed, speed.max ? "speed max" : formatted("speed x%g", speed.factor));
-    m_panes.watch->setRemark(counted(static_cast<std::int64_t>(m_panes.watch->market().size()), "instrument"));
     m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
                               m_panes.orders->orderText());
     m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));

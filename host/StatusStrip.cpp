@@ -1,6 +1,7 @@
 #include "host/StatusStrip.h"
 
 #include "host/Theme.h"
+#include "host/core/Utf8.h"
 
 namespace terminal {
 
@@ -40,10 +41,9 @@ void CStatusStrip::OnPaint() {
         cell.left = isState ? area.left : cell.right - widths[part];
         const RECT line{cell.left, cell.top + 4, cell.left + 1, cell.bottom - 4};
         if (!isState) dc.FillSolidRect(&line, palette::edge);
-        const std::string& text = m_texts[static_cast<std::size_t>(part)];
         dc.SetBkMode(TRANSPARENT);
         dc.SetTextColor(!isState ? palette::dim : m_fault ? palette::down : palette::text);
-        drawCellText(dc, text.c_str(), static_cast<int>(text.size()), cell, isState ? 0 : 1);
+        drawCellText(dc, wideText(m_texts[static_cast<std::size_t>(part)]), cell, isState ? 0 : 1);
     }
 }
 

@@ -15,7 +15,7 @@ class CStatusStrip : public CStatusBarCtrl {
 public:
     // At the bottom of `parent`; finds its own place at WM_SIZE. FALSE: the system gave no window.
     BOOL CreateStrip(CWnd* parent, UINT id);
-    // Repaints only when a text changes.
+    // A text in UTF-8. Repaints only when it changes.
     void setPart(StatusPart part, const std::string& text);
     // The state stands in the colour of a fault from now on.
     void showFault() { m_fault = true; }

@@ -1,13 +1,14 @@
 #include "host/TerminalRun.h"
 
-#include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 #include "host/HostEntries.h"
 #include "host/LogPane.h"
 #include "host/core/Simulator.h"
 #include "host/core/Tape.h"
+#include "host/core/Utf8.h"
 #include "host/core/WatchStore.h"
-#include "platform/Framework.h"
 
 namespace terminal {
 
@@ -15,26 +16,14 @@ namespace {
 constexpr const char* settingsName = "terminal-settings.ini";
 constexpr const char* proofName = "restart-settings.ini";
 constexpr const char* logName = "terminal.log";
-
-bool isFolder(const std::string& path) {
-    const DWORD attributes = ::GetFileAttributesA(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
-// Makes a folder and those above it. False: it is not there afterwards.
-bool makeFolder(const std::string& path) {
-    for (std::size_t at = path.find_first_of("/\\", 1); at != std::string::npos; at = path.find_first_of("/\\", at + 1))
-        ::CreateDirectoryA(path.substr(0, at).c_str(), nullptr);
-    ::CreateDirectoryA(path.c_str(), nullptr);
-    return isFolder(path);
-}
 }  // namespace
 
 TerminalRun::TerminalRun(const Options& given)
     : options(given), settings(disk, outPath(settingsName)), proofStore(disk, outPath(proofName)) {}
 
 void TerminalRun::openProofStore() {
-    std::remove(outPath(proofName).c_str());
+    std::error_code none;
+    std::filesystem::remove(systemPath(outPath(proofName)), none);
     proofStore.load();
     writeFirstUserColumns(proofStore);
     useSettings(&proofStore);
@@ -45,12 +34,23 @@ bool TerminalRun::reopenProofStore() {
     return proofStore.load() && written;
 }
 
+// What was damaged is kept beside, whole, and the store goes on with what could be read.
+void TerminalRun::loadSettings() {
+    Log& log = Log::instance();
+    if (!settings.load()) return log.add("The settings could not be read; nothing will be saved in this run.");
+    const std::size_t line = settings.damagedLine();
+    if (!line) return;
+    const std::string kept = outPath(settingsName) + ".damaged";
+    const bool copied = disk.write(kept, settings.text()) && disk.flush(kept);
+    if (copied) settings.dropDamagedLines();
+    log.add(("Line " + std::to_string(line) + " of the settings is damaged; " +
+             (copied ? "the file as it was is kept as " : "it stays, since this file could not be written: ") + kept)
+                .c_str());
+}
+
 std::string TerminalRun::open() {
-    if (options.tape)
-        if (std::string message = checkTape(*options.tape); !message.empty()) return message;
-    if (!makeFolder(options.outDirectory)) return options.outDirectory + ": this folder cannot be made";
     Log::instance().openFile(outPath(logName));
-    if (!settings.load()) Log::instance().add("The settings could not be read; nothing will be saved in this run.");
+    loadSettings();
     writeFirstUserColumns(settings);
     useSettings(&settings);
     if (!options.recordFile.empty()) {

@@ -24,8 +24,8 @@ class TerminalRun {
 public:
     explicit TerminalRun(const Options& options);
 
-    // Makes the out folder, checks the tape, opens feed, log, recording and settings. "" or the message with which the
-    // program ends before any window opens.
+    // Opens feed, log, recording and settings; the out folder is there. "" or the message with which the program ends
+    // before any window opens.
     std::string open();
 
     // A path inside the out folder.
@@ -49,6 +49,9 @@ public:
     std::unique_ptr<Feed> feed;
     RunSummary summary;
     int exitCode = exitWell;
+
+private:
+    void loadSettings();
 };
 
 }  // namespace terminal

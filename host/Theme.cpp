@@ -19,13 +19,25 @@ void fillGradient(CDC& dc, const RECT& area, COLORREF from, COLORREF to) {
     }
 }
 
-void drawCellText(CDC& dc, const char* text, int length, const RECT& cell, int format) {
+namespace {
+// `draw` is one of the system's two calls.
+template <class Draw, class Char>
+void drawInside(Draw* draw, CDC& dc, const Char* text, int length, const RECT& cell, int format) {
     RECT area{cell.left + cellPadding, cell.top, cell.right - cellPadding, cell.bottom};
     if (area.right <= area.left || length <= 0) return;
     // The ellipsis keeps the text inside; clipping would only cut glyphs that lean over their own width.
     const UINT align = format == 1 ? DT_RIGHT : format == 2 ? DT_CENTER : DT_LEFT;
-    ::DrawTextA(dc.GetSafeHdc(), text, length, &area,
-                align | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | DT_NOCLIP);
+    draw(dc.GetSafeHdc(), text, length, &area,
+         align | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | DT_NOCLIP);
+}
+}  // namespace
+
+void drawCellText(CDC& dc, const char* text, int length, const RECT& cell, int format) {
+    drawInside(&::DrawTextA, dc, text, length, cell, format);
+}
+
+void drawCellText(CDC& dc, std::wstring_view text, const RECT& cell, int format) {
+    drawInside(&::DrawTextW, dc, text.data(), static_cast<int>(text.size()), cell, format);
 }
 
 namespace {

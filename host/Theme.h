@@ -2,6 +2,8 @@
 // Windowless data and plain GDI on a device context that the caller owns; nothing here keeps a handle.
 #pragma once
 
+#include <string_view>
+
 #include "platform/Framework.h"
 
 namespace terminal {
@@ -18,7 +20,7 @@ inline constexpr COLORREF up = RGB(63, 205, 122);        // rising, buyers
 inline constexpr COLORREF down = RGB(245, 92, 92);       // falling, sellers
 inline constexpr COLORREF upBack = RGB(14, 36, 26);      // a buyer's row
 inline constexpr COLORREF downBack = RGB(42, 20, 24);    // a seller's row
-inline constexpr COLORREF atMoney = RGB(30, 58, 88);       // the option chain's row nearest to the price
+inline constexpr COLORREF atMoney = RGB(30, 58, 88);     // the option chain's row nearest to the price
 inline constexpr COLORREF selection = RGB(38, 79, 120);  // a selected row of the watch
 }  // namespace palette
 
@@ -30,6 +32,7 @@ void fillGradient(CDC& dc, const RECT& area, COLORREF from, COLORREF to);
 
 // Draws one line of text into `cell`: `format` is a list column's (0 left, 1 right, 2 centred), cut with an ellipsis.
 void drawCellText(CDC& dc, const char* text, int length, const RECT& cell, int format);
+void drawCellText(CDC& dc, std::wstring_view text, const RECT& cell, int format);
 
 // Paints one cell of a list's header: flat, dark, its text aligned as the column's. `sortImage` is the library's header
 // image (0 rising, 1 falling; any other draws no arrow).

@@ -182,6 +182,7 @@ void CWatchPane::showChanged() {
         m_list.SortByLastColumnWithLock();  // rows came in: a locked list takes them into its order
         showLevels(m_list);
         m_list.Invalidate(FALSE);
+        setRemark(counted(m_list.GetItemCount(), "instrument"));
     }
     const int top = m_list.GetTopIndex();
     const int end = (std::min)(m_list.GetItemCount(), top + m_list.GetCountPerPage() + 1);
@@ -255,6 +256,7 @@ void CWatchPane::OnChooseWatch() { showWatch(m_names.GetCurSel()); }
 void CWatchPane::cellText(const sMWStruct& shown, int columnIndex, CString& text) {
     if (columnIndex >= watchBuiltInColumns) {
         m_list.GetCustomColumnText(const_cast<sMWStruct*>(&shown), columnIndex, text);
+        if (const std::string_view number = viewOf(text); withoutZeroSign(number) != number) text.Delete(0);
         return;
     }
     TextBuffer buffer;
@@ -264,11 +266,8 @@ void CWatchPane::cellText(const sMWStruct& shown, int columnIndex, CString& text
 void CWatchPane::drawCell(CDC& dc, const WatchData& data, int columnIndex, const CString& text, RECT cell,
                           bool selected) {
     const bool own = columnIndex >= watchBuiltInColumns;
-    const WatchTone tone = own ? WatchTone::sign : watchColumn(columnIndex).tone;
-    dc.SetTextColor(
-        selected && tone != WatchTone::symbol
-            ? palette::text
-            : colourOf(data, tone, {static_cast<const char*>(text), static_cast<std::size_t>(text.GetLength())}));
+    const WatchTone tone = own ? userColumnTone(viewOf(text)) : watchColumn(columnIndex).tone;
+    dc.SetTextColor(selected && tone != WatchTone::symbol ? palette::text : colourOf(data, tone, viewOf(text)));
     drawCellText(dc, text, text.GetLength(), cell, own ? 1 : watchColumn(columnIndex).format);
 }
 
@@ -296,8 +295,7 @@ void CWatchPane::OnDrawItem(int id, LPDRAWITEMSTRUCT item) {
         const CString text = m_list.GetItemText(row, static_cast<int>(place));
         const RECT box{cell.left, area.top, cell.left + cell.width, area.bottom};
         drawCell(dc, *shown->data, columnIndex, text, box, selected);
-        DrawnRows::note(drawn, columnIndex,
-                        {static_cast<const char*>(text), static_cast<std::size_t>(text.GetLength())});
+        DrawnRows::note(drawn, columnIndex, viewOf(text));
     }
 }
 

@@ -1,17 +1,22 @@
 // The demo terminal: a Windows program over the library, fed by a simulator or a recorded tape.
 #include <cstdio>
 #include <optional>
+#include <vector>
 
 #include "host/BoxGuard.h"
 #include "host/FindProof.h"
 #include "host/HostEntries.h"
 #include "host/LogPane.h"
 #include "host/MainFrame.h"
+#include "host/OutFolder.h"
 #include "host/TerminalRun.h"
 #include "host/Theme.h"
+#include "host/core/Utf8.h"
 #include "platform/win/UserInput.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrl.h"
+
+#include <shellapi.h>
 
 namespace terminal {
 
@@ -81,17 +86,37 @@ void setAppearance() {
     Set_Apperance_setting(appearance);
 }
 
-int runTerminal(const Options& options) {
-    TerminalRun run(options);
-    if (const std::string message = run.open(); !message.empty()) {
-        std::fprintf(stderr, "%s\n", message.c_str());
-        return exitBadInput;
+// The library names its files in the code page. For a folder that has no name in it there are none: a bare name would
+// put them elsewhere.
+void setRecoveryFiles(const TerminalRun& run) {
+    const std::string folder = codePageFolder(run.options.outDirectory);
+    const auto file = [&](const char* name) {
+        return folder.empty() ? CString() : CString((folder + "/" + name).c_str());
+    };
+    CCommonListCtrl::SetRecoveryFiles(file("recovery.ini"), file("dialogs.ini"));
+}
+
+int badInput(const std::string& message) {
+    printError(message);
+    return exitBadInput;
+}
+
+int runTerminal(Options options) {
+    if (const std::string message = checkFiles(options); !message.empty()) return badInput(message);
+    const OutFolder folder(options.outDirectory);  // held to the last line of the log
+    if (folder.path().empty()) return badInput(options.outDirectory + ": this folder cannot be made");
+    options.outDirectory = folder.path();
+    if (!folder.remark().empty()) {
+        printError(folder.remark());
+        Log::instance().add(folder.remark().c_str());
     }
+    TerminalRun run(options);
+    if (const std::string message = run.open(); !message.empty()) return badInput(message);
     if (options.headless && !quor::useOwnDesktop("quor-terminal")) {
         std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
         return exitBadInput;
     }
-    CCommonListCtrl::SetRecoveryFiles(run.outPath("recovery.ini").c_str(), run.outPath("dialogs.ini").c_str());
+    setRecoveryFiles(run);
     setAppearance();
     std::optional<BoxGuard> guard;
     if (options.headless) guard.emplace();
@@ -104,21 +129,32 @@ int runTerminal(const Options& options) {
     run.settings.save();
     useSettings(nullptr);
     const bool recorded = !run.recorder || run.recorder->close();
-    if (!recorded) std::fprintf(stderr, "%s\n", run.recorder->error().c_str());
+    if (!recorded) printError(run.recorder->error());
     if (!run.summary.ending.empty()) std::printf("%s\n", summaryLine(run.summary).c_str());
     return code == exitWell && !recorded ? exitCheckFailed : code;
+}
+
+// The wide command line, in UTF-8: the arguments of main have lost what the code page does not have.
+ParsedOptions parseCommandLine() {
+    int count = 0;
+    wchar_t** const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    std::vector<std::string> texts;
+    for (int i = 1; i < count; ++i) texts.push_back(utf8Text(words[i]));
+    ::LocalFree(words);
+    std::vector<const char*> arguments;
+    for (const std::string& text : texts) arguments.push_back(text.c_str());
+    ParsedOptions parsed = parseOptions(static_cast<int>(arguments.size()), arguments.data());
+    if (auto& tape = parsed.options.tape) tape->symbol = codePageText(tape->symbol);
+    return parsed;
 }
 
 }  // namespace
 
 }  // namespace terminal
 
-int main(int count, char** arguments) {
-    const terminal::ParsedOptions parsed = terminal::parseOptions(count - 1, arguments + 1);
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "%s\n", parsed.error.c_str());
-        return terminal::exitBadInput;
-    }
+int main() {
+    terminal::ParsedOptions parsed = terminal::parseCommandLine();
+    if (!parsed.error.empty()) return terminal::badInput(parsed.error);
     if (parsed.options.help) {
         std::fputs(terminal::usageText(), stdout);
         return 0;

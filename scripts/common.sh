@@ -41,10 +41,13 @@ build_preset() { # preset [target...]
 }
 
 # Wine writes only below build/: HOME too; no menu entries, no .NET, no browser, no debugger.
-wine_environment() { # prefix name: tests or demo
+wine_environment() { # prefix name: tests, demo or screen
+    export XAUTHORITY="${XAUTHORITY:-$HOME/.Xauthority}"  # the user's display is opened by the user's own key
     export WINEPREFIX="$build/wine/$1" HOME="$build/wine/home" XDG_RUNTIME_DIR="$build/wine/home"
     export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d;winedbg.exe=d" WINEDEBUG="${WINEDEBUG:--all}"
     unset WAYLAND_DISPLAY
+    # Wine reads and writes file names in the locale's character set; that of the plain C locale is ASCII.
+    [ "$(locale charmap 2>/dev/null)" != ANSI_X3.4-1968 ] || export LC_ALL=C.UTF-8
     mkdir -p "$HOME"; chmod 700 "$HOME"
 }
 
@@ -52,9 +55,12 @@ registry() { # key, name, data (a string value)
     "$wine" reg add "$1" /v "$2" /t REG_SZ /d "$3" /f >/dev/null 2>&1
 }
 
-# Two prefixes out of one template: tests use the null driver (no display), the demo X11 without managed windows.
+# Three prefixes out of one template: `tests` uses the null driver (no display), `demo` X11 on a display of its own, and
+# `screen` X11 on the user's. There the window manager has the windows (task bar, Alt-Tab, its own buttons); where there is
+# none, a managed window would cost 2 s at each hiding. The two are apart because a prefix's desktop belongs to one display.
 make_prefixes() {
-    [ -f "$build/wine/ready" ] && return 0
+    local ready="$build/wine/ready-2"  # the number grows with each change of what is made here
+    [ -f "$ready" ] && return 0
     rm -rf "$build/wine"; mkdir -p "$build/wine"
     (
         wine_environment template
@@ -62,8 +68,13 @@ make_prefixes() {
         "$wine" wineboot -i >"$build/wine/boot.log" 2>&1 || { cat "$build/wine/boot.log" >&2; exit 1; }
         registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog 0
         "$wineserver" -w
+        # The symbols of caption buttons; Wine does not find them where the package has them, and shows letters.
+        cp "$(dpkg -L fonts-wine | grep '/marlett\.ttf$')" "$WINEPREFIX/drive_c/windows/Fonts/" || exit 1
         cp -a "$build/wine/template" "$build/wine/tests"
         cp -a "$build/wine/template" "$build/wine/demo"
+        # Links take no room; the registry is written in place and must be a copy.
+        cp -al "$build/wine/demo" "$build/wine/screen"
+        cp -a --remove-destination "$WINEPREFIX"/*.reg "$WINEPREFIX/.update-timestamp" "$build/wine/screen/"
         rm -rf "$build/wine/template"
         wine_environment tests
         registry 'HKCU\Software\Wine\Drivers' Graphics null
@@ -72,7 +83,7 @@ make_prefixes() {
         registry 'HKCU\Software\Wine\X11 Driver' Managed N
         "$wineserver" -k; "$wineserver" -w
     ) || die "The Wine prefixes could not be made; see build/wine/boot.log"
-    touch "$build/wine/ready"
+    touch "$ready"
 }
 
 # The calculation servers, entered in a prefix's registry. Only when the prefix does not have them from this folder yet.

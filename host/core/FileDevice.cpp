@@ -1,10 +1,12 @@
-// The only file of this half that knows which system it runs on: the C library has no call that flushes to the medium
-// or replaces a file in one step on both.
+// This file and Utf8.cpp are the only ones of this half that know which system they run on: the C library has no call
+// that flushes to the medium or replaces a file in one step on both.
 #include "host/core/FileDevice.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+
+#include "host/core/Utf8.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -24,7 +26,7 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 #ifdef _WIN32
 
 bool flushFile(const std::string& path) {
-    const HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+    const HANDLE file = CreateFileW(wideText(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
     const bool done = FlushFileBuffers(file) != 0;
@@ -33,7 +35,8 @@ bool flushFile(const std::string& path) {
 }
 
 bool replaceFile(const std::string& from, const std::string& to) {
-    return MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    return MoveFileExW(wideText(from).c_str(), wideText(to).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
 #else
@@ -63,7 +66,7 @@ bool replaceFile(const std::string& from, const std::string& to) {
 FileDevice::Read Disk::read(const std::string& path, std::string& bytes) {
     bytes.clear();
     errno = 0;
-    const File file(std::fopen(path.c_str(), "rb"));
+    const File file(openFile(path, "rb"));
     if (!file) return errno == ENOENT ? Read::missing : Read::failed;
     char part[65'536];
     std::size_t got = 0;
@@ -72,7 +75,7 @@ FileDevice::Read Disk::read(const std::string& path, std::string& bytes) {
 }
 
 bool Disk::write(const std::string& path, std::string_view bytes) {
-    File file(std::fopen(path.c_str(), "wb"));
+    File file(openFile(path, "wb"));
     if (!file) return false;
     const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
     return std::fclose(file.release()) == 0 && written;

@@ -6,7 +6,7 @@
 
 namespace terminal {
 
-// Paths are narrow, as the C library of the platform takes them.
+// Paths are UTF-8.
 class FileDevice {
 public:
     enum class Read { done, missing, failed };

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "host/core/Utf8.h"
+
 namespace terminal {
 namespace {
 
@@ -10,7 +12,7 @@ constexpr std::size_t readSize = 256 * 1024;
 }  // namespace
 
 LineReader::LineReader(const std::string& file, std::size_t longestLine)
-    : m_file(std::fopen(file.c_str(), "rb")), m_longestLine(longestLine) {
+    : m_file(openFile(file, "rb")), m_longestLine(longestLine) {
     if (!m_file) return;
     std::setvbuf(m_file.get(), nullptr, _IONBF, 0);  // the buffer here is the only one
     m_buffer.resize(longestLine + 2 + readSize);

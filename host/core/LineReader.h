@@ -14,7 +14,7 @@ class LineReader {
 public:
     enum class Next { line, end, tooLong, failed };
 
-    // Opens the file for reading; isOpen() tells.
+    // Opens the file, named in UTF-8, for reading; isOpen() tells.
     LineReader(const std::string& file, std::size_t longestLine);
     bool isOpen() const { return m_file != nullptr; }
 

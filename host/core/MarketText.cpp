@@ -188,6 +188,11 @@ std::string_view formatTimeOfDay(MarketTime time, TextBuffer& buffer) {
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
+std::string_view withoutZeroSign(std::string_view number) {
+    const bool isSigned = number.starts_with("-0") || number.starts_with("+0");
+    return isSigned && number.find_first_of("123456789") == std::string_view::npos ? number.substr(1) : number;
+}
+
 int decimalsOf(Price tickSize) {
     if (tickSize == 0) return 2;
     int decimals = priceDecimals;
@@ -238,6 +243,10 @@ std::optional<MarketTime> parseTime(std::string_view text) {
     const auto clock = parseClock(text);
     if (!clock) return {};
     return *midnight + *clock;
+}
+
+std::string counted(std::int64_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 std::string quoteForMessage(std::string_view text) {

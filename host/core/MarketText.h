@@ -22,6 +22,9 @@ std::string_view formatQuantity(Quantity quantity, TextBuffer& buffer);  // "123
 std::string_view formatDateTime(MarketTime time, TextBuffer& buffer);    // "2012-06-21 09:30:00.017460000"
 std::string_view formatTimeOfDay(MarketTime time, TextBuffer& buffer);   // "09:30:00.017", cut, not rounded
 
+// A number's text as it is shown: what has been rounded to zero has no sign. Any other text as it is.
+std::string_view withoutZeroSign(std::string_view number);
+
 // Decimals that show every multiple of a tick size: 0.05 gives 2, 0.00005 gives 5; at least 2; 0 gives 2.
 int decimalsOf(Price tickSize);
 
@@ -33,6 +36,8 @@ std::optional<std::uint64_t> parseNumber(std::string_view text, std::uint64_t la
 // "2012-06-21 09:30:00[.f]" (or 'T' between), "09:30:00[.f]", or seconds since midnight "34200[.f]"; up to 9 decimals;
 // years 1970 to 2261; real days only; a leap second is refused.
 std::optional<MarketTime> parseTime(std::string_view text);
+
+std::string counted(std::int64_t count, const char* what);  // "1 row", "2 rows"
 
 // `text` in quotes for a message: bytes that are not plain ASCII as \xNN, cut to 40 bytes with "..." after it.
 std::string quoteForMessage(std::string_view text);

@@ -1,11 +1,11 @@
 #include "host/core/Options.h"
 
 #include <charconv>
-#include <filesystem>
 #include <string_view>
 #include <system_error>
 
 #include "host/core/MarketText.h"
+#include "host/core/Utf8.h"
 
 namespace terminal {
 namespace {
@@ -66,7 +66,7 @@ private:
             m_parsed.error = std::string(name) + ": found " + quoteForMessage(found) + ", expected " + expected;
     }
 
-    // The option's value; an absent or empty one is a mistake.
+    // The option's value; an absent or empty one is a mistake, and one that is an option: a value was forgotten there.
     std::string text(std::string_view name, const std::string& expected) {
         if (m_next >= m_count && !m_hasInline) {
             m_parsed.error = std::string(name) + ": found nothing after it, expected " + expected;
@@ -74,7 +74,7 @@ private:
         }
         const std::string value = m_hasInline ? std::string(m_inline) : m_arguments[m_next++];
         m_hasInline = false;
-        if (value.empty()) fail(name, value, expected);
+        if (value.empty() || value.starts_with("--")) fail(name, value, expected);
         return value;
     }
 
@@ -154,8 +154,8 @@ std::string checkFiles(const Options& options) {
     const std::string& record = options.recordFile;
     std::error_code none;  // files that are not there are no such case
     if (record == options.tape->file ||
-        (!record.empty() && std::filesystem::equivalent(record, options.tape->file, none)))
-        return "--record: found " + quoteForMessage(record) + ", expected another file than the tape's";
+        (!record.empty() && std::filesystem::equivalent(systemPath(record), systemPath(options.tape->file), none)))
+        return "--record: found \"" + record + "\", expected another file than the tape's";
     return checkTape(*options.tape);
 }
 

@@ -33,8 +33,9 @@ struct ParsedOptions {
 };
 inline constexpr int exitBadInput = 2;
 
-// `arguments` without the program's name. A value follows as the next argument or after a '=' (`--speed=max`). An
-// option given twice counts the last time. No file is touched.
+// `arguments` without the program's name, in UTF-8. A value follows as the next argument or after a '=' (`--speed=max`)
+// and does not begin with "--" (a file of such a name is given as "./--name"). An option given twice counts the last
+// time. No file is touched.
 ParsedOptions parseOptions(int count, const char* const* arguments);
 
 // What must be found out before any window opens: a bad tape (checkTape), or a recording that would overwrite the tape

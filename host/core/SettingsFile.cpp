@@ -2,6 +2,7 @@
 // whatever this reader does not understand is written back as it was.
 #include "host/core/SettingsFile.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace terminal {
@@ -17,6 +18,11 @@ bool isSingleLine(std::string_view text) {
 
 bool isKey(std::string_view text) {
     return !text.empty() && isSingleLine(text) && text.front() != '[' && text.find('=') == std::string_view::npos;
+}
+
+bool isEmptyOrComment(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    return first == std::string_view::npos || text[first] == ';' || text[first] == '#';
 }
 
 }  // namespace
@@ -44,23 +50,27 @@ void SettingsFile::parse(std::string_view bytes) {
             text.remove_suffix(1);
             end = lineEnd;
         }
-        m_lines.push_back({std::string(text), std::string(end)});
+        m_lines.push_back({std::string(text), std::string(end), false});
         section = indexLine(m_lines.size() - 1, section);
     }
 }
 
-// Enters a line into the index; returns the section that the next line belongs to.
+// Enters a line into the index; returns the section that the next line belongs to. A header that cannot be read ends
+// the section before it: the keys behind it are none of that one's.
 SettingsFile::Section* SettingsFile::indexLine(std::size_t index, Section* section) {
     std::string_view text = m_lines[index].text;
     if (index == 0 && text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    const bool readable = isSingleLine(text);
     const std::size_t bracket = text.rfind(']');
-    if (text.starts_with('[') && bracket != std::string_view::npos) {
+    if (readable && text.starts_with('[') && bracket != std::string_view::npos) {
         const auto [at, added] = m_sections.try_emplace(std::string(text.substr(1, bracket - 1)));
         if (added) at->second.lastLine = index;
         return &at->second;
     }
     const std::size_t equals = text.find('=');
-    if (!section || equals == std::string_view::npos || !isKey(text.substr(0, equals))) return section;
+    const bool key = readable && section && equals != std::string_view::npos && isKey(text.substr(0, equals));
+    m_lines[index].damaged = !key && !isEmptyOrComment(text);
+    if (!key) return text.starts_with('[') ? nullptr : section;
     if (section->keyLine.try_emplace(std::string(text.substr(0, equals)), index).second) section->lastLine = index;
     return section;
 }
@@ -99,13 +109,28 @@ bool SettingsFile::set(std::string_view section, std::string_view key, std::stri
 // Every index behind the new line moves on by one.
 void SettingsFile::insertLine(std::size_t before, std::string text) {
     if (before > 0 && m_lines[before - 1].end.empty()) m_lines[before - 1].end = lineEnd;
-    m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(before), {std::move(text), std::string(lineEnd)});
+    m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(before),
+                   {std::move(text), std::string(lineEnd), false});
     for (auto& entry : m_sections) {
         if (entry.second.lastLine >= before) ++entry.second.lastLine;
         for (auto& key : entry.second.keyLine) {
             if (key.second >= before) ++key.second;
         }
     }
+}
+
+std::size_t SettingsFile::damagedLine() const {
+    const auto found = std::find_if(m_lines.begin(), m_lines.end(), [](const Line& line) { return line.damaged; });
+    return found == m_lines.end() ? 0 : static_cast<std::size_t>(found - m_lines.begin()) + 1;
+}
+
+void SettingsFile::dropDamagedLines() {
+    if (!std::erase_if(m_lines, [](const Line& line) { return line.damaged; })) return;
+    const std::string rest = text();
+    m_lines.clear();
+    m_sections.clear();
+    parse(rest);
+    m_dirty = true;
 }
 
 bool SettingsFile::save() {

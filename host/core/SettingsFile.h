@@ -33,6 +33,12 @@ public:
     // '['.
     bool set(std::string_view section, std::string_view key, std::string_view value);
 
+    // The first line, counted from 1, that cannot be read: no section, no key in a section, no comment (';', '#'), not
+    // empty. 0: there is none. Such lines are kept as they are.
+    std::size_t damagedLine() const;
+    // Takes all of them out.
+    void dropDamagedLines();
+
     bool dirty() const { return m_dirty; }
     // Writes if dirty. False: the old file is still whole, and the store stays dirty; the next save() tries again.
     bool save();
@@ -43,6 +49,7 @@ private:
     struct Line {
         std::string text;  // without its end
         std::string end;   // "\r\n", "\n", or "" for a last line that has none
+        bool damaged = false;
     };
     struct Section {
         std::size_t lastLine = 0;                                 // its header or its last key: new keys go after it

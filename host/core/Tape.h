@@ -10,7 +10,7 @@
 namespace terminal {
 
 struct TapeName {
-    std::string file;    // as the user gave it: opened and shown in messages under this name
+    std::string file;    // as the user gave it, in UTF-8: opened and shown in messages under this name
     std::string symbol;  // of the one instrument of a tape that names none; the project's own tape brings its symbols
 };
 

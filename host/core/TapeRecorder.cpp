@@ -2,6 +2,7 @@
 
 #include "host/core/MarketText.h"
 #include "host/core/TapeFormat.h"
+#include "host/core/Utf8.h"
 
 namespace terminal {
 namespace {
@@ -10,7 +11,7 @@ constexpr std::size_t writeSize = 256 * 1024;
 
 }  // namespace
 
-TapeRecorder::TapeRecorder(const std::string& file) : m_fileName(file), m_file(std::fopen(file.c_str(), "wb")) {
+TapeRecorder::TapeRecorder(const std::string& file) : m_fileName(file), m_file(openFile(file, "wb")) {
     m_buffer.assign(quorTapeHeader);
     m_buffer += '\n';
     if (!m_file) fail("cannot be opened for writing");

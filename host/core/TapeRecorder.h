@@ -11,7 +11,7 @@ namespace terminal {
 
 class TapeRecorder final : public FeedSink {
 public:
-    // Creates `file` anew and writes the header line. See error().
+    // Creates `file`, named in UTF-8, anew and writes the header line. See error().
     explicit TapeRecorder(const std::string& file);
     ~TapeRecorder() override;  // closes, errors unseen: call close() to see them
 

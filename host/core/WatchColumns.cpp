@@ -1,5 +1,5 @@
 // Prices stay whole numbers until their text is made; ratios are doubles. Differences and percentages carry their sign,
-// so that a cell's colour can follow its text.
+// so that a cell's colour can follow its text; what shows as zero has none.
 #include "host/core/WatchColumns.h"
 
 #include <array>
@@ -48,7 +48,7 @@ View difference(Cell cell, Price of, Price from) {
     TextBuffer plain;
     const std::size_t length = text.copy(plain.text, sizeof plain.text - 1);
     plain.text[length] = 0;
-    return print(cell, "+%s", plain.text);
+    return withoutZeroSign(print(cell, "+%s", plain.text));
 }
 
 View quantity(Cell cell, Quantity value) { return formatQuantity(value, cell.buffer); }
@@ -58,7 +58,7 @@ View signedCount(Cell cell, std::int64_t value) {
 
 // `part` of `whole` in per cent; nothing for a whole that is not above 0.
 View percent(Cell cell, double part, double whole) {
-    return whole > 0 ? print(cell, part > 0 ? "+%.2f" : "%.2f", part / whole * 100) : View();
+    return whole > 0 ? withoutZeroSign(print(cell, "%+.2f", part / whole * 100)) : View();
 }
 
 View timeOfDay(Cell cell, MarketTime time) { return time ? formatTimeOfDay(time, cell.buffer).substr(0, 8) : View(); }
@@ -385,6 +385,12 @@ const WatchColumnInfo& watchColumn(int columnIndex) { return columns[static_cast
 std::string_view watchText(const WatchData& data, int columnIndex, TextBuffer& buffer) {
     if (columnIndex < 0 || columnIndex >= watchBuiltInColumns) return {};
     return watchColumn(columnIndex).text({data, buffer});
+}
+
+WatchTone userColumnTone(std::string_view text) {
+    const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
+    const bool number = text.size() > sign && text[sign] >= '0' && text[sign] <= '9';
+    return number ? WatchTone::sign : WatchTone::dim;
 }
 
 }  // namespace terminal

@@ -75,4 +75,8 @@ inline std::string_view watchText(const WatchData& data, WatchColumn column, Tex
     return watchText(data, static_cast<int>(column), buffer);
 }
 
+// The tone of a user column's cell: a number follows its sign; what stands there for want of one ("Divided by ZERO
+// error") is dim.
+WatchTone userColumnTone(std::string_view text);
+
 }  // namespace terminal

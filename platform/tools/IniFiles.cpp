@@ -49,13 +49,15 @@ CString applicationDataFolder(bool create) {
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 bool isQuote(char c) { return c == '"' || c == '\''; }
+// The system's calls would take such a text for one that ends there.
+bool hasNul(const CString& text) { return text.Find('\0') >= 0; }
 
 // Why a name would not be found again under itself; null if it would.
 const char* faultOfName(const CString& name, const char* forbidden, const char* forbiddenFirst) {
     if (name.IsEmpty()) return "its name is empty";
     if (name.GetLength() > kMostTextBytes) return "its name is too long";
-    if (name.FindOneOf(forbidden) >= 0 || CString(name.Left(1)).FindOneOf(forbiddenFirst) >= 0 || isBlank(name[0]) ||
-        isBlank(name[name.GetLength() - 1]))
+    if (hasNul(name) || name.FindOneOf(forbidden) >= 0 || CString(name.Left(1)).FindOneOf(forbiddenFirst) >= 0 ||
+        isBlank(name[0]) || isBlank(name[name.GetLength() - 1]))
         return "its name cannot stand in such a file";
     return nullptr;
 }
@@ -68,6 +70,7 @@ struct Entry {
     const char* fault() const {
         if (path.IsEmpty()) return "no file was named";
         if (path.GetLength() > kMostTextBytes) return "its path is too long";
+        if (hasNul(path)) return "its path has a NUL in it";
         if (const char* const reason = faultOfName(section, "]\r\n", "")) return reason;
         return faultOfName(key, "=\r\n", ";[");
     }
@@ -112,6 +115,7 @@ CString stored(const CString& value) {
 // Why a value, as it would be stored, cannot be.
 const char* faultOfValue(const CString& value) {
     if (value.FindOneOf("\r\n") >= 0) return "the value has a line break";
+    if (hasNul(value)) return "the value has a NUL in it";
     return value.GetLength() > kMostTextBytes ? "the value is too long" : nullptr;
 }
 

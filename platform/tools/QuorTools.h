@@ -32,9 +32,9 @@ QUOR_TOOLS_API int CompareDateTime(char* first, char* second, int order);
 // Values are single lines of code page 1252, kept byte for byte. The private-profile calls, through which this goes,
 // drop outer blanks and one outer pair of quotes when they read; a value that begins or ends with a blank or a quote is
 // therefore written in a pair of quotes of its own, and a file edited by hand loses what stands outside such a pair.
-// What would not read back is refused, with nothing written: line breaks anywhere, "]" in a section, "=" in a key, a
-// key that begins with ";" or "[" (a comment, a section), outer blanks in a section or key, and any text over 32,766
-// bytes (32,764 where the value needs its quotes), which those calls would cut.
+// What would not read back is refused, with nothing written: line breaks and NULs anywhere, "]" in a section, "=" in a
+// key, a key that begins with ";" or "[" (a comment, a section), outer blanks in a section or key, and any text over
+// 32,766 bytes (32,764 where the value needs its quotes), which those calls would cut.
 QUOR_TOOLS_API int quoru_ini_file_operations(int operation, CString section, CString key, CString& value, CString& file,
                                              CString& error);
 

@@ -106,23 +106,40 @@ bool quorCaptureClientArea(HWND window, WindowPicture& picture) {
     return true;
 }
 
-bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error) {
-    Step failure = {"the picture is empty", S_OK};
-    if (picture.width > 0 && picture.height > 0) {
-        wchar_t widePath[MAX_PATH];
-        const ComScope com;
-        failure = ::MultiByteToWideChar(CP_ACP, 0, path, -1, widePath, MAX_PATH)
-                      ? writePng(picture, widePath)
-                      : Step{"the path is too long", E_INVALIDARG};
-    }
-    if (failure.name && error)
-        error->Format("%s: %s (0x%08x)", path, failure.name, static_cast<unsigned>(failure.result));
+bool quorSavePng(const WindowPicture& picture, LPCWSTR path, CString* error) {
+    const ComScope com;
+    const bool empty = picture.width <= 0 || picture.height <= 0;
+    const Step failure = empty ? Step{"the picture is empty", S_OK} : writePng(picture, path);
+    if (failure.name && error) error->Format("%s (0x%08x)", failure.name, static_cast<unsigned>(failure.result));
     return failure.name == nullptr;
 }
 
-bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error) {
+bool quorSaveClientAreaPng(HWND window, LPCWSTR path, CString* error) {
     WindowPicture picture;
     if (quorCaptureClientArea(window, picture)) return quorSavePng(picture, path, error);
-    if (error) error->Format("%s: the window has no client area to capture", path);
+    if (error) *error = "the window has no client area to capture";
     return false;
+}
+
+namespace {
+
+// `save` by the wide form of a narrow path, which its error names.
+template <class Save>
+bool saveNarrow(LPCTSTR path, CString* error, const Save& save) {
+    wchar_t widePath[MAX_PATH];
+    CString reason("the path is too long");
+    if (::MultiByteToWideChar(CP_ACP, 0, path, -1, widePath, MAX_PATH) && save(widePath, &reason)) return true;
+    if (error) error->Format("%s: %s", path, reason.GetString());
+    return false;
+}
+
+}  // namespace
+
+bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error) {
+    return saveNarrow(path, error, [&](LPCWSTR wide, CString* reason) { return quorSavePng(picture, wide, reason); });
+}
+
+bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error) {
+    return saveNarrow(path, error,
+                      [&](LPCWSTR wide, CString* reason) { return quorSaveClientAreaPng(window, wide, reason); });
 }

@@ -21,8 +21,10 @@ struct WindowPicture {
 QUOR_FRAMEWORK_API bool quorCaptureClientArea(HWND window, WindowPicture& picture);
 
 // Writes a picture to `path`, replacing the file. COM is initialised meanwhile. On failure the result is false and
-// `error`, if given, says which step failed.
+// `error`, if given, says which step failed, after the path where that is narrow.
 QUOR_FRAMEWORK_API bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error = nullptr);
+QUOR_FRAMEWORK_API bool quorSavePng(const WindowPicture& picture, LPCWSTR path, CString* error = nullptr);
 
 // Captures the client area and writes it as quorSavePng does.
 QUOR_FRAMEWORK_API bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error = nullptr);
+QUOR_FRAMEWORK_API bool quorSaveClientAreaPng(HWND window, LPCWSTR path, CString* error = nullptr);

@@ -135,6 +135,35 @@ TEST_F(SettingsFileTest, EverythingElseStaysWhereItWas) {
     }
 }
 
+// The first damaged line, and what is left when all of them are taken out.
+TEST_F(SettingsFileTest, LinesThatCannotBeReadAreFoundAndTakenOut) {
+    const struct {
+        std::string bytes;
+        std::size_t line;
+        std::string rest;
+    } cases[] = {
+        {"", 0, ""},
+        {"\xEF\xBB\xBF; note\r\n\r\n # note\n[a]\nk=\n; k=no\nk=v", 0, {}},
+        {"[a]\nk=v\ngarbage\n[b]\nk=w\n", 3, "[a]\nk=v\n[b]\nk=w\n"},
+        {"k=outside\n[a]\nk=v\n", 1, "[a]\nk=v\n"},
+        {"[a]\nk=v\n[b\nk=w\nl=w\n[c]\nl=v\n", 3, "[a]\nk=v\n[c]\nl=v\n"},
+        {"[a]\nk=\0v\nl=w\n"s, 2, "[a]\nl=w\n"},
+        {"[a]\nk=v\n[b\0]\nl=w\n"s, 3, "[a]\nk=v\n"},
+        {std::string(9, '\0') + "\xFF\xFE\n\x01", 1, ""},
+    };
+    for (const auto& c : cases) {
+        SettingsFile file = loaded(c.bytes);
+        EXPECT_EQ(file.damagedLine(), c.line) << c.bytes;
+        file.dropDamagedLines();
+        EXPECT_EQ(file.text(), c.line ? c.rest : c.bytes);
+        EXPECT_EQ(file.dirty(), c.line != 0);
+        EXPECT_EQ(file.damagedLine(), 0u);
+        EXPECT_TRUE(file.set("a", "l", "new"));
+        EXPECT_EQ(file.get("a", "l"), "new");
+    }
+    EXPECT_FALSE(loaded("[a]\n[b\nk=w\n").get("a", "k")) << "it is no key of the section before";
+}
+
 TEST_F(SettingsFileTest, IndexesFollowLinesThatAreInserted) {
     SettingsFile file = loaded("[a]\n[b]\n[c]\n");
     std::map<std::pair<std::string, std::string>, std::string> model;

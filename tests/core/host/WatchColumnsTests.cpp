@@ -135,6 +135,33 @@ TEST(WatchColumns, TextsFollowTheQuote) {
     for (const auto& [heading, text] : cases) EXPECT_EQ(future[heading], text) << heading;
 }
 
+// A last price against a close of 100.00, with ticks of 0.01.
+TEST(WatchColumns, WhatShowsAsZeroHasNoSign) {
+    const struct {
+        Price last;
+        const char *change, *percent;
+    } cases[] = {{100'00000000, "0.00", "0.00"},
+                 {100'00400000, "0.00", "0.00"},
+                 {99'99600000, "0.00", "0.00"},
+                 {100'01000000, "+0.01", "+0.01"},
+                 {99'99000000, "-0.01", "-0.01"}};
+    for (const auto& [last, change, percent] : cases) {
+        WatchMarket market;
+        market.instrument({.id = 0, .symbol = "X", .tickSize = priceOne / 100});
+        market.quote({.instrument = 0, .fields = quoteLast | quoteClose, .last = last, .close = 100 * priceOne});
+        EXPECT_EQ(cell(market[0], "Change"), change) << last;
+        EXPECT_EQ(cell(market[0], "Change %"), percent) << last;
+    }
+    for (const char* kept : {"-", "-0.01", "+inf", "-nan", "0.00", ""}) EXPECT_EQ(withoutZeroSign(kept), kept);
+    EXPECT_EQ(withoutZeroSign("-0.00%"), "0.00%");
+}
+
+TEST(WatchColumns, AUserColumnWithoutANumberIsDim) {
+    for (const char* number : {"1.00", "-0.25", "+3"}) EXPECT_EQ(userColumnTone(number), WatchTone::sign) << number;
+    for (const char* none : {"Divided by ZERO error", "inf", "-nan", "-", ""})
+        EXPECT_EQ(userColumnTone(none), WatchTone::dim) << none;
+}
+
 TEST(WatchColumns, WhatTheFeedHasNotToldIsEmpty) {
     WatchMarket market;
     market.instrument({.id = 0, .symbol = "X"});

@@ -3,6 +3,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "host/core/Utf8.h"
+
 namespace {
 class OutputFile {
 public:
@@ -12,7 +14,10 @@ public:
             return;
         }
         SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
-        m_handle = ::CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS, 0, nullptr);
+        // What a former child started, its desktop for one, may still hold its output open.
+        constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        m_handle =
+            ::CreateFileW(terminal::wideText(path).c_str(), GENERIC_WRITE, share, &inherit, CREATE_ALWAYS, 0, nullptr);
         m_owned = true;
     }
     ~OutputFile() {
@@ -26,19 +31,24 @@ private:
     HANDLE m_handle = nullptr;
     bool m_owned = false;
 };
+
+void removeFile(const std::string& path) {
+    std::error_code none;  // it may not be there
+    std::filesystem::remove(terminal::systemPath(path), none);
+}
 }  // namespace
 
 ChildProcess::ChildProcess(const std::string& commandLine, const std::string& output, const std::string& errors) {
     const OutputFile out(output, STD_OUTPUT_HANDLE), err(errors, STD_ERROR_HANDLE);
-    STARTUPINFOA start{};
+    STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdInput = ::GetStdHandle(STD_INPUT_HANDLE);
     start.hStdOutput = out.handle();
     start.hStdError = err.handle();
     PROCESS_INFORMATION process{};
-    std::string line = commandLine;
-    if (!::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process)) return;
+    std::wstring line = terminal::wideText(commandLine);
+    if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process)) return;
     ::CloseHandle(process.hThread);
     m_process = process.hProcess;
 }
@@ -71,7 +81,7 @@ std::string RunResult::figure(const std::string& name) const {
 }
 
 bool RunResult::wrote(const std::string& file) const {
-    return ::GetFileAttributesA((folder + "\\" + file).c_str()) != INVALID_FILE_ATTRIBUTES;
+    return std::filesystem::exists(terminal::systemPath(folder + "\\" + file));
 }
 
 std::string programPath(const std::string& name) {
@@ -89,14 +99,14 @@ std::string testFolder() {
 
 std::string writeTestFile(const std::string& name, const std::string& text) {
     const std::string path = testFolder() + "\\" + name;
-    ::CreateDirectoryA(path.substr(0, path.find_last_of('\\')).c_str(), nullptr);
-    std::ofstream(path, std::ios::binary) << text;
+    std::filesystem::create_directory(terminal::systemPath(path.substr(0, path.find_last_of('\\'))));
+    std::ofstream(terminal::systemPath(path), std::ios::binary) << text;
     return path;
 }
 
 std::string readFile(const std::string& path) {
     std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
+    text << std::ifstream(terminal::systemPath(path), std::ios::binary).rdbuf();
     return text.str();
 }
 
@@ -104,9 +114,9 @@ RunResult runTerminal(const std::string& name, const std::string& arguments, Kee
     RunResult result;
     result.folder = testFolder() + "\\" + name;
     for (const char* file : {"terminal.png", "watch.png", "orders.png", "trades.png", "chain.png", "terminal.log"})
-        ::DeleteFileA((result.folder + "\\" + file).c_str());
-    if (keep == KeepSettings::no) ::DeleteFileA((result.folder + "\\terminal-settings.ini").c_str());
-    const std::string output = testFolder() + "\\" + name + ".stdout", errors = testFolder() + "\\" + name + ".stderr";
+        removeFile(result.folder + "\\" + file);
+    if (keep == KeepSettings::no) removeFile(result.folder + "\\terminal-settings.ini");
+    const std::string output = result.folder + ".stdout", errors = result.folder + ".stderr";
     ChildProcess terminal(
         "\"" + programPath("QuorTerminal.exe") + "\" --headless --out \"" + result.folder + "\" " + arguments, output,
         errors);

@@ -1,4 +1,4 @@
-// A program started by a test, with what it printed.
+// A program started by a test, with what it printed. Command lines, paths and names are UTF-8.
 #pragma once
 
 #include <windows.h>

@@ -90,6 +90,38 @@ TEST(TerminalRun, LayoutIsReadFromTheSettingsAndTheRestOfTheFileIsKept) {
     EXPECT_NE(text.find(other), std::string::npos) << text;
 }
 
+TEST(TerminalRun, DamagedSettingsAreToldAndKept) {
+    const std::string damaged = "[Layout]\r\nWatch=0.3000\r\n\xFF\xFE garbage\r\n[Other\r\nWatch=0.7000\r\n";
+    writeTestFile("damaged\\terminal-settings.ini", damaged);
+    const RunResult run = runTerminal("damaged", "--seconds 1 --instruments 5", KeepSettings::yes);
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    const std::string log = readFile(run.folder + "\\terminal.log");
+    EXPECT_NE(log.find("Line 3 of the settings is damaged"), std::string::npos) << log;
+    EXPECT_EQ(readFile(run.folder + "\\terminal-settings.ini.damaged"), damaged);
+    const std::string text = readFile(run.folder + "\\terminal-settings.ini");
+    EXPECT_NE(text.find("Watch=0.3000\r\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("garbage"), std::string::npos) << text;
+}
+
+TEST(TerminalRun, ASecondTerminalTakesAFolderOfItsOwn) {
+    const std::string folder = testFolder() + "\\shared", own = folder + "/terminal-2";
+    ::DeleteFileA((folder + "\\terminal.log").c_str());
+    ::DeleteFileA((own + "/terminal.png").c_str());
+    ChildProcess first("\"" + programPath("QuorTerminal.exe") + "\" --instruments 5 --headless --seconds 60 --out \"" +
+                       folder + "\"");
+    for (int i = 0; i < 1'000 && readFile(folder + "\\terminal.log").empty(); ++i) ::Sleep(10);
+    const std::string log = readFile(folder + "\\terminal.log");
+    const RunResult second = runTerminal("shared", "--seconds 1 --instruments 5");
+    EXPECT_EQ(second.exitCode, 0) << second.errors;
+    EXPECT_NE(second.errors.find(folder + " is in use by another terminal; this one uses " + own), std::string::npos)
+        << second.errors;
+    EXPECT_EQ(readFile(folder + "\\terminal.log").substr(0, log.size()), log) << "the first one's log";
+    EXPECT_NE(readFile(own + "/terminal.log").find("in use by another terminal"), std::string::npos);
+    for (const char* file : {"/terminal.png", "/terminal-settings.ini"}) EXPECT_NE(readFile(own + file), "") << file;
+    first.terminate();
+    EXPECT_EQ(runTerminal("shared", "--seconds 1 --instruments 5").errors, "") << "the folder is free again";
+}
+
 // The self-check of each run looks at the rows: they stand as the log says.
 TEST(TerminalRun, OrdersAreABookFromTheFirstStartAndTheUsersOwnChoiceOutlastsARestart) {
     static const struct {

@@ -95,6 +95,23 @@ TEST(TerminalTape, BadLineFurtherOnStopsTheFeedAndKeepsTheWindows) {
     EXPECT_EQ(run.errors.find("self-check"), std::string::npos) << run.errors;  // what came before it holds
 }
 
+TEST(TerminalTape, FilesAndFoldersMayBeNamedOutsideTheCodePage) {
+    const std::string name = "\xD1\x86\xD0\xB5\xD0\xBD\xD1\x8B";
+    const std::string tape = writeTestFile(name + ".csv", tradesTape(100)),
+                      record = testFolder() + "\\" + name + ".tape";
+    const RunResult run = runTerminal(name, "--speed max --tape \"" + tape + "\" --record \"" + record + "\"");
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(run.figure("ticks"), "100");
+    for (const char* file : {"terminal.png", "terminal-settings.ini"}) EXPECT_TRUE(run.wrote(file)) << file;
+    EXPECT_NE(readFile(run.folder + "\\terminal.log").find("Feed: " + tape), std::string::npos);
+    EXPECT_NE(readFile(record).find("quor-tape 1"), std::string::npos);
+
+    const std::string missing = testFolder() + "\\" + name + "2.csv";
+    const RunResult refused = runTerminal("refused", "--tape \"" + missing + "\"");
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_NE(refused.errors.find(missing), std::string::npos) << refused.errors;
+}
+
 TEST(TerminalTape, RecordedRunReplaysTheSame) {
     const std::string tape = testFolder() + "\\recorded.tape";
     const RunResult first = runTerminal("record", "--seconds 2 --instruments 50 --seed 3 --record \"" + tape + "\"");

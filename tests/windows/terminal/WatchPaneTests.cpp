@@ -3,11 +3,12 @@
 #include "host/LevelsMenu.h"
 #include "host/ListMenu.h"
 #include "host/WatchPane.h"
-#include "host/core/FileDevice.h"
 #include "host/resource.h"
+#include "src/foundation/ControlBlock.h"
 #include "src/foundation/TimerIds.h"
 #include "src/foundation/core/Globals.h"
 #include "support/WindowFixture.h"
+#include "tests/windows/terminal/NoDisk.h"
 
 using namespace quor::watch;
 
@@ -17,13 +18,6 @@ namespace {
 constexpr const char* market = "MarketWatchNew_Market";
 constexpr const char* futures = "MarketWatchNew_Futures";
 constexpr const char* levelsKey = "COLUMN_SORT_ORDER_PROFILE";
-
-struct NoDisk final : FileDevice {
-    Read read(const std::string&, std::string&) override { return Read::missing; }
-    bool write(const std::string&, std::string_view) override { return false; }
-    bool flush(const std::string&) override { return false; }
-    bool replace(const std::string&, const std::string&) override { return false; }
-};
 
 struct WatchPaneTest : test::WindowFixture {
     WatchPaneTest() {
@@ -181,6 +175,7 @@ TEST_F(WatchPaneTest, TheComboShowsAWatchWithColumnsAndSortOfItsOwn) {
     EXPECT_NE(stored(market, "COLUMNPROFILE"), "nothing") << "the watch before is saved";
     EXPECT_EQ(stored(futures, "COLUMNPROFILE"), "nothing");
     EXPECT_EQ(rows(), "BDFH");
+    EXPECT_EQ(pane->remark(), "4 instruments");
     EXPECT_EQ(columns(), "Symbol Series Last LTQ Change ");
     EXPECT_EQ(list().m_bMultiSortActive, 0) << "nobody has sorted this one";
     EXPECT_EQ(arrows(), "");
@@ -261,6 +256,33 @@ TEST_F(WatchPaneTest, HidingALevelsColumnAsksAndStoresWhatIsLeft) {
     EXPECT_EQ(stored(market, levelsKey), "Symbol->1,Series->1#0");
     restart();  // a level without its column would show a box here
     EXPECT_EQ(levelsOf(list()).size(), 2u);
+}
+
+TEST_F(WatchPaneTest, TheMenuKeyOpensTheMenuBelowTheFocusedRow) {
+    const auto expected = [this](int row) {
+        CRect area(0, 0, 0, 0);
+        if (row >= 0) list().GetItemRect(row, &area, LVIR_BOUNDS);
+        CPoint point(row < 0 ? CPoint(0, 0) : CPoint((std::max)(LONG{0}, area.left), area.bottom));
+        list().ClientToScreen(&point);
+        return point;
+    };
+    EXPECT_EQ(keyboardMenuPoint(list()), expected(-1)) << "no row has the focus";
+    list().SetItemState(3, LVIS_FOCUSED, LVIS_FOCUSED);
+    EXPECT_EQ(keyboardMenuPoint(list()), expected(3));
+    pane->MoveWindow(0, 0, 780, 100);
+    list().EnsureVisible(7, FALSE);
+    ASSERT_GT(list().GetTopIndex(), 3);
+    EXPECT_EQ(keyboardMenuPoint(list()), expected(-1)) << "the focused row is out of view";
+}
+
+TEST_F(WatchPaneTest, TheStoreOfTheListsRefusesTextsWithANul) {
+    CString cut("a\0b", 3), kept("kept");
+    ASSERT_EQ(g_pControlBlock->UserSetting(1, "list", kept, "key"), 1);
+    EXPECT_EQ(g_pControlBlock->UserSetting(1, "list", cut, "key"), 0);
+    EXPECT_EQ(g_pControlBlock->UserSetting(1, cut, kept, "key"), 0);
+    EXPECT_EQ(g_pControlBlock->UserSetting(1, "list", kept, cut), 0);
+    EXPECT_EQ(g_pControlBlock->UserSettingMWColumns(1, "list", cut), 0);
+    EXPECT_EQ(settings.text(), "[list]\r\nkey=kept\r\n");
 }
 
 }  // namespace

@@ -161,6 +161,16 @@ TEST_F(IniFiles, WhatWouldNotReadBackIsRefused) {
     EXPECT_EQ(contents(m_file), before);
 }
 
+TEST_F(IniFiles, TextsWithANulAreRefused) {
+    const CString cut("k\0l", 3);
+    for (int where = 0; where < 4; ++where) {
+        CString file = where == 3 ? m_file + cut : m_file, value = where == 2 ? cut : "x", error;
+        EXPECT_EQ(quoru_ini_file_operations(1, where ? "list" : cut, where == 1 ? cut : "k", value, file, error), 0);
+        EXPECT_FALSE(error.IsEmpty()) << where;
+    }
+    EXPECT_EQ(contents(m_file), "");
+}
+
 TEST_F(IniFiles, FailedWritesSayWhere) {
     const CString nowhere = m_file + "\\no folder\\x.ini";
     const Outcome failed = writeKey(&quoru_ini_file_operations, "list", "COLUMNPROFILE", "0,0,80", nowhere);
