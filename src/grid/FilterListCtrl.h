@@ -251,6 +251,7 @@ protected:
     void OnColumnsImported() override { PopulateList(); }
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     std::vector<quor::list::HeaderColumn> ReadHeader() override;
+    CString ShownText(int row, int place) override;
     quor::grid::FilterStore m_filters;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
