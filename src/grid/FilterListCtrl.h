@@ -191,6 +191,8 @@ public:
     // An auto-sort step passes through this click and the base list's. The base's leaves the rows alone and turns the
     // order once more: every second step falls, and the arrow shows the order of the next one.
     void OnAutoSortClick(NMHDR* header, LRESULT* result) override;
+    // The pending repaint runs by the same number: it is started again.
+    void OnAutoSortTimerTaken() override;
     // Applies the locked sort again, m_nLockSortColumn by m_nLockSortOrder. Nothing unless the sort is locked and the
     // column is shown. Integers count as 32 bits here.
     void SortByLastColumnWithLock() override;

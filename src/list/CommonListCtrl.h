@@ -373,6 +373,8 @@ protected:
     // The click handlers that an auto-sort step runs: here the base's. A grid runs its own and then this one; a
     // multi-line list only its own.
     virtual void OnAutoSortClick(NMHDR* header, LRESULT* result);
+    // The timer of this number was set or killed. A grid has another use for it.
+    virtual void OnAutoSortTimerTaken();
 
     // What kinds of list do in their own way. On a market watch the first three do their work and answer true:
     // save under the parent window's title; export to a file if the frame's title is `name`; import from a file.
