@@ -29,3 +29,4 @@ void benchSettings(Figures& figures);
 void benchWatch(Figures& figures);
 void benchBlack76(Figures& figures);
 void benchListSort(Figures& figures);
+void benchCommands(Figures& figures);

@@ -19,7 +19,7 @@ const Suite suites[] = {
     {"black76", benchBlack76},     {"listsort", benchListSort},
     {"watch", benchWatch},         {"flip", benchFlip},
     {"liveflip", benchGridFlip},   {"gridsort", benchGridSort},
-    {"filter", benchFilter},
+    {"filter", benchFilter},       {"commands", benchCommands},
 };
 
 bool missed(const Figure& figure) { return figure.must > 0 && figure.value > figure.must; }

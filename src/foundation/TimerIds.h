@@ -1,7 +1,8 @@
 // Every timer id of the library, with its period in milliseconds. A timer id is known per window, so only ids of one
 // class family must differ. Two of them do not: in the list family id 1 is the auto-sort of CCommonListCtrl and the
 // one-shot repaint of its descendant CFilterListCtrl. Hosts rely on both numbers. A grid that starts its repaint timer
-// therefore replaces a running auto-sort timer, and its handler kills timer 1; keep that in mind before moving either.
+// therefore replaces a running auto-sort timer, and its handler kills timer 1: a grid sorts itself once, when auto-sort
+// begins. The other way round, a repaint that is pending when the auto-sort timer is set or killed is started again.
 #pragma once
 
 // CCommonListCtrl.

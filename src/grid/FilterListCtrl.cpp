@@ -188,6 +188,12 @@ void CFilterListCtrl::StartRepaintTimer() {
     if (m_hWnd && RepaintTimerId == 0) RepaintTimerId = SetTimer(kRepaintTimer, kRepaintDelay);
 }
 
+void CFilterListCtrl::OnAutoSortTimerTaken() {
+    if (RepaintTimerId == 0) return;
+    RepaintTimerId = 0;
+    StartRepaintTimer();
+}
+
 void CFilterListCtrl::repaintWhole() {
     KillTimer(kRepaintTimer);
     RepaintTimerId = 0;

@@ -192,6 +192,8 @@ public:
     // An auto-sort step passes through this click and the base list's. The base's leaves the rows alone and turns the
     // order once more: every second step falls, and the arrow shows the order of the next one.
     void OnAutoSortClick(NMHDR* header, LRESULT* result) override;
+    // The pending repaint runs by the same number: it is started again.
+    void OnAutoSortTimerTaken() override;
     // Applies the locked sort again, m_nLockSortColumn by m_nLockSortOrder. Nothing unless the sort is locked and the
     // column is shown. Integers count as 32 bits here.
     void SortByLastColumnWithLock() override;
@@ -252,6 +254,7 @@ protected:
     void OnColumnsImported() override { PopulateList(); }
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     std::vector<quor::list::HeaderColumn> ReadHeader() override;
+    CString ShownText(int row, int place) override;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;

@@ -1,6 +1,8 @@
 // Texts from the host, check states, column numbers.
 #include "src/grid/FilterListCtrlInternal.h"
 
+using namespace quor::grid;
+
 // Members of CWnd run on a permanent object only: a temporary one is not of the host's class.
 CWnd* CFilterListCtrl::callbackOwner() const {
     const CWnd* const owner = GetOwner();
@@ -28,6 +30,15 @@ int CFilterListCtrl::CallBackForText(DWORD_PTR data, int columnIndex, CString& t
         return owner ? (owner->*TextMemberCallback)(data, columnIndex, text, textColor, background, icon) : 0;
     }
     return TextCallback ? TextCallback(data, columnIndex, text, textColor, background, icon) : 0;
+}
+
+// As the paint has it: decimals by thousands.
+CString CFilterListCtrl::ShownText(int row, int place) {
+    const CString text = GetItemText(row, place);
+    const int columnIndex = GetOriginalColNo(place);
+    if (!UseFilter || columnIndex >= m_arrColumns.GetCount()) return text;
+    CString shown = text;
+    return wantsGrouping(m_arrColumns.GetAt(columnIndex).iDataType, text) ? GetCommaData(shown) : text;
 }
 
 BOOL CFilterListCtrl::GetCheck(int item) const {

@@ -2,6 +2,7 @@
 #include "src/grid/FilterListCtrlInternal.h"
 
 #include "src/grid/FilterText.h"
+#include "src/grid/core/FilterValues.h"
 #include "src/resource/resource.h"
 
 #include <algorithm>
@@ -12,10 +13,10 @@
 
 namespace {
 
-constexpr DWORD kFilterChangeDelay = 500;           // ms from the last key to the header's notification
-constexpr std::size_t kFilterBufferSize = 1048576;  // bytes, of the longest filter text and its terminator
-constexpr int kFilterBufferChars = 524288;          // the same buffer in wide characters
-constexpr int kTabScrollMargin = 50;                // pixels shown beside a field that Tab brought into view
+constexpr DWORD kFilterChangeDelay = 500;  // ms from the last key to the header's notification
+constexpr std::size_t kFilterBufferSize = quor::grid::kLongestFilter + 1;  // bytes, the terminator included
+constexpr int kFilterBufferChars = kFilterBufferSize / sizeof(wchar_t);    // the same buffer in wide characters
+constexpr int kTabScrollMargin = 50;  // pixels shown beside a field that Tab brought into view
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "src/grid/FilterText.h"
 
 #include "src/grid/FilterListCtrl.h"
+#include "src/grid/core/FilterValues.h"
 #include "src/resource/LibraryResources.h"
 #include "src/resource/resource.h"
 
@@ -65,17 +66,13 @@ CString CFilterText::chosenText() {
     CListBox& list = values();
     std::vector<int> chosen(static_cast<std::size_t>(list.GetSelCount()));
     list.GetSelItems(static_cast<int>(chosen.size()), chosen.data());
-    CString text, value;
-    for (const int index : chosen) {
-        list.GetText(index, value);
-        if (text.IsEmpty()) {
-            text = value;
-        } else if (text.Find(value) == -1) {
-            text += '~';
-            text += value;
-        }
-    }
-    return text;
+    auto index = chosen.begin();
+    return quor::grid::joinFilterValues([&](CString& value) {
+               if (index == chosen.end()) return false;
+               list.GetText(*index++, value);
+               return true;
+           })
+        .c_str();
 }
 
 void CFilterText::OnActivate(UINT state, CWnd* other, BOOL minimized) {

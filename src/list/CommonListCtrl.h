@@ -19,6 +19,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "src/foundation/core/ColumnRecords.h"
@@ -28,12 +29,19 @@
 namespace quor::list {
 
 class RowSort;
+struct ColumnMeasure;
 struct ColumnSetPlan;
 
 // A header item: its text, cut to 255 characters, and its width in pixels.
 struct HeaderColumn {
     CString heading;
     int width = 0;
+};
+
+// Rows from the first to the last; none if the last is before the first.
+struct RowSpan {
+    int first = 0;
+    int last = -1;
 };
 
 }  // namespace quor::list
@@ -120,11 +128,15 @@ public:
     // Shows exactly these columns, both arguments by place, and tells the parent (WM_LIST_COLUMNS_REBUILT).
     void LoadHeaders(CArray<int, int>* columns, CArray<int, int>* widths);
     // Sizes all columns: 2129 by data, 2130 by heading, 2131 evenly over the window, else by data or heading, whichever
-    // is wider.
+    // is wider. By heading, the last column takes the rest of the window. An owner-data list's data are the rows in
+    // view.
     void AutoSizeColumns(int command);
     void ColFitToContent();
     void ColFitToHeader();
     void ColFitToWindow();
+    // The pixels that a column needs for the cells in view as they are painted, padding included. 0 without rows, and
+    // if the window goes while its owner is asked for the texts.
+    int WidestCellInView(int place);
     // The columnIndex at a place by the visible array, -1 if no column stands there.
     int GetOriginalColumnPosition(int place);
     // Appends; a record for place 0 goes to the front.
@@ -361,6 +373,8 @@ protected:
     // The click handlers that an auto-sort step runs: here the base's. A grid runs its own and then this one; a
     // multi-line list only its own.
     virtual void OnAutoSortClick(NMHDR* header, LRESULT* result);
+    // The timer of this number was set or killed. A grid has another use for it.
+    virtual void OnAutoSortTimerTaken();
 
     // What kinds of list do in their own way. On a market watch the first three do their work and answer true:
     // save under the parent window's title; export to a file if the frame's title is `name`; import from a file.
@@ -373,6 +387,11 @@ protected:
     virtual void SetUserColumnReadOnly(int columnIndex);
     // The header items with the headings by which columns are known, for widths to save.
     virtual std::vector<quor::list::HeaderColumn> ReadHeader();
+    // The text that a cell is painted with; here GetItemText's.
+    virtual CString ShownText(int row, int place);
+    // Whose cells make the data width of a column: none where the control has the texts and measures them itself, here
+    // the rows in view of an owner-data control.
+    virtual std::optional<quor::list::RowSpan> RowsToMeasure() const;
 
     // The columns as they are now, in index order, names and user parts included.
     std::vector<quor::list::ProfileEntry> CurrentProfile();
@@ -382,6 +401,10 @@ protected:
     void LayOutHeaderToolTips();
     // Takes all columns off the control; the arrays stay.
     void DeleteAllColumns();
+    // As WidestCellInView, for these rows.
+    int WidestCell(int place, quor::list::RowSpan rows);
+    // The rows that are in view, one that shows in part at the end included.
+    quor::list::RowSpan SpanInView() const;
     // The rectangle of the rows that are in view, over all columns; empty without rows.
     CRect RowsInView();
     // The lock that is stored under the list's name; its end if it names a column that the list does not have.
@@ -400,6 +423,8 @@ private:
     void TakePlan(const quor::list::ColumnSetPlan& plan);
     void ShowPlan(const quor::list::ColumnSetPlan& plan);
     void InsertColumnRecord(int place, int columnIndex, int width);
+    std::vector<quor::list::ColumnMeasure> MeasureColumns(int command);
+    void FitColumns(int command, std::vector<quor::list::ColumnMeasure>& measures);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
     void RemoveHeaderToolTip(int place);

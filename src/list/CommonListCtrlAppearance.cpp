@@ -184,12 +184,16 @@ BOOL CCommonListCtrl::OnEraseBkgnd(CDC* dc) {
     return 0;
 }
 
+RowSpan CCommonListCtrl::SpanInView() const {
+    const int top = CListCtrl::GetTopIndex();
+    return {top, std::min(top + CListCtrl::GetCountPerPage(), CListCtrl::GetItemCount() - 1)};
+}
+
 CRect CCommonListCtrl::RowsInView() {
     CRect rows, last;
-    const int top = CListCtrl::GetTopIndex();
-    const int bottom = std::min(top + CListCtrl::GetCountPerPage(), CListCtrl::GetItemCount() - 1);
-    if (bottom < top || !CListCtrl::GetItemRect(top, rows, LVIR_BOUNDS) ||
-        !CListCtrl::GetItemRect(bottom, last, LVIR_BOUNDS)) {
+    const RowSpan span = SpanInView();
+    if (span.last < span.first || !CListCtrl::GetItemRect(span.first, rows, LVIR_BOUNDS) ||
+        !CListCtrl::GetItemRect(span.last, last, LVIR_BOUNDS)) {
         return {};
     }
     rows.bottom = last.bottom;

@@ -59,17 +59,17 @@ void CCommonListCtrl::SaveAutoSort() {
 
 void CCommonListCtrl::InitializeAutoSort() {
     if (!IsAutoSortEnabled()) {
-        // A timer of this number that was never started here is a grid's repaint timer.
-        if (m_nAutoSortTimer != 0) KillTimer(kAutoSortTimer);
-        return;
+        KillTimer(kAutoSortTimer);
+        return OnAutoSortTimerTaken();
     }
     m_nAutoSortTimer = SetTimer(kAutoSortTimer, kAutoSortPeriod);
-    if (CListCtrl::GetItemCount() == 0) {
-        SetTimer(kAutoSortTimer, kAutoSortPeriodWhenEmpty);
-    } else {
-        SortOnVisibleIndex(m_nSortCol, m_nSortOrder);
-    }
+    const bool isEmpty = CListCtrl::GetItemCount() == 0;
+    if (isEmpty) SetTimer(kAutoSortTimer, kAutoSortPeriodWhenEmpty);
+    OnAutoSortTimerTaken();
+    if (!isEmpty) SortOnVisibleIndex(m_nSortCol, m_nSortOrder);
 }
+
+void CCommonListCtrl::OnAutoSortTimerTaken() {}
 
 // A timer that was started for an empty list keeps its short period: m_nAutoSortTimer is set then, too.
 void CCommonListCtrl::OnTimer(UINT_PTR id) {
@@ -87,6 +87,7 @@ void CCommonListCtrl::OnTimer(UINT_PTR id) {
 void CCommonListCtrl::KillAutoSortTimer() {
     KillTimer(kAutoSortTimer);
     m_bAutoSort = 0;
+    OnAutoSortTimerTaken();
 }
 
 int CCommonListCtrl::SortOnVisibleIndex(int place, int) {

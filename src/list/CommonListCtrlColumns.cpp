@@ -5,7 +5,34 @@
 #include "src/list/core/ColumnSetPlan.h"
 #include "src/list/core/ListLayout.h"
 
+#include <algorithm>
+
 using namespace quor::list;
+
+namespace {
+
+// What the control adds to a text when it fits a column to it.
+constexpr int kCellPadding = 12;
+constexpr int kHeadingPadding = 11;
+constexpr int kLongestHeading = 256;
+
+// As the control has it: the text, and the image with a margin on either side.
+int headingWidth(CHeaderCtrl& header, CDC& dc, int item) {
+    char heading[kLongestHeading] = "";
+    HDITEM record{};
+    record.mask = HDI_TEXT | HDI_FORMAT;
+    record.pszText = heading;
+    record.cchTextMax = sizeof heading;
+    if (!header.GetItem(item, &record)) return 0;
+    int width = dc.GetTextExtent(heading).cx + kHeadingPadding;
+    const CImageList* const images = header.GetImageList();
+    int imageWidth = 0, imageHeight = 0;
+    if ((record.fmt & HDF_IMAGE) && images && images->GetIconSize(&imageWidth, &imageHeight))
+        width += imageWidth + 2 * header.GetBitmapMargin();
+    return width;
+}
+
+}  // namespace
 
 void CCommonListCtrl::InsertColumnsForList(int* unused) {
     m_nBaseColumnCount = static_cast<int>(m_arrColumns.GetCount());
@@ -118,27 +145,83 @@ void CCommonListCtrl::NotifyColumnsRebuilt(LPARAM imported) {
     if (parent) parent->SendMessage(WM_LIST_COLUMNS_REBUILT, static_cast<WPARAM>(GetDlgCtrlID()), imported);
 }
 
+int CCommonListCtrl::WidestCellInView(int place) { return WidestCell(place, SpanInView()); }
+
+// All texts first: an owner that is asked may take the window away.
+int CCommonListCtrl::WidestCell(int place, RowSpan rows) {
+    const HWND window = m_hWnd;
+    std::vector<CString> texts;
+    for (int row = rows.first; row <= rows.last; ++row) {
+        texts.push_back(ShownText(row, place));
+        if (!::IsWindow(window)) return 0;
+    }
+    if (texts.empty()) return 0;
+    CClientDC dc(this);
+    const SelectScope font(&dc, GetFont());
+    int widest = 0;
+    for (const CString& text : texts) widest = std::max<int>(widest, dc.GetTextExtent(text).cx);
+    return widest + kCellPadding;
+}
+
+CString CCommonListCtrl::ShownText(int row, int place) { return GetItemText(row, place); }
+
+std::optional<RowSpan> CCommonListCtrl::RowsToMeasure() const {
+    if (RowsAreNative()) return std::nullopt;
+    return SpanInView();
+}
+
+// An owner that is asked for texts may take the window away: nothing is touched then.
 void CCommonListCtrl::AutoSizeColumns(int command) {
-    CHeaderCtrl* header = GetHeaderCtrl();
-    if (!header) return;
-    {
-        const FlagScope<BYTE> sizing(m_bRedrawEnabled, 0);
-        const RedrawScope frozen(*this);
-        CRect client;
-        GetClientRect(&client);
-        ColumnMeasure measure;
-        measure.client = client.Width();
-        measure.columnCount = header->GetItemCount();
-        for (int place = 0; place < measure.columnCount; ++place) {
+    if (!GetHeaderCtrl()) return;
+    const HWND window = m_hWnd;
+    std::vector<ColumnMeasure> measures = MeasureColumns(command);
+    if (!::IsWindow(window)) return;
+    FitColumns(command, measures);
+    if (m_bHeaderToolTips) LayOutHeaderToolTips();
+    GetHeaderCtrl()->Invalidate();
+}
+
+// What the command reads, and nothing else: a list may have many rows.
+std::vector<ColumnMeasure> CCommonListCtrl::MeasureColumns(int command) {
+    CHeaderCtrl& header = *GetHeaderCtrl();
+    CRect client;
+    GetClientRect(&client);
+    ColumnMeasure measure;
+    measure.client = client.Width();
+    measure.columnCount = header.GetItemCount();
+    std::vector<ColumnMeasure> measures(static_cast<std::size_t>(measure.columnCount), measure);
+    if (fitReadsHeadings(command)) {
+        CClientDC dc(&header);
+        const SelectScope font(&dc, header.GetFont());
+        int item = 0;
+        for (ColumnMeasure& column : measures) column.header = headingWidth(header, dc, item++);
+    }
+    const std::optional<RowSpan> rows = fitReadsData(command) ? RowsToMeasure() : std::nullopt;
+    const HWND window = m_hWnd;
+    int place = 0;
+    for (ColumnMeasure& column : measures) {
+        if (!rows || !::IsWindow(window)) break;
+        column.data = WidestCell(place++, *rows);
+    }
+    return measures;
+}
+
+void CCommonListCtrl::FitColumns(int command, std::vector<ColumnMeasure>& measures) {
+    const FlagScope<BYTE> sizing(m_bRedrawEnabled, 0);
+    const RedrawScope frozen(*this);
+    const bool controlMeasures = fitReadsData(command) && !RowsToMeasure();
+    int place = 0, others = 0;
+    for (ColumnMeasure& measure : measures) {
+        if (controlMeasures) {
             CListCtrl::SetColumnWidth(place, LVSCW_AUTOSIZE);
             measure.data = CListCtrl::GetColumnWidth(place);
-            CListCtrl::SetColumnWidth(place, LVSCW_AUTOSIZE_USEHEADER);
-            measure.header = CListCtrl::GetColumnWidth(place);
-            CListCtrl::SetColumnWidth(place, fittedColumnWidth(command, measure));
         }
+        const bool isLast = &measure == &measures.back();
+        if (isLast && fitReadsHeadings(command)) measure.header = std::max(measure.header, measure.client - others);
+        const int width = fittedColumnWidth(command, measure);
+        CListCtrl::SetColumnWidth(place++, width);
+        others += width;
     }
-    if (m_bHeaderToolTips) LayOutHeaderToolTips();
-    header->Invalidate();
 }
 
 void CCommonListCtrl::ColFitToContent() { AutoSizeColumns(kFitColumnsToData); }

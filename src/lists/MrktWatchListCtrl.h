@@ -102,6 +102,8 @@ public:
 
 protected:
     bool IsMarketWatch() const override { return true; }
+    // All rows: the host has their texts.
+    std::optional<quor::list::RowSpan> RowsToMeasure() const override;
     bool SaveMarketWatchProfile() override;
     bool ExportMarketWatch(const CString& name, const CString& file) override;
     bool ImportMarketWatch(const CString& file) override;
@@ -122,7 +124,6 @@ private:
     void ShowColumns(bool placesUserColumns);
     std::vector<quor::watch::WatchColumn> ColumnsAsTheyStand() const;
     int WidthOfHeading(const char* heading) const;
-    int WidestText(int place);
     void TakeFont(const LOGFONT& description);
 
     quor::expression::CustomColumnText m_customText;

@@ -2,8 +2,8 @@
 #include "src/expression/core/CustomColumnDependents.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrlInternal.h"
+#include "src/list/ListCommands.h"
 #include "src/list/ListSettings.h"
-#include "src/list/core/ListLayout.h"
 #include "src/lists/MrktWatchListCtrl.h"
 #include "src/lists/core/WatchColumns.h"
 
@@ -14,8 +14,6 @@ using namespace quor::expression;
 namespace {
 
 constexpr char kUserColumnsSection[] = "MarketWatch";
-// What the control adds to a text's width when it fits a column to it.
-constexpr int kCellPadding = 12;
 
 }  // namespace
 
@@ -116,32 +114,8 @@ int CMrktWatchListCtrl::InsertMrktColumn(int place, CString name, int format, in
     return columnIndex;
 }
 
-int CMrktWatchListCtrl::WidestText(int place) {
-    CClientDC dc(this);
-    const SelectScope font(&dc, GetFont());
-    int widest = 0;
-    for (int row = GetItemCount() - 1; row >= 0; --row) {
-        const CString text = GetItemText(row, place);
-        SIZE size{};
-        if (::GetTextExtentPoint32A(dc.m_hDC, text, text.GetLength(), &size)) widest = std::max<int>(widest, size.cx);
-    }
-    return widest + kCellPadding;
-}
+std::optional<RowSpan> CMrktWatchListCtrl::RowsToMeasure() const { return RowSpan{0, GetItemCount() - 1}; }
 
-// The control knows no texts of its rows: they are measured here.
-void CMrktWatchListCtrl::ColFitToContentMarketListControl() {
-    CHeaderCtrl* header = GetHeaderCtrl();
-    if (!header) return;
-    {
-        const RedrawScope frozen(*this);
-        for (int place = header->GetItemCount() - 1; place >= 0; --place) {
-            ColumnMeasure measure;
-            measure.data = WidestText(place);
-            SetColumnWidth(place, fittedColumnWidth(kFitColumnsToData, measure));
-        }
-    }
-    if (m_bHeaderToolTips) LayOutHeaderToolTips();
-    header->Invalidate();
-}
+void CMrktWatchListCtrl::ColFitToContentMarketListControl() { AutoSizeColumns(kFitColumnsToData); }
 
 void CMrktWatchListCtrl::ColFitToHeaderMarketListControl() { AutoSizeColumns(kFitColumnsToHeader); }

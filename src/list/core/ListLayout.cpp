@@ -19,6 +19,10 @@ int fittedColumnWidth(int command, const ColumnMeasure& measure) {
     }
 }
 
+bool fitReadsData(int command) { return command != kFitColumnsToHeader && command != kFitColumnsToWindow; }
+
+bool fitReadsHeadings(int command) { return command != kFitColumnsToData && command != kFitColumnsToWindow; }
+
 Span headerItemSpan(const std::vector<int>& widths, const std::vector<int>& sequence, int item, int scroll) {
     int left = -scroll;
     for (const int standing : sequence) {

@@ -23,6 +23,10 @@ struct ColumnMeasure {
 // kMinColumnWidth.
 int fittedColumnWidth(int command, const ColumnMeasure& measure);
 
+// What such a command looks at.
+bool fitReadsData(int command);
+bool fitReadsHeadings(int command);
+
 // Where a header item stands along the list: from the widths left of it on screen, less the horizontal scroll. `widths`
 // is by header item, `sequence` the items in the order in which they stand; an item that is not in it gets nothing.
 struct Span {

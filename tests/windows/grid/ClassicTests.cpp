@@ -1,4 +1,5 @@
 // Classic mode on a real window, and the grid without a store.
+#include "src/foundation/TimerIds.h"
 #include "windows/grid/GridFixture.h"
 
 namespace grid_tests {
@@ -280,6 +281,28 @@ TEST_F(Classic, TheHeaderIsTheGridsOwnFromTheStart) {
     windowless.SetUseFilter(TRUE);
     windowless.PutListFilter();
     EXPECT_EQ(fakeHost().count("quoru_call_LoadLibrary UxTheme.dll"), 1);
+}
+
+// Both run by timer 1.
+TEST_F(Classic, AutoSortLeavesAPendingRepaintPending) {
+    struct TimedGrid : CFilterListCtrl {
+        int timers = 0;
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+            timers += message == WM_TIMER && wParam == kRepaintTimer;
+            return CFilterListCtrl::WindowProc(message, wParam, lParam);
+        }
+    } grid;
+    createClassic(grid);
+    const std::function<void()> cases[] = {[&] { grid.KillAutoSortTimer(); }, [&] { grid.InitializeAutoSort(); },
+                                           [&] { grid.m_bAutoSort = 1, grid.InitializeAutoSort(); },
+                                           [&] { grid.KillAutoSortTimer(); }};
+    for (const auto& change : cases) {
+        append(grid, "a");
+        change();
+        grid.timers = 0;
+        EXPECT_TRUE(pumpFor([&] { return grid.timers > 0; }, 2 * kRepaintDelay)) << &change - cases;
+        EXPECT_FALSE(dirty(grid).IsRectEmpty()) << &change - cases;
+    }
 }
 
 }  // namespace

@@ -1,0 +1,82 @@
+// What the commands that size columns ask for, and what they make of it.
+#include "GridFixture.h"
+#include "src/list/ListCommands.h"
+
+namespace grid_tests {
+namespace {
+
+struct ColumnWidths : GridFixture {
+    static constexpr int kDecimal = 2;
+
+    ColumnWidths() {
+        create(grid, {{"name"}, {"a heading of more than fifty pixels"}, {"sum", 60, 0, kDecimal}, {"last"}});
+        grid.SetUseFilter(TRUE);
+        grid.SetOptiDataMode(true);
+        for (int i = 0; i < 1000; ++i) {
+            rows.push_back(std::make_unique<Row>("row of a hundred pixels"));
+            rows.back()->cells[2] = "123456789";
+            grid.AddRow(rows.back().get(), false);
+        }
+        rows.back()->name = std::string(300, 'W');  // far out of view
+        processEndofBatchUpdates();
+        pumpUntilIdle();
+    }
+    std::string fit(int command) {
+        owner.asked = 0;
+        grid.SendMessage(WM_COMMAND, static_cast<WPARAM>(command));
+        std::string widths;
+        for (int place = 0; place < 4; ++place) widths += " " + std::to_string(grid.GetColumnWidth(place));
+        return std::to_string(owner.asked) + " asked," + widths;
+    }
+    int textWidth(CWnd& window, const CString& text) const {
+        CClientDC dc(&window);
+        const SelectScope font(&dc, window.GetFont());
+        return dc.GetTextExtent(text).cx;
+    }
+
+    std::vector<std::unique_ptr<Row>> rows;  // freed after the grid
+    CFilterListCtrl grid;
+};
+
+TEST_F(ColumnWidths, OnlyTheCellsInViewAreAskedForAndOnlyWhereTheyCount) {
+    CRect client;
+    grid.GetClientRect(&client);
+    const std::string share = std::to_string(client.Width() / 4);
+    EXPECT_EQ(fit(kFitColumnsToWindow), "0 asked, " + share + " " + share + " " + share + " " + share);
+
+    const int heading = textWidth(*grid.GetHeaderCtrl(), "a heading of more than fifty pixels") + 11;
+    EXPECT_EQ(fit(kFitColumnsToHeader), "0 asked, 50 " + std::to_string(heading) + " 50 " +
+                                            std::to_string(std::max(50, client.Width() - 100 - heading)));
+
+    const int inView = grid.GetCountPerPage() + 1;
+    const int name = textWidth(grid, "row of a hundred pixels") + 12, sum = textWidth(grid, "123,456,789") + 12;
+    EXPECT_EQ(fit(kFitColumnsToData), std::to_string(4 * inView) + " asked, " + std::to_string(name) + " 50 " +
+                                          std::to_string(std::max(sum, 50)) + " 50");
+    EXPECT_EQ(grid.WidestCellInView(0), name);
+    grid.EnsureVisible(999, FALSE);
+    EXPECT_GT(grid.WidestCellInView(0), 10 * name);
+}
+
+TEST_F(ColumnWidths, AnOwnerMayDestroyTheListThatAsksForATextToMeasure) {
+    class Asking : public Owner {
+    public:
+        int text(DWORD_PTR, int, CString& text, COLORREF&, COLORREF&, int&) {
+            if (--left == 0) list->DestroyWindow();
+            text = "text";
+            return 1;
+        }
+        CFilterListCtrl* list = nullptr;
+        int left = 5;
+    } asking;
+    asking.Create(nullptr, "", WS_CHILD | WS_VISIBLE, CRect(0, 0, 300, 300), &frame(), 5);
+    asking.list = &grid;
+    grid.SetOwner(&asking);
+    grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&Asking::text));
+    grid.AutoSizeColumns(kFitColumnsToData);
+    EXPECT_EQ(asking.left, 0) << "and nobody was asked afterwards";
+    EXPECT_EQ(grid.m_hWnd, nullptr);
+    asking.DestroyWindow();
+}
+
+}  // namespace
+}  // namespace grid_tests
