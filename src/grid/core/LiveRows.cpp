@@ -181,7 +181,7 @@ int LiveRows::updateSlowly(RowWalk& walk, int mapIndex, bool passes) {
         auto* const row = reinterpret_cast<CFilterListBaseData*>(m_store.dataAt(mapIndex));
         const sFilterListRowIndex& numbers = *m_store.numbersOf(row);
         was = numbers.displayIndex != -1;
-        if (was == is) {
+        if (was == is && !walk.m_outer) {
             if (is) markRow(mirrored(m_display.slotOf(numbers)));
             return 0;
         }

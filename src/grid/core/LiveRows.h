@@ -193,6 +193,7 @@ private:
     void append(int mapIndex, bool now);
     int retest(sFilterListRowIndex& numbers, bool passes);
     void bury(const sFilterListRowIndex& had, bool now);
+    void endInnerBatch();
     int compact(BatchSelection& selection);
     void restoreSelection(const RowWalk& walk, const BatchSelection& selection);
     void takeSelectionOff(const RowWalk& walk, const std::vector<int>& selected);

@@ -11,16 +11,25 @@ namespace quor::grid {
 
 void LiveRows::endBatch() {
     forgetVisibility();
+    if (m_walk) return endInnerBatch();
     if (!batchIsOpen()) return;
     RowWalk walk(*this);
     endBatch(walk);
     if (!walk.gone()) walk.finish();
 }
 
+// Rows may be pending by the time when the journal is played.
+void LiveRows::endInnerBatch() {
+    const RowStep step{.kind = RowStep::Kind::compact};
+    note(step);
+    apply(step);
+}
+
+// What comes after it in the walk may fail; the batch has ended all the same.
 void LiveRows::endBatch(RowWalk& walk) {
     forgetVisibility();
+    if (walk.m_outer) return endInnerBatch();
     if (!batchIsOpen()) return;
-    if (walk.m_outer) return commit(walk, {.kind = RowStep::Kind::compact});
     settle();
     BatchSelection selection;
     selection.mark = m_port.selectionMark();
@@ -33,13 +42,16 @@ void LiveRows::endBatch(RowWalk& walk) {
     const int topInserts = static_cast<int>(m_pending.PendingTopInserts);
     const int formerCount = displayCount();
     int repaintFrom = 0, shift = 0;
-    if (walk.disturbed()) {
-        walk.m_journal->own.push_back({.kind = RowStep::Kind::compact});
+    if (walk.m_journal) {
+        std::vector<RowStep>& own = walk.m_journal->own;
+        remember();
+        own.push_back({.kind = RowStep::Kind::compact});
         playJournal(*walk.m_journal, true, &selection);
+        walk.m_journal->inner.insert(walk.m_journal->inner.begin(), own.back());
+        own.pop_back();
         settle();
     } else {
         ++m_changes;
-        if (walk.m_journal) walk.m_journal->own.push_back({.kind = RowStep::Kind::compact});
         repaintFrom = compact(selection);
         tellDisplayCount();
         settle();

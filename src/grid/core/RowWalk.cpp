@@ -212,9 +212,13 @@ void LiveRows::apply(const RowStep& step) {
             return m_display.assign(*step.rows, true);
         case RowStep::Kind::order:
             return m_display.assign(*step.rows, false);
+        case RowStep::Kind::compact:
+            if (!batchIsOpen()) return;
+            break;
         default:
             break;
     }
+    ++m_changes;
     DisplayState state = *displayState();
     state.take(step, nullptr);
     takeState(std::move(state));

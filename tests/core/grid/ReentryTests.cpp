@@ -1,0 +1,387 @@
+// Hosts that come back: while a row is tested or a sort reads it, the host adds, changes, deletes, empties, rebuilds,
+// sorts, ends batches, throws or destroys the rows, at random moments and inside each other. Afterwards the rows must
+// be what the same operations make one after the other: the outer one first, then those that came in, in their order.
+// Rows die as soon as they were deleted, so that whoever touches one is found.
+//   QUOR_REENTRY_STEPS  how many operations, 200,000 by default      QUOR_REENTRY_SEED  of the first run
+#include "tests/core/grid/StoreHarness.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <random>
+#include <stdexcept>
+
+namespace {
+
+struct LiveRow : CFilterListBaseData {
+    int key = 0;  // shown if above 2
+};
+
+enum class Kind { add, update, remove, endBatch, rebuild, sort, empty };
+
+// An operation as it went: what the host answered, by map index, and what it did meanwhile.
+struct Record {
+    Kind kind;
+    int mapIndex = -1;
+    bool now = false;
+    bool threw = false;
+    std::map<int, int> answers;
+    std::vector<int> shown;  // of a sort: what it read
+    std::vector<std::unique_ptr<Record>> inner;
+};
+
+// The rules of the display, by map indices.
+class Model {
+public:
+    std::vector<char> live;  // by map index
+    std::vector<std::int32_t> display;
+    bool deletePending = false, insertPending = false;
+    bool batchIsMoot = false;
+    bool orderIsOpen = false;  // an inner sort did not know every row: it sorts once more at the end
+
+    void apply(const Record& record) {
+        if (!record.threw) applyOwn(record);
+        if (record.threw && record.kind == Kind::sort) endBatch();  // which came before
+        if (record.threw && record.kind == Kind::add && !record.inner.empty()) m_mayHaveSlot = true;
+        for (const auto& inner : record.inner) apply(*inner);
+        if (record.threw && record.kind == Kind::add) takeBack(record.mapIndex);
+    }
+    bool mayHaveSlot() const { return m_mayHaveSlot; }
+    void settleSlots(int count) {
+        while (static_cast<int>(live.size()) < count) live.push_back(0);
+        m_mayHaveSlot = false;
+    }
+
+private:
+    auto placeOf(int mapIndex) { return std::find(display.begin(), display.end(), mapIndex); }
+
+    void applyOwn(const Record& record) {
+        const int mapIndex = record.mapIndex;
+        const auto answer = record.answers.find(mapIndex);
+        const bool passes = answer != record.answers.end() && answer->second != 0;
+        switch (record.kind) {
+            case Kind::add:
+                while (static_cast<int>(live.size()) < mapIndex) live.push_back(0);
+                live.push_back(1);
+                if (!passes) break;
+                display.push_back(mapIndex);
+                insertPending |= !record.now;
+                break;
+            case Kind::update: {
+                const auto place = placeOf(mapIndex);
+                if (answer == record.answers.end() || (place != display.end()) == passes) break;
+                if (!passes) {
+                    display.erase(place);
+                    break;
+                }
+                const auto larger =
+                    std::find_if(display.rbegin(), display.rend(), [&](int one) { return one > mapIndex; });
+                display.insert(larger == display.rend() ? display.end() : larger.base(), mapIndex);
+                break;
+            }
+            case Kind::remove: {
+                live[static_cast<std::size_t>(mapIndex)] = 0;
+                const auto place = placeOf(mapIndex);
+                if (place == display.end()) break;
+                if (record.now) {
+                    eraseDead(place);
+                } else {
+                    deletePending = true;
+                }
+                break;
+            }
+            case Kind::endBatch:
+                endBatch();
+                break;
+            case Kind::rebuild:
+                display.clear();
+                for (const auto& [row, shows] : record.answers)
+                    if (shows) display.push_back(row);
+                break;
+            case Kind::sort:
+                sort(record);
+                break;
+            case Kind::empty:
+                batchIsMoot = true;  // what is pending finds nothing to do
+                live.clear();
+                display.clear();
+                break;
+        }
+    }
+    // The row was never there; what came in has seen it all the same.
+    void takeBack(int mapIndex) {
+        const auto place = placeOf(mapIndex);
+        if (mapIndex < static_cast<int>(live.size())) live[static_cast<std::size_t>(mapIndex)] = 0;
+        if (place == display.end()) return;
+        while (static_cast<int>(live.size()) <= mapIndex) live.push_back(0);
+        eraseDead(place);
+    }
+    void endBatch() {
+        if (deletePending) eraseDead(display.begin());
+        deletePending = insertPending = false;
+    }
+    void eraseDead(std::vector<std::int32_t>::iterator from) {
+        display.erase(
+            std::remove_if(from, display.end(), [this](int one) { return !live[static_cast<std::size_t>(one)]; }),
+            display.end());
+    }
+    void sort(const Record& record) {
+        endBatch();
+        std::vector<std::int32_t> next;
+        for (const int mapIndex : record.shown)
+            if (placeOf(mapIndex) != display.end()) next.push_back(mapIndex);
+        orderIsOpen |= next.size() != display.size();
+        if (!orderIsOpen) display = next;
+    }
+
+    bool m_mayHaveSlot = false;
+};
+
+class Reentry {
+public:
+    explicit Reentry(unsigned seed) : m_random(seed) { start(); }
+    ~Reentry() { m_rows->clear(); }
+    Reentry(const Reentry&) = delete;
+    Reentry& operator=(const Reentry&) = delete;
+
+    // The fault that the operation leaves, or empty.
+    std::string step() {
+        auto record = std::make_unique<Record>();
+        m_depth = 0;
+        m_destroyed = false;
+        try {
+            perform(*record);
+        } catch (const std::runtime_error&) {
+            record->threw = true;
+        }
+        if (m_destroyed) return start(), std::string();
+        m_model.apply(*record);
+        if (m_model.mayHaveSlot()) m_model.settleSlots(m_rows->itemCount());
+        const std::string fault = compare();
+        return fault.empty() ? fault : fault + "\n" + told(*record, 1);
+    }
+    long innerSteps() const { return m_innerSteps; }
+
+private:
+    int pick(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
+
+    void start() {
+        m_rows.reset();
+        m_live.clear();
+        m_port = std::make_unique<PretendedPort>();
+        m_port->layout = {.rowHeight = 10, .countPerPage = 4, .totalWidth = 100};
+        m_port->layout.visible = true;
+        m_rows = std::make_unique<LiveRows>(*m_port);
+        m_rows->enterOptiData();
+        m_rows->setReverse(pick(2) == 0);
+        m_model = {};
+    }
+
+    RowTest test() {
+        return {[](const void* self, RowData data) {
+                    return const_cast<Reentry*>(static_cast<const Reentry*>(self))->ask(data);
+                },
+                this};
+    }
+
+    // What a host's callback does. False once the rows are gone.
+    bool ask(RowData data) {
+        Record& record = *m_active;
+        const auto* const row = static_cast<LiveRow*>(reinterpret_cast<CFilterListBaseData*>(data));
+        const int key = row->key;
+        const int mapIndex = mapIndexOf(data);
+        int many = pick(12) == 0 ? 1 + pick(2) : 0;
+        while (many-- > 0 && m_depth < 3 && !m_destroyed) comeBack(record);
+        if (m_destroyed) return false;
+        m_active = &record;
+        if (pick(60) == 0) throw std::runtime_error("the host");
+        record.answers[mapIndex] = record.kind == Kind::sort ? key : key > 2;
+        return key > 2;
+    }
+
+    void comeBack(Record& outer) {
+        if (m_depth > 0 && pick(150) == 0) {
+            m_destroyed = true;
+            m_rows.reset();
+            return;
+        }
+        outer.inner.push_back(std::make_unique<Record>());
+        Record& inner = *outer.inner.back();
+        ++m_depth;
+        ++m_innerSteps;
+        try {
+            perform(inner);
+        } catch (const std::runtime_error&) {
+            inner.threw = true;
+            --m_depth;
+            if (pick(2) == 0) throw;  // through the outer operation as well
+            return;
+        }
+        --m_depth;
+    }
+
+    void perform(Record& record) {
+        ++m_depth;
+        Record* const outer = std::exchange(m_active, &record);
+        const int rows = static_cast<int>(m_live.size());
+        const int choice = pick(rows < 4 ? 4 : rows > 24 ? 26 : 20);
+        record.now = pick(3) == 0;
+        if (choice < 5 || rows == 0) {
+            record.kind = Kind::add;
+            add(record);
+        } else if (choice < 10) {
+            record.kind = Kind::update;
+            LiveRow& row = anyRow();
+            record.mapIndex = mapIndexOf(dataOfRow(row));
+            row.key = pick(6);
+            m_rows->update(&row, test());
+        } else if (choice < 12 || choice >= 20) {
+            record.kind = Kind::remove;
+            remove(record);
+        } else if (choice < 14) {
+            record.kind = Kind::endBatch;
+            m_rows->endBatch();
+        } else if (choice < 16) {
+            record.kind = Kind::rebuild;
+            RowWalk walk(*m_rows);
+            m_rows->rebuild(walk, test());
+            if (!walk.gone()) walk.finish();
+        } else if (choice < 19) {
+            record.kind = Kind::sort;
+            sort(record);
+        } else if (pick(12) == 0) {
+            record.kind = Kind::empty;
+            m_rows->clear();
+            m_live.clear();
+        } else {
+            record.kind = Kind::endBatch;
+            m_rows->endBatch();
+        }
+        --m_depth;
+        m_active = outer;
+    }
+
+    void add(Record& record) {
+        auto row = std::make_unique<LiveRow>();
+        row->key = pick(6);
+        LiveRow* const added = row.get();
+        m_live[added] = std::move(row);
+        record.mapIndex = m_rows->itemCount();
+        try {
+            m_rows->add(added, record.now, test());
+        } catch (...) {
+            if (!m_destroyed) m_live.erase(added);  // nothing may know it any more
+            throw;
+        }
+    }
+
+    void remove(Record& record) {
+        LiveRow& row = anyRow();
+        record.mapIndex = mapIndexOf(dataOfRow(row));
+        m_rows->remove(&row, record.now);
+        m_live.erase(&row);
+    }
+
+    void sort(Record& record) {
+        RowWalk walk(*m_rows);
+        m_rows->endBatch(walk);
+        std::vector<std::int32_t> shown = m_rows->displayedInMapOrder();
+        std::map<int, int> keys;
+        for (const std::int32_t mapIndex : shown) {
+            const RowData data = m_rows->dataOfMapIndex(walk.present(mapIndex));
+            if (data == 0) continue;
+            ask(data);
+            if (walk.gone() || walk.emptied()) return;
+            keys[mapIndex] = record.answers[mapIndex];
+        }
+        std::sort(shown.begin(), shown.end(), [&](int a, int b) { return std::pair(keys[a], a) < std::pair(keys[b], b); });
+        record.shown.assign(shown.begin(), shown.end());
+        m_rows->reorder(walk, shown, [] {});
+        walk.finish();
+    }
+
+    static RowData dataOfRow(LiveRow& row) {
+        return reinterpret_cast<RowData>(static_cast<CFilterListBaseData*>(&row));
+    }
+    int mapIndexOf(RowData data) {
+        int mapIndex = -1, visual = -1;
+        m_rows->numbersOf(reinterpret_cast<CFilterListBaseData*>(data), mapIndex, visual);
+        return mapIndex;
+    }
+    LiveRow& anyRow() {
+        auto row = m_live.begin();
+        std::advance(row, pick(static_cast<int>(m_live.size())));
+        return *row->second;
+    }
+
+    std::string compare() {
+        if (std::string fault = m_rows->Check(); !fault.empty()) return fault;
+        if (m_rows->itemCount() != static_cast<int>(m_model.live.size())) return "the item counts differ";
+        std::vector<std::int32_t> shown = m_rows->displayOrder(), shallBe = m_model.display;
+        if (m_model.orderIsOpen) {
+            m_model.display = shown;
+            m_model.orderIsOpen = false;
+            std::sort(shown.begin(), shown.end());
+            std::sort(shallBe.begin(), shallBe.end());
+        }
+        if (shown != shallBe) return "the orders differ: " + told(shown) + "not " + told(shallBe);
+        if (std::exchange(m_model.batchIsMoot, false)) {
+            m_model.insertPending = m_rows->batchIsOpen();
+            m_model.deletePending = false;
+        }
+        if (m_rows->batchIsOpen() != (m_model.deletePending || m_model.insertPending)) return "the batches differ";
+        return {};
+    }
+    static std::string told(const Record& record, std::size_t depth) {
+        static constexpr const char* names[] = {"add", "update", "remove", "end batch", "rebuild", "sort", "empty"};
+        std::string text(depth * 2, ' ');
+        text += names[static_cast<int>(record.kind)] + std::string(" ") + std::to_string(record.mapIndex);
+        text += std::string(record.now ? " now" : "") + (record.threw ? " threw" : "");
+        for (const auto& [row, answer] : record.answers) text += " " + std::to_string(row) + ":" + std::to_string(answer);
+        text += "\n";
+        for (const auto& inner : record.inner) text += told(*inner, depth + 1);
+        return text;
+    }
+    static std::string told(const std::vector<std::int32_t>& order) {
+        std::string text;
+        for (const int mapIndex : order) text += std::to_string(mapIndex) + " ";
+        return text;
+    }
+
+    std::mt19937 m_random;
+    std::map<LiveRow*, std::unique_ptr<LiveRow>> m_live;  // outlives the rows' store: declared before it
+    std::unique_ptr<PretendedPort> m_port;
+    std::unique_ptr<LiveRows> m_rows;
+    Model m_model;
+    Record* m_active = nullptr;
+    int m_depth = 0;
+    bool m_destroyed = false;
+    long m_innerSteps = 0;
+};
+
+long fromEnvironment(const char* name, long otherwise) {
+    const char* const text = std::getenv(name);
+    return text ? std::atol(text) : otherwise;
+}
+
+TEST(Reentry, EndsAsTheSameOperationsOneAfterTheOther) {
+    const long steps = fromEnvironment("QUOR_REENTRY_STEPS", 200000);
+    const auto first = static_cast<unsigned>(fromEnvironment("QUOR_REENTRY_SEED", 1));
+    constexpr long kStepsOfASeed = 500;
+    long inner = 0;
+    for (long done = 0; done < steps; done += kStepsOfASeed) {
+        const unsigned seed = first + static_cast<unsigned>(done / kStepsOfASeed);
+        Reentry run(seed);
+        for (long step = 0; step < kStepsOfASeed; ++step) {
+            const std::string fault = run.step();
+            ASSERT_EQ(fault, "") << "seed " << seed << ", step " << step;
+        }
+        inner += run.innerSteps();
+    }
+    EXPECT_GT(inner, steps / 20);
+}
+
+}  // namespace
