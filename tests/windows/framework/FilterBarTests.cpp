@@ -182,7 +182,7 @@ TEST_F(FilterBarOfAList, TextsReadBackInBothForms) {
 
 // The record's other types. A type that is refused changes and tells nothing.
 TEST_F(FilterBarOfAList, NumbersAreFiltersAndDatesAreRefused) {
-    if (quor::headerClassHasFilterBar(WC_HEADERA)) GTEST_SKIP() << "the system's own bar may know dates";
+    if (quor::probeFilterBar(WC_HEADERA) == quor::BarAnswer::own) GTEST_SKIP() << "the system's own bar may know dates";
     SYSTEMTIME date{};
     date.wYear = 2024;
     int number = -42;
@@ -639,18 +639,35 @@ LRESULT CALLBACK fakeHeaderProc(HWND window, UINT message, WPARAM wParam, LPARAM
     }
 }
 
+struct FakeHeaderClass {
+    FakeHeaderClass() {
+        WNDCLASSA description{};
+        description.lpfnWndProc = &fakeHeaderProc;
+        description.hInstance = ::GetModuleHandleA(nullptr);
+        description.lpszClassName = "FakeHeader";
+        EXPECT_TRUE(::RegisterClassA(&description));
+    }
+    ~FakeHeaderClass() { ::UnregisterClassA("FakeHeader", ::GetModuleHandleA(nullptr)); }
+};
+
 TEST(FilterBarProbe, AsksAHeaderOfEachKind) {
-    WNDCLASSA description{};
-    description.lpfnWndProc = &fakeHeaderProc;
-    description.hInstance = ::GetModuleHandleA(nullptr);
-    description.lpszClassName = "FakeHeader";
-    ASSERT_TRUE(::RegisterClassA(&description));
+    const FakeHeaderClass registered;
     for (int kind = 0; kind < 8; ++kind) {
         g_fake = {(kind & 1) != 0, (kind & 2) != 0, (kind & 4) != 0};
         g_fakeFilter.clear();
-        EXPECT_EQ(quor::headerClassHasFilterBar("FakeHeader"), kind == 7) << kind;
+        EXPECT_EQ(quor::probeFilterBar("FakeHeader"), kind == 7 ? quor::BarAnswer::own : quor::BarAnswer::none) << kind;
     }
-    EXPECT_FALSE(quor::headerClassHasFilterBar("NoSuchHeader"));
+}
+
+TEST(FilterBarProbe, OnlyAnAnswerIsKept) {
+    quor::HeaderClassProbe probe("FakeHeader");
+    EXPECT_EQ(probe.answer(), quor::BarAnswer::unknown) << "the class is not there yet";
+    {
+        const FakeHeaderClass registered;
+        g_fake = {true, true, true};
+        EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
+    }
+    EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
 }
 
 }  // namespace
