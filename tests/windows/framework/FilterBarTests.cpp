@@ -427,6 +427,23 @@ TEST_F(FilterBarOfAList, TheFieldFillsItsPlaceAndFollowsTheColumn) {
     EXPECT_EQ(fieldRect().left, itemRect(1).left + (before.left - kWidth));
 }
 
+// Where the first character stands tells whether the text was scrolled while the field was still narrow.
+TEST_F(FilterBarOfAList, AnOpenedFieldShowsItsTextFromTheStart) {
+    const auto start = [&] { return static_cast<short>(LOWORD(::SendMessageA(field(), EM_POSFROMCHAR, 0, 0))); };
+    edit(2);
+    type("1234567890");
+    const short typed = start();
+    press(VK_ESCAPE);
+    set(0, "1234567890");
+    edit(0);
+    EXPECT_EQ(start(), typed) << "a field made anew";
+    list.SetColumnWidth(1, 40);
+    set(2, "1234567890");
+    edit(1);
+    edit(2);
+    EXPECT_EQ(start(), typed) << "a field that came from a narrower column";
+}
+
 TEST_F(FilterBarOfAList, DraggingADividerMovesTheFieldAndTheBarIsNoDivider) {
     edit(1);
     const CRect before = fieldRect();
