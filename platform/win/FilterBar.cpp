@@ -325,9 +325,14 @@ int FilterBar::barTop() const {
     return std::max<int>(0, client.bottom - m_metrics.barHeight);
 }
 
-FilterBarPlaces FilterBar::places(int item) const {
+RECT FilterBar::itemRect(int item) const {
     RECT rect{};
     header(HDM_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&rect));
+    return rect;
+}
+
+FilterBarPlaces FilterBar::places(int item) const {
+    const RECT rect = itemRect(item);
     return filterBarPlaces(m_metrics, rect.left, rect.right, barTop());
 }
 

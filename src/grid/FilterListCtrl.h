@@ -154,7 +154,7 @@ public:
     // The same: empties the store and clears every field, each with its notification.
     void ResetFilterStore();
     // Changes the store and nothing else; an empty text removes. The column is not checked.
-    void AddToFilteredCols(int columnIndex, const CString& text) { m_filters.set(columnIndex, text); }
+    void AddToFilteredCols(int columnIndex, const CString& text);
     // Copies of the filter store: columns and their texts.
     void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);
     int GetFilterCount() const { return m_filters.count(); }

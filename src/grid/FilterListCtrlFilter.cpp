@@ -137,7 +137,15 @@ int CFilterListCtrl::RemoveAllFilters() {
     return 1;
 }
 
+// Which columns have a filter is what tints the header.
+void CFilterListCtrl::AddToFilteredCols(int columnIndex, const CString& text) {
+    const int former = m_filters.count();
+    m_filters.set(columnIndex, text);
+    if (m_filters.count() != former && m_header.m_hWnd) m_header.Invalidate(FALSE);
+}
+
 void CFilterListCtrl::ResetFilterStore() {
+    if (!m_filters.isEmpty() && m_header.m_hWnd) m_header.Invalidate(FALSE);
     m_filters.clear();
     if (m_header.m_hWnd) m_header.ClearFilter(-1);
 }

@@ -1,6 +1,7 @@
 // The filter bar of a list's header, driven by keys and mouse. Where the system brings its own bar, these tests hold
 // the stand-in's contract against it.
 #include "platform/win/FilterBar.h"
+#include "platform/win/HeaderCaption.h"
 
 #include <gtest/gtest.h>
 
@@ -630,6 +631,8 @@ struct FakeHeader {
     bool keeps = false;
     bool clears = false;
 };
+constexpr RECT kFakeItem = {0, 0, 40, 37};
+constexpr int kFakeCaption = 17;
 FakeHeader g_fake;
 std::string g_fakeFilter;
 
@@ -651,6 +654,14 @@ LRESULT CALLBACK fakeHeaderProc(HWND window, UINT message, WPARAM wParam, LPARAM
         case HDM_CLEARFILTER:
             if (g_fake.clears) g_fakeFilter.clear();
             return TRUE;
+        case HDM_GETITEMRECT:
+            *reinterpret_cast<RECT*>(lParam) = kFakeItem;
+            return TRUE;
+        case HDM_HITTEST: {
+            auto& hit = *reinterpret_cast<HDHITTESTINFO*>(lParam);
+            hit.flags = hit.pt.y < kFakeCaption ? HHT_ONHEADER : HHT_ONFILTER;
+            return hit.iItem = 0;
+        }
         default:
             return ::DefWindowProcA(window, message, wParam, lParam);
     }
@@ -685,6 +696,34 @@ TEST(FilterBarProbe, OnlyAnAnswerIsKept) {
         EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
     }
     EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
+}
+
+// Painters of captions are told where the system's own fields begin, and the header may go on to draw those.
+TEST(HeaderCaption, EndsWhereTheSystemsOwnFieldBegins) {
+    const FakeHeaderClass registered;
+    for (const DWORD style : {DWORD{0}, DWORD{HDS_FILTERBAR}}) {
+        const HWND header = ::CreateWindowExA(0, "FakeHeader", "", WS_CHILD | style, 0, 0, 40, 37, HWND_MESSAGE,
+                                              nullptr, nullptr, nullptr);
+        CClientDC screen(nullptr);
+        CDC dc;
+        dc.CreateCompatibleDC(&screen);
+        CBitmap bitmap;
+        bitmap.CreateCompatibleBitmap(&screen, 40, 37);
+        const SelectScope selected(dc, bitmap);
+        NMCUSTOMDRAW draw{};
+        draw.hdr.hwndFrom = header;
+        draw.hdc = dc;
+        draw.rc = kFakeItem;
+        const bool bar = style != 0;
+        const CRect caption = quor::headerCaption(draw);
+        EXPECT_EQ(caption, CRect(0, 0, 40, bar ? kFakeCaption : 37));
+        dc.FillSolidRect(caption, 1);
+        EXPECT_EQ(quor::headerCaptionPainted(draw) & CDRF_SKIPDEFAULT, bar ? 0 : CDRF_SKIPDEFAULT);
+        dc.FillSolidRect(&kFakeItem, 2);  // as the header would
+        EXPECT_EQ(dc.GetPixel(20, kFakeCaption - 1), bar ? 1u : 2u);
+        EXPECT_EQ(dc.GetPixel(20, kFakeCaption), 2u);
+        ::DestroyWindow(header);
+    }
 }
 
 }  // namespace

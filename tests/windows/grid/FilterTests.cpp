@@ -227,10 +227,11 @@ TEST_F(GridFilter, AFilterTintsTheWholeHeader) {
     const auto seen = [&](int place) {
         CRect item;
         header.GetItemRect(place, item);
-        header.RedrawWindow();
+        header.UpdateWindow();
         CClientDC dc(&header);
         return dc.GetPixel(item.right - 4, item.top + 3);
     };
+    const COLORREF plain = seen(0);
     EXPECT_EQ(header.groundOf(0), ::GetSysColor(COLOR_BTNFACE));
     grid.AddToFilteredCols(1, "x");
     EXPECT_EQ(header.groundOf(0), 0x82DDEEu);
@@ -238,6 +239,38 @@ TEST_F(GridFilter, AFilterTintsTheWholeHeader) {
     if (seen(0) == CLR_INVALID) GTEST_SKIP() << "no pixels can be read from this display";
     EXPECT_EQ(seen(0), 0x82DDEEu);
     EXPECT_EQ(seen(1), 0x20A5DAu);
+    grid.ResetFilterStore();
+    EXPECT_EQ(seen(0), plain);
+}
+
+// A heading gives up its item's alignment for the arrow.
+TEST_F(GridFilter, ACaptionStandsAsItsColumnBesideAnArrow) {
+    create(grid, {{"name", 20}, {"price", 160, 1, 1}, {"middle", 160, 2, 1}});
+    grid.SetUseFilter(TRUE);
+    grid.SetOptiDataMode(true);
+    addSix();
+    CHeaderCtrl& header = *grid.GetHeaderCtrl();
+    // Of the heading's letters, from the middle of the item; the arrow is lighter.
+    const auto firstLetter = [&](int place) {
+        CRect item;
+        header.GetItemRect(place, item);
+        header.UpdateWindow();
+        CClientDC dc(&header);
+        int x = item.left + 3;
+        while (x < item.right && dc.GetPixel(x, item.CenterPoint().y) != 0) ++x;
+        return x - item.CenterPoint().x;
+    };
+    for (const bool filtered : {false, true}) {
+        if (filtered) grid.AddToFilteredCols(0, "a");
+        for (const int place : {1, 2}) {
+            NMLISTVIEW click{};
+            click.iSubItem = place;
+            LRESULT result = 0;
+            grid.OnLvnColumnclick(&click.hdr, &result);
+            EXPECT_GT(firstLetter(place), place == 1 ? 10 : -50) << filtered;
+            EXPECT_LT(firstLetter(place), place == 1 ? 60 : 0) << filtered;
+        }
+    }
 }
 
 TEST_F(GridFilter, CtrlFShowsTheBarUnlessTheFilterIsNotOffered) {
@@ -335,6 +368,32 @@ TEST_F(GridFilterBar, AFieldsTextReachesStoreAndOwner) {
     EXPECT_EQ(store(), "(1)");
     EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
     EXPECT_EQ(store(), "(0)");
+}
+
+// Custom draw brings the whole item; what lies below its caption is the header's.
+TEST_F(GridFilterBar, ATintedItemIsPaintedInItsCaptionAlone) {
+    constexpr COLORREF untouched = 0xFF00FF;
+    setOne(1, "x");
+    CHeaderCtrl& header = *grid.GetHeaderCtrl();
+    CRect item;
+    header.GetItemRect(1, item);
+    CClientDC screen(&header);
+    CDC dc;
+    dc.CreateCompatibleDC(&screen);
+    CBitmap bitmap;
+    bitmap.CreateCompatibleBitmap(&screen, item.right, item.bottom);
+    const SelectScope selected(dc, bitmap);
+    dc.FillSolidRect(0, 0, item.right, item.bottom, untouched);
+    NMCUSTOMDRAW draw{};
+    draw.hdr = {header.m_hWnd, 0, static_cast<UINT>(NM_CUSTOMDRAW)};
+    draw.dwDrawStage = CDDS_ITEMPREPAINT;
+    draw.hdc = dc;
+    draw.rc = item;
+    draw.dwItemSpec = 1;
+    grid.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&draw));
+    const int fieldTop = item.bottom / 2;
+    EXPECT_EQ(dc.GetPixel(item.right - 4, 3), 0x20A5DAu);
+    for (int y = fieldTop; y < item.bottom; ++y) EXPECT_EQ(dc.GetPixel(item.right - 4, y), untouched) << y;
 }
 
 TEST_F(GridFilterBar, DoFilterZeroSwallowsEverything) {
