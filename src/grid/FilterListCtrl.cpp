@@ -53,7 +53,7 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     if (message == WM_PARENTNOTIFY) {
         // A control without WS_VISIBLE may make its header only for the first column.
         const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
-        if (LOWORD(wParam) == WM_CREATE && SubclassHeader() == 0 && UseFilter) turnHeaderThemeOff();
+        if (LOWORD(wParam) == WM_CREATE) SubclassHeader();
         return result;
     }
     if (!NativeList::changesCount(message)) return CCommonListCtrl::WindowProc(message, wParam, lParam);
@@ -62,11 +62,12 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     return result;
 }
 
-// ---- Creation. The header object attaches as soon as the control has a header, so before the first column.
+// ---- Creation. The header object attaches as soon as the control has a header, so before the first column. A hidden
+// control of a dialog may get its header from the start of the list.
 
 void CFilterListCtrl::PreSubclassWindow() {
-    SubclassHeader();
     CCommonListCtrl::PreSubclassWindow();
+    SubclassHeader();
     m_hasFocus = ::GetFocus() == m_hWnd;
 }
 
@@ -78,8 +79,12 @@ int CFilterListCtrl::OnCreate(LPCREATESTRUCT create) {
 
 int CFilterListCtrl::SubclassHeader() {
     if (m_header.m_hWnd) return 0;
-    const auto header = reinterpret_cast<HWND>(DefWindowProc(LVM_GETHEADER, 0, 0));
-    return header && m_header.SubclassWindow(header) ? 0 : -1;
+    // A control that is just making its header cannot name it yet.
+    const HWND header = ::FindWindowExA(m_hWnd, nullptr, WC_HEADERA, nullptr);
+    if (!header || !m_header.SubclassWindow(header)) return -1;
+    FilterBarVisible = (m_header.GetStyle() & HDS_FILTERBAR) != 0;
+    if (UseFilter) turnHeaderThemeOff();
+    return 0;
 }
 
 void CFilterListCtrl::OnDestroy() {
@@ -90,7 +95,7 @@ void CFilterListCtrl::OnDestroy() {
 // ---- Modes
 
 void CFilterListCtrl::SetUseFilter(int flag) {
-    UseFilter = FilterBarVisible = flag;
+    UseFilter = flag;
     if (flag) {
         showFilterBar(true);
         m_native.deleteAllRows();

@@ -60,6 +60,9 @@ protected:
     CFilterListCtrl grid;
 };
 
+using GridFilterOnEachRoad = test::OnEachRoad<GridFilter>;
+INSTANTIATE_TEST_SUITE_P(, GridFilterOnEachRoad, test::eachRoad, test::roadName);
+
 TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
     begin();
     addSix();
@@ -80,11 +83,24 @@ TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
 }
 
 // Such a control makes its header late.
-TEST_F(GridFilter, AGridThatWasCreatedHiddenFiltersToo) {
+TEST_P(GridFilterOnEachRoad, AGridThatWasCreatedHiddenFiltersToo) {
     begin(false, (kGridStyle | LVS_OWNERDRAWFIXED) & ~WS_VISIBLE);
+    EXPECT_TRUE(grid.GetHeaderCtrl()->IsKindOf(RUNTIME_CLASS(CColorHeaderCtrl)));
     addSix();
     EXPECT_EQ(filtered({{1, "x"}}), "acdf");
     EXPECT_EQ(grid.GetDisplayCount(), 4);
+}
+
+TEST_P(GridFilterOnEachRoad, AHeaderThatComesLaterComesWithoutABar) {
+    const auto barIsOn = [&] { return (grid.GetHeaderCtrl()->GetStyle() & HDS_FILTERBAR) != 0; };
+    grid.SetUseFilter(TRUE);  // no window yet
+    for (int window = 0; window < 2; ++window) {
+        create(grid);
+        EXPECT_FALSE(barIsOn());
+        grid.PutListFilter();
+        EXPECT_TRUE(barIsOn()) << "the first call shows it";
+        grid.DestroyWindow();
+    }
 }
 
 TEST_F(GridFilter, TheHostIsAskedUpToTheFirstFilterThatFails) {
@@ -221,7 +237,7 @@ TEST_F(GridFilter, ThePopUpOutlivesItsGrid) {
     EXPECT_FALSE(popup.IsWindowVisible());
 }
 
-TEST_F(GridFilter, AFilterTintsTheWholeHeader) {
+TEST_P(GridFilterOnEachRoad, AFilterTintsTheWholeHeader) {
     begin();
     auto& header = *static_cast<CColorHeaderCtrl*>(grid.GetHeaderCtrl());
     const auto seen = [&](int place) {
@@ -244,7 +260,7 @@ TEST_F(GridFilter, AFilterTintsTheWholeHeader) {
 }
 
 // A heading gives up its item's alignment for the arrow.
-TEST_F(GridFilter, ACaptionStandsAsItsColumnBesideAnArrow) {
+TEST_P(GridFilterOnEachRoad, ACaptionStandsAsItsColumnBesideAnArrow) {
     create(grid, {{"name", 20}, {"price", 160, 1, 1}, {"middle", 160, 2, 1}});
     grid.SetUseFilter(TRUE);
     grid.SetOptiDataMode(true);
@@ -273,7 +289,7 @@ TEST_F(GridFilter, ACaptionStandsAsItsColumnBesideAnArrow) {
     }
 }
 
-TEST_F(GridFilter, CtrlFShowsTheBarUnlessTheFilterIsNotOffered) {
+TEST_P(GridFilterOnEachRoad, CtrlFShowsTheBarUnlessTheFilterIsNotOffered) {
     begin();
     const auto barIsOn = [&] { return (grid.GetHeaderCtrl()->GetStyle() & HDS_FILTERBAR) != 0; };
     grid.SetFocus();
@@ -352,7 +368,10 @@ protected:
     int changes = 0;
 };
 
-TEST_F(GridFilterBar, AFieldsTextReachesStoreAndOwner) {
+using GridFilterBarOnEachRoad = test::OnEachRoad<GridFilterBar>;
+INSTANTIATE_TEST_SUITE_P(, GridFilterBarOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(GridFilterBarOnEachRoad, AFieldsTextReachesStoreAndOwner) {
     CString text = "x";
     EXPECT_EQ(grid.SetVisibleColumnFilter(1, text, 0), 1);
     EXPECT_EQ(field(1), "x");
@@ -471,7 +490,7 @@ TEST_F(GridFilterBar, ALongFilterIsCutToTheBuffer) {
     EXPECT_EQ(grid.GetHeaderText(1, back), 1'048'575);
 }
 
-TEST_F(GridFilterBar, ChosenValuesBecomeTheFilter) {
+TEST_P(GridFilterBarOnEachRoad, ChosenValuesBecomeTheFilter) {
     add("g", "XYZ", "7");
     clickFunnel(1);
     CFilterText& popup = *CFilterText::shared(&grid);
@@ -490,7 +509,7 @@ TEST_F(GridFilterBar, ChosenValuesBecomeTheFilter) {
 }
 
 // On screen the first field is then that of the second column; places and order array stay.
-TEST_F(GridFilterBar, AColumnDraggedByTheMouseKeepsItsFilter) {
+TEST_P(GridFilterBarOnEachRoad, AColumnDraggedByTheMouseKeepsItsFilter) {
     setOne(0, "a");
     store();
     CHeaderCtrl& header = *grid.GetHeaderCtrl();
@@ -513,7 +532,7 @@ TEST_F(GridFilterBar, AColumnDraggedByTheMouseKeepsItsFilter) {
     EXPECT_EQ(store(), "1=x (1)");
 }
 
-TEST_F(GridFilterBar, TabWalksThroughTheFieldsAndWraps) {
+TEST_P(GridFilterBarOnEachRoad, TabWalksThroughTheFieldsAndWraps) {
     const auto fieldWithFocus = [&] {
         const HWND focus = ::GetFocus();
         CHeaderCtrl& header = *grid.GetHeaderCtrl();

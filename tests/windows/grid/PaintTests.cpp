@@ -52,7 +52,10 @@ protected:
     CFilterListCtrl grid;
 };
 
-TEST_F(Paint, TheGroundOfARowFollowsTheFlags) {
+using PaintOnEachRoad = test::OnEachRoad<Paint>;
+INSTANTIATE_TEST_SUITE_P(, PaintOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(PaintOnEachRoad, TheGroundOfARowFollowsTheFlags) {
     struct Case {
         const char* fact;
         std::function<void(CFilterListCtrl&, Row&)> set;
@@ -93,7 +96,7 @@ TEST_F(Paint, TheGroundOfARowFollowsTheFlags) {
     }
 }
 
-TEST_F(Paint, TheSelectionLooksDifferentWithTheFocus) {
+TEST_P(PaintOnEachRoad, TheSelectionLooksDifferentWithTheFocus) {
     createGrid();
     fill(grid, "ab*c");
     ::SetFocus(owner);
@@ -224,7 +227,7 @@ TEST_F(Paint, IconsAndImagesStandInTheirCells) {
     grid.SetImageList(nullptr, LVSIL_NORMAL);
 }
 
-TEST_F(Paint, OneTextIsAskedPerVisibleCell) {
+TEST_P(PaintOnEachRoad, OneTextIsAskedPerVisibleCell) {
     createGrid({{"name"}, {"bid"}, {"ask"}});
     fill(grid, "abcdefghijklmnopqrstuvwxyz");
     redraw();
@@ -264,7 +267,7 @@ TEST_F(Paint, AnOwnerPaintsAGridWithoutACallback) {
     EXPECT_EQ(owner.drawItems, 2);
 }
 
-TEST_F(Paint, RowsAreAsHighAsTheirFontAndLinesAsk) {
+TEST_P(PaintOnEachRoad, RowsAreAsHighAsTheirFontAndLinesAsk) {
     createGrid();
     fill(grid, "ab");
     CFont font;
@@ -282,7 +285,7 @@ TEST_F(Paint, RowsAreAsHighAsTheirFontAndLinesAsk) {
     grid.SetFont(nullptr);
 }
 
-TEST_F(Paint, ADraggedColumnRepaintsRowsOfSeveralLines) {
+TEST_P(PaintOnEachRoad, ADraggedColumnRepaintsRowsOfSeveralLines) {
     createGrid();
     fill(grid, "ab");
     redraw();

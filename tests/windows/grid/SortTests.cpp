@@ -82,7 +82,10 @@ private:
     std::unique_ptr<CFilterListCtrl> m_grid;
 };
 
-TEST_F(Sort, ClicksEndInThePictureOfTheTable) {
+using SortOnEachRoad = test::OnEachRoad<Sort>;
+INSTANTIATE_TEST_SUITE_P(, SortOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(SortOnEachRoad, ClicksEndInThePictureOfTheTable) {
     struct Case {
         const char* fact;
         Mode mode;
@@ -179,7 +182,7 @@ TEST_F(Sort, SelectionStaysWhereItIsOnScreen) {
     EXPECT_EQ(picture(grid()), "b*cad");
 }
 
-TEST_F(Sort, TheOldArrowLosesImageAndAlignment) {
+TEST_P(SortOnEachRoad, TheOldArrowLosesImageAndAlignment) {
     open();
     add(ties);
     constexpr int formats = HDF_STRING | HDF_BITMAP_ON_RIGHT | HDF_IMAGE;
