@@ -68,13 +68,20 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
 void CFilterListCtrl::PreSubclassWindow() {
     CCommonListCtrl::PreSubclassWindow();
     SubclassHeader();
+    setCallbackMask();
     m_hasFocus = ::GetFocus() == m_hWnd;
 }
 
 int CFilterListCtrl::OnCreate(LPCREATESTRUCT create) {
     if (CCommonListCtrl::OnCreate(create) == -1) return -1;
     SubclassHeader();
+    setCallbackMask();
     return 0;
+}
+
+// With a store the control keeps no state images: it asks for a row's as it asks for the text.
+void CFilterListCtrl::setCallbackMask() {
+    if (m_hWnd) SendMessage(LVM_SETCALLBACKMASK, UseFilter ? LVIS_STATEIMAGEMASK : 0);
 }
 
 int CFilterListCtrl::SubclassHeader() {
@@ -96,6 +103,7 @@ void CFilterListCtrl::OnDestroy() {
 
 void CFilterListCtrl::SetUseFilter(int flag) {
     UseFilter = flag;
+    setCallbackMask();
     if (flag) {
         showFilterBar(true);
         m_native.deleteAllRows();
@@ -203,8 +211,8 @@ void CFilterListCtrl::OnLvnGetdispinfo(NMHDR* header, LRESULT* result) {
     *result = 0;
     LVITEMA& item = reinterpret_cast<NMLVDISPINFOA*>(header)->item;
     if (!UseFilter || item.iItem > GetDisplayCount()) return;
-    if (item.mask & LVIF_IMAGE) {
-        item.iImage = 0;
+    if (item.mask & LVIF_IMAGE) item.iImage = 0;
+    if (item.mask & (LVIF_IMAGE | LVIF_STATE)) {
         item.stateMask = LVIS_STATEIMAGEMASK;
         item.state = INDEXTOSTATEIMAGEMASK(2);
     }

@@ -310,6 +310,7 @@ private:
     bool isInView(int visual);
     int refuse(const char* message, int result);
     void FreeFilterStore();
+    void setCallbackMask();
     void showFilterBar(bool show);
     void turnHeaderThemeOff();
     CWnd* callbackOwner() const;
