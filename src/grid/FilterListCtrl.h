@@ -251,6 +251,8 @@ protected:
     void OnColumnsImported() override { PopulateList(); }
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     std::vector<HeaderColumn> ReadHeader() override;
+    // Decimals are grouped, and a column of icons shows none.
+    CString ShownText(int item, int place) override;
     FilterStore m_filters;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

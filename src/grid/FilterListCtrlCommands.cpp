@@ -30,6 +30,15 @@ int CFilterListCtrl::CallBackForText(DWORD_PTR data, int columnIndex, CString& t
     return TextCallback ? TextCallback(data, columnIndex, text, textColor, background, icon) : 0;
 }
 
+CString CFilterListCtrl::ShownText(int item, int place) {
+    CString text = CCommonListCtrl::ShownText(item, place);
+    const int columnIndex = GetOriginalColumnPosition(place);
+    if (!UseFilter || columnIndex < 0 || columnIndex >= m_arrColumns.GetSize()) return text;
+    const sQuorColInfo& record = m_arrColumns.GetAt(columnIndex);
+    if (cellAlign(record.iFormat) == CellAlign::icon) return {};
+    return wantsGrouping(record.iDataType, text) ? GetCommaData(text) : text;
+}
+
 BOOL CFilterListCtrl::GetCheck(int item) const {
     return UseFilter ? m_rows.checkOfVisual(item) : CListCtrl::GetCheck(item);
 }

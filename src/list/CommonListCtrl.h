@@ -369,6 +369,8 @@ protected:
     virtual void SetUserColumnReadOnly(int columnIndex);
     // The header items with the headings by which columns are known, for widths to save.
     virtual std::vector<HeaderColumn> ReadHeader();
+    // The text of a cell as it is painted, for those who measure it.
+    virtual CString ShownText(int row, int place);
 
     // The columns as they are now, in index order, names and user parts included.
     std::vector<ProfileEntry> CurrentProfile();
@@ -398,6 +400,11 @@ private:
     void InsertColumnRecord(int place, int columnIndex, int width);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
+    // Widths that hold what the rows in view show at a place (0 for nothing), and the heading with its image.
+    int DataWidthInView(int place);
+    int HeadingWidth(int place);
+    int LabelIndent(int place);
+    void FitColumnToView(const NMHEADER& click);
     void RemoveHeaderToolTip(int place);
     // Appearance.
     bool ReadRecoverySetting(const char* section, CString& record);
