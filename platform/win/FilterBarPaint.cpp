@@ -114,7 +114,7 @@ void FilterBar::drawCaptionEdges(HDC dc, const RECT& caption) const {
         return;
     }
     RECT edge = caption;
-    ::DrawEdge(dc, &edge, BDR_RAISEDINNER, BF_TOP | BF_BOTTOM);
+    ::DrawEdge(dc, &edge, EDGE_RAISED, BF_TOP | BF_BOTTOM | BF_SOFT);
 }
 
 void FilterBar::drawField(HDC dc, int item) const {
