@@ -102,13 +102,17 @@ void FilterBar::drawCaptions(HDC dc, const RECT& caption) {
     drawCaptionEdges(dc, caption);
 }
 
-// Right of the last caption nobody is asked: what all the others are painted by is taken for what that is painted by.
+// Right of the last caption nobody is asked: whoever painted all that show painted there, too.
 void FilterBar::drawCaptionEdges(HDC dc, const RECT& caption) const {
-    if (!m_keptCaptions.empty() && m_keptCaptions.size() == static_cast<std::size_t>(itemCount())) return;
-    for (const int item : m_keptCaptions) {
-        const RECT kept = itemRect(item);
-        ::ExcludeClipRect(dc, kept.left, caption.top, kept.right, caption.bottom);
+    bool anyIsOurs = m_keptCaptions.empty();
+    for (int item = 0, count = itemCount(); item < count; ++item) {
+        const RECT place = itemRect(item);
+        if (std::count(m_keptCaptions.begin(), m_keptCaptions.end(), item) != 0)
+            ::ExcludeClipRect(dc, place.left, caption.top, place.right, caption.bottom);
+        else if (place.left < std::min(place.right, caption.right))
+            anyIsOurs = true;
     }
+    if (!anyIsOurs) return;
     if (isThemed(m_header)) {
         fill(dc, {0, caption.bottom - 1, caption.right, caption.bottom}, COLOR_3DLIGHT);
         return;

@@ -153,7 +153,7 @@ public:
     int RemoveAllFilters();
     // The same: empties the store and clears every field, each with its notification.
     void ResetFilterStore();
-    // Changes the store and nothing else; an empty text removes. The column is not checked.
+    // Changes the store, and the header's tint with it; an empty text removes. The column is not checked.
     void AddToFilteredCols(int columnIndex, const CString& text);
     // Copies of the filter store: columns and their texts.
     void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);

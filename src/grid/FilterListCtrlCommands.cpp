@@ -31,7 +31,9 @@ int CFilterListCtrl::CallBackForText(DWORD_PTR data, int columnIndex, CString& t
 }
 
 CString CFilterListCtrl::ShownText(int item, int place) {
+    const HWND grid = m_hWnd;
     CString text = CCommonListCtrl::ShownText(item, place);
+    if (CWnd::FromHandlePermanent(grid) != this) return text;  // the host ended it
     const int columnIndex = GetOriginalColumnPosition(place);
     if (!UseFilter || columnIndex < 0 || columnIndex >= m_arrColumns.GetSize()) return text;
     const sQuorColInfo& record = m_arrColumns.GetAt(columnIndex);

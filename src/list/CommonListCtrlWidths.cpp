@@ -66,5 +66,6 @@ void CCommonListCtrl::FitColumnToView(const NMHEADER& click) {
     news.hdr = {click.hdr.hwndFrom, click.hdr.idFrom, static_cast<UINT>(HDN_DIVIDERDBLCLICKA)};
     news.iItem = click.iItem;
     news.iButton = click.iButton;
-    ::SendMessageA(::GetParent(list), WM_NOTIFY, news.hdr.idFrom, reinterpret_cast<LPARAM>(&news));
+    if (CWnd* const parent = CWnd::FromHandle(::GetParent(list)))
+        parent->SendMessage(WM_NOTIFY, news.hdr.idFrom, reinterpret_cast<LPARAM>(&news));
 }
