@@ -1,6 +1,7 @@
 #include "host/HeaderPaint.h"
 
 #include "host/Theme.h"
+#include "platform/win/HeaderCaption.h"
 #include "src/grid/FilterListCtrl.h"
 
 namespace terminal {
@@ -17,20 +18,23 @@ void paintCell(CCommonListCtrl& list, HWND header, const NMCUSTOMDRAW& draw) {
     const int image = (item.fmt & HDF_IMAGE) ? item.iImage : -1;
     const int columnIndex = list.GetOriginalColumnPosition(static_cast<int>(draw.dwItemSpec));
     const int format = columnIndex < 0 ? item.fmt : list.m_arrColumns[columnIndex].iFormat;
-    drawHeaderCell(*CDC::FromHandle(draw.hdc), draw.rc, text, format & HDF_JUSTIFYMASK, image);
+    drawHeaderCell(*CDC::FromHandle(draw.hdc), quor::headerCaption(draw), text, format & HDF_JUSTIFYMASK, image);
 }
 
-// What no column covers: right of the last one.
-void paintRest(HWND header, HDC hdc) {
-    RECT area, last{};
-    ::GetClientRect(header, &area);
+// What no column covers: right of the last one, as high as its caption.
+void paintRest(HWND header, const NMCUSTOMDRAW& draw) {
+    RECT area = draw.rc;
     const auto count = ::SendMessageA(header, HDM_GETITEMCOUNT, 0, 0);
     if (count > 0) {
-        const auto index = ::SendMessageA(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(count - 1), 0);
-        ::SendMessageA(header, HDM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&last));
+        NMCUSTOMDRAW last = draw;
+        last.dwItemSpec =
+            static_cast<DWORD_PTR>(::SendMessageA(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(count - 1), 0));
+        area = quor::headerCaption(last);
+        RECT item{};
+        ::SendMessageA(header, HDM_GETITEMRECT, last.dwItemSpec, reinterpret_cast<LPARAM>(&item));
+        area.left = item.right;
     }
-    area.left = last.right;
-    if (area.left < area.right) drawHeaderCell(*CDC::FromHandle(hdc), area, "", 0, -1);
+    if (area.left < area.right) drawHeaderCell(*CDC::FromHandle(draw.hdc), area, "", 0, -1);
 }
 }  // namespace
 
@@ -45,9 +49,9 @@ bool paintHeader(CCommonListCtrl& list, const NMHDR* news, LRESULT* result) {
         *result = CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
     } else if (draw.dwDrawStage == CDDS_ITEMPREPAINT) {
         paintCell(list, header, draw);
-        *result = CDRF_SKIPDEFAULT;
+        *result = quor::headerCaptionPainted(draw);
     } else {
-        if (draw.dwDrawStage == CDDS_POSTPAINT) paintRest(header, draw.hdc);
+        if (draw.dwDrawStage == CDDS_POSTPAINT) paintRest(header, draw);
         *result = CDRF_DODEFAULT;
     }
     return true;

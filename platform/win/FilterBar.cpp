@@ -24,9 +24,10 @@ LRESULT CALLBACK headerProc(HWND header, UINT message, WPARAM wParam, LPARAM lPa
     return bar->handle(message, wParam, lParam);
 }
 
-bool systemHasFilterBar() {
-    static const bool has = headerClassHasFilterBar(WC_HEADERA);
-    return has;
+// A header that could not be asked keeps what it has: two bars would be worse than none.
+bool systemLacksFilterBar() {
+    static HeaderClassProbe probe(WC_HEADERA);
+    return probe.answer() == BarAnswer::none;
 }
 
 bool isListView(HWND window) {
@@ -53,7 +54,7 @@ POINT clientPoint(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lP
 }  // namespace
 
 void attachFilterBar(HWND header) {
-    if (!header || systemHasFilterBar() || bars().count(header)) return;
+    if (!header || bars().count(header) || !systemLacksFilterBar()) return;
     const auto former = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(header, GWLP_WNDPROC));
     bars().emplace(header, std::make_shared<FilterBar>(header, former));
     ::SetWindowLongPtrW(header, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&headerProc));
@@ -324,9 +325,14 @@ int FilterBar::barTop() const {
     return std::max<int>(0, client.bottom - m_metrics.barHeight);
 }
 
-FilterBarPlaces FilterBar::places(int item) const {
+RECT FilterBar::itemRect(int item) const {
     RECT rect{};
     header(HDM_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&rect));
+    return rect;
+}
+
+FilterBarPlaces FilterBar::places(int item) const {
+    const RECT rect = itemRect(item);
     return filterBarPlaces(m_metrics, rect.left, rect.right, barTop());
 }
 

@@ -28,13 +28,29 @@
 namespace quor {
 
 // Gives the header a bar if the system's own is missing. Harmless for a null handle, a header that has one already or a
-// window that is still being created. The stand-in ends with the window.
+// window that is still being created; nothing happens while the system cannot be asked. The stand-in ends with the
+// window.
 void attachFilterBar(HWND header);
 // The same for the header of a list view, if the list has one by now.
 void attachFilterBarOfList(HWND list);
 
-// Tries out a header class on a hidden window of its own: does it have a filter bar? False also if no window can be
-// made.
-QUOR_FRAMEWORK_API bool headerClassHasFilterBar(LPCSTR headerClass);
+// What a header class said when it was tried out on a hidden window of its own. unknown: it could not be asked, as
+// there is no such class yet or no window to be had.
+enum class BarAnswer { unknown, none, own };
+QUOR_FRAMEWORK_API BarAnswer probeFilterBar(LPCSTR headerClass);
+
+// Remembers an answer; while there is none, each question is asked anew.
+class HeaderClassProbe {
+public:
+    explicit HeaderClassProbe(LPCSTR headerClass) : m_class(headerClass) {}
+    BarAnswer answer() {
+        if (m_answer == BarAnswer::unknown) m_answer = probeFilterBar(m_class);
+        return m_answer;
+    }
+
+private:
+    LPCSTR m_class;
+    BarAnswer m_answer = BarAnswer::unknown;
+};
 
 }  // namespace quor

@@ -106,12 +106,12 @@ bool FilterBar::openField(int item, bool discard) {
     }
     if (!isAlive() || (!m_edit && !createEdit())) return false;
     const bool moved = std::exchange(m_editItem, item) != item;
+    placeField();  // first: a text that is marked in a narrower field is scrolled to its end, and stays so
     if (moved) {
         showRecordInField();
         ::SendMessageW(m_edit, EM_SETSEL, 0, -1);
     }
     invalidateBar();
-    placeField();
     ::ShowWindow(m_edit, SW_SHOWNA);
     ::SetFocus(m_edit);
     if (moved && m_edit) notifyItem(static_cast<UINT>(HDN_BEGINFILTEREDIT), item);

@@ -23,6 +23,10 @@ public:
 
     // FilterBar.cpp
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    // For custom draw while the bar has the captions painted: how far below the item's upper edge they begin, and which
+    // of them somebody else has painted, edges and all.
+    int captionOffset() const { return m_captionOffset; }
+    void keepCaption(int item) { m_keptCaptions.push_back(item); }
     // FilterBarEdit.cpp
     static LRESULT CALLBACK editProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT handleEdit(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
@@ -60,6 +64,7 @@ private:
 
     // Places.
     int barTop() const;
+    RECT itemRect(int item) const;
     FilterBarPlaces places(int item) const;
     // The item of a client point inside the bar, -1 elsewhere; flags HHT_ONFILTER or HHT_ONFILTERBUTTON.
     int hit(POINT point, UINT& flags) const;
@@ -91,8 +96,9 @@ private:
 
     // FilterBarPaint.cpp
     void onPaint();
-    void draw(HDC dc) const;
-    void drawCaptions(HDC dc, const RECT& client) const;
+    void draw(HDC dc);
+    void drawCaptions(HDC dc, const RECT& caption);
+    void drawCaptionEdges(HDC dc, const RECT& caption) const;
     void drawField(HDC dc, int item) const;
     void drawText(HDC dc, RECT field, const std::wstring& text) const;
     void drawFunnel(HDC dc, const RECT& button, bool filled) const;
@@ -105,6 +111,8 @@ private:
     std::vector<FilterRecord> m_records;  // by item index
     DWORD m_timeout = 1000;               // ms
     int m_pressed = -1;                   // the item whose button is down
+    int m_captionOffset = 0;
+    std::vector<int> m_keptCaptions;
 
     HWND m_edit = nullptr;
     WNDPROC m_editFormer = nullptr;

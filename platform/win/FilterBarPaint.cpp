@@ -1,6 +1,7 @@
 // Painting. The header's own painting of captions, with custom draw, images and sort arrows, is used as it is: it takes
 // the whole window for the caption and centres on its middle, so it is shifted up by half the bar and clipped where the
-// caption ends. The edges that fall outside are drawn afterwards.
+// caption ends. The edges that fall outside are drawn afterwards. Who paints captions in custom draw learns by
+// headerCaption where they are now.
 #include "platform/win/FilterBarInternal.h"
 
 #include <uxtheme.h>
@@ -76,31 +77,48 @@ void FilterBar::onPaint() {
     ::EndPaint(m_header, &paint);
 }
 
-void FilterBar::draw(HDC dc) const {
+void FilterBar::draw(HDC dc) {
     RECT client;
     ::GetClientRect(m_header, &client);
     fill(dc, client, COLOR_BTNFACE);
-    drawCaptions(dc, client);
+    drawCaptions(dc, {0, 0, client.right, barTop()});
     const SavedDc saved(dc);
     ::SelectObject(dc, font());
     ::SetBkMode(dc, TRANSPARENT);
     for (int item = 0, count = itemCount(); item < count; ++item) drawField(dc, item);
 }
 
-void FilterBar::drawCaptions(HDC dc, const RECT& client) const {
-    const RECT caption = {0, 0, client.right, barTop()};
+void FilterBar::drawCaptions(HDC dc, const RECT& caption) {
+    const SavedDc saved(dc);
+    ::IntersectClipRect(dc, caption.left, caption.top, caption.right, caption.bottom);
+    m_keptCaptions.clear();
+    m_captionOffset = m_metrics.barHeight / 2;
     {
-        const SavedDc saved(dc);
-        ::IntersectClipRect(dc, caption.left, caption.top, caption.right, caption.bottom);
-        ::OffsetViewportOrgEx(dc, 0, -(client.bottom - caption.bottom) / 2, nullptr);
+        const SavedDc shifted(dc);
+        ::OffsetViewportOrgEx(dc, 0, -m_captionOffset, nullptr);
         header(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
     }
+    m_captionOffset = 0;
+    drawCaptionEdges(dc, caption);
+}
+
+// Right of the last caption nobody is asked: whoever painted all that show painted there, too.
+void FilterBar::drawCaptionEdges(HDC dc, const RECT& caption) const {
+    bool anyIsOurs = m_keptCaptions.empty();
+    for (int item = 0, count = itemCount(); item < count; ++item) {
+        const RECT place = itemRect(item);
+        if (std::count(m_keptCaptions.begin(), m_keptCaptions.end(), item) != 0)
+            ::ExcludeClipRect(dc, place.left, caption.top, place.right, caption.bottom);
+        else if (place.left < std::min(place.right, caption.right))
+            anyIsOurs = true;
+    }
+    if (!anyIsOurs) return;
     if (isThemed(m_header)) {
-        fill(dc, {0, caption.bottom - 1, client.right, caption.bottom}, COLOR_3DLIGHT);
+        fill(dc, {0, caption.bottom - 1, caption.right, caption.bottom}, COLOR_3DLIGHT);
         return;
     }
     RECT edge = caption;
-    ::DrawEdge(dc, &edge, BDR_RAISEDINNER, BF_TOP | BF_BOTTOM);
+    ::DrawEdge(dc, &edge, EDGE_RAISED, BF_TOP | BF_BOTTOM | BF_SOFT);
 }
 
 void FilterBar::drawField(HDC dc, int item) const {

@@ -36,16 +36,11 @@ void setFilter(HWND header, char* text) {
     ::SendMessageA(header, HDM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
 }
 
-}  // namespace
-
-bool headerClassHasFilterBar(LPCSTR headerClass) {
-    const HWND header =
-        ::CreateWindowExA(0, headerClass, "", WS_CHILD, 0, 0, 100, 50, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    if (!header) return false;
+BarAnswer ask(HWND header) {
     HDITEMA column{};
     column.mask = HDI_WIDTH;
     column.cxy = 60;
-    ::SendMessageA(header, HDM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&column));
+    if (::SendMessageA(header, HDM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&column)) < 0) return BarAnswer::unknown;
     HeaderAnswers answers;
     answers.plainHeight = askedHeight(header);
     ::SetWindowLongPtrA(header, GWL_STYLE, ::GetWindowLongPtrA(header, GWL_STYLE) | HDS_FILTERBAR);
@@ -55,8 +50,18 @@ bool headerClassHasFilterBar(LPCSTR headerClass) {
     answers.keepsFilter = filterOf(header) == text;
     ::SendMessageA(header, HDM_CLEARFILTER, 0, 0);
     answers.clearsFilter = filterOf(header).IsEmpty();
+    return hasOwnFilterBar(answers) ? BarAnswer::own : BarAnswer::none;
+}
+
+}  // namespace
+
+BarAnswer probeFilterBar(LPCSTR headerClass) {
+    const HWND header =
+        ::CreateWindowExA(0, headerClass, "", WS_CHILD, 0, 0, 100, 50, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    if (!header) return BarAnswer::unknown;
+    const BarAnswer answer = ask(header);
     ::DestroyWindow(header);
-    return hasOwnFilterBar(answers);
+    return answer;
 }
 
 }  // namespace quor

@@ -1,5 +1,6 @@
 #include "platform/win/ControlsInternal.h"
 #include "platform/win/FilterBar.h"
+#include "platform/win/HeaderDrag.h"
 
 #include <memory>
 
@@ -224,4 +225,10 @@ BOOL CListCtrl::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
     if (message != WM_DRAWITEM) return CWnd::OnChildNotify(message, wParam, lParam, result);
     DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam));
     return TRUE;
+}
+
+BOOL CListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+    if (header.code == static_cast<UINT>(HDN_ENDDRAG)) quor::repairAfterHeaderDrag(header.hwndFrom);
+    return CWnd::OnNotify(wParam, lParam, result);
 }

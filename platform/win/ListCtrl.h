@@ -160,6 +160,8 @@ public:
 
 protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    // Mends the screen after a heading was dragged, where that is necessary.
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     afx_msg void OnParentNotify(UINT message, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 

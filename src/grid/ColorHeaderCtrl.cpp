@@ -1,5 +1,6 @@
 #include "src/grid/ColorHeaderCtrl.h"
 
+#include "platform/win/HeaderCaption.h"
 #include "src/grid/FilterListCtrl.h"
 
 namespace {
@@ -8,8 +9,8 @@ constexpr COLORREF kFilteredGround = 0x20A5DA;  // the column has a filter
 constexpr COLORREF kOtherGround = 0x82DDEE;     // another column has one
 constexpr int kTextMargin = 6;                  // pixels between the edge of an item and its text
 
-UINT alignmentOf(int format) {
-    switch (format & HDF_JUSTIFYMASK) {
+UINT drawFormat(int alignment) {
+    switch (alignment) {
         case HDF_RIGHT:
             return DT_RIGHT;
         case HDF_CENTER:
@@ -19,7 +20,17 @@ UINT alignmentOf(int format) {
     }
 }
 
+CFilterListCtrl* gridOf(const CHeaderCtrl& header) { return DYNAMIC_DOWNCAST(CFilterListCtrl, header.GetParent()); }
+
 }  // namespace
+
+struct CColorHeaderCtrl::Caption {
+    char text[260] = "";
+    int image = -1;
+    int itemAlignment = 0;  // HDF_LEFT, HDF_RIGHT or HDF_CENTER
+    int alignment = 0;      // of the column, whatever became of the item's
+    COLORREF ground = 0;
+};
 
 IMPLEMENT_DYNAMIC(CColorHeaderCtrl, CHeaderCtrl)
 
@@ -28,10 +39,10 @@ BEGIN_MESSAGE_MAP(CColorHeaderCtrl, CHeaderCtrl)
 END_MESSAGE_MAP()
 
 COLORREF CColorHeaderCtrl::groundOf(int place) const {
-    CWnd* const parent = GetParent();
     const COLORREF plain = ::GetSysColor(COLOR_BTNFACE);
-    if (!parent || !parent->IsKindOf(RUNTIME_CLASS(CFilterListCtrl))) return plain;
-    auto& list = *static_cast<CFilterListCtrl*>(parent);
+    CFilterListCtrl* const grid = gridOf(*this);
+    if (!grid) return plain;
+    CFilterListCtrl& list = *grid;
     CArray<int, int> columns;
     CArray<CString, CString> texts;
     list.GetFileteredCols(columns, texts);
@@ -43,44 +54,54 @@ COLORREF CColorHeaderCtrl::groundOf(int place) const {
     return columns.GetSize() != 0 ? kOtherGround : plain;
 }
 
+CColorHeaderCtrl::Caption CColorHeaderCtrl::captionOf(int place) const {
+    Caption caption;
+    HDITEMA item{};
+    item.mask = HDI_TEXT | HDI_FORMAT | HDI_IMAGE;
+    item.pszText = caption.text;
+    item.cchTextMax = sizeof caption.text;
+    SendMessage(HDM_GETITEMA, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
+    if (item.fmt & HDF_IMAGE) caption.image = item.iImage;
+    caption.alignment = caption.itemAlignment = item.fmt & HDF_JUSTIFYMASK;
+    CFilterListCtrl* const grid = gridOf(*this);
+    const int columnIndex = grid ? grid->GetOriginalColumnPosition(place) : -1;
+    if (columnIndex >= 0 && columnIndex < grid->m_arrColumns.GetSize())
+        caption.alignment = grid->m_arrColumns.GetAt(columnIndex).iFormat & LVCFMT_JUSTIFYMASK;
+    caption.ground = groundOf(place);
+    return caption;
+}
+
 void CColorHeaderCtrl::OnCustomDraw(NMHDR* header, LRESULT* result) {
     const auto& draw = *reinterpret_cast<const NMCUSTOMDRAW*>(header);
     *result = CDRF_DODEFAULT;
     if (draw.dwDrawStage == CDDS_PREPAINT) *result = CDRF_NOTIFYITEMDRAW;
     if (draw.dwDrawStage != CDDS_ITEMPREPAINT) return;
-    const auto place = static_cast<int>(draw.dwItemSpec);
-    const COLORREF ground = groundOf(place);
+    const Caption caption = captionOf(static_cast<int>(draw.dwItemSpec));
     CDC& dc = *CDC::FromHandle(draw.hdc);
     dc.SetTextColor(0);
-    dc.SetBkColor(ground);
+    dc.SetBkColor(caption.ground);
     *result = CDRF_NEWFONT;
-    if (ground == ::GetSysColor(COLOR_BTNFACE)) return;
-    paintItem(dc, place, draw.rc, (draw.uItemState & CDIS_SELECTED) != 0);
-    *result = CDRF_SKIPDEFAULT;
+    if (caption.ground == ::GetSysColor(COLOR_BTNFACE) && caption.alignment == caption.itemAlignment) return;
+    paintCaption(dc, caption, quor::headerCaption(draw), (draw.uItemState & CDIS_SELECTED) != 0);
+    *result = quor::headerCaptionPainted(draw);
 }
 
 // Ground, edge, heading, and the image on the right of it.
-void CColorHeaderCtrl::paintItem(CDC& dc, int place, CRect area, bool pressed) {
-    char text[260] = "";
-    HDITEMA item{};
-    item.mask = HDI_TEXT | HDI_FORMAT | HDI_IMAGE;
-    item.pszText = text;
-    item.cchTextMax = sizeof text;
-    SendMessage(HDM_GETITEMA, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
-    const COLORREF ground = dc.GetBkColor();
+void CColorHeaderCtrl::paintCaption(CDC& dc, const Caption& caption, CRect area, bool pressed) {
     const DcStateScope state(dc.m_hDC);
-    dc.FillSolidRect(area, ground);
+    dc.FillSolidRect(area, caption.ground);
     dc.DrawEdge(area, pressed ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT | BF_SOFT);
     area.DeflateRect(kTextMargin, 0);
-    CImageList* const images = (item.fmt & HDF_IMAGE) ? GetImageList() : nullptr;
+    CImageList* const images = caption.image == -1 ? nullptr : GetImageList();
     IMAGEINFO image{};
-    if (images && images->GetImageInfo(item.iImage, &image)) {
+    if (images && images->GetImageInfo(caption.image, &image)) {
         const CRect size = image.rcImage;
-        images->Draw(&dc, item.iImage, CPoint(area.right - size.Width(), area.CenterPoint().y - size.Height() / 2),
+        images->Draw(&dc, caption.image, CPoint(area.right - size.Width(), area.CenterPoint().y - size.Height() / 2),
                      ILD_NORMAL);
         area.right -= size.Width() + kTextMargin;
     }
     if (pressed) area.OffsetRect(1, 1);
     dc.SetBkMode(TRANSPARENT);
-    dc.DrawText(text, -1, area, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX | alignmentOf(item.fmt));
+    dc.DrawText(caption.text, -1, area,
+                DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX | drawFormat(caption.alignment));
 }

@@ -1,8 +1,9 @@
 // CColorHeaderCtrl: the header of a grid. The grid owns one and attaches it before the first column, so that whatever
 // the framework's header class brings (the filter bar) is there from the start. Header notifications go to the list.
 //
-// Once a filter is set the whole header is tinted, and filtered columns stand out from it. Tinted items are painted
-// here: a header may ignore the colours of custom draw.
+// Once a filter is set the whole header is tinted, and filtered columns stand out from it. Tinted captions are painted
+// here: a header may ignore the colours of custom draw. So is one whose item has lost its column's alignment, as it
+// does with a sort arrow. What lies below a caption stays the header's (HeaderCaption.h).
 #pragma once
 
 #include "platform/Framework.h"
@@ -21,5 +22,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void paintItem(CDC& dc, int place, CRect area, bool pressed);
+    struct Caption;
+    Caption captionOf(int place) const;
+    void paintCaption(CDC& dc, const Caption& caption, CRect area, bool pressed);
 };

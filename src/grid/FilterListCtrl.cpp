@@ -60,8 +60,7 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
     if (presence.gone()) return result;
     // A control without WS_VISIBLE may make its header only for the first column.
-    if (message == WM_PARENTNOTIFY && LOWORD(wParam) == WM_CREATE && SubclassHeader() == 0 && UseFilter)
-        turnHeaderThemeOff();
+    if (message == WM_PARENTNOTIFY && LOWORD(wParam) == WM_CREATE) SubclassHeader();
     if (kind == MessageKind::counts) m_parts->rows.takeCount(m_parts->native.nativeCount());
     if (kind == MessageKind::counts || kind == MessageKind::general) m_parts->rows.forgetLayout();
     return result;
@@ -84,11 +83,13 @@ void CFilterListCtrl::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     }
 }
 
-// ---- Creation. The header object attaches as soon as the control has a header, so before the first column.
+// ---- Creation. The header object attaches as soon as the control has a header, so before the first column. A hidden
+// control of a dialog may get its header from the start of the list.
 
 void CFilterListCtrl::PreSubclassWindow() {
-    SubclassHeader();
     CCommonListCtrl::PreSubclassWindow();
+    SubclassHeader();
+    setCallbackMask();
     m_hasFocus = ::GetFocus() == m_hWnd;
     paintDoubleBuffered();  // of a living control that is taken over
 }
@@ -97,13 +98,23 @@ int CFilterListCtrl::OnCreate(LPCREATESTRUCT create) {
     if (CCommonListCtrl::OnCreate(create) == -1) return -1;
     SubclassHeader();
     paintDoubleBuffered();
+    setCallbackMask();
     return 0;
+}
+
+// With a store the control keeps no state images: it asks for a row's as it asks for the text.
+void CFilterListCtrl::setCallbackMask() {
+    if (m_hWnd) SendMessage(LVM_SETCALLBACKMASK, UseFilter ? LVIS_STATEIMAGEMASK : 0);
 }
 
 int CFilterListCtrl::SubclassHeader() {
     if (m_header.m_hWnd) return 0;
-    const auto header = reinterpret_cast<HWND>(DefWindowProc(LVM_GETHEADER, 0, 0));
-    return header && m_header.SubclassWindow(header) ? 0 : -1;
+    // A control that is just making its header cannot name it yet.
+    const HWND header = ::FindWindowExA(m_hWnd, nullptr, WC_HEADERA, nullptr);
+    if (!header || !m_header.SubclassWindow(header)) return -1;
+    FilterBarVisible = (m_header.GetStyle() & HDS_FILTERBAR) != 0;
+    if (UseFilter) turnHeaderThemeOff();
+    return 0;
 }
 
 void CFilterListCtrl::OnDestroy() {
@@ -114,7 +125,8 @@ void CFilterListCtrl::OnDestroy() {
 // ---- Modes
 
 void CFilterListCtrl::SetUseFilter(int flag) {
-    UseFilter = FilterBarVisible = flag;
+    UseFilter = flag;
+    setCallbackMask();
     if (flag) {
         showFilterBar(true);
         m_parts->touchControl([this] { m_parts->native.deleteAllRows(); });
@@ -243,8 +255,8 @@ void CFilterListCtrl::OnLvnGetdispinfo(NMHDR* header, LRESULT* result) {
     *result = 0;
     LVITEMA& item = reinterpret_cast<NMLVDISPINFOA*>(header)->item;
     if (!UseFilter || item.iItem > GetDisplayCount()) return;
-    if (item.mask & LVIF_IMAGE) {
-        item.iImage = 0;
+    if (item.mask & LVIF_IMAGE) item.iImage = 0;
+    if (item.mask & (LVIF_IMAGE | LVIF_STATE)) {
         item.stateMask = LVIS_STATEIMAGEMASK;
         item.state = INDEXTOSTATEIMAGEMASK(2);
     }

@@ -154,7 +154,7 @@ public:
     int RemoveAllFilters();
     // The same: empties the store and clears every field, each with its notification.
     void ResetFilterStore();
-    // Changes the store and nothing else; an empty text removes. The column is not checked.
+    // Changes the store, and the header's tint with it; an empty text removes. The column is not checked.
     void AddToFilteredCols(int columnIndex, const CString& text);
     // Copies of the filter store: columns and their texts.
     void GetFileteredCols(CArray<int, int>& columns, CArray<CString, CString>& texts);
@@ -254,7 +254,8 @@ protected:
     void OnColumnsImported() override { PopulateList(); }
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     std::vector<quor::list::HeaderColumn> ReadHeader() override;
-    CString ShownText(int row, int place) override;
+    // Decimals are grouped, and a column of icons shows none.
+    CString ShownText(int item, int place) override;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
@@ -304,6 +305,7 @@ private:
     bool isInView(int visual);
     int refuse(const char* message, int result);
     void FreeFilterStore();
+    void setCallbackMask();
     void showFilterBar(bool show);
     void turnHeaderThemeOff();
     CWnd* callbackOwner() const;

@@ -32,13 +32,15 @@ int CFilterListCtrl::CallBackForText(DWORD_PTR data, int columnIndex, CString& t
     return TextCallback ? TextCallback(data, columnIndex, text, textColor, background, icon) : 0;
 }
 
-// As the paint has it: decimals by thousands.
-CString CFilterListCtrl::ShownText(int row, int place) {
-    const CString text = GetItemText(row, place);
-    const int columnIndex = GetOriginalColNo(place);
-    if (!UseFilter || columnIndex >= m_arrColumns.GetCount()) return text;
-    CString shown = text;
-    return wantsGrouping(m_arrColumns.GetAt(columnIndex).iDataType, text) ? GetCommaData(shown) : text;
+CString CFilterListCtrl::ShownText(int item, int place) {
+    const HWND grid = m_hWnd;
+    CString text = CCommonListCtrl::ShownText(item, place);
+    if (CWnd::FromHandlePermanent(grid) != this) return text;  // the host ended it
+    const int columnIndex = GetOriginalColumnPosition(place);
+    if (!UseFilter || columnIndex < 0 || columnIndex >= m_arrColumns.GetSize()) return text;
+    const sQuorColInfo& record = m_arrColumns.GetAt(columnIndex);
+    if (cellAlign(record.iFormat) == CellAlign::icon) return {};
+    return wantsGrouping(record.iDataType, text) ? GetCommaData(text) : text;
 }
 
 BOOL CFilterListCtrl::GetCheck(int item) const {

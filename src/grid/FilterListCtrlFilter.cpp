@@ -65,10 +65,6 @@ RowTest CFilterListCtrl::Parts::rowTest() {
 
 int CFilterListCtrl::GetFilterCount() const { return m_parts->filters.count(); }
 
-void CFilterListCtrl::AddToFilteredCols(int columnIndex, const CString& text) {
-    m_parts->filters.set(columnIndex, text);
-}
-
 // Nothing is painted between the first line and the last, so redrawing is not frozen for it: that alone would cost the
 // control more than the walk. It is switched on at the end where somebody left it off.
 void CFilterListCtrl::PopulateList() {
@@ -165,7 +161,15 @@ int CFilterListCtrl::RemoveAllFilters() {
     return 1;
 }
 
+// Which columns have a filter is what tints the header.
+void CFilterListCtrl::AddToFilteredCols(int columnIndex, const CString& text) {
+    const int former = m_parts->filters.count();
+    m_parts->filters.set(columnIndex, text);
+    if (m_parts->filters.count() != former && m_header.m_hWnd) m_header.Invalidate(FALSE);
+}
+
 void CFilterListCtrl::ResetFilterStore() {
+    if (!m_parts->filters.isEmpty() && m_header.m_hWnd) m_header.Invalidate(FALSE);
     m_parts->filters.clear();
     if (m_header.m_hWnd) m_header.ClearFilter(-1);
 }

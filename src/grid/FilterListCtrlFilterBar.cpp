@@ -80,8 +80,7 @@ int CFilterListCtrl::GetHeaderText(int place, CString& text) {
 
 void CFilterListCtrl::PutListFilter() {
     if (!m_header.m_hWnd) return;
-    FilterBarVisible = !FilterBarVisible;
-    showFilterBar(FilterBarVisible != 0);
+    showFilterBar(!FilterBarVisible);
     if (FilterBarVisible && m_header.GetItemCount() > 0) m_header.PostMessage(HDM_EDITFILTER, 0, 0);
     // The control places its rows below the header anew when a width changes.
     m_parts->touchControl([this] {
@@ -92,7 +91,9 @@ void CFilterListCtrl::PutListFilter() {
     RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
 }
 
+// Without a header there is nothing to show, and a header that comes later comes without a bar.
 void CFilterListCtrl::showFilterBar(bool show) {
+    FilterBarVisible = show && m_header.m_hWnd;
     if (!m_header.m_hWnd) return;
     m_header.ModifyStyle(show ? 0 : HDS_FILTERBAR, show ? HDS_FILTERBAR : 0);
     if (show) m_header.SetFilterChangeTimeout(kFilterChangeDelay);

@@ -427,6 +427,8 @@ private:
     void FitColumns(int command, std::vector<quor::list::ColumnMeasure>& measures);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
+    int LabelIndent(int place);
+    void FitColumnToView(const NMHEADER& click);
     void RemoveHeaderToolTip(int place);
     // Appearance.
     bool ReadRecoverySetting(const char* section, CString& record);

@@ -16,8 +16,10 @@ constexpr int kCellPadding = 12;
 constexpr int kHeadingPadding = 11;
 constexpr int kLongestHeading = 256;
 
+}  // namespace
+
 // As the control has it: the text, and the image with a margin on either side.
-int headingWidth(CHeaderCtrl& header, CDC& dc, int item) {
+int quor::list::headingWidth(CHeaderCtrl& header, CDC& dc, int item) {
     char heading[kLongestHeading] = "";
     HDITEM record{};
     record.mask = HDI_TEXT | HDI_FORMAT;
@@ -31,8 +33,6 @@ int headingWidth(CHeaderCtrl& header, CDC& dc, int item) {
         width += imageWidth + 2 * header.GetBitmapMargin();
     return width;
 }
-
-}  // namespace
 
 void CCommonListCtrl::InsertColumnsForList(int* unused) {
     m_nBaseColumnCount = static_cast<int>(m_arrColumns.GetCount());

@@ -21,6 +21,9 @@ std::shared_ptr<CImageList> sharedHeaderImages();
 // Gives a header item a sort image; false if there is no such item.
 bool setHeaderImage(CHeaderCtrl& header, int item, int format, HeaderImage image);
 
+// The width that a header item's text and image need, in the font of `dc`.
+int headingWidth(CHeaderCtrl& header, CDC& dc, int item);
+
 // The notification of a click on the header at a place, as the control would send it.
 inline NMLISTVIEW headerClick(const CWnd& list, int place) {
     NMLISTVIEW click{};

@@ -85,6 +85,11 @@ void CCommonListCtrl::LayOutHeaderToolTips() {
 // next message that they may show for. While AutoSizeColumns runs, they wait for its end.
 BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     const auto* notification = reinterpret_cast<const NMHEADER*>(lParam);
+    if (notification->hdr.code == static_cast<UINT>(HDN_DIVIDERDBLCLICKA) ||
+        notification->hdr.code == static_cast<UINT>(HDN_DIVIDERDBLCLICKW)) {
+        if (!CListCtrl::OnNotify(wParam, lParam, result)) FitColumnToView(*notification);
+        return TRUE;
+    }
     if (m_bHeaderToolTips && m_bRedrawEnabled) {
         switch (notification->hdr.code) {
             case HDN_ITEMCHANGEDA:  // -301

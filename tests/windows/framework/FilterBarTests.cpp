@@ -1,6 +1,7 @@
 // The filter bar of a list's header, driven by keys and mouse. Where the system brings its own bar, these tests hold
 // the stand-in's contract against it.
 #include "platform/win/FilterBar.h"
+#include "platform/win/HeaderCaption.h"
 
 #include <gtest/gtest.h>
 
@@ -182,7 +183,7 @@ TEST_F(FilterBarOfAList, TextsReadBackInBothForms) {
 
 // The record's other types. A type that is refused changes and tells nothing.
 TEST_F(FilterBarOfAList, NumbersAreFiltersAndDatesAreRefused) {
-    if (quor::headerClassHasFilterBar(WC_HEADERA)) GTEST_SKIP() << "the system's own bar may know dates";
+    if (quor::probeFilterBar(WC_HEADERA) == quor::BarAnswer::own) GTEST_SKIP() << "the system's own bar may know dates";
     SYSTEMTIME date{};
     date.wYear = 2024;
     int number = -42;
@@ -427,6 +428,23 @@ TEST_F(FilterBarOfAList, TheFieldFillsItsPlaceAndFollowsTheColumn) {
     EXPECT_EQ(fieldRect().left, itemRect(1).left + (before.left - kWidth));
 }
 
+// Where the first character stands tells whether the text was scrolled while the field was still narrow.
+TEST_F(FilterBarOfAList, AnOpenedFieldShowsItsTextFromTheStart) {
+    const auto start = [&] { return static_cast<short>(LOWORD(::SendMessageA(field(), EM_POSFROMCHAR, 0, 0))); };
+    edit(2);
+    type("1234567890");
+    const short typed = start();
+    press(VK_ESCAPE);
+    set(0, "1234567890");
+    edit(0);
+    EXPECT_EQ(start(), typed) << "a field made anew";
+    list.SetColumnWidth(1, 40);
+    set(2, "1234567890");
+    edit(1);
+    edit(2);
+    EXPECT_EQ(start(), typed) << "a field that came from a narrower column";
+}
+
 TEST_F(FilterBarOfAList, DraggingADividerMovesTheFieldAndTheBarIsNoDivider) {
     edit(1);
     const CRect before = fieldRect();
@@ -613,6 +631,8 @@ struct FakeHeader {
     bool keeps = false;
     bool clears = false;
 };
+constexpr RECT kFakeItem = {0, 0, 40, 37};
+constexpr int kFakeCaption = 17;
 FakeHeader g_fake;
 std::string g_fakeFilter;
 
@@ -634,23 +654,76 @@ LRESULT CALLBACK fakeHeaderProc(HWND window, UINT message, WPARAM wParam, LPARAM
         case HDM_CLEARFILTER:
             if (g_fake.clears) g_fakeFilter.clear();
             return TRUE;
+        case HDM_GETITEMRECT:
+            *reinterpret_cast<RECT*>(lParam) = kFakeItem;
+            return TRUE;
+        case HDM_HITTEST: {
+            auto& hit = *reinterpret_cast<HDHITTESTINFO*>(lParam);
+            hit.flags = hit.pt.y < kFakeCaption ? HHT_ONHEADER : HHT_ONFILTER;
+            return hit.iItem = 0;
+        }
         default:
             return ::DefWindowProcA(window, message, wParam, lParam);
     }
 }
 
+struct FakeHeaderClass {
+    FakeHeaderClass() {
+        WNDCLASSA description{};
+        description.lpfnWndProc = &fakeHeaderProc;
+        description.hInstance = ::GetModuleHandleA(nullptr);
+        description.lpszClassName = "FakeHeader";
+        EXPECT_TRUE(::RegisterClassA(&description));
+    }
+    ~FakeHeaderClass() { ::UnregisterClassA("FakeHeader", ::GetModuleHandleA(nullptr)); }
+};
+
 TEST(FilterBarProbe, AsksAHeaderOfEachKind) {
-    WNDCLASSA description{};
-    description.lpfnWndProc = &fakeHeaderProc;
-    description.hInstance = ::GetModuleHandleA(nullptr);
-    description.lpszClassName = "FakeHeader";
-    ASSERT_TRUE(::RegisterClassA(&description));
+    const FakeHeaderClass registered;
     for (int kind = 0; kind < 8; ++kind) {
         g_fake = {(kind & 1) != 0, (kind & 2) != 0, (kind & 4) != 0};
         g_fakeFilter.clear();
-        EXPECT_EQ(quor::headerClassHasFilterBar("FakeHeader"), kind == 7) << kind;
+        EXPECT_EQ(quor::probeFilterBar("FakeHeader"), kind == 7 ? quor::BarAnswer::own : quor::BarAnswer::none) << kind;
     }
-    EXPECT_FALSE(quor::headerClassHasFilterBar("NoSuchHeader"));
+}
+
+TEST(FilterBarProbe, OnlyAnAnswerIsKept) {
+    quor::HeaderClassProbe probe("FakeHeader");
+    EXPECT_EQ(probe.answer(), quor::BarAnswer::unknown) << "the class is not there yet";
+    {
+        const FakeHeaderClass registered;
+        g_fake = {true, true, true};
+        EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
+    }
+    EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
+}
+
+// Painters of captions are told where the system's own fields begin, and the header may go on to draw those.
+TEST(HeaderCaption, EndsWhereTheSystemsOwnFieldBegins) {
+    const FakeHeaderClass registered;
+    for (const DWORD style : {DWORD{0}, DWORD{HDS_FILTERBAR}}) {
+        const HWND header = ::CreateWindowExA(0, "FakeHeader", "", WS_CHILD | style, 0, 0, 40, 37, HWND_MESSAGE,
+                                              nullptr, nullptr, nullptr);
+        CClientDC screen(nullptr);
+        CDC dc;
+        dc.CreateCompatibleDC(&screen);
+        CBitmap bitmap;
+        bitmap.CreateCompatibleBitmap(&screen, 40, 37);
+        const SelectScope selected(dc, bitmap);
+        NMCUSTOMDRAW draw{};
+        draw.hdr.hwndFrom = header;
+        draw.hdc = dc;
+        draw.rc = kFakeItem;
+        const bool bar = style != 0;
+        const CRect caption = quor::headerCaption(draw);
+        EXPECT_EQ(caption, CRect(0, 0, 40, bar ? kFakeCaption : 37));
+        dc.FillSolidRect(caption, 1);
+        EXPECT_EQ(quor::headerCaptionPainted(draw) & CDRF_SKIPDEFAULT, bar ? 0 : CDRF_SKIPDEFAULT);
+        dc.FillSolidRect(&kFakeItem, 2);  // as the header would
+        EXPECT_EQ(dc.GetPixel(20, kFakeCaption - 1), bar ? 1u : 2u);
+        EXPECT_EQ(dc.GetPixel(20, kFakeCaption), 2u);
+        ::DestroyWindow(header);
+    }
 }
 
 }  // namespace

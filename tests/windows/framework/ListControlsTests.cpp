@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Framework.h"
+#include "support/Input.h"
 #include "support/WindowFixture.h"
 
 namespace {
@@ -241,7 +242,7 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(DrawnList, CListCtrl)
-ON_WM_MEASUREITEM_REFLECT()
+    ON_WM_MEASUREITEM_REFLECT()
 END_MESSAGE_MAP()
 
 TEST_F(ListControls, RequestsToDrawAndMeasureReachTheListItself) {
@@ -347,6 +348,37 @@ TEST_F(ListControls, HeaderNotificationsReachTheListItself) {
     list.header.GetItemRect(0, &divider);
     list.header.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(divider.right - 1, 5));
     EXPECT_TRUE(anyOf(list.codes, HDN_DIVIDERDBLCLICKA, HDN_DIVIDERDBLCLICKW));
+}
+
+// Where the system puts back black under the picture that is dragged, the whole window is painted again. A display that
+// shows nothing at all counts as such a one.
+TEST_F(ListControls, ADraggedHeadingLeavesTheScreenAsTheWindowsAre) {
+    parent.ShowWindow(SW_HIDE);  // it would be in front
+    CListCtrl list;
+    ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, CRect(20, 40, 420, 240), &frame(), 7));
+    list.SetExtendedStyle(LVS_EX_HEADERDRAGDROP);
+    addColumns(list, 3);
+    pumpUntilIdle();
+    int painted = 0;
+    frame().onMessage = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        painted += message == WM_NCPAINT;
+        return false;
+    };
+    const auto screenIsRight = [&] {
+        CWindowDC screen(nullptr), window(&frame());
+        CRect place;
+        frame().GetWindowRect(place);
+        return screen.GetPixel(place.left + 5, place.top + 5) == window.GetPixel(5, 5);
+    };
+    const HWND header = list.GetHeaderCtrl()->m_hWnd;
+    test::sendClick(header, {150, 5});
+    pumpUntilIdle();
+    EXPECT_EQ(painted, 0);
+    test::sendDrag(header, {20, 5}, {230, 5});
+    pumpUntilIdle();
+    ASSERT_EQ(list.GetHeaderCtrl()->OrderToIndex(0), 1);
+    EXPECT_TRUE(painted > 0 || screenIsRight());
+    list.DestroyWindow();
 }
 
 TEST_F(ListControls, AHeaderStandsAlone) {

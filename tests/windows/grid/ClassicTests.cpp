@@ -21,7 +21,10 @@ protected:
     }
 };
 
-TEST_F(Classic, StepsEndInThePictureOfTheTable) {
+using ClassicOnEachRoad = test::OnEachRoad<Classic>;
+INSTANTIATE_TEST_SUITE_P(, ClassicOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(ClassicOnEachRoad, StepsEndInThePictureOfTheTable) {
     struct Step {
         const char* fact;
         bool reverse;
@@ -248,7 +251,7 @@ TEST_F(Classic, CallbacksWinInTheirOrder) {
     EXPECT_EQ(grid.CheckForFilteredData(dataOf(row("a"))), 1);
 }
 
-TEST_F(Classic, TheFilterBarGoesOnAndOff) {
+TEST_P(ClassicOnEachRoad, TheFilterBarGoesOnAndOff) {
     CFilterListCtrl grid;
     createClassic(grid);
     const auto bar = [&] { return (grid.GetHeaderCtrl()->GetStyle() & HDS_FILTERBAR) != 0; };
@@ -272,7 +275,7 @@ TEST_F(Classic, TheFilterBarGoesOnAndOff) {
     EXPECT_EQ(grid.GetColumnWidth(0), width);
 }
 
-TEST_F(Classic, TheHeaderIsTheGridsOwnFromTheStart) {
+TEST_P(ClassicOnEachRoad, TheHeaderIsTheGridsOwnFromTheStart) {
     CFilterListCtrl grid;
     createClassic(grid);
     EXPECT_TRUE(grid.GetHeaderCtrl()->IsKindOf(RUNTIME_CLASS(CColorHeaderCtrl)));

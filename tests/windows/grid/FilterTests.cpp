@@ -62,6 +62,9 @@ protected:
     CFilterListCtrl grid;
 };
 
+using GridFilterOnEachRoad = test::OnEachRoad<GridFilter>;
+INSTANTIATE_TEST_SUITE_P(, GridFilterOnEachRoad, test::eachRoad, test::roadName);
+
 TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
     begin();
     addSix();
@@ -82,11 +85,24 @@ TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
 }
 
 // Such a control makes its header late.
-TEST_F(GridFilter, AGridThatWasCreatedHiddenFiltersToo) {
+TEST_P(GridFilterOnEachRoad, AGridThatWasCreatedHiddenFiltersToo) {
     begin(false, (kGridStyle | LVS_OWNERDRAWFIXED) & ~WS_VISIBLE);
+    EXPECT_TRUE(grid.GetHeaderCtrl()->IsKindOf(RUNTIME_CLASS(CColorHeaderCtrl)));
     addSix();
     EXPECT_EQ(filtered({{1, "x"}}), "acdf");
     EXPECT_EQ(grid.GetDisplayCount(), 4);
+}
+
+TEST_P(GridFilterOnEachRoad, AHeaderThatComesLaterComesWithoutABar) {
+    const auto barIsOn = [&] { return (grid.GetHeaderCtrl()->GetStyle() & HDS_FILTERBAR) != 0; };
+    grid.SetUseFilter(TRUE);  // no window yet
+    for (int window = 0; window < 2; ++window) {
+        create(grid);
+        EXPECT_FALSE(barIsOn());
+        grid.PutListFilter();
+        EXPECT_TRUE(barIsOn()) << "the first call shows it";
+        grid.DestroyWindow();
+    }
 }
 
 TEST_F(GridFilter, TheHostIsAskedUpToTheFirstFilterThatFails) {
@@ -204,16 +220,17 @@ TEST_F(GridFilter, ThePopUpOutlivesItsGrid) {
     EXPECT_FALSE(popup.IsWindowVisible());
 }
 
-TEST_F(GridFilter, AFilterTintsTheWholeHeader) {
+TEST_P(GridFilterOnEachRoad, AFilterTintsTheWholeHeader) {
     begin();
     auto& header = *static_cast<CColorHeaderCtrl*>(grid.GetHeaderCtrl());
     const auto seen = [&](int place) {
         CRect item;
         header.GetItemRect(place, item);
-        header.RedrawWindow();
+        header.UpdateWindow();
         CClientDC dc(&header);
         return dc.GetPixel(item.right - 4, item.top + 3);
     };
+    const COLORREF plain = seen(0);
     EXPECT_EQ(header.groundOf(0), ::GetSysColor(COLOR_BTNFACE));
     grid.AddToFilteredCols(1, "x");
     EXPECT_EQ(header.groundOf(0), 0x82DDEEu);
@@ -221,9 +238,41 @@ TEST_F(GridFilter, AFilterTintsTheWholeHeader) {
     if (seen(0) == CLR_INVALID) GTEST_SKIP() << "no pixels can be read from this display";
     EXPECT_EQ(seen(0), 0x82DDEEu);
     EXPECT_EQ(seen(1), 0x20A5DAu);
+    grid.ResetFilterStore();
+    EXPECT_EQ(seen(0), plain);
 }
 
-TEST_F(GridFilter, CtrlFShowsTheBarUnlessTheFilterIsNotOffered) {
+// A heading gives up its item's alignment for the arrow.
+TEST_P(GridFilterOnEachRoad, ACaptionStandsAsItsColumnBesideAnArrow) {
+    create(grid, {{"name", 20}, {"price", 160, 1, 1}, {"middle", 160, 2, 1}});
+    grid.SetUseFilter(TRUE);
+    grid.SetOptiDataMode(true);
+    addSix();
+    CHeaderCtrl& header = *grid.GetHeaderCtrl();
+    // Of the heading's letters, from the middle of the item; the arrow is lighter.
+    const auto firstLetter = [&](int place) {
+        CRect item;
+        header.GetItemRect(place, item);
+        header.UpdateWindow();
+        CClientDC dc(&header);
+        int x = item.left + 3;
+        while (x < item.right && dc.GetPixel(x, item.CenterPoint().y) != 0) ++x;
+        return x - item.CenterPoint().x;
+    };
+    for (const bool filtered : {false, true}) {
+        if (filtered) grid.AddToFilteredCols(0, "a");
+        for (const int place : {1, 2}) {
+            NMLISTVIEW click{};
+            click.iSubItem = place;
+            LRESULT result = 0;
+            grid.OnLvnColumnclick(&click.hdr, &result);
+            EXPECT_GT(firstLetter(place), place == 1 ? 10 : -50) << filtered;
+            EXPECT_LT(firstLetter(place), place == 1 ? 60 : 0) << filtered;
+        }
+    }
+}
+
+TEST_P(GridFilterOnEachRoad, CtrlFShowsTheBarUnlessTheFilterIsNotOffered) {
     begin();
     const auto barIsOn = [&] { return (grid.GetHeaderCtrl()->GetStyle() & HDS_FILTERBAR) != 0; };
     grid.SetFocus();
@@ -302,7 +351,10 @@ protected:
     int changes = 0;
 };
 
-TEST_F(GridFilterBar, AFieldsTextReachesStoreAndOwner) {
+using GridFilterBarOnEachRoad = test::OnEachRoad<GridFilterBar>;
+INSTANTIATE_TEST_SUITE_P(, GridFilterBarOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(GridFilterBarOnEachRoad, AFieldsTextReachesStoreAndOwner) {
     CString text = "x";
     EXPECT_EQ(grid.SetVisibleColumnFilter(1, text, 0), 1);
     EXPECT_EQ(field(1), "x");
@@ -318,6 +370,32 @@ TEST_F(GridFilterBar, AFieldsTextReachesStoreAndOwner) {
     EXPECT_EQ(store(), "(1)");
     EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
     EXPECT_EQ(store(), "(0)");
+}
+
+// Custom draw brings the whole item; what lies below its caption is the header's.
+TEST_F(GridFilterBar, ATintedItemIsPaintedInItsCaptionAlone) {
+    constexpr COLORREF untouched = 0xFF00FF;
+    setOne(1, "x");
+    CHeaderCtrl& header = *grid.GetHeaderCtrl();
+    CRect item;
+    header.GetItemRect(1, item);
+    CClientDC screen(&header);
+    CDC dc;
+    dc.CreateCompatibleDC(&screen);
+    CBitmap bitmap;
+    bitmap.CreateCompatibleBitmap(&screen, item.right, item.bottom);
+    const SelectScope selected(dc, bitmap);
+    dc.FillSolidRect(0, 0, item.right, item.bottom, untouched);
+    NMCUSTOMDRAW draw{};
+    draw.hdr = {header.m_hWnd, 0, static_cast<UINT>(NM_CUSTOMDRAW)};
+    draw.dwDrawStage = CDDS_ITEMPREPAINT;
+    draw.hdc = dc;
+    draw.rc = item;
+    draw.dwItemSpec = 1;
+    grid.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&draw));
+    const int fieldTop = item.bottom / 2;
+    EXPECT_EQ(dc.GetPixel(item.right - 4, 3), 0x20A5DAu);
+    for (int y = fieldTop; y < item.bottom; ++y) EXPECT_EQ(dc.GetPixel(item.right - 4, y), untouched) << y;
 }
 
 TEST_F(GridFilterBar, DoFilterZeroSwallowsEverything) {
@@ -395,7 +473,7 @@ TEST_F(GridFilterBar, ALongFilterIsCutToTheBuffer) {
     EXPECT_EQ(grid.GetHeaderText(1, back), 1'048'575);
 }
 
-TEST_F(GridFilterBar, ChosenValuesBecomeTheFilter) {
+TEST_P(GridFilterBarOnEachRoad, ChosenValuesBecomeTheFilter) {
     add("g", "XYZ", "7");
     clickFunnel(1);
     CFilterText& popup = *CFilterText::shared(&grid);
@@ -414,7 +492,7 @@ TEST_F(GridFilterBar, ChosenValuesBecomeTheFilter) {
 }
 
 // On screen the first field is then that of the second column; places and order array stay.
-TEST_F(GridFilterBar, AColumnDraggedByTheMouseKeepsItsFilter) {
+TEST_P(GridFilterBarOnEachRoad, AColumnDraggedByTheMouseKeepsItsFilter) {
     setOne(0, "a");
     store();
     CHeaderCtrl& header = *grid.GetHeaderCtrl();
@@ -437,7 +515,7 @@ TEST_F(GridFilterBar, AColumnDraggedByTheMouseKeepsItsFilter) {
     EXPECT_EQ(store(), "1=x (1)");
 }
 
-TEST_F(GridFilterBar, TabWalksThroughTheFieldsAndWraps) {
+TEST_P(GridFilterBarOnEachRoad, TabWalksThroughTheFieldsAndWraps) {
     const auto fieldWithFocus = [&] {
         const HWND focus = ::GetFocus();
         CHeaderCtrl& header = *grid.GetHeaderCtrl();

@@ -56,10 +56,19 @@ void GridFixture::create(CFilterListCtrl& grid, std::vector<Column> columns, CRe
         record.iDataType = column.dataType;
         grid.m_arrColumns.Add(record);
     }
-    grid.Create(style, rect, &owner, kGridId);
+    giveWindow(grid, rect, style);
     ASSERT_TRUE(grid.m_hWnd);
     grid.InsertColumnsForList(nullptr);
     grid.InitColumnTextRtn(memberCallback());
+}
+
+void GridFixture::giveWindow(CFilterListCtrl& grid, CRect rect, DWORD style) {
+    if (road == test::Road::created) {
+        grid.Create(style, rect, &owner, kGridId);
+        return;
+    }
+    grid.SubclassWindow(::CreateWindowExA(0, WC_LISTVIEWA, "", style, rect.left, rect.top, rect.Width(), rect.Height(),
+                                          owner, reinterpret_cast<HMENU>(INT_PTR{kGridId}), nullptr, nullptr));
 }
 
 void GridFixture::createOpti(CFilterListCtrl& grid, bool reverse) {

@@ -7,6 +7,7 @@
 #include "src/grid/FilterListCtrl.h"
 #include "src/grid/core/CellPainting.h"
 #include "support/FakeHost.h"
+#include "support/Road.h"
 #include "support/WindowFixture.h"
 
 #include <map>
@@ -72,7 +73,7 @@ protected:
     GridFixture();
     void TearDown() override;
 
-    // Creates the window with its columns, and a text callback. No mode yet.
+    // Gives the grid a window, columns and a text callback. No mode yet.
     void create(CFilterListCtrl& grid, std::vector<Column> columns = {{"name"}}, CRect rect = CRect(0, 0, 300, 200),
                 DWORD style = kGridStyle);
     void createOpti(CFilterListCtrl& grid, bool reverse = false);
@@ -86,8 +87,11 @@ protected:
     void freeRow(const std::string& name) { m_rows.erase(name); }
 
     Owner owner;
+    test::Road road = test::Road::created;
 
 private:
+    void giveWindow(CFilterListCtrl& grid, CRect rect, DWORD style);
+
     std::map<std::string, std::unique_ptr<Row>> m_rows;
 };
 

@@ -217,6 +217,7 @@ TEST_P(LiveGridMix, EndsAsTheModelSays) {
     std::vector<Column> columns;
     for (int i = 0; i < kColumns; ++i)
         columns.push_back({.name = "", .dataType = grid_mix::kDataTypes[static_cast<std::size_t>(i)]});
+    road = GetParam() % 4 < 2 ? test::Road::created : test::Road::subclassed;
     const auto make = [&] {
         auto made = std::make_unique<LiveGrid>(kPlaces[GetParam() % std::size(kPlaces)]);
         create(made->grid(), columns, CRect(0, 0, 480, 200), kGridStyle & ~static_cast<DWORD>(LVS_NOSORTHEADER));

@@ -17,7 +17,10 @@ protected:
     }
 };
 
-TEST_F(Opti, BatchesKeepSelectionAndFocusOnTheirRows) {
+using OptiOnEachRoad = test::OnEachRoad<Opti>;
+INSTANTIATE_TEST_SUITE_P(, OptiOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(OptiOnEachRoad, BatchesKeepSelectionAndFocusOnTheirRows) {
     const struct {
         const char* fact;
         bool reverse;

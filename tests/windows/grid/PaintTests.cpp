@@ -49,12 +49,31 @@ protected:
                 if (::GetPixel(dc, x, y) == color) last = x, first = first == -1 ? x : first;
         return {first, last};
     }
+    // Images of 16 by 17 in these colours.
+    void addImages(CImageList& images, std::initializer_list<COLORREF> colors) {
+        images.Create(16, 17, ILC_COLOR32, 1, 1);
+        for (const COLORREF color : colors) {
+            CClientDC dc(&grid);
+            CDC memory;
+            memory.CreateCompatibleDC(&dc);
+            CBitmap bitmap;
+            bitmap.CreateCompatibleBitmap(&dc, 16, 17);
+            {
+                const SelectScope selected(memory, bitmap);
+                memory.FillSolidRect(0, 0, 16, 17, color);
+            }
+            images.Add(&bitmap, static_cast<CBitmap*>(nullptr));
+        }
+    }
     bool hasInk(const CRect& rect, COLORREF color) { return inked(rect, color).first != -1; }
 
     CFilterListCtrl grid;
 };
 
-TEST_F(Paint, TheGroundOfARowFollowsTheFlags) {
+using PaintOnEachRoad = test::OnEachRoad<Paint>;
+INSTANTIATE_TEST_SUITE_P(, PaintOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(PaintOnEachRoad, TheGroundOfARowFollowsTheFlags) {
     struct Case {
         const char* fact;
         std::function<void(CFilterListCtrl&, Row&)> set;
@@ -95,7 +114,7 @@ TEST_F(Paint, TheGroundOfARowFollowsTheFlags) {
     }
 }
 
-TEST_F(Paint, TheSelectionLooksDifferentWithTheFocus) {
+TEST_P(PaintOnEachRoad, TheSelectionLooksDifferentWithTheFocus) {
     createGrid();
     fill(grid, "ab*c");
     ::SetFocus(owner);
@@ -199,17 +218,7 @@ TEST_F(Paint, ALongTextEndsInsideItsCell) {
 TEST_F(Paint, IconsAndImagesStandInTheirCells) {
     createGrid({{"name", 40}, {"icon", 60, 2048, 1}, {"image", 60, 2048, 8}});
     CImageList images;
-    images.Create(16, 17, ILC_COLOR32, 1, 1);
-    CBitmap bitmap;
-    {
-        CClientDC dc(&grid);
-        CDC memory;
-        memory.CreateCompatibleDC(&dc);
-        bitmap.CreateCompatibleBitmap(&dc, 16, 17);
-        const SelectScope selected(memory, bitmap);
-        memory.FillSolidRect(0, 0, 16, 17, 0x0000FF);
-    }
-    images.Add(&bitmap, static_cast<CBitmap*>(nullptr));
+    addImages(images, {0x0000FF});
     grid.SetImageList(&images, LVSIL_NORMAL);
     fill(grid, "ab");
     row("a")->icon = 0;  // an image; as an icon handle it cannot be drawn
@@ -226,7 +235,26 @@ TEST_F(Paint, IconsAndImagesStandInTheirCells) {
     grid.SetImageList(nullptr, LVSIL_NORMAL);
 }
 
-TEST_F(Paint, OneTextIsAskedPerVisibleCell) {
+// The control keeps no state of a row but selection and focus; it asks the grid for the state image.
+TEST_P(PaintOnEachRoad, ACheckImageStandsAtTheLeftOfItsRow) {
+    constexpr COLORREF unchecked = 0x0000FF, checked = 0x00FF00;
+    createGrid({{"name", 80, 1}});
+    CImageList images;
+    addImages(images, {unchecked, checked});
+    grid.SetImageList(&images, LVSIL_STATE);
+    fill(grid, "ab");
+    grid.SetCheck(1, 1);
+    redraw();
+    EXPECT_EQ(pixel(0, bounds(0).top), unchecked);
+    EXPECT_EQ(pixel(15, bounds(0).bottom - 1), unchecked);
+    EXPECT_EQ(pixel(0, bounds(1).top), checked);
+    EXPECT_EQ(grid.CListCtrl::GetItemState(0, LVIS_STATEIMAGEMASK), UINT{INDEXTOSTATEIMAGEMASK(2)});
+    grid.SetImageList(nullptr, LVSIL_STATE);
+    redraw();
+    EXPECT_FALSE(hasInk(bounds(0), unchecked));
+}
+
+TEST_P(PaintOnEachRoad, OneTextIsAskedPerVisibleCell) {
     createGrid({{"name"}, {"bid"}, {"ask"}});
     fill(grid, "abcdefghijklmnopqrstuvwxyz");
     redraw();
@@ -266,7 +294,7 @@ TEST_F(Paint, AnOwnerPaintsAGridWithoutACallback) {
     EXPECT_EQ(owner.drawItems, 2);
 }
 
-TEST_F(Paint, RowsAreAsHighAsTheirFontAndLinesAsk) {
+TEST_P(PaintOnEachRoad, RowsAreAsHighAsTheirFontAndLinesAsk) {
     createGrid();
     fill(grid, "ab");
     CFont font;
@@ -284,7 +312,7 @@ TEST_F(Paint, RowsAreAsHighAsTheirFontAndLinesAsk) {
     grid.SetFont(nullptr);
 }
 
-TEST_F(Paint, ADraggedColumnRepaintsRowsOfSeveralLines) {
+TEST_P(PaintOnEachRoad, ADraggedColumnRepaintsRowsOfSeveralLines) {
     createGrid();
     fill(grid, "ab");
     redraw();

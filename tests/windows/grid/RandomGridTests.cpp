@@ -155,6 +155,7 @@ private:
 class RandomGridSeeds : public RandomGrid, public ::testing::WithParamInterface<unsigned> {};
 
 TEST_P(RandomGridSeeds, EndsAsTheNaiveModelOnAControlOfItsOwn) {
+    road = GetParam() % 4 < 2 ? test::Road::created : test::Road::subclassed;
     begin(GetParam(), GetParam() % 2 == 0);
     for (int i = 0; i < 400; ++i) {
         step();

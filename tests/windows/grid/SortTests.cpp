@@ -82,7 +82,10 @@ private:
     std::unique_ptr<CFilterListCtrl> m_grid;
 };
 
-TEST_F(Sort, ClicksEndInThePictureOfTheTable) {
+using SortOnEachRoad = test::OnEachRoad<Sort>;
+INSTANTIATE_TEST_SUITE_P(, SortOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(SortOnEachRoad, ClicksEndInThePictureOfTheTable) {
     struct Case {
         const char* fact;
         Mode mode;
@@ -179,7 +182,7 @@ TEST_F(Sort, SelectionStaysWhereItIsOnScreen) {
     EXPECT_EQ(picture(grid()), "b*cad");
 }
 
-TEST_F(Sort, TheOldArrowLosesImageAndAlignment) {
+TEST_P(SortOnEachRoad, TheOldArrowLosesImageAndAlignment) {
     open();
     add(ties);
     constexpr int formats = HDF_STRING | HDF_BITMAP_ON_RIGHT | HDF_IMAGE;
@@ -192,6 +195,53 @@ TEST_F(Sort, TheOldArrowLosesImageAndAlignment) {
     EXPECT_EQ(arrow(1).fmt & ~HDF_OWNERDRAW, HDF_STRING);
     EXPECT_EQ(arrow(2).fmt & ~HDF_OWNERDRAW, formats);
     EXPECT_EQ(arrow(2).iImage, 0);
+}
+
+// Not all rows are asked for, and not in the control's way: it would know neither heading nor arrow.
+TEST_F(Sort, ADoubleClickOnADividerFitsTheRowsInViewTheHeadingAndTheArrow) {
+    constexpr int margins = 12, arrowRoom = 22;
+    int heard = 0;
+    owner.onNotify = [&](const NMHDR& news) { heard += news.code == static_cast<UINT>(HDN_DIVIDERDBLCLICKA); };
+    open(opti, false, 2);
+    for (int i = 0; i < 100; ++i) grid().AddRow(row("row " + std::to_string(i)), false);
+    processEndofBatchUpdates();
+    grid().UpdateWindow();
+    CHeaderCtrl* const header = grid().GetHeaderCtrl();
+    const auto doubleClick = [&] {
+        CRect item;
+        header->GetItemRect(1, &item);
+        owner.asked = 0;
+        header->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(item.right - 1, 5));
+        EXPECT_LE(owner.asked, grid().GetCountPerPage() + 1);
+        return grid().GetColumnWidth(1);
+    };
+    row("row 99")->cells[1] = std::string(60, '8');
+    EXPECT_EQ(doubleClick(), grid().GetStringWidth("value") + margins);
+    click(1);
+    EXPECT_EQ(doubleClick(), grid().GetStringWidth("value") + margins + arrowRoom);
+    Row* const shown = rowOf(grid().GetItemData(0));
+    shown->cells[1] = "123456789.25";
+    EXPECT_EQ(doubleClick(), grid().GetStringWidth("123,456,789.25") + margins) << "as it is painted";
+    EXPECT_EQ(heard, 3);
+}
+
+CFilterListCtrl* g_ending = nullptr;
+
+int endTheGrid(DWORD_PTR, int, CString&, COLORREF&, COLORREF&, int&) {
+    g_ending->DestroyWindow();
+    return 1;
+}
+
+TEST_F(Sort, AHostMayEndTheGridWhileItIsMeasured) {
+    open();
+    add(ties);
+    g_ending = &grid();
+    CRect item;
+    grid().GetHeaderCtrl()->GetItemRect(1, &item);
+    grid().InitColumnTextRtn(ColumnTextMemberCallback());
+    grid().InitColumnTextRtn(&endTheGrid);
+    grid().GetHeaderCtrl()->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(item.right - 1, 5));
+    EXPECT_EQ(grid().m_hWnd, nullptr);
 }
 
 TEST_F(Sort, ALockedSortIgnoresClicksAndSurvivesARebuild) {

@@ -34,11 +34,11 @@ struct StoredProfile : ProfileSource {
 };
 
 struct Columns : ListFixture {
-    Columns() {
+    void SetUp() override {
         list.m_csListName = "orders";
         list.SetProfileSource(&profile);
         addColumns(list, {"Symbol", "Price", "Qty"});
-        subclass(list);
+        giveWindow(list);
     }
     void TearDown() override {
         list.DestroyWindow();
@@ -55,6 +55,9 @@ struct Columns : ListFixture {
     TestList list;
 };
 
+using ColumnsOnEachRoad = test::OnEachRoad<Columns>;
+INSTANTIATE_TEST_SUITE_P(, ColumnsOnEachRoad, test::eachRoad, test::roadName);
+
 TEST_F(Columns, NothingStoredShowsAllAndReadsNoSortOrder) {
     list.InsertColumnsForList(nullptr);
     EXPECT_EQ(profile.asked, "orders 3");
@@ -63,7 +66,7 @@ TEST_F(Columns, NothingStoredShowsAllAndReadsNoSortOrder) {
     EXPECT_TRUE(list.calls.take().empty());
 }
 
-TEST_F(Columns, StoredProfileIsShownAndItsUserColumnAppended) {
+TEST_P(ColumnsOnEachRoad, StoredProfileIsShownAndItsUserColumnAppended) {
     profile.add(0, 1, 50);
     profile.add(1, -1, 0);
     profile.add(2, 0, 70);
@@ -124,7 +127,7 @@ TEST_F(Columns, FormatsReachTheHeader) {
     EXPECT_EQ(headerItem(2).iImage, 2);
 }
 
-TEST_F(Columns, LoadHeadersReplacesTheSetAndTellsTheDialog) {
+TEST_P(ColumnsOnEachRoad, LoadHeadersReplacesTheSetAndTellsTheDialog) {
     list.InsertColumnsForList(nullptr);
     CArray<int, int> columns, widths;
     for (const int column : {2, 0}) columns.Add(column);

@@ -16,8 +16,8 @@ INT_PTR entries(const CArray<CCommonListCtrl*, CCommonListCtrl*>& registry, cons
 enum class Road { create, createEx, subclass, subclassOwnerDrawn };
 
 struct Roads : ListFixture, testing::WithParamInterface<Road> {
-    void take(CCommonListCtrl& list, Road road) {
-        switch (road) {
+    void take(CCommonListCtrl& list, Road by) {
+        switch (by) {
             case Road::create:
                 return create(list);
             case Road::createEx:
@@ -29,10 +29,10 @@ struct Roads : ListFixture, testing::WithParamInterface<Road> {
                 return subclass(list);
         }
     }
-    void show(CCommonListCtrl& list, Road road) {
+    void show(CCommonListCtrl& list, Road by) {
         list.m_csListName = "orders";
         addColumns(list, {"Symbol", "Price", "Qty"});
-        take(list, road);
+        take(list, by);
         list.InsertColumnsForList(nullptr);
         addRows(list, 6);
         pumpUntilIdle();

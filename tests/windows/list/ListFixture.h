@@ -5,6 +5,7 @@
 #include "src/list/CommonListCtrl.h"
 #include "support/CallRecorder.h"
 #include "support/FakeHost.h"
+#include "support/Road.h"
 #include "support/WindowFixture.h"
 
 namespace list_tests {
@@ -51,6 +52,8 @@ struct ListFixture : test::WindowFixture {
     void subclass(CCommonListCtrl& list) { list.SubclassDlgItem(kListId, &owner); }
     void create(CCommonListCtrl& list, DWORD style = kListStyle);
     void createEx(CCommonListCtrl& list);
+    // The one of `road`.
+    void giveWindow(CCommonListCtrl& list) { road == test::Road::created ? create(list) : subclass(list); }
 
     static void addColumns(CCommonListCtrl& list, std::initializer_list<const char*> names, int width = 80);
     static void addRows(CCommonListCtrl& list, int count);
@@ -59,6 +62,7 @@ struct ListFixture : test::WindowFixture {
     static std::string ints(const CArray<int, int>& array);
 
     Owner owner;
+    test::Road road = test::Road::subclassed;
 
 private:
     void removeTemplateControl();

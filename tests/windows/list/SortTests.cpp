@@ -57,7 +57,7 @@ struct Sorts : ListFixture {
         list.m_arrColumns[1].iFormat = kFormatRight;
         const int shown[] = {0, 1, 2, 3, 4};
         list.SetDefaultCols(5, shown);
-        subclass(list);
+        giveWindow(list);
         list.InsertColumnsForList(nullptr);
         if (rows) addFive();
         pumpUntilIdle();
@@ -113,7 +113,10 @@ struct Sorts : ListFixture {
     SortedList list;
 };
 
-TEST_F(Sorts, AClickOnANewColumnRisesTheNextOneFalls) {
+using SortsOnEachRoad = test::OnEachRoad<Sorts>;
+INSTANTIATE_TEST_SUITE_P(, SortsOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(SortsOnEachRoad, AClickOnANewColumnRisesTheNextOneFalls) {
     start();
     clickHeader(1);  // "-" and "NA" are -1
     EXPECT_EQ(rows(), "13420");
@@ -270,7 +273,7 @@ TEST_F(Sorts, ARefusedLockIsLogged) {
     EXPECT_EQ(fakeHost().count("AddToTabbedLog Error while saving Lock profile 0 0"), 1);
 }
 
-TEST_F(Sorts, AStoredLockSortsAgainWithCtrlZero) {
+TEST_P(SortsOnEachRoad, AStoredLockSortsAgainWithCtrlZero) {
     store("SortLockInfo", "True,1,1");
     list.m_bLockSortEnabled = 1;
     start();
@@ -401,7 +404,7 @@ TEST_F(Sorts, AutoSortOffDoesNothing) {
 
 // --- Levels
 
-TEST_F(Sorts, LevelsAreReadShownAndStored) {
+TEST_P(SortsOnEachRoad, LevelsAreReadShownAndStored) {
     store("COLUMN_SORT_ORDER_PROFILE", "Price->1, Name -> -1,Nowhere->1#1");
     list.m_bMultiSortEnabled = 1;
     list.m_bSortLocked = list.m_bSorted = 1;

@@ -6,9 +6,9 @@ namespace {
 using namespace list_tests;
 
 struct HeaderToolTips : ListFixture {
-    HeaderToolTips() {
+    void SetUp() override {
         addColumns(list, {"Symbol", "Price", "Qty"});
-        subclass(list);
+        giveWindow(list);
         list.InsertColumnsForList(nullptr);
     }
     void TearDown() override {
@@ -33,7 +33,10 @@ struct HeaderToolTips : ListFixture {
     TestList list;
 };
 
-TEST_F(HeaderToolTips, CoverTheirColumns) {
+using HeaderToolTipsOnEachRoad = test::OnEachRoad<HeaderToolTips>;
+INSTANTIATE_TEST_SUITE_P(, HeaderToolTipsOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(HeaderToolTipsOnEachRoad, CoverTheirColumns) {
     EXPECT_EQ(tools(), "Symbol 0..80, Price 80..160, Qty 160..240");
     EXPECT_EQ(list.m_ToolTip.GetToolCount(), 3);
 }
@@ -96,7 +99,7 @@ TEST_F(HeaderToolTips, ShowWhenTheMouseRestsOnTheHeader) {
 }
 
 // A column is dragged behind the last one with the mouse.
-TEST_F(HeaderToolTips, FollowAColumnThatIsDragged) {
+TEST_P(HeaderToolTipsOnEachRoad, FollowAColumnThatIsDragged) {
     CHeaderCtrl* header = list.GetHeaderCtrl();
     test::sendDrag(header->m_hWnd, CPoint(40, 5), CPoint(230, 5));
     pumpUntilIdle();

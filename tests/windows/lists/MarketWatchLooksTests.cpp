@@ -138,6 +138,20 @@ TEST_F(MarketWatchLooks, WidthsFitTheHostsTexts) {
     EXPECT_EQ(list->GetColumnWidth(0), 50);
 }
 
+TEST_F(MarketWatchLooks, ADoubleClickOnADividerFitsTheRowsInView) {
+    open();
+    addRow("A symbol of some length", 1);
+    for (int i = 0; i < 60; ++i) addRow("B", 1);
+    addRow("The longest symbol of all, and out of view", 1);
+    CHeaderCtrl* const header = list->GetHeaderCtrl();
+    CRect item;
+    header->GetItemRect(0, &item);
+    header->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(item.right - 1, 5));
+    const int text = textWidth("A symbol of some length/0");
+    EXPECT_GE(list->GetColumnWidth(0), text);
+    EXPECT_LE(list->GetColumnWidth(0), text + 20);
+}
+
 // Columns c3 (20 pixels), c0, c1, c2 (60 each) on screen.
 TEST_F(MarketWatchLooks, PointsFindRowAndColumnAsTheyStand) {
     open();
