@@ -1,6 +1,8 @@
 // CString: the framework's narrow string, one byte a character, code page 1252.
 //
-// Copies share one counted text until one of them is written to (copy on write; the count is not atomic: one thread).
+// Copies share one counted text until one of them is written to (copy on write). The count is not atomic: strings that
+// share a text belong to one thread, and so a string is not handed to another thread by copying it, nor by passing it
+// by value. CString(text.GetString()) shares nothing; any thread may make it while nobody changes `text`.
 // An object is one pointer. The empty string is the null pointer: it never allocates, and a CString in zeroed memory is
 // a valid empty one, so globals are usable before any constructor ran.
 //

@@ -13,6 +13,8 @@ HRESULT codeOf(Reason reason) {
     switch (reason) {
         case Reason::BadArgument:
             return E_INVALIDARG;
+        case Reason::NoOutput:
+            return E_POINTER;
         case Reason::OutsideBounds:
             return kOutsideBounds;
         case Reason::NotFound:
@@ -40,6 +42,7 @@ Failure currentFailure() noexcept {
 }
 
 HRESULT report(const Failure& failure) noexcept {
+    ::SetErrorInfo(0, nullptr);
     ICreateErrorInfo* creating = nullptr;
     if (FAILED(::CreateErrorInfo(&creating))) return failure.code;
     creating->SetGUID(serverDescription().interfaceId);

@@ -15,7 +15,8 @@ struct Failure {
 };
 Failure currentFailure() noexcept;
 
-// Makes the sentence the thread's error info, with the server's interface and program id. Returns `failure.code`.
+// Makes the sentence the thread's error info, with the server's interface and program id; where memory is too short for
+// that, the thread has none afterwards. Returns `failure.code`.
 HRESULT report(const Failure& failure) noexcept;
 
 // UTF-8 and back. A null BSTR is an empty text; the new one belongs to the caller, null when memory is out.

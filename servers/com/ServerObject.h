@@ -3,6 +3,7 @@
 #pragma once
 
 #include "servers/com/ErrorReport.h"
+#include "servers/core/Refusal.h"
 
 #include <atomic>
 
@@ -16,7 +17,7 @@ public:
     ServerObject& operator=(const ServerObject&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (!object) return E_POINTER;
+        if (!object) return withoutInfo(E_POINTER);
         *object = nullptr;
         if (::IsEqualIID(iid, IID_IUnknown) || ::IsEqualIID(iid, IID_IDispatch) ||
             ::IsEqualIID(iid, serverDescription().interfaceId))
@@ -35,12 +36,12 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
+        if (!count) return withoutInfo(E_POINTER);
         *count = 1;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
-        if (!info) return E_POINTER;
+        if (!info) return withoutInfo(E_POINTER);
         *info = nullptr;
         return index == 0 ? interfaceInfo(info) : DISP_E_BADINDEX;
     }
@@ -75,16 +76,24 @@ protected:
         }
     }
 
-    // A place of the interface that nobody calls. No older error info may be taken for its own.
-    static HRESULT unnamed() {
-        ::SetErrorInfo(0, nullptr);
-        return E_NOTIMPL;
+    // Refuses a call that would write to nowhere.
+    static void requireOutput(const void* output) {
+        if (!output) throw Refusal(Reason::NoOutput, "An output has no address.");
     }
+
+    // A place of the interface that nobody calls.
+    static HRESULT unnamed() { return withoutInfo(E_NOTIMPL); }
 
     // Of the last method that failed; an empty sentence if none has.
     const Failure& lastFailure() const { return m_lastFailure; }
 
 private:
+    // A failure that says nothing more: no older error info may be taken for its own.
+    static HRESULT withoutInfo(HRESULT code) {
+        ::SetErrorInfo(0, nullptr);
+        return code;
+    }
+
     template <class Call>
     HRESULT withInfo(Call&& call) {
         if (!m_info) {

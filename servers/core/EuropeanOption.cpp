@@ -25,8 +25,6 @@ double cumulative(double x) {
 
 double density(double x) { return std::isinf(x) ? 0 : boost::math::pdf(Normal(), x); }
 
-double signOf(Right right) { return right == Right::Call ? 1 : -1; }
-
 // Without time or volatility the outcome is certain: d1 and d2 are infinite, and 0 where the payment is 0 either way.
 double certainDistance(double forward, double strike) {
     if (forward == strike) return 0;
@@ -59,7 +57,10 @@ Terms termsOf(const Option& o) {
     return t;
 }
 
-double priceOf(const Terms& t) { return std::max(0.0, t.sign * (t.asset * t.n1 - t.strike * t.n2)); }
+// Never a rounding below what the option is worth without volatility.
+double priceOf(const Terms& t) {
+    return std::max({0.0, t.sign * (t.asset - t.strike), t.sign * (t.asset * t.n1 - t.strike * t.n2)});
+}
 
 // A year's theta: the time value that melts, and what the payments earn.
 double yearlyTheta(const Option& o, const Terms& t) {

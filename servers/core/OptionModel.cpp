@@ -18,30 +18,19 @@ void require(bool holds, const char* sentence) {
 
 bool positive(double x) { return std::isfinite(x) && x > 0; }
 
-// The formulas know no cash dividends: the asset is worth less by what it will have paid.
-Option prepared(Option option) {
-    check(option);
-    option.spot -= option.dividends;
-    option.dividends = 0;
-    return option;
-}
-
 double priceOf(const Option& option) {
-    return option.exercise == Exercise::American ? americanPrice(option) : europeanPrice(option);
+    return option.exercise == Exercise::American ? americanPrice(option) : europeanPrice(withoutDividends(option));
 }
 
-Bounds boundsOf(Option option) {
-    Bounds bounds;
+Bounds europeanBounds(Option option) {
     option.volatility = 0;
     const double asset = option.spot * std::exp((option.carry - option.rate) * option.years);
     const double strike = option.strike * std::exp(-option.rate * option.years);
-    bounds.lower = europeanPrice(option);
-    bounds.upper = option.right == Right::Call ? asset : strike;
-    if (option.exercise == Exercise::American) {
-        bounds.lower = std::max(bounds.lower, certainAmericanPrice(option));
-        bounds.upper = std::max(bounds.upper, option.right == Right::Call ? option.spot : option.strike);
-    }
-    return bounds;
+    return {europeanPrice(option), option.right == Right::Call ? asset : strike};
+}
+
+Bounds boundsOf(const Option& option) {
+    return option.exercise == Exercise::American ? americanBounds(option) : europeanBounds(withoutDividends(option));
 }
 
 // The first volatility found at which the option costs at least `target`; 0 if there is none.
@@ -54,6 +43,12 @@ double volatilityAbove(Option option, double target) {
 }
 
 }  // namespace
+
+Option withoutDividends(Option option) {
+    option.spot -= option.dividends;
+    option.dividends = 0;
+    return option;
+}
 
 void check(const Option& o) {
     require(positive(o.spot), "The price of the asset must be above 0.");
@@ -68,24 +63,30 @@ void check(const Option& o) {
 }
 
 Valuation value(const Option& option) {
-    const Option o = prepared(option);
-    return o.exercise == Exercise::American ? americanValue(o) : europeanValue(o);
+    check(option);
+    return option.exercise == Exercise::American ? americanValue(option) : europeanValue(withoutDividends(option));
 }
 
-double price(const Option& option) { return priceOf(prepared(option)); }
+double price(const Option& option) {
+    check(option);
+    return priceOf(option);
+}
 
-Bounds priceBounds(const Option& option) { return boundsOf(prepared(option)); }
+Bounds priceBounds(const Option& option) {
+    check(option);
+    return boundsOf(option);
+}
 
 double impliedVolatility(const Option& option, double price) {
     Option o = option;
     o.volatility = 0;
-    o = prepared(o);
+    check(o);
     require(std::isfinite(price), "The option's price must be a number.");
     if (o.years == 0) throw Refusal(Reason::OutsideBounds, "An option at expiry has no volatility.");
     const Bounds bounds = boundsOf(o);
+    if (price == bounds.lower) return 0;
     if (price < bounds.lower || price >= bounds.upper)
         throw Refusal(Reason::OutsideBounds, "The price lies outside the no-arbitrage bounds.");
-    if (price == bounds.lower) return 0;
     const double high = volatilityAbove(o, price);
     if (high == 0) throw Refusal(Reason::OutsideBounds, "The price is too near its upper bound.");
 

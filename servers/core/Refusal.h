@@ -9,6 +9,7 @@ namespace servers {
 
 enum class Reason {
     BadArgument,    // a number or a text that means nothing here
+    NoOutput,       // an output without an address
     OutsideBounds,  // a price that no volatility gives
     NotFound,       // no such portfolio, or none selected
     AlreadyThere,   // a portfolio of that name exists

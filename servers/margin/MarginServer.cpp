@@ -38,7 +38,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetErrorDetails(BSTR* details) override {
         return guarded([&] {
-            if (!details) return E_POINTER;
+            requireOutput(details);
             const BSTR text = newBstr(lastFailure().sentence);
             if (!text) throw std::bad_alloc();
             *details = text;
@@ -68,7 +68,7 @@ private:
     template <class Number>
     HRESULT written(double* output, Number&& number) {
         return guarded([&] {
-            if (!output) return E_POINTER;
+            requireOutput(output);
             *output = number();
             return S_OK;
         });

@@ -4,6 +4,8 @@
 #include "servers/core/Refusal.h"
 #include "servers/interfaces/CalculationServers.h"
 
+#include <array>
+
 namespace servers {
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 // Where the results of a valuation go.
 struct Outputs {
     double *price, *delta, *gamma, *theta, *vega, *rho;
-    bool complete() const { return price && delta && gamma && theta && vega && rho; }
+    std::array<const double*, 6> all() const { return {price, delta, gamma, theta, vega, rho}; }
 };
 
 void write(const Valuation& v, const Outputs& out) {
@@ -51,7 +53,7 @@ public:
                                                          double rate, double carry, double dividends, short kind,
                                                          double* volatility) override {
         return guarded([&] {
-            if (!volatility) return E_POINTER;
+            requireOutput(volatility);
             if (kind < 0 || kind > 3) throw Refusal(Reason::BadArgument, "The kind must be from 0 to 3.");
             const Option option = {
                 spot, strike, years, rate, carry, 0, dividends, rightOf(kind & 1), exerciseOf(kind >> 1), 0};
@@ -74,7 +76,7 @@ private:
     template <class Describe>
     HRESULT valued(const Outputs& out, Describe&& describe) {
         return guarded([&] {
-            if (!out.complete()) return E_POINTER;
+            for (const double* output : out.all()) requireOutput(output);
             write(value(describe()), out);
             return S_OK;
         });

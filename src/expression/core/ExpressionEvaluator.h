@@ -11,7 +11,10 @@
 // it stands first in the text, or behind an operator with blanks between them (`2* -3`); behind "(" it subtracts from
 // an inserted zero. Integers of \ % << >> & | are 32-bit, truncated toward zero; what does not fit is -2147483648.
 //
-// Texts end at the first NUL. All functions are reentrant; the time is proportional to the length of the text.
+// Texts end at the first NUL. The time is proportional to the length of the text. The functions keep no state, so any
+// thread may call them, with strings that no other thread's strings share their text with: a CString that is passed by
+// value is one more copy, and copies count each other without a lock. Of a text that several threads know, pass
+// GetString().
 #pragma once
 
 #include "platform/Framework.h"

@@ -1,5 +1,7 @@
 // The option server's mathematics: published figures, laws that hold between prices, an independent tree, and the
-// search for the volatility over a grid of options.
+// search for the volatility over a grid of options. Random options are in OptionPropertyTests.cpp.
+#include "PlainTree.h"
+
 #include "servers/core/OptionModel.h"
 #include "servers/core/Refusal.h"
 
@@ -31,24 +33,7 @@ Option american(Option o) {
     return o;
 }
 
-// A plain binomial tree (Cox, Ross, Rubinstein 1979), averaged over an even and an odd number of steps.
-double plainTree(const Option& o, int steps) {
-    const double dt = o.years / steps, up = std::exp(o.volatility * std::sqrt(dt)), down = 1 / up;
-    const double p = (std::exp(o.carry * dt) - down) / (up - down), discount = std::exp(-o.rate * dt);
-    const double sign = o.right == Right::Call ? 1 : -1;
-    const auto spotAt = [&](int ups, int step) { return o.spot * std::pow(up, 2 * ups - step); };
-    std::vector<double> prices;
-    for (int i = 0; i <= steps; ++i) prices.push_back(std::max(0.0, sign * (spotAt(i, steps) - o.strike)));
-    for (int step = steps - 1; step >= 0; --step)
-        for (int i = 0; i <= step; ++i) {
-            const auto at = static_cast<std::size_t>(i);
-            const double held = discount * ((1 - p) * prices[at] + p * prices[at + 1]);
-            prices[at] = std::max(held, sign * (spotAt(i, step) - o.strike));
-        }
-    return prices[0];
-}
-
-double oracle(const Option& o) { return (plainTree(o, 1000) + plainTree(o, 1001)) / 2; }
+double oracle(const Option& o) { return option_test::plainTrees(o).american; }
 
 TEST(OptionModel, PublishedFigures) {
     EXPECT_NEAR(price(option(42, 40, 0.5, 0.10, 0.10, 0.20, Right::Call)), 4.7594, 5e-5);
@@ -115,7 +100,7 @@ TEST(OptionModel, AmericanPriceAndGreeksAgreeWithAPlainTree) {
             return oracle(m);
         };
         const Valuation v = value(o);
-        EXPECT_NEAR(v.price, oracle(o), 1e-4 * o.spot / 10);
+        EXPECT_NEAR(v.price, oracle(o), 3e-5 * o.spot);
         EXPECT_GT(v.price, price(european));
         const double h = o.spot * 0.02;
         EXPECT_NEAR(v.delta, (moved(h, 0, 0) - moved(-h, 0, 0)) / (2 * h), 3e-3);
@@ -147,10 +132,32 @@ TEST(OptionModel, DeepInTheMoneyAnAmericanPutIsExercisedAtOnce) {
     EXPECT_EQ(v.theta, 0);
 }
 
-TEST(OptionModel, CashDividendsComeOffTheAsset) {
-    Option with = option(100, 95, 0.5, 0.05, 0.05, 0.3, Right::Call);
-    with.dividends = 3;
-    EXPECT_EQ(price(with), price(option(97, 95, 0.5, 0.05, 0.05, 0.3, Right::Call)));
+// Neither a rate of 0 or less nor a carry above the rate is enough to rule early exercise out.
+TEST(OptionModel, EarlyExercisePaysAtRatesOfZeroAndBelow) {
+    for (const Option& o :
+         {option(90, 100, 1, 0, 0.05, 0.2, Right::Put), option(90, 100, 1, -0.03, 0.05, 0.2, Right::Put),
+          option(110, 100, 1, -0.06, -0.03, 0.2, Right::Call)}) {
+        EXPECT_NEAR(price(american(o)), oracle(american(o)), 2e-3);
+        EXPECT_GT(price(american(o)), price(o) + 0.1);
+    }
+}
+
+// Held, the call on the rest of the spot costs 16.10.
+TEST(OptionModel, AnAmericanCallIsExercisedBeforeItsDividendsArePaid) {
+    Option o = american(option(100, 80, 0.25, 0.05, 0.05, 0.2, Right::Call));
+    o.dividends = 5;
+    const Valuation v = value(o);
+    EXPECT_EQ(v.price, 20);
+    EXPECT_EQ(v.delta, 1);
+    EXPECT_EQ(v.theta, 0);
+    EXPECT_EQ(priceBounds(o).lower, 20);
+    EXPECT_EQ(impliedVolatility(o, 20), 0);
+    o.volatility = 0.9;
+    EXPECT_EQ(price(o), price(option(95, 80, 0.25, 0.05, 0.05, 0.9, Right::Call)));
+    EXPECT_NEAR(impliedVolatility(o, price(o)), 0.9, 1e-9);
+    o.dividends = 90;  // more than the strike: nothing that the rest of the asset does matters
+    EXPECT_EQ(price(o), 20);
+    EXPECT_EQ(impliedVolatility(o, 20), 0);
 }
 
 TEST(OptionModel, AtExpiryAndWithoutVolatilityThePaymentIsCertain) {
@@ -174,17 +181,38 @@ TEST(OptionModel, AtExpiryAndWithoutVolatilityThePaymentIsCertain) {
     }
 }
 
-// Tiny and huge volatilities, where a tree's probabilities leave the reach of a double.
+// Exercised now, at expiry, and between, where what the asset loses equals what the strike earns.
+TEST(OptionModel, SlopesWithoutVolatilityAreThoseOfTheBestTime) {
+    const Option rows[] = {option(90, 100, 1, 0.05, 0.05, 0, Right::Put), option(110, 100, 1, 0.05, 0, 0, Right::Call),
+                           option(90, 100, 1, 0.02, -0.05, 0, Right::Put),
+                           option(30, 100, 2, 0.02, -0.05, 0, Right::Put)};
+    for (const Option& row : rows) {
+        const Option o = american(row);
+        const auto moved = [&o](double years, double rate) {
+            Option m = o;
+            m.years += years;
+            m.rate += rate;
+            if (m.carry != 0) m.carry += rate;
+            return price(m);
+        };
+        const double e = 1e-4;
+        const Valuation v = value(o);
+        EXPECT_NEAR(v.theta, (moved(-e, 0) - moved(e, 0)) / (2 * e) / 365, 1e-7) << o.spot;
+        EXPECT_NEAR(v.rho, (moved(0, e) - moved(0, -e)) / (2 * e) / 100, 1e-4) << o.spot;
+    }
+}
+
+// Tiny and huge volatilities too.
 TEST(OptionModel, AmericanPricesRiseWithTheVolatilityBetweenTheirBounds) {
     for (const Right right : {Right::Call, Right::Put})
-        for (const double spot : {50.0, 99.0, 100.0, 101.0, 200.0}) {
+        for (const double spot : {50.0, 100.0, 200.0}) {
             Option o = american(option(spot, 100, 2, 0.06, 0.01, 0, right));
             const Bounds bounds = priceBounds(o);
             double last = bounds.lower;
-            for (double volatility = 1e-7; volatility < 1e3; volatility *= 1.7) {
+            for (double volatility = 1e-7; volatility < 1e3; volatility *= 4) {
                 o.volatility = volatility;
                 const double now = price(o);
-                EXPECT_GE(now, last - 2e-4 * spot / 100) << spot << " at " << volatility;
+                EXPECT_GE(now, last - 1e-7) << spot << " at " << volatility;
                 EXPECT_LE(now, bounds.upper);
                 last = now;
             }
@@ -194,28 +222,19 @@ TEST(OptionModel, AmericanPricesRiseWithTheVolatilityBetweenTheirBounds) {
 
 TEST(ImpliedVolatility, GivesThePriceBack) {
     int searched = 0;
-    for (const Exercise exercise : {Exercise::European, Exercise::American})
-        for (const Right right : {Right::Call, Right::Put})
-            for (const double strike : {20.0, 80.0, 100.0, 130.0, 400.0})
-                for (const double years : {1.0 / 365, 0.5, 3.0})
-                    for (const double volatility : {0.01, 0.2, 0.9, 4.0}) {
-                        Option o = option(100, strike, years, 0.05, 0.02, volatility, right);
-                        o.exercise = exercise;
-                        const double target = price(o);
-                        const Bounds bounds = priceBounds(o);
-                        if (target >= bounds.upper || target < bounds.lower) continue;
-                        o.volatility = impliedVolatility(o, target);
-                        EXPECT_NEAR(price(o), target, 1e-11) << strike << ' ' << years << ' ' << volatility;
-                        ++searched;
-                    }
-    EXPECT_GT(searched, 200);
-}
-
-TEST(ImpliedVolatility, OfPublishedPrices) {
-    Option o = option(75, 70, 0.5, 0.10, 0.05, 0, Right::Put);
-    EXPECT_NEAR(impliedVolatility(o, 4.0870), 0.35, 1e-5);
-    o = option(20, 20, 4.0 / 12, 0.09, 0, 0, Right::Put);
-    EXPECT_NEAR(impliedVolatility(o, 1.1166), 0.25, 1e-5);
+    for (const Right right : {Right::Call, Right::Put})
+        for (const double strike : {20.0, 80.0, 100.0, 130.0, 400.0})
+            for (const double years : {1.0 / 365, 0.5, 3.0})
+                for (const double volatility : {0.01, 0.2, 0.9, 4.0}) {
+                    Option o = option(100, strike, years, 0.05, 0.02, volatility, right);
+                    const double target = price(o);
+                    const Bounds bounds = priceBounds(o);
+                    if (target >= bounds.upper || target < bounds.lower) continue;
+                    o.volatility = impliedVolatility(o, target);
+                    EXPECT_NEAR(price(o), target, 1e-11) << strike << ' ' << years << ' ' << volatility;
+                    ++searched;
+                }
+    EXPECT_GT(searched, 100);
 }
 
 Reason refusalOf(const Option& o, double target) {
