@@ -15,7 +15,7 @@ if(WIN32)
     # What scripts/names-twice reads in the objects; the binaries go without. Nobody steps through optimised code here.
     target_compile_options(quor_options INTERFACE -g -gdwarf-4 -fno-var-tracking)
     target_link_options(quor_options INTERFACE -Wl,--strip-debug)
-else()
+elseif(QUOR_SANITIZE)
     target_compile_options(quor_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
         -fno-omit-frame-pointer)
     target_link_options(quor_options INTERFACE -fsanitize=address,undefined)
