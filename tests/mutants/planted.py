@@ -56,7 +56,8 @@ MUTANTS = [
     core("sort-natural-zeros", "list/core/NaturalCompare.cpp", "left.end - x > right.end - y ? -1 : 1",
          "left.end - x < right.end - y ? -1 : 1", "NaturalCompare*", "01 comes behind 1"),
     core("sort-grid-ties", "grid/core/GridSort.cpp", "if (order < 0) std::reverse(rows.begin(), rows.end());",
-         "if (order > 0) std::reverse(rows.begin(), rows.end());", "GridSort*", "equal rows of a rising sort stand the other way round"),
+         "if (order > 0) std::reverse(rows.begin(), rows.end());", "GridSort*",
+         "equal rows of a rising sort stand the other way round"),
     core("lock-text", "list/core/SortTexts.cpp", "{true, quor::atoi(*column), quor::atoi(*order)}",
          "{true, quor::atoi(*order), quor::atoi(*column)}", "SortTexts*", "a lock comes back on another column"),
     core("levels-text", "list/core/SortTexts.cpp", 'active ? "#1" : "#0"', 'active ? "#0" : "#1"', "SortTexts*",
@@ -83,8 +84,9 @@ MUTANTS = [
     # ---- what a row looks like, selection
     core("paint-alternate", "grid/core/CellPainting.cpp", "visual % 2 == 0", "visual % 2 != 0", "CellPainting*",
          "even rows have the odd rows' ground"),
-    shell("checked-mark", "grid/FilterListCtrlSort.cpp", "    if (marked != 0) moveMarkTo(marked);\n", "",
-          "grid_tests:*Check*:*Sort*", "the mark stays behind when checked rows go to the top"),
+    shell("checked-mark", "grid/FilterListCtrlSort.cpp", "if (marked != 0) moveMarkTo(marked);",
+          "if (marked == 0) moveMarkTo(marked);", "grid_tests:*Check*:*Sort*",
+          "the mark stays behind when checked rows go to the top"),
     # ---- stored columns, watches
     core("profile-gap", "list/core/ColumnSetPlan.cpp", "itsPlace != place) return false",
          "itsPlace < place) return false", "ColumnSetPlan*", "a column that stands at two places is shown twice"),
@@ -95,7 +97,8 @@ MUTANTS = [
 
     # ---- Five that a list does not survive a restart with
     restart("restart-width", "list/CommonListCtrlProfile.cpp", "entry.width = widthOf(header, column.szColumnName);",
-            "entry.width = column.iWidth;", "widths that the user dragged are lost"),
+            "entry.width = widthOf(header, column.szColumnName) ? column.iWidth : 0;",
+            "widths that the user dragged are lost"),
     restart("restart-lock-order", "list/CommonListCtrlSort.cpp", "    m_nLockSortOrder = lock.order;\n",
             "    m_nLockSortOrder = -lock.order;\n", "a locked order comes back turned round"),
     restart("restart-auto-sort", "list/CommonListCtrlAutoSort.cpp",
