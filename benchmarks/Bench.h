@@ -7,12 +7,14 @@
 #include <vector>
 
 struct Figure {
-    std::string key;   // of the JSON output
+    std::string key;  // of the JSON output
     double value = 0;
     std::string unit;  // ns, us, ms, B/row
     std::string note;
-    double must = 0;   // an upper limit; 0: none
+    double must = 0;  // an upper limit; 0: none
     double goal = 0;
+
+    bool missed() const { return must > 0 && value > must; }
 };
 
 using Figures = std::vector<Figure>;
@@ -23,10 +25,11 @@ void benchFlip(Figures& figures);
 void benchGridFlip(Figures& figures);
 void benchGridSort(Figures& figures);
 void benchFilter(Figures& figures);
+void benchFilterPick(Figures& figures);
+void benchFit(Figures& figures);
 void benchExpression(Figures& figures);
 void benchCustomColumn(Figures& figures);
 void benchSettings(Figures& figures);
 void benchWatch(Figures& figures);
 void benchBlack76(Figures& figures);
 void benchListSort(Figures& figures);
-void benchCommands(Figures& figures);

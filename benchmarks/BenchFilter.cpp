@@ -144,6 +144,6 @@ void benchFilter(Figures& figures) {
     char note[128];
     std::snprintf(note, sizeof note, "unchanged grid: repaint %.2f ms, with its row count told again %.2f ms",
                   visible.repaint(false), visible.repaint(true));
-    figures.push_back({"w2_prefix_paint_ms_100k", visible.run(prefix), "ms", note, 12, 8});
+    figures.push_back({"w2_prefix_paint_ms_100k", visible.run(prefix), "ms", note, 16, 8});
     figures.push_back({"w2_number_paint_ms_100k", visible.run(number), "ms", note, 24, 11});
 }

@@ -399,6 +399,8 @@ void FindProof::letRowsStream() {
     const Tally& tally = m_run.feed->tally();
     const std::vector<Order> live = tally.liveOrdersByArrival();
     const Arrivals before = shown();
+    if (before.size() < std::size_t{fewestRows})
+        return check("rows are left to stream between", false, described(before));
     clickRow(quor::MouseButton::left, fewestRows - 1);
     pumpAll();
     const int chosen = m_grid.CListCtrl::GetNextItem(-1, LVNI_SELECTED);

@@ -5,7 +5,7 @@ build="$root/build"
 wine=/usr/lib/wine/wine64
 wineserver=/usr/lib/wine/wineserver64
 packages=(g++ cmake ninja-build g++-mingw-w64-x86-64-posix wine64 libwine googletest xvfb xauth xdotool imagemagick
-    fonts-wine fonts-liberation libboost-dev mingw-w64-tools util-linux)
+    fonts-wine fonts-liberation libboost-dev mingw-w64-tools python3 util-linux)
 
 die() { printf '%s\n' "$1" >&2; exit 2; }
 

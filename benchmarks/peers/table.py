@@ -2,7 +2,8 @@
 """Prints the peers' figures of build/peers/*.jsonl as a Markdown table, one column a peer.
 
 table.py [FILE]   FILE: figures of this project's own bench (its --json); adds the column and how many times faster it is
-                  than the fastest peer.
+                  than the fastest peer. Exit code 1: it takes a larger share of a peer's figure of the same run than
+                  it may.
 """
 import glob
 import json
@@ -46,6 +47,10 @@ LINES = [
                            ("fresh text, 10 operands", "w6_ten_us"))],
 ]
 
+# Label, rows, peer, and the share of the peer's figure that the own one may take at most.
+SHARES = [("the same until painted: prefix SYM0001", 100000, "qt6", 0.8),
+          ("the same until painted: d0 > 500", 100000, "qt6", 0.9)]
+
 
 def read_peers():
     folder = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../build/peers")
@@ -53,7 +58,7 @@ def read_peers():
     for name in sorted(glob.glob(os.path.join(folder, "*.jsonl"))):
         with open(name, encoding="utf-8") as file:
             for line in filter(str.strip, file):
-                figure = json.loads(line)
+                figure = {**json.loads(line), "at": os.path.getmtime(name)}
                 (figures if "w" in figure else remarks).append(figure)
     return figures, remarks
 
@@ -82,20 +87,34 @@ def own_figure(own, key, factor, rows):
     return own[name] * factor if name in own else None
 
 
+def judge(shares):
+    """Prints each share; False when one is too large."""
+    held = True
+    for label, rows, peer, most in SHARES:
+        if share := shares.get((label, rows, peer)):
+            held = held and share <= most
+            word = "held" if share <= most else "MISSED"
+            print(f"{word}: {label}, {rows:,} rows: {share:.2f} of {peer}'s, at most {most}")
+    return held
+
+
 def main():
     figures, remarks = read_peers()
-    own = {}
+    own, measured = {}, 0
     if len(sys.argv) > 1:
+        measured = os.path.getmtime(sys.argv[1])
         with open(sys.argv[1], encoding="utf-8") as file:
             own = json.load(file)
+    shares = {}
     peers = [p for p in PEERS if any(f["peer"] == p for f in figures)]
     head = ["work", "rows"] + (["Quor", "ratio"] if own else []) + peers
     print("| " + " | ".join(head) + " |\n|" + "---|" * len(head))
     for label, work, key, factor, variants in LINES:
         of_work = [f for f in figures if f["w"] == work]
         for rows in sorted({f["rows"] for f in of_work}):
-            found = {f["peer"]: amount(f) for f in of_work if f["rows"] == rows and f["peer"] in variants
-                     and f["variant"].startswith(variants[f["peer"]])}
+            best = [f for f in of_work if f["rows"] == rows and f["peer"] in variants
+                    and f["variant"].startswith(variants[f["peer"]])]
+            found = {f["peer"]: amount(f) for f in best}
             if not found:
                 continue
             cells = [label, f"{rows:,}"]
@@ -104,10 +123,15 @@ def main():
                 rivals = [value for peer, value in found.items() if peer != "floor"]
                 ratio = f"{min(rivals) / ours:.1f}x" if ours and rivals else "-"
                 cells += [show(ours, work), ratio]
+                # Peers run after the own bench: what is older than FILE is of another run.
+                shares.update({(label, rows, f["peer"]): ours / amount(f) for f in best
+                               if ours and f["at"] >= measured})
             print("| " + " | ".join(cells + [show(found.get(p), work) for p in peers]) + " |")
     print()
     for remark in remarks:
+        del remark["at"]
         print("ERROR" if "error" in remark else "version", json.dumps(remark))
+    return 0 if judge(shares) else 1
 
 
-main()
+sys.exit(main())

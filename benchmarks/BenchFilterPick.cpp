@@ -1,0 +1,94 @@
+// 50,000 values chosen in the filter's pop-up: how long it takes to make them one filter once their texts are read. The
+// pop-up is asked as Enter asks it, without a grid; what reading the texts takes is measured by the same calls and
+// taken off. A second choice, for a grid and without a clock, gives the filter, which is compared with the rule.
+//
+// The values are prices, of which many stand inside others: those are left out.
+#include "benchmarks/Bench.h"
+#include "benchmarks/Median.h"
+#include "benchmarks/WorkloadGrid.h"
+#include "src/grid/FilterText.h"
+
+#include <cstdio>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace {
+
+constexpr int valueCount = 50'000;
+constexpr int repeats = 7;
+constexpr double longEnough = 3'000'000;  // us: no further repeat after that
+
+void fill(CListBox& values) {
+    values.SetRedraw(FALSE);
+    values.ResetContent();
+    char text[16];
+    for (int cents = 0; cents < valueCount; ++cents) {
+        std::snprintf(text, sizeof text, "%d.%02d", cents / 100, cents % 100);
+        values.AddString(text);
+    }
+    values.SelItemRange(TRUE, 0, valueCount - 1);
+    check(values.GetSelCount() == valueCount, "the values could not be chosen");
+}
+
+std::vector<CString> readValues(CListBox& values) {
+    std::vector<int> chosen(static_cast<std::size_t>(values.GetSelCount()));
+    values.GetSelItems(static_cast<int>(chosen.size()), chosen.data());
+    std::vector<CString> texts(chosen.size());
+    for (std::size_t i = 0; i < chosen.size(); ++i) values.GetText(chosen[i], texts[i]);
+    return texts;
+}
+
+// All have a point and two decimals, so one stands inside the filter so far if it ends a value that is in it.
+std::string expectedFilter(const std::vector<CString>& values) {
+    std::unordered_set<std::string> ends;
+    std::string filter;
+    for (const CString& value : values) {
+        const std::string text = value.GetString();
+        if (ends.count(text) != 0) continue;
+        if (!filter.empty()) filter += '~';
+        filter += text;
+        for (std::size_t from = 0; from < text.size(); ++from) ends.insert(text.substr(from));
+    }
+    return filter;
+}
+
+// The filter that the grid's header gets; its bar has to be there.
+std::string pickedFilter(CFilterText& popup, WorkloadGrid& grid) {
+    grid.PutListFilter();
+    popup.SetFilterlist(&grid, workloadNumberColumn);
+    popup.OnLbnDblclkFilterlist();
+    CString filter;
+    grid.GetHeaderText(workloadNumberColumn, filter);
+    return filter.GetString();
+}
+
+}  // namespace
+
+void benchFilterPick(Figures& figures) {
+    WorkloadWindow window;
+    const std::unique_ptr<WorkloadGrid> grid = window.makeGrid();
+    CFilterText* const popup = CFilterText::shared(grid.get());
+    check(popup != nullptr, "the pop-up could not be made");
+    fill(popup->values());
+    std::vector<double> joins, reads;
+    double total = 0;
+    for (int i = 0; i < repeats && total < longEnough; ++i) {
+        popup->SetFilterlist(nullptr, 0);
+        const double start = microseconds();
+        popup->OnLbnDblclkFilterlist();
+        const double joined = microseconds();
+        readValues(popup->values());
+        const double read = microseconds() - joined;
+        total += joined - start;
+        reads.push_back(read / 1000);
+        joins.push_back((joined - start - read) / 1000);
+    }
+    const std::string expected = expectedFilter(readValues(popup->values()));
+    check(pickedFilter(*popup, *grid) == expected, "the chosen values became another filter");
+    grid->DestroyWindow();
+    char note[96];
+    std::snprintf(note, sizeof note, "%zu bytes of filter; reading the texts, %.1f ms, is taken off", expected.size(),
+                  median(reads));
+    figures.push_back({"filter_pick_ms_50k", median(joins), "ms", note, 100, 25});
+}
