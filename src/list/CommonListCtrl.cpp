@@ -15,7 +15,14 @@ BEGIN_MESSAGE_MAP(CCommonListCtrl, CListCtrl)
     // Life
     ON_WM_DESTROY()
     // Painting
+    ON_WM_PAINT()
     ON_WM_ERASEBKGND()
+    ON_WM_SIZE()
+    ON_WM_SETFOCUS()
+    ON_WM_KILLFOCUS()
+    ON_MESSAGE(LVM_INSERTITEMA, &CCommonListCtrl::OnInsertRow)
+    ON_MESSAGE(LVM_INSERTITEMW, &CCommonListCtrl::OnInsertRow)
+    ON_MESSAGE(LVM_DELETEITEM, &CCommonListCtrl::OnDeleteRow)
     ON_WM_MEASUREITEM_REFLECT()
     ON_MESSAGE(WM_SETFONT, &CCommonListCtrl::OnSetFont)
     // Sorting

@@ -360,7 +360,13 @@ protected:
 
     afx_msg void MeasureItem(LPMEASUREITEMSTRUCT item);
     afx_msg LRESULT OnSetFont(WPARAM font, LPARAM redraw);
+    afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
+    afx_msg void OnSize(UINT type, int width, int height);
+    afx_msg void OnSetFocus(CWnd* former);
+    afx_msg void OnKillFocus(CWnd* next);
+    afx_msg LRESULT OnInsertRow(WPARAM, LPARAM);
+    afx_msg LRESULT OnDeleteRow(WPARAM row, LPARAM);
     afx_msg void OnDestroy();
     afx_msg void OnTimer(UINT_PTR id);
     // A click on the header: sorts by the column, rising if it is a new one, else the other way round. Nothing while
@@ -397,6 +403,8 @@ protected:
     std::vector<quor::list::ProfileEntry> CurrentProfile();
     // Makes the control ask for its row height again, as after a change of size.
     void RemeasureRows();
+    // What is to be painted of a row becomes the whole of it, across the window.
+    void WidenUpdate();
     // Lays the header's tool tips over the header items as they stand now.
     void LayOutHeaderToolTips();
     // Takes all columns off the control; the arrays stay.
@@ -430,6 +438,11 @@ private:
     int LabelIndent(int place);
     void FitColumnToView(const NMHEADER& click);
     void RemoveHeaderToolTip(int place);
+    // Painting.
+    bool IsHeaderPaint(LPARAM notification) const;
+    void FollowColumnOrder();
+    void InvalidateFrom(int row);
+    void InvalidateFocusedRow();
     // Appearance.
     bool ReadRecoverySetting(const char* section, CString& record);
     void ReadAppearance();
@@ -467,5 +480,7 @@ private:
     bool m_bCreating = false;                    // inside the framework's creation: the control answers nothing yet
     HWND m_hInitialised = nullptr;               // the window for which CommonInitList ran
     bool m_bForwardingDrawItem = false;
-    bool m_bToolTipsStale = false;  // a header item was dragged since the tools were laid out
+    std::vector<int> m_paintedOrder;  // header items as they stood when the list was painted last
+    CRect m_paintedRows;              // the row at the top and the sides of all, when the list was painted last
+    bool m_bToolTipsStale = false;    // a header item was dragged since the tools were laid out
 };

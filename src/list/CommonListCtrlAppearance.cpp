@@ -175,6 +175,95 @@ void CCommonListCtrl::RemeasureRows() {
     SendMessage(WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&position));
 }
 
+void CCommonListCtrl::OnPaint() {
+    if (RowsAreNative()) WidenUpdate();
+    Default();
+}
+
+bool CCommonListCtrl::IsHeaderPaint(LPARAM notification) const {
+    const auto& draw = *reinterpret_cast<const NMCUSTOMDRAW*>(notification);
+    const CHeaderCtrl* const header = GetHeaderCtrl();
+    return header && draw.hdr.hwndFrom == header->m_hWnd && draw.dwDrawStage == CDDS_PREPAINT;
+}
+
+// Cells stand under their headings in every row.
+void CCommonListCtrl::FollowColumnOrder() {
+    const CHeaderCtrl* const header = GetHeaderCtrl();
+    std::vector<int> order(header ? static_cast<std::size_t>(header->GetItemCount()) : 0);
+    if (!order.empty()) header->GetOrderArray(order.data(), static_cast<int>(order.size()));
+    if (order == m_paintedOrder) return;
+    m_paintedOrder = std::move(order);
+    Invalidate();
+}
+
+// Owners paint the ground of a row up to the window's edge, where the control knows of no row. Below the rows nobody
+// paints, so that part is erased. Grid lines stand everywhere, and the control leaves some behind when rows or columns
+// move.
+void CCommonListCtrl::WidenUpdate() {
+    FollowColumnOrder();
+    CRect update, client;
+    if (!GetUpdateRect(&update)) return;
+    GetClientRect(&client);
+    const CRect rows = RowsInView();
+    const CRect painted(rows.left, CListCtrl::GetTopIndex(), rows.right, 0);
+    const bool moved = std::exchange(m_paintedRows, painted) != painted;
+    if (m_bGridLines && moved) update = client;
+    update.left = client.left;
+    update.right = client.right;
+    InvalidateRect(&update, FALSE);
+    update.top = std::max(update.top, rows.bottom);
+    if (update.top < update.bottom) InvalidateRect(&update, TRUE);
+}
+
+void CCommonListCtrl::OnSize(UINT type, int width, int height) {
+    CListCtrl::OnSize(type, width, height);
+    if (CHeaderCtrl* header = GetHeaderCtrl()) header->Invalidate();
+}
+
+void CCommonListCtrl::OnSetFocus(CWnd* former) {
+    CListCtrl::OnSetFocus(former);
+    InvalidateFocusedRow();
+}
+
+void CCommonListCtrl::OnKillFocus(CWnd* next) {
+    CListCtrl::OnKillFocus(next);
+    InvalidateFocusedRow();
+}
+
+// The control had its owner draw it at once, over the grid lines.
+void CCommonListCtrl::InvalidateFocusedRow() {
+    const int row = RowsAreNative() && m_bGridLines ? CListCtrl::GetNextItem(-1, LVNI_FOCUSED) : -1;
+    if (row != -1) RedrawItems(row, row);
+}
+
+LRESULT CCommonListCtrl::OnInsertRow(WPARAM, LPARAM) {
+    const LRESULT row = Default();
+    InvalidateFrom(static_cast<int>(row));
+    return row;
+}
+
+LRESULT CCommonListCtrl::OnDeleteRow(WPARAM row, LPARAM) {
+    const int top = CListCtrl::GetTopIndex();
+    const LRESULT result = Default();
+    if (CListCtrl::GetItemCount() == 0) {
+        Invalidate();
+    } else {
+        InvalidateFrom(CListCtrl::GetTopIndex() == top ? static_cast<int>(row) : 0);
+    }
+    return result;
+}
+
+// The control moves the pixels of the rows behind.
+void CCommonListCtrl::InvalidateFrom(int row) {
+    if (!RowsAreNative()) return;
+    const RowSpan span = SpanInView();
+    CRect first, client;
+    if (row > span.last || !CListCtrl::GetItemRect(std::max(row, span.first), first, LVIR_BOUNDS)) return;
+    GetClientRect(&client);
+    client.top = first.top;
+    InvalidateRect(&client, FALSE);
+}
+
 BOOL CCommonListCtrl::OnEraseBkgnd(CDC* dc) {
     if (!m_bFillEmptyArea) return CListCtrl::OnEraseBkgnd(dc);
     CRect client;

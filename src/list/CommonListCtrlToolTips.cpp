@@ -83,6 +83,8 @@ void CCommonListCtrl::LayOutHeaderToolTips() {
 // Changed items may have moved the others. At the end of a drag the column's width is set anew, which makes the control
 // lay its cells out again; the header changes its order only afterwards, so the tools are laid out once more before the
 // next message that they may show for. While AutoSizeColumns runs, they wait for its end.
+//
+// The header paints itself whenever its items were moved, by whatever road: then the list looks, too.
 BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     const auto* notification = reinterpret_cast<const NMHEADER*>(lParam);
     if (notification->hdr.code == static_cast<UINT>(HDN_DIVIDERDBLCLICKA) ||
@@ -90,6 +92,7 @@ BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
         if (!CListCtrl::OnNotify(wParam, lParam, result)) FitColumnToView(*notification);
         return TRUE;
     }
+    if (notification->hdr.code == static_cast<UINT>(NM_CUSTOMDRAW) && IsHeaderPaint(lParam)) FollowColumnOrder();
     if (m_bHeaderToolTips && m_bRedrawEnabled) {
         switch (notification->hdr.code) {
             case HDN_ITEMCHANGEDA:  // -301

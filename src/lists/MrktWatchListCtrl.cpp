@@ -16,6 +16,7 @@ IMPLEMENT_DYNAMIC(CMrktWatchListCtrl, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CMrktWatchListCtrl, CCommonListCtrl)
     // Painting
+    ON_WM_PAINT()
     ON_WM_ERASEBKGND()
     ON_WM_SIZE()
     // Commands

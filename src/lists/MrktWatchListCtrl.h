@@ -109,6 +109,7 @@ protected:
     bool ImportMarketWatch(const CString& file) override;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnSize(UINT type, int width, int height);
     DECLARE_MESSAGE_MAP()
@@ -124,6 +125,7 @@ private:
     void ShowColumns(bool placesUserColumns);
     std::vector<quor::watch::WatchColumn> ColumnsAsTheyStand() const;
     int WidthOfHeading(const char* heading) const;
+    void EraseBesideRows(CDC& dc);
     void TakeFont(const LOGFONT& description);
 
     quor::expression::CustomColumnText m_customText;

@@ -25,18 +25,33 @@ void CMrktWatchListCtrl::OnSize(UINT type, int width, int height) {
 BOOL CMrktWatchListCtrl::OnEraseBkgnd(CDC* dc) {
     CRect clip;
     if (GetItemCount() == 0 || dc->GetClipBox(&clip) == ERROR) return CCommonListCtrl::OnEraseBkgnd(dc);
-    if (m_bGridLines) return TRUE;
+    if (!m_bGridLines) EraseBesideRows(*dc);
+    return TRUE;
+}
+
+void CMrktWatchListCtrl::EraseBesideRows(CDC& dc) {
     CRect client;
     GetClientRect(&client);
     const CRect rows = RowsInView();
     const COLORREF color = ListBkColor == CLR_DEFAULT ? GetBkColor() : ListBkColor;
-    const DcStateScope state(dc);
+    const DcStateScope state(&dc);
     for (const CRect& area :
          {CRect(client.left, rows.top, rows.left, rows.bottom), CRect(rows.right, rows.top, client.right, rows.bottom),
           CRect(client.left, rows.bottom, client.right, client.bottom)}) {
-        if (area.left < area.right && area.top < area.bottom) dc->FillSolidRect(&area, color);
+        if (area.left < area.right && area.top < area.bottom) dc.FillSolidRect(&area, color);
     }
-    return TRUE;
+}
+
+// With grid lines the erase leaves all to the paint; what rows left behind goes here, before the lines are drawn.
+void CMrktWatchListCtrl::OnPaint() {
+    WidenUpdate();
+    CRect update;
+    if (m_bGridLines && GetItemCount() != 0 && GetUpdateRect(&update)) {
+        CClientDC dc(this);
+        dc.IntersectClipRect(&update);
+        EraseBesideRows(dc);
+    }
+    Default();
 }
 
 void CMrktWatchListCtrl::SetBkColor(COLORREF color) {

@@ -44,7 +44,11 @@ bool Owner::create(CWnd& parent) {
 LRESULT Owner::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_DRAWITEM && paints) {
         const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-        CDC::FromHandle(item.hDC)->FillSolidRect(&item.rcItem, RGB(40 * (item.itemID % 5), 90, 160));
+        if (paintsRow) {
+            paintsRow(item);
+        } else {
+            CDC::FromHandle(item.hDC)->FillSolidRect(&item.rcItem, RGB(40 * (item.itemID % 5), 90, 160));
+        }
         ++drawn;
         return TRUE;
     }

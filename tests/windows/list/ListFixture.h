@@ -19,6 +19,7 @@ public:
     // Makes the window; the template's list view stands at kListRect.
     bool create(CWnd& parent);
 
+    std::function<void(const DRAWITEMSTRUCT&)> paintsRow;  // in place of a fill
     bool paints = true;        // false: WM_DRAWITEM is left to the framework, which reflects it
     int drawn = 0;             // WM_DRAWITEM messages that were painted
     UINT extraRowHeight = 0;   // added to what the list answers to WM_MEASUREITEM

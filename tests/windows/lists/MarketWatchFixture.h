@@ -31,13 +31,18 @@ public:
     test::CallRecorder calls;
     int drawn = 0;
     std::function<void(int row)> onDraw;
+    std::function<void(const DRAWITEMSTRUCT&)> paintsRow;  // in place of a fill
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == WM_DRAWITEM) {
             ++drawn;
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-            CDC::FromHandle(item.hDC)->FillSolidRect(&item.rcItem, RGB(0, 0, 90));
+            if (paintsRow) {
+                paintsRow(item);
+            } else {
+                CDC::FromHandle(item.hDC)->FillSolidRect(&item.rcItem, RGB(0, 0, 90));
+            }
             if (onDraw) onDraw(static_cast<int>(item.itemID));
             return TRUE;
         }
