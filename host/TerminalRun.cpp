@@ -31,7 +31,9 @@ bool makeFolder(const std::string& path) {
 }  // namespace
 
 TerminalRun::TerminalRun(const Options& given)
-    : options(given), settings(disk, outPath(settingsName)), proofStore(disk, outPath(proofName)) {}
+    : options(given),
+      settings(disk, quor::pathOfNarrow(outPath(settingsName))),
+      proofStore(disk, quor::pathOfNarrow(outPath(proofName))) {}
 
 void TerminalRun::openProofStore() {
     std::remove(outPath(proofName).c_str());

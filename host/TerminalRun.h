@@ -9,7 +9,6 @@
 #include "host/LayoutProof.h"
 #include "host/PaintFigures.h"
 #include "host/core/Feed.h"
-#include "host/core/FileDevice.h"
 #include "host/core/Options.h"
 #include "host/core/SettingsFile.h"
 #include "host/core/Summary.h"
@@ -41,7 +40,7 @@ public:
     Options options;
     SteadyClock clock;
     PaintFigures figures{clock};
-    Disk disk;
+    quor::Disk disk;
     SettingsFile settings;
     SettingsFile proofStore;
     LeftLayouts layoutsLeft;  // how the lists stood when their frame closed for the restart

@@ -3,7 +3,6 @@
 #include "host/LevelsMenu.h"
 #include "host/ListMenu.h"
 #include "host/WatchPane.h"
-#include "host/core/FileDevice.h"
 #include "host/resource.h"
 #include "src/foundation/TimerIds.h"
 #include "src/foundation/core/Globals.h"
@@ -17,13 +16,6 @@ namespace {
 constexpr const char* market = "MarketWatchNew_Market";
 constexpr const char* futures = "MarketWatchNew_Futures";
 constexpr const char* levelsKey = "COLUMN_SORT_ORDER_PROFILE";
-
-struct NoDisk final : FileDevice {
-    Read read(const std::string&, std::string&) override { return Read::missing; }
-    bool write(const std::string&, std::string_view) override { return false; }
-    bool flush(const std::string&) override { return false; }
-    bool replace(const std::string&, const std::string&) override { return false; }
-};
 
 struct WatchPaneTest : test::WindowFixture {
     WatchPaneTest() {
@@ -129,7 +121,7 @@ struct WatchPaneTest : test::WindowFixture {
 
     SteadyClock clock;
     PaintFigures figures{clock};
-    NoDisk device;
+    quor::Disk device;  // never asked: nothing is saved
     SettingsFile settings{device, ""};
     CWatchPane* pane = nullptr;
 };
