@@ -43,8 +43,15 @@ void TerminalRun::openProofStore() {
 }
 
 bool TerminalRun::reopenProofStore() {
-    const bool written = proofStore.save();
+    const bool written = proofStore.save(quor::kReplacePatience);
     return proofStore.load() && written;
+}
+
+bool TerminalRun::saveStores() {
+    if (recorder) recorder->close();
+    if (settings.save(quor::kReplacePatience)) return true;
+    Log::instance().add(settingsNotWritten);
+    return false;
 }
 
 std::string TerminalRun::open() {

@@ -19,6 +19,8 @@ namespace terminal {
 inline constexpr int exitWell = 0;
 inline constexpr int exitCheckFailed = 1;  // exitBadInput is 2
 
+inline constexpr const char* settingsNotWritten = "The settings could not be written.";
+
 class TerminalRun {
 public:
     explicit TerminalRun(const Options& options);
@@ -26,6 +28,10 @@ public:
     // Makes the out folder, checks the tape, opens feed, log, recording and settings. "" or the message with which the
     // program ends before any window opens.
     std::string open();
+
+    // Writes what is left of settings and recording; a file that another program holds is waited for. False, after a
+    // line in the log: the settings stay behind.
+    bool saveStores();
 
     // A path inside the out folder.
     std::string outPath(const char* name) const { return options.outDirectory + "/" + name; }

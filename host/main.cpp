@@ -81,6 +81,15 @@ void setAppearance() {
     Set_Apperance_setting(appearance);
 }
 
+// The windows are gone, and without this nobody would miss the settings before the next start.
+int tellSettingsLost(const TerminalRun& run, int code) {
+    std::fprintf(stderr, "%s\n", settingsNotWritten);
+    MSG quit;
+    ::PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);  // or the box would not stay
+    if (!run.options.headless) AfxMessageBox(settingsNotWritten, MB_OK | MB_ICONSTOP);
+    return code == exitWell ? exitCheckFailed : code;
+}
+
 int runTerminal(const Options& options) {
     TerminalRun run(options);
     if (const std::string message = run.open(); !message.empty()) {
@@ -101,7 +110,7 @@ int runTerminal(const Options& options) {
         std::fprintf(stderr, "unexpected message box: %s\n", text.c_str());
         if (code == exitWell) code = exitCheckFailed;
     }
-    run.settings.save();
+    if (!run.saveStores()) code = tellSettingsLost(run, code);
     useSettings(nullptr);
     const bool recorded = !run.recorder || run.recorder->close();
     if (!recorded) std::fprintf(stderr, "%s\n", run.recorder->error().c_str());

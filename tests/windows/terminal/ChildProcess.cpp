@@ -41,6 +41,7 @@ ChildProcess::ChildProcess(const std::string& commandLine, const std::string& ou
     if (!::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process)) return;
     ::CloseHandle(process.hThread);
     m_process = process.hProcess;
+    m_id = process.dwProcessId;
 }
 
 ChildProcess::~ChildProcess() {
