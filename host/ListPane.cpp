@@ -15,7 +15,7 @@ namespace terminal {
 namespace {
 constexpr int captionHeight = 22;
 constexpr UINT WM_FILTERS_CHANGED = WM_APP + 40;
-}
+}  // namespace
 
 void assignText(CString& text, std::string_view value) {
     char* const room = text.GetBuffer(static_cast<int>(value.size()));
@@ -29,6 +29,7 @@ BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
     ON_WM_PAINT()
     ON_WM_ERASEBKGND()
     ON_WM_CONTEXTMENU()
+    ON_WM_PARENTNOTIFY()
     ON_MESSAGE(WM_FILTERS_CHANGED, &CListPane::OnFiltersChanged)
 END_MESSAGE_MAP()
 
@@ -45,6 +46,19 @@ int CListPane::OnCreate(LPCREATESTRUCT create) {
     m_captionFont.CreatePointFont(90, "Tahoma");
     return createList() ? 0 : -1;
 }
+
+void CListPane::PostNcDestroy() {
+    if (m_onGone) m_onGone();
+    CBCGPFormView::PostNcDestroy();
+}
+
+void CListPane::OnParentNotify(UINT message, LPARAM lParam) {
+    CBCGPFormView::OnParentNotify(message, lParam);
+    const bool listGoes = LOWORD(message) == WM_DESTROY && reinterpret_cast<HWND>(lParam) == list().GetSafeHwnd();
+    if (listGoes && m_onGone) m_onGone();
+}
+
+void CListPane::saveState() { list().SaveState(); }
 
 void CListPane::OnInitialUpdate() {
     CBCGPFormView::OnInitialUpdate();

@@ -4,6 +4,7 @@
 // hears of changes to it. The view deletes itself with its window, as views do; the list and the rows are its members.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/Framework.h"
@@ -37,6 +38,10 @@ public:
 
     virtual CCommonListCtrl& list() = 0;
     const char* title() const { return m_title; }
+    // Writes what the list writes when its window goes, for a session that ends.
+    virtual void saveState();
+    // Called when the pane or its list loses its window, and before the view deletes itself.
+    void setOnGone(std::function<void()> onGone) { m_onGone = std::move(onGone); }
     // Shown at the right of the caption strip; repainted only when it changes.
     void setRemark(const std::string& remark);
     const std::string& remark() const { return m_remark; }
@@ -54,6 +59,7 @@ protected:
     void describeColumns(const ColumnSpec* columns, int count);
 
     void OnInitialUpdate() override;
+    void PostNcDestroy() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     // Gives the list its place below the caption strip.
     virtual void layOut();
@@ -64,11 +70,13 @@ private:
     void OnPaint();
     BOOL OnEraseBkgnd(CDC* dc);
     void OnContextMenu(CWnd* window, CPoint point);
+    void OnParentNotify(UINT message, LPARAM lParam);
     LRESULT OnFiltersChanged(WPARAM, LPARAM);
 
     const char* m_title;
     bool m_filtersChanged = false;  // the message that rebuilds the list is on its way
     std::string m_remark;
+    std::function<void()> m_onGone;
     CFont m_captionFont;
 
     DECLARE_MESSAGE_MAP()

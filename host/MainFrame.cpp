@@ -22,6 +22,7 @@ constexpr unsigned long statusOffset = 601;  // of WM_USER: the message by which
 constexpr UINT WM_REFRESH_STATUS = WM_USER + statusOffset;
 
 constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.68, chainShare = 0.66;
+constexpr std::int64_t pauseAfterFailure = 1'000'000;  // microseconds between two saves
 constexpr double slowest = 1.0 / 64, fastest = 4096;
 constexpr int largestWidth = 1680, largestHeight = 1000;
 
@@ -38,6 +39,7 @@ __attribute__((format(printf, 1, 2))) std::string formatted(const char* format, 
 BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
     ON_WM_CREATE()
     ON_WM_DESTROY()
+    ON_WM_ENDSESSION()
     ON_WM_CLOSE()
     ON_WM_TIMER()
     ON_MESSAGE(WM_REFRESH_STATUS, &CMainFrame::OnRefreshStatus)
@@ -130,19 +132,41 @@ bool CMainFrame::createPanes() {
         !m_splitBottom.CreatePane(&m_splitLog, IDC_SPLIT_BOTTOM) || !m_log.CreatePane(&m_splitBottom, IDC_LOG))
         return false;
     // The views delete themselves with their windows, also when their creation fails half-way.
-    m_panes.watch = new CWatchPane(m_run.figures);
+    const auto watched = [this](auto* pane) {
+        pane->setOnGone([this, pane] { paneGone(pane); });
+        return pane;
+    };
+    m_panes.watch = watched(new CWatchPane(m_run.figures));
     if (!m_panes.watch->CreatePane(&m_splitWatch, IDC_PANE_WATCH)) return false;
-    m_panes.orders = new COrdersPane(m_run.figures);
+    m_panes.orders = watched(new COrdersPane(m_run.figures));
     if (!m_panes.orders->CreatePane(&m_splitBooks, IDC_PANE_ORDERS)) return false;
-    m_panes.trades = new CTradesPane(m_run.figures, m_run.options.keep);
+    m_panes.trades = watched(new CTradesPane(m_run.figures, m_run.options.keep));
     if (!m_panes.trades->CreatePane(&m_splitBooks, IDC_PANE_TRADES)) return false;
-    m_chain = new CChainPane(m_run.figures, *m_panes.watch);
+    m_chain = watched(new CChainPane(m_run.figures, *m_panes.watch));
     if (!m_chain->CreatePane(&m_splitBottom, IDC_PANE_CHAIN)) return false;
     m_splitBooks.SetPanes(m_panes.orders, m_panes.trades);
     m_splitWatch.SetPanes(m_panes.watch, &m_splitBooks);
     m_splitBottom.SetPanes(m_chain, &m_log);
     m_splitLog.SetPanes(&m_splitWatch, &m_splitBottom);
     return true;
+}
+
+// A pane that goes before the frame does, or whose list goes, leaves nothing to show: the terminal ends, and the other
+// panes with it.
+void CMainFrame::paneGone(const CListPane* pane) {
+    if (m_panes.watch == pane) m_panes.watch = nullptr;
+    if (m_panes.orders == pane) m_panes.orders = nullptr;
+    if (m_panes.trades == pane) m_panes.trades = nullptr;
+    if (m_chain == pane) m_chain = nullptr;
+    for (CPaneSplitter* splitter : {&m_splitLog, &m_splitBottom, &m_splitWatch, &m_splitBooks})
+        splitter->SetPanes(nullptr, nullptr);
+    if (m_ending) return;
+    m_ending = true;
+    KillTimer(tickTimer);
+    EnableWindow(FALSE);
+    Log::instance().add("A pane was closed: the terminal ends.");
+    if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+    PostMessage(WM_CLOSE);
 }
 
 void CMainFrame::RecalcLayout(BOOL) {
@@ -155,6 +179,7 @@ void CMainFrame::RecalcLayout(BOOL) {
 }
 
 void CMainFrame::readLayout() {
+    m_layoutRead = true;
     const auto share = [this](const char* key, double otherwise) {
         const auto text = m_run.settings.get("Layout", key);
         const double value = text ? std::atof(std::string(*text).c_str()) : 0;
@@ -170,6 +195,7 @@ void CMainFrame::readLayout() {
 }
 
 void CMainFrame::writeLayout() {
+    if (!m_layoutRead) return;
     m_run.settings.set("Layout", "Bottom", formatted("%.4f", m_splitLog.share()));
     m_run.settings.set("Layout", "Chain", formatted("%.4f", m_splitBottom.share()));
     m_run.settings.set("Layout", "Watch", formatted("%.4f", m_splitWatch.share()));
@@ -177,16 +203,29 @@ void CMainFrame::writeLayout() {
     m_run.settings.set("Layout", "LogShown", m_logShown ? "1" : "0");
 }
 
+// Between two ticks: what is refused now is tried again later, and at the end.
 void CMainFrame::saveSettings() {
-    if (m_run.settings.dirty() && !m_run.settings.save() && !m_saveFailed) {
-        m_saveFailed = true;
-        Log::instance().add("The settings could not be written.");
+    const std::int64_t now = m_run.clock.nowMicros();
+    if (!m_run.settings.dirty() || now < m_nextSave || m_run.settings.save()) return;
+    m_nextSave = now + pauseAfterFailure;
+    if (!m_saveFailed) Log::instance().add(settingsNotWritten);
+    m_saveFailed = true;
+}
+
+// Once this returns, the system may end the process without another word to its windows.
+void CMainFrame::OnEndSession(BOOL ending) {
+    if (ending) {
+        for (CListPane* pane : listPanes())
+            if (pane) pane->saveState();
+        writeLayout();
+        m_run.saveStores();
     }
+    CFrameWnd::OnEndSession(ending);
 }
 
 void CMainFrame::OnTimer(UINT_PTR id) {
     if (id != tickTimer) return CFrameWnd::OnTimer(id);
-    if (m_finished) return;
+    if (m_finished || m_ending) return;
     const FeedState state = m_pump->slice();
     saveSettings();
     const std::int64_t now = m_run.clock.nowMicros();
@@ -341,18 +380,23 @@ void CMainFrame::refreshStatus() {
 }
 
 LRESULT CMainFrame::OnRefreshStatus(WPARAM, LPARAM) {
-    refreshStatus();
+    if (!m_ending) refreshStatus();
     return 0;
 }
 
 void CMainFrame::OnClose() {
-    if (!m_finished) finish("window closed");
+    if (m_ending) {
+        DestroyWindow();
+    } else if (!m_finished) {
+        finish("window closed");
+    }
 }
 
+// The lists go after this, and write their layouts then: the settings are saved when the frame is gone.
 void CMainFrame::OnDestroy() {
+    m_ending = true;
     KillTimer(tickTimer);
     writeLayout();
-    saveSettings();
     CFrameWnd::OnDestroy();
 }
 

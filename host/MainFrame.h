@@ -41,6 +41,7 @@ protected:
 private:
     int OnCreate(LPCREATESTRUCT create);
     void OnDestroy();
+    void OnEndSession(BOOL ending);
     void OnClose();
     void OnTimer(UINT_PTR id);
     LRESULT OnRefreshStatus(WPARAM, LPARAM);
@@ -61,6 +62,7 @@ private:
     void OnHelpAbout();
 
     bool createPanes();
+    void paneGone(const CListPane* pane);
     BOOL createWindow();
     std::vector<CListPane*> listPanes();
     void readLayout();
@@ -92,8 +94,11 @@ private:
     CStatusStrip m_status;
     std::string m_feedEnding;  // "" while the feed runs
     bool m_logShown = true;
+    bool m_layoutRead = false;
     bool m_finished = false;
+    bool m_ending = false;  // the window goes, or will as soon as it may
     bool m_saveFailed = false;
+    std::int64_t m_nextSave = 0;
     std::int64_t m_lastTick = 0;
     std::int64_t m_deadline = 0;  // 0: none
 

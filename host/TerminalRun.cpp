@@ -19,7 +19,9 @@ constexpr const char* logName = "terminal.log";
 }  // namespace
 
 TerminalRun::TerminalRun(const Options& given)
-    : options(given), settings(disk, outPath(settingsName)), proofStore(disk, outPath(proofName)) {}
+    : options(given),
+      settings(disk, systemPath(outPath(settingsName))),
+      proofStore(disk, systemPath(outPath(proofName))) {}
 
 void TerminalRun::openProofStore() {
     std::error_code none;
@@ -30,8 +32,15 @@ void TerminalRun::openProofStore() {
 }
 
 bool TerminalRun::reopenProofStore() {
-    const bool written = proofStore.save();
+    const bool written = proofStore.save(quor::kReplacePatience);
     return proofStore.load() && written;
+}
+
+bool TerminalRun::saveStores() {
+    if (recorder) recorder->close();
+    if (settings.save(quor::kReplacePatience)) return true;
+    Log::instance().add(settingsNotWritten);
+    return false;
 }
 
 // What was damaged is kept beside, whole, and the store goes on with what could be read.
@@ -41,7 +50,7 @@ void TerminalRun::loadSettings() {
     const std::size_t line = settings.damagedLine();
     if (!line) return;
     const std::string kept = outPath(settingsName) + ".damaged";
-    const bool copied = disk.write(kept, settings.text()) && disk.flush(kept);
+    const bool copied = disk.write(systemPath(kept), settings.text()) && disk.flush(systemPath(kept));
     if (copied) settings.dropDamagedLines();
     log.add(("Line " + std::to_string(line) + " of the settings is damaged; " +
              (copied ? "the file as it was is kept as " : "it stays, since this file could not be written: ") + kept)

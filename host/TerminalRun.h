@@ -9,7 +9,6 @@
 #include "host/LayoutProof.h"
 #include "host/PaintFigures.h"
 #include "host/core/Feed.h"
-#include "host/core/FileDevice.h"
 #include "host/core/Options.h"
 #include "host/core/SettingsFile.h"
 #include "host/core/Summary.h"
@@ -20,6 +19,8 @@ namespace terminal {
 inline constexpr int exitWell = 0;
 inline constexpr int exitCheckFailed = 1;  // exitBadInput is 2
 
+inline constexpr const char* settingsNotWritten = "The settings could not be written.";
+
 class TerminalRun {
 public:
     explicit TerminalRun(const Options& options);
@@ -27,6 +28,10 @@ public:
     // Opens feed, log, recording and settings; the out folder is there. "" or the message with which the program ends
     // before any window opens.
     std::string open();
+
+    // Writes what is left of settings and recording; a file that another program holds is waited for. False, after a
+    // line in the log: the settings stay behind.
+    bool saveStores();
 
     // A path inside the out folder.
     std::string outPath(const char* name) const { return options.outDirectory + "/" + name; }
@@ -41,7 +46,7 @@ public:
     Options options;
     SteadyClock clock;
     PaintFigures figures{clock};
-    Disk disk;
+    quor::Disk disk;
     SettingsFile settings;
     SettingsFile proofStore;
     LeftLayouts layoutsLeft;  // how the lists stood when their frame closed for the restart

@@ -213,15 +213,22 @@ void CWatchPane::forgetSort() {
 
 // The stored place is read again for columns that are numbered as they stand on screen now.
 void CWatchPane::saveAutoSort() {
+    if (!m_list.ColumnsStand()) return;
+    const int place = m_list.m_nSortCol;
     HDITEM item{};
     item.mask = HDI_ORDER;
-    CHeaderCtrl* const header = m_list.GetHeaderCtrl();
-    if (header && header->GetItem(m_list.m_nSortCol, &item)) m_list.m_nSortCol = item.iOrder;
+    if (m_list.GetHeaderCtrl()->GetItem(place, &item)) m_list.m_nSortCol = item.iOrder;
     m_list.SaveAutoSort();
+    m_list.m_nSortCol = place;
+}
+
+void CWatchPane::saveState() {
+    saveAutoSort();
+    CListPane::saveState();
 }
 
 void CWatchPane::OnDestroy() {
-    if (m_list.GetSafeHwnd()) saveAutoSort();
+    saveAutoSort();
     CListPane::OnDestroy();
 }
 
@@ -231,6 +238,10 @@ void CWatchPane::showWatch(int watch) {
     GetWindowText(former);
     m_list.SaveColumnProfile(former);
     saveAutoSort();
+    // From here on the columns belong to no watch until the new one's are built.
+    m_list.m_arrOrder.RemoveAll();
+    m_list.m_arrWidth.RemoveAll();
+    m_list.m_arrVisible.RemoveAll();
     forgetSort();
     m_shown = watch;
     m_list.m_csListName = layoutSection().c_str();
@@ -239,9 +250,6 @@ void CWatchPane::showWatch(int watch) {
     SetWindowText(chosen.name.c_str());
     m_list.SetRedraw(FALSE);
     m_list.DeleteAllItems();
-    m_list.m_arrOrder.RemoveAll();
-    m_list.m_arrWidth.RemoveAll();
-    m_list.m_arrVisible.RemoveAll();
     m_list.InsertColumnsForList(nullptr);
     readSort();
     fitNewColumns();

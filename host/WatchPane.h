@@ -35,6 +35,8 @@ public:
     };
     const std::vector<Cell>& cells() const { return m_cells; }
 
+    using CMrktWatchListCtrl::ColumnsStand;
+
     DrawnRows drawnRows;
 
     // Rows in view that were invalidated since the last paint began.
@@ -60,6 +62,7 @@ public:
     explicit CWatchPane(PaintFigures& figures);
 
     CWatchList& list() override { return m_list; }
+    void saveState() override;
     const DrawnRows& drawn() const { return m_list.drawnRows; }
     const WatchMarket& market() const { return m_market; }
 

@@ -86,6 +86,15 @@ void setAppearance() {
     Set_Apperance_setting(appearance);
 }
 
+// The windows are gone, and without this nobody would miss the settings before the next start.
+int tellSettingsLost(const TerminalRun& run, int code) {
+    std::fprintf(stderr, "%s\n", settingsNotWritten);
+    MSG quit;
+    ::PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);  // or the box would not stay
+    if (!run.options.headless) AfxMessageBox(settingsNotWritten, MB_OK | MB_ICONSTOP);
+    return code == exitWell ? exitCheckFailed : code;
+}
+
 // The library names its files in the code page. For a folder that has no name in it there are none: a bare name would
 // put them elsewhere.
 void setRecoveryFiles(const TerminalRun& run) {
@@ -126,7 +135,7 @@ int runTerminal(Options options) {
         std::fprintf(stderr, "unexpected message box: %s\n", text.c_str());
         if (code == exitWell) code = exitCheckFailed;
     }
-    run.settings.save();
+    if (!run.saveStores()) code = tellSettingsLost(run, code);
     useSettings(nullptr);
     const bool recorded = !run.recorder || run.recorder->close();
     if (!recorded) printError(run.recorder->error());

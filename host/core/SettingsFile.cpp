@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr const char* besideSuffix = ".new";
 
 bool isSingleLine(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
@@ -27,14 +26,15 @@ bool isEmptyOrComment(std::string_view text) {
 
 }  // namespace
 
-SettingsFile::SettingsFile(FileDevice& device, std::string path) : m_device(device), m_path(std::move(path)) {}
+SettingsFile::SettingsFile(quor::FileDevice& device, quor::FileDevice::Path path)
+    : m_device(device), m_path(std::move(path)) {}
 
 bool SettingsFile::load() {
     m_lines.clear();
     m_sections.clear();
     m_dirty = false;
     std::string bytes;
-    m_unreadable = m_device.read(m_path, bytes) == FileDevice::Read::failed;
+    m_unreadable = m_device.read(m_path, bytes) == quor::FileDevice::Read::failed;
     if (!m_unreadable) parse(bytes);
     return !m_unreadable;
 }
@@ -133,11 +133,9 @@ void SettingsFile::dropDamagedLines() {
     m_dirty = true;
 }
 
-bool SettingsFile::save() {
+bool SettingsFile::save(std::chrono::milliseconds patience) {
     if (!m_dirty) return true;
-    if (m_unreadable) return false;
-    const std::string beside = m_path + besideSuffix;
-    if (!m_device.write(beside, text()) || !m_device.flush(beside) || !m_device.replace(beside, m_path)) return false;
+    if (m_unreadable || !quor::replaceFile(m_device, m_path, text(), patience)) return false;
     m_dirty = false;
     return true;
 }

@@ -2,8 +2,7 @@
 // as a whole. Bytes are kept as they are: 0xA7, quotes, blanks at either end, any code page; nothing is case-folded.
 //
 // Lines that are neither a section nor a key, comments included, stay where they are. A kill at any moment loses
-// nothing that an earlier save() wrote: the new text goes to a file beside, is flushed to the medium, and takes the
-// place of the old one in one step.
+// nothing that an earlier save() wrote (quor::replaceFile).
 #pragma once
 
 #include <map>
@@ -12,14 +11,14 @@
 #include <string_view>
 #include <vector>
 
-#include "host/core/FileDevice.h"
+#include "platform/base/FileDevice.h"
 
 namespace terminal {
 
 class SettingsFile {
 public:
     // `device` is not owned and must outlive this. Nothing is read yet.
-    SettingsFile(FileDevice& device, std::string path);
+    SettingsFile(quor::FileDevice& device, quor::FileDevice::Path path);
 
     // Reads the file; a missing one is an empty store. False: there is a file that could not be read. The store is
     // empty then, and save() refuses, so that what could not be read is not overwritten.
@@ -40,8 +39,9 @@ public:
     void dropDamagedLines();
 
     bool dirty() const { return m_dirty; }
-    // Writes if dirty. False: the old file is still whole, and the store stays dirty; the next save() tries again.
-    bool save();
+    // Writes if dirty; a file that another program holds is waited for. False: the old file is still whole, and the
+    // store stays dirty; the next save() tries again.
+    bool save(std::chrono::milliseconds patience = std::chrono::milliseconds(0));
 
     std::string text() const;  // what save() would write
 
@@ -59,8 +59,8 @@ private:
     Section* indexLine(std::size_t index, Section* section);
     void insertLine(std::size_t before, std::string text);
 
-    FileDevice& m_device;
-    std::string m_path;
+    quor::FileDevice& m_device;
+    quor::FileDevice::Path m_path;
     std::vector<Line> m_lines;
     std::map<std::string, Section, std::less<>> m_sections;
     bool m_dirty = false;

@@ -45,6 +45,7 @@ CBCGPVisualManager2007::Style CBCGPVisualManager2007::GetStyle() { return style2
 
 BEGIN_MESSAGE_MAP(CBCGPDialog, CDialog)
     ON_WM_DESTROY()
+    ON_WM_ENDSESSION()
     ON_REGISTERED_MESSAGE(BCGM_CHANGEVISUALMANAGER, &CBCGPDialog::OnChangeVisualManager)
 END_MESSAGE_MAP()
 
@@ -101,6 +102,11 @@ void CBCGPDialog::OnDestroy() {
     savePlacement();
     m_initialised = FALSE;
     CDialog::OnDestroy();
+}
+
+void CBCGPDialog::OnEndSession(BOOL bEnding) {
+    if (bEnding) savePlacement();
+    CDialog::OnEndSession(bEnding);
 }
 
 LRESULT CBCGPDialog::OnChangeVisualManager(WPARAM, LPARAM) {

@@ -56,8 +56,9 @@ public:
     explicit CBCGPDialog(LPCSTR lpszTemplateName, CWnd* pParent = nullptr);
     ~CBCGPDialog() override;
 
-    // From now on the placement is written below `lpszProfileSection` when the window is destroyed; a placement found
-    // there is taken at once if the window exists, otherwise after OnInitDialog. A null section leaves the last one.
+    // From now on the placement is written below `lpszProfileSection` when the window is destroyed, and when the
+    // session ends; a placement found there is taken at once if the window exists, otherwise after OnInitDialog. A null
+    // section leaves the last one.
     void EnableLoadWindowPlacement(BOOL bEnable = TRUE, LPCSTR lpszProfileSection = nullptr);
     BOOL IsLoadWindowPlacement() const { return m_loadPlacement; }
 
@@ -65,6 +66,7 @@ public:
 
 protected:
     afx_msg void OnDestroy();
+    afx_msg void OnEndSession(BOOL bEnding);
     afx_msg LRESULT OnChangeVisualManager(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 

@@ -176,11 +176,8 @@ BOOL CCommonListCtrl::DestroyWindow() { return CListCtrl::DestroyWindow(); }
 
 void CCommonListCtrl::OnDestroy() {
     CListCtrl::OnDestroy();
-    if (!SaveMarketWatchProfile()) {
-        SaveAutoSort();
-        SaveColumnProfile();
-        SaveGridLineStatus();
-    }
+    SaveState();
+    m_autoSortRead = m_gridLinesRead = m_sortLockMoved = false;
     m_arrColumns.RemoveAll();
     m_arrOrder.RemoveAll();
     m_arrWidth.RemoveAll();

@@ -75,7 +75,8 @@ public:
     // The row's data: during a sort, when the items hold row numbers, what m_arrSavedItemData keeps for the row.
     virtual DWORD_PTR GetItemData(int row);
     // Writes the column profile to the host's store, if profiles are in use: places by the order array, widths by the
-    // header (0 for a column that it does not show). A host that refuses is reported in a message box.
+    // header (0 for a column that it does not show). Nothing before the columns were built, nor once the header is
+    // gone: what is stored stays. A host that refuses is reported in a message box.
     virtual void SaveColumnProfile();
     // Applies the locked sort again: the rows and this column's arrow. Nothing unless the list is locked on a column
     // that shows.
@@ -144,6 +145,11 @@ public:
     // Gives the header item at `place` a tool tip, `text` or its heading if null. 1, or 0 if there is no such header
     // item, no report view, or no heading.
     int AddHeaderToolTip(int place, const char* text);
+
+    // Writes what the list keeps from one run to the next, as the end of its window does: auto-sort, columns and grid
+    // lines; a market watch its columns under its parent's title. What it has not read yet it does not write. For an
+    // owner whose process may end without an end of its windows (WM_ENDSESSION).
+    void SaveState();
 
     // --- Columns that travel. Files are INI files, bare names in the user's application data; the section is the list.
 
@@ -401,6 +407,8 @@ protected:
 
     // The columns as they are now, in index order, names and user parts included.
     std::vector<quor::list::ProfileEntry> CurrentProfile();
+    // Whether arrays and control tell of the same columns, so that these are worth storing.
+    bool ColumnsStand() const;
     // Makes the control ask for its row height again, as after a change of size.
     void RemeasureRows();
     // What is to be painted of a row becomes the whole of it, across the window.
@@ -418,9 +426,18 @@ protected:
     // The lock that is stored under the list's name; its end if it names a column that the list does not have.
     void ReadSortLockInfo();
     void DropSortLockOutsideColumns();
+    // For an import, which numbers columns anew: lock and levels stay with the headings of their columns, or end with
+    // them. `locked` is what the first gave before. A lock that moved with columns worth storing is stored with them.
+    CString LockedHeading() const;
+    void FollowSortColumns(const CString& locked, bool imported);
+    void SaveMovedSortLock();
     // The levels of the multi-column sort in a section of the store. `name` is what a line in the log calls them.
     void ReadSortLevels(const CString& section, const CString& name);
     void WriteSortLevels(const CString& section);
+
+    bool m_columnsChanging = false;  // they are being read or replaced
+    bool m_autoSortRead = false;     // from the store; so with the grid lines
+    bool m_gridLinesRead = false;
 
 private:
     // Life.
@@ -428,6 +445,7 @@ private:
     // Columns.
     void InsertColumnsForList_Recursive(int* unused);
     bool ReadStoredColumns(int builtInCount, std::vector<quor::list::ProfileEntry>& entries);
+    bool TakeColumnsFrom(CString file);
     void TakePlan(const quor::list::ColumnSetPlan& plan);
     void ShowPlan(const quor::list::ColumnSetPlan& plan);
     void InsertColumnRecord(int place, int columnIndex, int width);
@@ -471,9 +489,11 @@ private:
     void ShowSortImage(int place, int image);
     void AfterSort(bool touchesFirstColumn);
     void SetSortLock(bool locked);
+    void EndSortLock();
 
     quor::list::ProfileSource* m_pProfileSource = nullptr;
     quor::list::SortOrderChooser* m_dlgSortOrder = nullptr;
+    bool m_sortLockMoved = false;                // since it was stored
     bool m_bMultiSortEnds = false;               // the user agreed to hide a column of the multi-column sort
     std::shared_ptr<CImageList> m_headerImages;  // one for all lists of the process
     CFont m_font;                                // the font of m_Appearance, once applied

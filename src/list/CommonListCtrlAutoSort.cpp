@@ -31,6 +31,7 @@ int CCommonListCtrl::IsAutoSortEnabled() {
 }
 
 int CCommonListCtrl::ReadAutoSort() {
+    m_autoSortRead = true;
     CString value;
     if (IsMarketWatch() && hostRunsOptimizedMarketWatch()) {
         m_bAutoSort = 0;

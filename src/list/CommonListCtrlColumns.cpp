@@ -35,6 +35,7 @@ int quor::list::headingWidth(CHeaderCtrl& header, CDC& dc, int item) {
 }
 
 void CCommonListCtrl::InsertColumnsForList(int* unused) {
+    const FlagScope changing(m_columnsChanging, true);
     m_nBaseColumnCount = static_cast<int>(m_arrColumns.GetCount());
     ReadAutoSort();
     InitializeAutoSort();
@@ -44,6 +45,7 @@ void CCommonListCtrl::InsertColumnsForList(int* unused) {
 
 // Columns are inserted once, when it is settled which: a profile that does not fit never reaches the control.
 void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
+    const HWND window = m_hWnd;
     ReadDealSlipState();
     if (m_bLockSortEnabled) ReadSortLockInfo();
     ColumnSetInput input;
@@ -51,9 +53,11 @@ void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
     input.defaultPlaces = toVector(m_arrDefaultColumns);
     const int count = static_cast<int>(input.widths.size());
     input.hasProfile = m_bUseColumnProfile && ReadStoredColumns(count, input.profile);
+    if (m_hWnd != window) return;  // the host took it away while it was asked
     const ColumnSetPlan plan = planColumnSet(input);
 
     TakePlan(plan);
+    DropSortLockOutsideColumns();
     ShowPlan(plan);
     if (!plan.readsSortOrder) return;
     ReadSortOrderProfile();
@@ -63,7 +67,6 @@ void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
 // The arrays as a plan has them; the control is left alone.
 void CCommonListCtrl::TakePlan(const ColumnSetPlan& plan) {
     for (const auto& [index, column] : plan.userColumns) m_arrColumns.SetAtGrow(index, column);
-    DropSortLockOutsideColumns();
     assign(m_arrOrder, plan.order);
     assign(m_arrWidth, plan.widths);
     assign(m_arrVisible, plan.visible);
@@ -126,6 +129,7 @@ void CCommonListCtrl::LoadHeaders(CArray<int, int>* columns, CArray<int, int>* w
     assign(m_arrVisible, shown.visible);
     if (!shown.bySequence.empty()) m_nFirstColumn = shown.bySequence[0];
     {
+        const FlagScope changing(m_columnsChanging, true);
         const RedrawScope frozen(*this);
         DeleteAllColumns();
         int place = 0;

@@ -17,8 +17,19 @@ void CCommonListCtrl::ExportColumnToFile(CString file) {
     quoru_appdata_ini_file_operations(1, m_csListName, kProfileKey, text, file, error);
 }
 
-// A file that cannot be read leaves the arrays at the built-in columns and the control as it was.
 void CCommonListCtrl::ImportColumnsFromFile(CString file) {
+    const CString locked = LockedHeading();
+    const bool imported = TakeColumnsFrom(file);
+    FollowSortColumns(locked, imported);
+    if (!imported) return;
+    const bool parentLives = isLive(GetParent());
+    NotifyColumnsRebuilt(m_bGroupList ? 0 : 1);
+    if (parentLives && !m_bGroupList) OnColumnsImported();
+}
+
+// A file that cannot be read leaves the arrays at the built-in columns and the control as it was.
+bool CCommonListCtrl::TakeColumnsFrom(CString file) {
+    const FlagScope changing(m_columnsChanging, true);
     for (INT_PTR i = m_arrColumns.GetUpperBound(); i >= 0; --i) {
         if (!m_arrColumns.GetAt(i).csToolTip.IsEmpty()) m_arrColumns.RemoveAt(i);
     }
@@ -29,14 +40,12 @@ void CCommonListCtrl::ImportColumnsFromFile(CString file) {
     TakePlan(planBuiltInColumns(columns));
     CString text, error;
     if (!m_bUseColumnProfile || !quoru_appdata_ini_file_operations(0, m_csListName, kProfileKey, text, file, error)) {
-        return;
+        return false;
     }
     const ColumnSetPlan plan = planColumnImport(columns, parseExchangeProfile(text));
     TakePlan(plan);
     ShowPlan(plan);
-    const bool parentLives = isLive(GetParent());
-    NotifyColumnsRebuilt(m_bGroupList ? 0 : 1);
-    if (parentLives && !m_bGroupList) OnColumnsImported();
+    return true;
 }
 
 bool CCommonListCtrl::DoesColumnExist(const CString& heading, int* index, int* found, CArray<int, int>* seen) {

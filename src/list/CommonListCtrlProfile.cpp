@@ -4,6 +4,7 @@
 #include "src/foundation/core/AppearanceRecords.h"
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListSettings.h"
+#include "src/list/core/ColumnArrays.h"
 #include "src/list/core/ColumnProfileText.h"
 
 using namespace quor::list;
@@ -41,12 +42,14 @@ std::vector<HeaderColumn> CCommonListCtrl::ReadHeader() {
     return header;
 }
 
+// A gap is left out: a reader would take the next column for its user part.
 std::vector<ProfileEntry> CCommonListCtrl::CurrentProfile() {
     const std::vector<HeaderColumn> header = ReadHeader();
     std::vector<ProfileEntry> entries;
     const int count = static_cast<int>(m_arrColumns.GetCount());
     for (int i = 0; i < count; ++i) {
         const sQuorColInfo& column = m_arrColumns.GetAt(i);
+        if (i >= m_nBaseColumnCount && isColumnGap(column)) continue;
         ProfileEntry entry;
         entry.columnIndex = i;
         entry.place = i < m_arrOrder.GetCount() ? m_arrOrder.GetAt(i) : -1;
@@ -68,11 +71,26 @@ bool CCommonListCtrl::ReadStoredColumns(int builtInCount, std::vector<ProfileEnt
     return true;
 }
 
+bool CCommonListCtrl::ColumnsStand() const {
+    const CHeaderCtrl* header = GetHeaderCtrl();
+    return !m_columnsChanging && !m_arrOrder.IsEmpty() && isLive(header) && header->GetItemCount() > 0;
+}
+
 void CCommonListCtrl::SaveColumnProfile() {
-    if (!m_bUseColumnProfile) return;
-    if (!writeListSetting(m_csListName, kProfileKey, formatColumnProfile(CurrentProfile()))) {
+    if (!m_bUseColumnProfile || !ColumnsStand()) return;
+    if (writeListSetting(m_csListName, kProfileKey, formatColumnProfile(CurrentProfile()))) {
+        SaveMovedSortLock();
+    } else {
         AfxMessageBox("Error while saving column profile");
     }
+}
+
+// A flag that is set was read, or is the user's own.
+void CCommonListCtrl::SaveState() {
+    if (!m_hWnd || m_columnsChanging || SaveMarketWatchProfile()) return;
+    if (m_autoSortRead || m_bAutoSort) SaveAutoSort();
+    SaveColumnProfile();
+    if (m_gridLinesRead || m_bGridLines) SaveGridLineStatus();
 }
 
 // A message box may run while lists come and go, so the registry is read anew at each step.
@@ -98,10 +116,12 @@ void CCommonListCtrl::GridLines() {
     const DWORD style = GetExtendedStyle() ^ LVS_EX_GRIDLINES;
     SetExtendedStyle(style);
     m_bGridLines = (style & LVS_EX_GRIDLINES) != 0;
+    m_gridLinesRead = true;  // whatever was stored, the user wants this
 }
 
 // The style is flipped, not set: on a list that has grid lines already, a stored "true" takes them away.
 void CCommonListCtrl::ReadGridLineStatus() {
+    m_gridLinesRead = true;
     CString value;
     if (!readListSetting(m_csListName, kGridLineKey, value)) return;
     m_bGridLines = value == "true";

@@ -6,6 +6,7 @@
 #include "src/foundation/Messages.h"
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListSettings.h"
+#include "src/list/core/ColumnImport.h"
 #include "src/list/core/RowSort.h"
 #include "src/list/core/SortTexts.h"
 
@@ -266,9 +267,45 @@ void CCommonListCtrl::ReadSortLockInfo() {
 // Once the user columns of the profile are there, so that a lock on one of them stands.
 void CCommonListCtrl::DropSortLockOutsideColumns() {
     if (!m_bSortLocked || m_nLockSortColumn < m_arrColumns.GetCount()) return;
+    EndSortLock();
+}
+
+void CCommonListCtrl::EndSortLock() {
     m_bSortLocked = m_bSorted = 0;
     m_nLockSortColumn = -1;
     m_nLockSortOrder = 0;
+}
+
+CString CCommonListCtrl::LockedHeading() const {
+    const bool names = m_nLockSortColumn >= 0 && m_nLockSortColumn < m_arrColumns.GetCount();
+    return names ? m_arrColumns.GetAt(m_nLockSortColumn).szColumnName : "";
+}
+
+void CCommonListCtrl::FollowSortColumns(const CString& locked, bool imported) {
+    const int count = static_cast<int>(m_arrColumns.GetCount());
+    const auto headingAt = [this](int i) { return CString(m_arrColumns.GetAt(i).szColumnName); };
+    const auto numberOf = [&](const CString& heading, int former) {
+        return findHeading(count, headingAt, heading, former < count ? former : 0);
+    };
+    if (const int former = m_nLockSortColumn; former >= 0) {
+        m_nLockSortColumn = numberOf(locked, former);
+        if (m_nLockSortColumn != former && imported && m_bSortLocked) m_sortLockMoved = true;
+        if (m_nLockSortColumn < 0) EndSortLock();
+    }
+    for (INT_PTR i = m_arrSortOrder.GetUpperBound(); i >= 0; --i) {
+        ColumnSortInfo& level = m_arrSortOrder[i];
+        level.iColumnIndex = numberOf(level.csColumnName, level.iColumnIndex);
+        if (level.iColumnIndex >= 0) continue;
+        if (m_dlgSortOrder) m_dlgSortOrder->removeName(level.csColumnName);
+        m_arrSortOrder.RemoveAt(i);
+    }
+    if (m_arrSortOrder.IsEmpty()) m_bMultiSortActive = 0;
+}
+
+void CCommonListCtrl::SaveMovedSortLock() {
+    if (!m_sortLockMoved) return;
+    m_sortLockMoved = false;
+    SetSortLock(m_bSortLocked != 0);
 }
 
 void CCommonListCtrl::SortByLastColumnWithLock() {

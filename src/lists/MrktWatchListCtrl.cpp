@@ -15,6 +15,8 @@ using namespace quor::expression;
 IMPLEMENT_DYNAMIC(CMrktWatchListCtrl, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CMrktWatchListCtrl, CCommonListCtrl)
+    // Life
+    ON_WM_DESTROY()
     // Painting
     ON_WM_PAINT()
     ON_WM_ERASEBKGND()
@@ -38,7 +40,6 @@ class HostCells : public CustomCellSource {
 public:
     HostCells(CWnd* parent, sMWStruct* record) : m_parent(parent), m_record(record) {}
     bool cellText(int columnIndex, CString& text) override {
-        if (!g_pControlBlock->MrktWatchGetColumnText) return false;
         g_pControlBlock->MrktWatchGetColumnText(m_parent, m_record, columnIndex, text);
         return true;
     }
@@ -86,6 +87,11 @@ CString CMrktWatchListCtrl::ParentTitle() const {
     CString title;
     if (const CWnd* parent = GetParent()) parent->GetWindowText(title);
     return title;
+}
+
+void CMrktWatchListCtrl::OnDestroy() {
+    CCommonListCtrl::OnDestroy();
+    m_shared = {};
 }
 
 bool CMrktWatchListCtrl::SaveMarketWatchProfile() {

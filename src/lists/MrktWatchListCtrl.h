@@ -14,6 +14,8 @@
 #include "src/list/CommonListCtrl.h"
 #include "src/lists/core/WatchTexts.h"
 
+#include <optional>
+
 struct sMWStruct;  // the host's record of a row; only two texts at fixed offsets are read here
 
 // What a row's item data points to.
@@ -39,13 +41,15 @@ public:
     int InsertMrktColumn(int place, CString name, int format, int width, int order);
     // Writes the columns under a watch's name, in the order in which the header stands, then the user columns of all
     // watches and the grid lines. A host that refuses the first is reported in a message box; the rest still goes on.
+    // What was not read or built yet is not written. The user columns are written by a watch that changed them, or
+    // whose reading the store still matches: none at all never replace what could not be read.
     void SaveColumnProfile(CString name);
     using CCommonListCtrl::SaveColumnProfile;
     // Writes this watch to a file. A failure is not reported.
     void ExportColumnToFile(CString name, CString file);
     // Replaces the columns by those of a file, found under the title of the parent frame; built-in columns are known by
     // name there; the parent is told (WM_LIST_COLUMNS_REBUILT, 0). A file without the watch shows the 112 built-in
-    // columns and tells nobody; the count of user columns that watches share stays.
+    // columns and tells nobody; the user columns that watches share stay in their store, and so does their count.
     void ImportColumnsFromFile(CString file);
     afx_msg void ColFitToContentMarketListControl();
     afx_msg void ColFitToHeaderMarketListControl();
@@ -60,7 +64,7 @@ public:
     // One of two texts of the row's record; empty without a record.
     CString GetTradingSymbolOrSymbol(bool tradingSymbol, int row);
     // The text of a user column (columnIndex above 111), made anew from the host's texts of the record. 1; 0 if there
-    // is no such column, no host to ask, or the formula's values run together (then a message box says so).
+    // is no such column, or the formula's values run together (then a message box says so).
     int GetCustomColumnText(sMWStruct* record, int columnIndex, CString& text);
 
     // --- Looks. SetBkColor and SetTextColor also repaint.
@@ -112,6 +116,7 @@ protected:
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnSize(UINT type, int width, int height);
+    afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -119,7 +124,10 @@ private:
     // Where a watch keeps what is its own.
     static CString WatchSection(const CString& name);
     CString ParentTitle() const;
-    void ReadUserColumns();
+    void TakeUserColumns(const CString& text);
+    bool MayWriteUserColumns(const CString& own);
+    void WriteUserColumns(const CString& own);
+    bool TakeColumnsFrom(CString file);
     void ReadStoredPlaces();
     void ReadGridLines();
     void ShowColumns(bool placesUserColumns);
@@ -128,6 +136,14 @@ private:
     void EraseBesideRows(CDC& dc);
     void TakeFont(const LOGFONT& description);
 
+    // What this watch knows of the store of user columns.
+    struct SharedColumns {
+        bool known = false;               // what it holds was read, imported or written here
+        CString stored;                   // its text then
+        std::optional<CString> own = "";  // this watch's columns then, as it writes them; none: they were imported
+    };
+
+    SharedColumns m_shared;
     quor::expression::CustomColumnText m_customText;
     CFont m_listFont;  // of SetListFont or ShowFontDlg
 

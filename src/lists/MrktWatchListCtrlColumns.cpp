@@ -4,6 +4,8 @@
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListCommands.h"
 #include "src/list/ListSettings.h"
+#include "src/list/core/ColumnArrays.h"
+#include "src/list/core/ListLayout.h"
 #include "src/lists/MrktWatchListCtrl.h"
 #include "src/lists/core/WatchColumns.h"
 
@@ -18,39 +20,47 @@ constexpr char kUserColumnsSection[] = "MarketWatch";
 }  // namespace
 
 void CMrktWatchListCtrl::InsertColumnsForList(int*) {
+    const FlagScope changing(m_columnsChanging, true);
+    const HWND window = m_hWnd;
     m_nBaseColumnCount = kMarketWatchColumns;
     ReadAutoSort();
     InitializeAutoSort();
     if (m_bLockSortEnabled) ReadSortLockInfo();
-    ReadUserColumns();
+    ReadGridLines();
+    CString userColumns;
+    const bool known = g_pControlBlock->UserSettingMWColumns(0, kUserColumnsSection, userColumns) != 0;
+    if (m_hWnd != window) return;  // the host took it away while it was asked
+    if (known) TakeUserColumns(userColumns);
     DropSortLockOutsideColumns();
     if (m_arrOrder.IsEmpty()) ReadStoredPlaces();
-    ReadGridLines();
+    if (m_hWnd != window) return;
     ShowColumns(iNewDataArrCnt > 0 && m_arrColumns.GetCount() == iMrktInfoColCount + 1);
     ++g_nMarketWatchesBuilt;
 }
 
-// The first watch counts the user columns; they are the same for all.
-void CMrktWatchListCtrl::ReadUserColumns() {
-    CString text;
-    if (!g_pControlBlock->UserSettingMWColumns(0, kUserColumnsSection, text)) return;
+// The first watch counts the user columns; they are the same for all. Numbers that the store leaves out count as well:
+// what is counted is the column array.
+void CMrktWatchListCtrl::TakeUserColumns(const CString& text) {
     const std::vector<WatchColumn> columns = parseWatchUserColumns(text);
     if (!fitWatchColumns(columns)) return;
+    int added = 0;
     for (const WatchColumn& column : columns) {
         if (column.columnIndex < kMarketWatchColumns) continue;
         constexpr int kWidth = 80;
         m_arrColumns.SetAtGrow(column.columnIndex, makeWatchUserColumn(column, kWidth));
-        if (g_nMarketWatchesBuilt) continue;
-        ++iMrktInfoColCount;
-        ++iNewDataArrCnt;
+        added = std::max(added, column.columnIndex + 1 - kMarketWatchColumns);
     }
+    m_shared = {true, text, formatWatchUserColumns(ColumnsAsTheyStand())};
+    if (g_nMarketWatchesBuilt) return;
+    iMrktInfoColCount += added;
+    iNewDataArrCnt += added;
 }
 
 void CMrktWatchListCtrl::ReadStoredPlaces() {
-    const int count = static_cast<int>(m_arrColumns.GetCount());
     WatchArrays arrays;
     CString text;
     const bool stored = m_bUseColumnProfile && readListSetting(WatchSection(ParentTitle()), "COLUMNPROFILE", text);
+    const int count = static_cast<int>(m_arrColumns.GetCount());  // none if the host took the window away
     if (!stored || !placeByProfile(parseWatchProfile(text), count, arrays)) {
         for (int i = 0; i < std::min(count, kMarketWatchColumns); ++i) {
             const bool known = i < m_arrDefaultColumns.GetCount();
@@ -64,6 +74,7 @@ void CMrktWatchListCtrl::ReadStoredPlaces() {
 
 // A watch keeps its grid lines under its own name, not under the list's.
 void CMrktWatchListCtrl::ReadGridLines() {
+    m_gridLinesRead = true;
     CString text;
     if (!readListSetting(WatchSection(ParentTitle()), "GridLine", text)) return;
     m_bGridLines = text == "true";
@@ -77,7 +88,10 @@ void CMrktWatchListCtrl::ShowColumns(bool placesUserColumns) {
     input.arrays = {toVector(m_arrOrder), toVector(m_arrWidth)};
     input.lastColumn = iMrktInfoColCount;
     input.placesUserColumns = placesUserColumns;
-    for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) input.recordWidths.push_back(m_arrColumns.GetAt(i).iWidth);
+    for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) {
+        const sQuorColInfo& column = m_arrColumns.GetAt(i);
+        input.recordWidths.push_back(isColumnGap(column) ? kNoColumn : column.iWidth);
+    }
     const WatchPlan plan = planWatchColumns(input);
     assign(m_arrOrder, plan.arrays.order);
     assign(m_arrWidth, plan.arrays.widths);

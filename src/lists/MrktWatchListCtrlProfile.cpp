@@ -67,11 +67,26 @@ std::vector<WatchColumn> CMrktWatchListCtrl::ColumnsAsTheyStand() const {
 void CMrktWatchListCtrl::SaveColumnProfile(CString name) {
     const CString section = WatchSection(name);
     const std::vector<WatchColumn> columns = ColumnsAsTheyStand();
-    if (!writeListSetting(section, "COLUMNPROFILE", formatWatchProfile(columns)))
-        AfxMessageBox("Error while saving column profile");
-    CString user = formatWatchUserColumns(columns);
-    g_pControlBlock->UserSettingMWColumns(1, kAllWatches, user);
-    writeListSetting(section, "GridLine", m_bGridLines ? "true" : "false");
+    const bool saves = ColumnsStand();
+    const bool saved = saves && writeListSetting(section, "COLUMNPROFILE", formatWatchProfile(columns));
+    if (saved) SaveMovedSortLock();
+    WriteUserColumns(formatWatchUserColumns(columns));
+    if (m_gridLinesRead || m_bGridLines) writeListSetting(section, "GridLine", m_bGridLines ? "true" : "false");
+    if (saves && !saved) AfxMessageBox("Error while saving column profile");
+}
+
+// Columns that nobody changed here may be older than the store: another watch may have changed them.
+bool CMrktWatchListCtrl::MayWriteUserColumns(const CString& own) {
+    if (m_shared.own != own) return m_shared.known || !own.IsEmpty();
+    CString stored;
+    return m_shared.known &&
+           (!g_pControlBlock->UserSettingMWColumns(0, kAllWatches, stored) || stored == m_shared.stored);
+}
+
+void CMrktWatchListCtrl::WriteUserColumns(const CString& own) {
+    if (!MayWriteUserColumns(own)) return;
+    CString text = own;
+    if (g_pControlBlock->UserSettingMWColumns(1, kAllWatches, text)) m_shared = {true, own, own};
 }
 
 // Places are the order array's, not the header's: what a file says is independent of how this window was dragged.
@@ -96,6 +111,16 @@ bool CMrktWatchListCtrl::ImportMarketWatch(const CString& file) {
 }
 
 void CMrktWatchListCtrl::ImportColumnsFromFile(CString file) {
+    const CString locked = LockedHeading();
+    const bool imported = TakeColumnsFrom(file);
+    FollowSortColumns(locked, imported);
+    if (!imported) return;
+    if (CWnd* parent = GetParent(); isLive(parent))
+        parent->SendMessage(WM_LIST_COLUMNS_REBUILT, static_cast<WPARAM>(GetDlgCtrlID()), 0);
+}
+
+bool CMrktWatchListCtrl::TakeColumnsFrom(CString file) {
+    const FlagScope changing(m_columnsChanging, true);
     CString title, text, error;
     if (const CFrameWnd* frame = GetParentFrame()) frame->GetWindowText(title);
     const bool found = quoru_appdata_ini_file_operations(0, kAllWatches, exportKey(title), text, file, error) != 0;
@@ -113,8 +138,7 @@ void CMrktWatchListCtrl::ImportColumnsFromFile(CString file) {
         iNewDataArrCnt = static_cast<int>(import.userColumns.size());
         iMrktInfoColCount = kMarketWatchColumns - 1 + iNewDataArrCnt;
     }
+    m_shared = import.whole ? SharedColumns{true, "", std::nullopt} : SharedColumns{};
     ShowColumns(false);
-    if (!found) return;
-    if (CWnd* parent = GetParent(); isLive(parent))
-        parent->SendMessage(WM_LIST_COLUMNS_REBUILT, static_cast<WPARAM>(GetDlgCtrlID()), 0);
+    return found;
 }

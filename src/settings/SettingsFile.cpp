@@ -2,30 +2,15 @@
 
 #include <boost/property_tree/json_parser.hpp>
 
-#include <cstdio>
-#include <memory>
 #include <sstream>
 #include <streambuf>
 #include <utility>
-
-#if defined(_WIN32)
-#include <io.h>
-#else
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
 
 namespace quor::settings {
 
 namespace {
 
 using boost::property_tree::json_parser_error;
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
 
 // Lets a stream read bytes where they lie.
 class ViewBuffer : public std::streambuf {
@@ -113,17 +98,8 @@ bool parse(std::string json, Tree& tree) {
 
 bool readFile(const std::string& path, Tree& tree) {
     try {
-        const File file(std::fopen(path.c_str(), "rb"));
-        if (!file) return false;
         std::string json;
-        constexpr std::size_t kChunk = 1 << 20;
-        for (std::size_t read = kChunk; read == kChunk;) {
-            const std::size_t had = json.size();
-            json.resize(had + kChunk);
-            read = std::fread(json.data() + had, 1, kChunk, file.get());
-            json.resize(had + read);
-        }
-        return !std::ferror(file.get()) && parse(std::move(json), tree);
+        return Disk().read(pathOfNarrow(path), json) == FileDevice::Read::done && parse(std::move(json), tree);
     } catch (...) {
         return false;  // a file too large for the memory
     }
@@ -137,70 +113,14 @@ std::string format(const Tree& tree, const std::string& path) {
     return std::move(json).str();
 }
 
-void writeFile(const Tree& tree, const std::string& path, FileSteps& steps) {
-    const std::string json = format(tree, path);
-    if (!steps.mayWrite(path)) throw json_parser_error("the file may not be written", path, 0);
-    const std::string beside = path + ".new";
-    if (steps.write(beside, json) && steps.flush(beside) && steps.replace(beside, path)) return;
-    steps.remove(beside);
-    throw json_parser_error("write error", path, 0);
+void writeFile(const Tree& tree, const std::string& path, FileDevice& device) {
+    if (!replaceFile(device, pathOfNarrow(path), format(tree, path), kReplacePatience))
+        throw json_parser_error("the file may not or could not be written", path, 0);
 }
 
 void eraseEverywhere(Tree& tree, const std::string& key) {
     tree.erase(key);
     for (auto& [name, child] : tree) eraseEverywhere(child, key);
 }
-
-bool FileSteps::write(const std::string& path, std::string_view bytes) {
-    File file(std::fopen(path.c_str(), "wb"));
-    if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) return false;
-    return std::fclose(file.release()) == 0;
-}
-
-void FileSteps::remove(const std::string& path) { std::remove(path.c_str()); }
-
-#if defined(_WIN32)
-
-bool FileSteps::mayWrite(const std::string& path) {
-    const DWORD attributes = ::GetFileAttributesA(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return true;
-    if (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) return false;
-    const HANDLE file =
-        ::CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return false;
-    ::CloseHandle(file);
-    return true;
-}
-
-bool FileSteps::flush(const std::string& path) {
-    const File file(std::fopen(path.c_str(), "r+b"));
-    return file && _commit(_fileno(file.get())) == 0;
-}
-
-bool FileSteps::replace(const std::string& from, const std::string& to) {
-    return ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
-}
-
-#else
-
-bool FileSteps::mayWrite(const std::string& path) {
-    struct stat status;
-    if (::stat(path.c_str(), &status) != 0) return true;
-    // The mode counts even for a superuser, whom access() would let pass.
-    return S_ISREG(status.st_mode) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 &&
-           ::access(path.c_str(), W_OK) == 0;
-}
-
-bool FileSteps::flush(const std::string& path) {
-    const File file(std::fopen(path.c_str(), "r+b"));
-    return file && ::fsync(::fileno(file.get())) == 0;
-}
-
-bool FileSteps::replace(const std::string& from, const std::string& to) {
-    return std::rename(from.c_str(), to.c_str()) == 0;
-}
-
-#endif
 
 }  // namespace quor::settings

@@ -67,8 +67,8 @@ void CZTSettingsLibrary::setPath(CString path) {
 }
 
 void CZTSettingsLibrary::savePath() {
-    quor::settings::FileSteps steps;
-    quor::settings::writeFile(*m_tree, text(m_path), steps);
+    quor::Disk disk;
+    quor::settings::writeFile(*m_tree, text(m_path), disk);
 }
 
 int CZTSettingsLibrary::findSetting(CString path, CString& key, CString& value) {

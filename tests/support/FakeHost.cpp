@@ -35,6 +35,7 @@ const char* text(const CString& value) { return value.GetString(); }
 // Operation 0 reads, 1 writes.
 template <class Map>
 int store(Map& map, const typename Map::key_type& key, int operation, CString& value) {
+    if (fakeHost().onStore && !fakeHost().onStore(operation)) return 0;
     if (operation == 1) {
         if (fakeHost().refuseWrites) return 0;
         map[key] = std::string(value.GetString(), static_cast<std::size_t>(value.GetLength()));

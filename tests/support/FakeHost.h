@@ -19,6 +19,8 @@ struct FakeHost {
     std::map<std::pair<std::string, std::string>, std::string> settings;
     std::map<std::string, std::string> marketWatchColumns;  // by section
     bool refuseWrites = false;
+    // Runs inside each call of either store, operation 0 to read and 1 to write; false: the call is refused.
+    std::function<bool(int operation)> onStore;
 
     // Answers.
     int appStatus = 0;

@@ -5,6 +5,10 @@
 
 namespace quor::list {
 
+bool isColumnGap(const sQuorColInfo& column) {
+    return !column.szColumnName[0] && column.csExpression.IsEmpty() && column.csToolTip.IsEmpty();
+}
+
 std::vector<int> defaultPlaces(int columnCount, const int* shown, int shownCount) {
     std::vector<int> places;
     for (int column = 0; column < columnCount; ++column) {

@@ -7,6 +7,10 @@
 
 namespace quor::list {
 
+// Whether an index belongs to no column: stored user columns may leave numbers out, and a list keeps their formulas'
+// numbers, so it keeps the gaps.
+bool isColumnGap(const sQuorColInfo& column);
+
 // Turns the columns that show by default, given by columnIndex in screen order, into a place for each column of the
 // array: its first position in `shown`, or -1.
 std::vector<int> defaultPlaces(int columnCount, const int* shown, int shownCount);

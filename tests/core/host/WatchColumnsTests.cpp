@@ -293,7 +293,7 @@ TEST(WatchRecord, LongSymbolsAreCut) {
 
 TEST(WatchStore, UserColumnsAreWrittenOnceAndAsTheLibraryReadsThem) {
     const TestFile file;
-    Disk disk;
+    quor::Disk disk;
     SettingsFile settings(disk, file.name);
     ASSERT_TRUE(settings.load());
     writeFirstUserColumns(settings);

@@ -121,7 +121,7 @@ TEST(WatchColumns, ImportedUserColumnsAreNumberedAnew) {
     EXPECT_EQ(text(made.arrays.widths), "10 60");
 }
 
-// Whatever the arrays hold, each place from 0 up comes once.
+// Whatever the arrays hold, each place from 0 up comes once, and the arrays are as long as the records.
 TEST(WatchColumns, EveryPlanIsInStep) {
     std::mt19937 random(7);
     for (int round = 0; round < 300; ++round) {
@@ -131,7 +131,11 @@ TEST(WatchColumns, EveryPlanIsInStep) {
         watch.input.arrays.widths.resize(random() % 130);
         for (int& place : watch.input.arrays.order) place = static_cast<int>(random() % 140) - 10;
         watch.input.placesUserColumns = random() % 2 != 0;
+        watch.input.lastColumn -= static_cast<int>(random() % 3);
+        const bool gap = user > 0 && random() % 2 != 0;
+        if (gap) watch.input.recordWidths[kMarketWatchColumns] = kNoColumn;
         const WatchPlan plan = watch.plan();
+        ASSERT_TRUE(!gap || plan.arrays.order[kMarketWatchColumns] == -1);
         const auto count = static_cast<std::size_t>(kMarketWatchColumns + user);
         ASSERT_EQ(plan.arrays.order.size(), count);
         ASSERT_EQ(plan.arrays.widths.size(), count);

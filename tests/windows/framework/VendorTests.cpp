@@ -52,6 +52,16 @@ TEST_F(Vendor, PlacementSurvivesTheDialog) {
     second.GetWindowRect(&found);
     EXPECT_EQ(found, place);
     EXPECT_FALSE(second.IsWindowVisible());
+
+    const CRect later(150, 160, 450, 360);
+    second.MoveWindow(later);
+    for (const BOOL ends : {FALSE, TRUE}) {
+        second.SendMessage(WM_ENDSESSION, static_cast<WPARAM>(ends));
+        PlacedDialog third;
+        ASSERT_TRUE(third.CreateIndirect(form.get(), &frame()));
+        third.GetWindowRect(&found);
+        EXPECT_EQ(found, ends ? later : place);
+    }
 }
 
 TEST_F(Vendor, MessageBoxTakesTheApplicationsNameForAMissingCaption) {

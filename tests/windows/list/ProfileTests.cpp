@@ -2,6 +2,7 @@
 // is tested in the core.
 #include "ListFixture.h"
 #include "platform/tools/QuorTools.h"
+#include "support/EveryMoment.h"
 
 #include <filesystem>
 
@@ -94,6 +95,69 @@ TEST_F(Profiles, AnotherVersionOfTheColumnSet) {
     EXPECT_EQ(stored("COLUMNPROFILE"), "0,0,80,1,1,80");  // the next save repairs the text
 }
 
+// The numbers of user columns stay, since their formulas speak of them; a number that no column has is not stored.
+TEST_F(Profiles, AGapBetweenUserColumnsSwallowsNone) {
+    stored("COLUMNPROFILE") = "0,0,50,1,1,50,2,2,50,4,3,60,Ratio#F#T,7,4,70,Next#G#U";
+    const char* const shown = "Symbol:50 Price:50 Qty:50 Ratio:60 Next:70 | 0 1 2 -1 3 -1 -1 4";
+    for (int start = 0; start < 3; ++start) EXPECT_EQ(afterRestart(), shown) << "start " << start;
+}
+
+TEST_F(Profiles, NoEndAtAnyMomentLosesAStoredLayout) {
+    stored("COLUMNPROFILE") = kWithUserColumn;
+    stored("SortLockInfo") = "True,3,1";
+    stored("COLUMN_SORT_ORDER_PROFILE") = "Qty->1#0";
+    stored("AutoSortTicked") = stored("GridLine") = "true";
+    stored("AutoSort") = "2";
+    stored("AutoSortOrder") = "1";
+    stored("PROFILENAMES") = "dealslip_day";
+    stored("dealslip_day") = "0,1,1,-1,2,0";
+
+    PlainList* list = nullptr;
+    bool ends = false;
+    std::unique_ptr<test::EveryMoment> moments;
+    const auto life = [&] {
+        if (!owner.m_hWnd) owner.create(frame());
+        PlainList itself;
+        list = &itself;
+        ends = false;
+        itself.m_bLockSortEnabled = itself.m_bMultiSortEnabled = 1;
+        itself.m_csListName = "orders";
+        addColumns(itself, {"Symbol", "Price", "Qty"});
+        create(itself);
+        CArray<int, int> columns, widths;
+        for (const int column : {3, 1, 0}) columns.Add(column), widths.Add(40 + column);
+        const std::function<void()> steps[] = {[&] { itself.InsertColumnsForList(nullptr); },
+                                               [&] { itself.CListCtrl::SetColumnWidth(1, 55); },
+                                               [&] { itself.LoadHeaders(&columns, &widths); },
+                                               [&] { itself.OnLockUnlockSortCheck(); },
+                                               [&] { itself.SaveState(); },
+                                               [&] { itself.GridLines(); },
+                                               [&] { itself.KillAutoSortTimer(); },
+                                               [&] { ends = true; }};
+        for (const auto& step : steps) {
+            moments->moment(itself);
+            if (itself.m_hWnd) step();
+        }
+        if (itself.m_hWnd) itself.DestroyWindow();
+    };
+    moments = std::make_unique<test::EveryMoment>(life);
+    const test::MessageBoxAnswerer boxes;
+    const auto gone = [&](auto victim) {
+        return [&, victim](int) {
+            CWnd* const window = !ends && list->m_hWnd ? victim() : nullptr;
+            if (window && window->m_hWnd) window->DestroyWindow();
+            return true;
+        };
+    };
+    moments->disturb("the list goes", gone([&]() -> CWnd* { return list; }));
+    moments->disturb("its header goes", gone([&]() -> CWnd* { return list->GetHeaderCtrl(); }));
+    moments->disturb("its tool tips go", gone([&]() -> CWnd* { return &list->m_ToolTip; }));
+    moments->disturb("its dialog goes", gone([&]() -> CWnd* { return &owner; }));
+    moments->disturb("a write fails", [](int operation) { return operation == 0; });
+    EXPECT_GT(moments->moments(), 20);
+    for (const std::string& text : boxes.texts()) EXPECT_EQ(text, "Error while saving column profile");
+}
+
 TEST_F(Profiles, GroupListsWriteNoUserPart) {
     stored("COLUMNPROFILE") = kWithUserColumn;
     PlainList list;
@@ -164,6 +228,38 @@ TEST_F(Profiles, ExportAndImportThroughAFile) {
     EXPECT_EQ(other.m_arrColumns.GetCount(), 5);
     EXPECT_EQ(header(other), "Qty:70 Symbol:50 Ratio:60");
     other.DestroyWindow();
+}
+
+// User columns get new numbers by an import: lock and levels stay with their headings, or end with their columns.
+TEST_F(Profiles, TheSortFollowsItsColumnsThroughAnImport) {
+    const struct {
+        const char* file;
+        const char* lock;
+        int levelColumn;  // -1: it ended
+        const char* stored;
+    } cases[] = {
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,Ratio,Ratio#F#T,", "1 3 1", 3, "True,3,1"},
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,New,New#G#U,4,2,60,Ratio,Ratio#F#T,", "1 4 1", 4, "True,4,1"},
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,New,New#G#U,", "0 -1 0", -1, "False,-1,0"},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.file);
+        stored("COLUMNPROFILE") = kWithUserColumn;
+        stored("SortLockInfo") = "True,3,1";
+        stored("COLUMN_SORT_ORDER_PROFILE") = "Ratio->-1#0";
+        writeFile(expected.file);
+        PlainList list;
+        list.m_bLockSortEnabled = list.m_bMultiSortEnabled = 1;
+        start(list);
+        ASSERT_EQ(list.m_arrSortOrder.GetCount(), 1);
+        list.ImportColumnsFromFile(file);
+        CString lock;
+        lock.Format("%d %d %d", list.m_bSortLocked, list.m_nLockSortColumn, list.m_nLockSortOrder);
+        EXPECT_STREQ(lock, expected.lock);
+        EXPECT_EQ(list.m_arrSortOrder.IsEmpty() ? -1 : list.m_arrSortOrder[0].iColumnIndex, expected.levelColumn);
+        list.DestroyWindow();
+        EXPECT_EQ(stored("SortLockInfo"), expected.stored);
+    }
 }
 
 TEST_F(Profiles, AUserColumnWithoutAToolTipIsNotRemovedByAnImport) {

@@ -66,9 +66,7 @@ protected:
 struct MarketWatch : test::WindowFixture {
     MarketWatch() {
         resetFakeHost();
-        CMrktWatchListCtrl::g_nMarketWatchesBuilt = 0;
-        iMrktInfoColCount = 111;
-        iNewDataArrCnt = 0;
+        startProcess();
         fakeHost().marketCell = [this](CWnd*, void* data, int columnIndex, CString& text) {
             auto* row = static_cast<HostRow*>(data);
             if (columnIndex >= 112) {
@@ -81,18 +79,33 @@ struct MarketWatch : test::WindowFixture {
                 text.Format("%s/%d", row->symbol.c_str(), columnIndex);
             }
         };
+        createOwner();
+    }
+    // What the watches of a process share, as it is before the first of them.
+    static void startProcess() {
+        CMrktWatchListCtrl::g_nMarketWatchesBuilt = 0;
+        iMrktInfoColCount = 111;
+        iNewDataArrCnt = 0;
+    }
+    void createOwner() {
         const CString windowClass = AfxRegisterWndClass(0, nullptr, nullptr, nullptr);
         owner.Create(windowClass, "Banks", WS_CHILD | WS_VISIBLE, CRect(0, 0, 700, 400), &frame(), 50);
     }
     void TearDown() override {
         list.reset();
-        owner.DestroyWindow();
+        if (owner.m_hWnd) owner.DestroyWindow();
         WindowFixture::TearDown();
     }
 
     // `prepare` runs before the columns are built.
     void open(const std::function<void(CMrktWatchListCtrl&)>& prepare = {}) {
         list = std::make_unique<CMrktWatchListCtrl>();
+        fill();
+        list->Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, CRect(0, 0, 600, 300), &owner, kWatchId);
+        if (prepare) prepare(*list);
+        list->InsertColumnsForList(nullptr);
+    }
+    void fill() {
         list->m_csListName = "watch";
         for (int i = 0; i < 112; ++i) {
             sQuorColInfo column;
@@ -103,9 +116,6 @@ struct MarketWatch : test::WindowFixture {
         }
         const int shown[] = {0, 1, 2, 3};
         list->SetDefaultCols(4, shown);
-        list->Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, CRect(0, 0, 600, 300), &owner, kWatchId);
-        if (prepare) prepare(*list);
-        list->InsertColumnsForList(nullptr);
     }
     void close() {
         list->DestroyWindow();

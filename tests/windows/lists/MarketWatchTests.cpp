@@ -1,5 +1,7 @@
 // Columns, cells, levels and stored texts of a market watch.
 #include "MarketWatchFixture.h"
+#include "platform/tools/QuorTools.h"
+#include "support/EveryMoment.h"
 #include "support/MessageBoxAnswerer.h"
 
 #include <cstring>
@@ -11,6 +13,8 @@ namespace {
 
 using namespace watch_tests;
 using Texts = std::vector<std::string>;
+
+const char* const kTwice = "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
 
 TEST_F(MarketWatch, CellsComeFromTheHostByColumnIndex) {
     open();
@@ -43,7 +47,7 @@ TEST_F(MarketWatch, ColumnsSurviveARestartWithTheUsersDrag) {
     const auto& stored = fakeHost().settings[{"MarketWatchNew_Banks", "COLUMNPROFILE"}];
     EXPECT_EQ(stored.substr(0, 31), "0,2,60,1,1,60,2,3,44,3,4,60,4,-");
     EXPECT_EQ(stored.substr(stored.size() - 9), ",112,0,80");
-    EXPECT_EQ(fakeHost().marketWatchColumns["MarketWatch"], "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2");
+    EXPECT_EQ(fakeHost().marketWatchColumns["MarketWatch"], kTwice);
     EXPECT_EQ((fakeHost().settings[{"MarketWatchNew_Banks", "GridLine"}]), "false");
     open();
     EXPECT_EQ(header(), "Twice:80 c1:60 c0:60 c2:44 c3:60");
@@ -53,6 +57,7 @@ TEST_F(MarketWatch, ColumnsSurviveARestartWithTheUsersDrag) {
 }
 
 TEST_F(MarketWatch, ARefusedProfileIsSaidAndTheRestGoesOn) {
+    fakeHost().marketWatchColumns["MarketWatch"] = kTwice;
     open();
     fakeHost().refuseWrites = true;
     fakeHost().calls.clear();
@@ -106,7 +111,7 @@ TEST_F(MarketWatch, UserColumnsEnterOtherUserColumns) {
 
 // Which string of a record is what: the header's tip is the display form.
 TEST_F(MarketWatch, TheHeaderExplainsAUserColumnByHeadings) {
-    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
+    fakeHost().marketWatchColumns["MarketWatch"] = kTwice;
     open();
     char text[80] = "";
     TOOLINFO info{};
@@ -116,7 +121,7 @@ TEST_F(MarketWatch, TheHeaderExplainsAUserColumnByHeadings) {
 }
 
 TEST_F(MarketWatch, AStoredLockIsTakenIfItFits) {
-    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
+    fakeHost().marketWatchColumns["MarketWatch"] = kTwice;
     const struct {
         const char* stored;
         int enabled, locked, columnIndex, order;
@@ -160,9 +165,173 @@ TEST_F(MarketWatch, ColumnsAreAddedOneByOne) {
 TEST_F(MarketWatch, NumbersThatTheStoreLeavesOutAreNoColumns) {
     const std::string stored = "114\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
     fakeHost().marketWatchColumns["MarketWatch"] = stored;
-    open();
+    for (int start = 0; start < 2; ++start) {
+        open();
+        EXPECT_EQ(header(), "c0:60 c1:60 c2:60 c3:60 Twice:80");
+        EXPECT_EQ(list->m_arrOrder.GetCount(), 115) << "the arrays are in step";
+        EXPECT_EQ(list->m_arrWidth.GetCount(), 115);
+        EXPECT_EQ(list->GetOriginalColumnPosition(4), 114);
+        EXPECT_EQ(iMrktInfoColCount, 114);
+        close();
+        EXPECT_EQ(fakeHost().marketWatchColumns["MarketWatch"], stored);
+        startProcess();
+    }
+}
+
+// ---- The store of user columns
+
+struct WatchStore : MarketWatch {
+    static std::string& stored() { return fakeHost().marketWatchColumns["MarketWatch"]; }
+    static sQuorColInfo formula(const char* name) {
+        sQuorColInfo column;
+        setColumnName(column, name);
+        column.iWidth = 80;
+        column.csExpression = column.csToolTip = " 7";
+        return column;
+    }
+    void importFrom(const char* text) {
+        const CString file = "watch_store_test.ini";
+        CString value = text, path = file, error;
+        frame().SetWindowText("Desk");
+        if (text) {
+            ASSERT_TRUE(quoru_appdata_ini_file_operations(1, "MarketWatch", "MW:Desk", value, path, error)) << error;
+        }
+        list->ImportColumnsFromFile(text ? file : "no such file.ini");
+    }
+};
+
+TEST_F(WatchStore, IsNeverReplacedByWhatCouldNotBeRead) {
+    const struct {
+        const char* name;
+        const char* stored;
+        std::function<void()> life;
+    } cases[] = {
+        {"never built", kTwice,
+         [&] {
+             list = std::make_unique<CMrktWatchListCtrl>();
+             fill();
+             list->Create(WS_CHILD, CRect(0, 0, 600, 300), &owner, kWatchId);
+         }},
+        {"refused", kTwice,
+         [&] {
+             fakeHost().onStore = [](int operation) { return operation == 1; };
+             open();
+         }},
+        {"a text that does not fit",
+         "5000\xA7Twice\xA7i\xA7"
+         "d",
+         [&] { open(); }},
+        {"an import without a file", kTwice,
+         [&] {
+             open();
+             importFrom(nullptr);
+         }},
+        {"an import that does not fit", kTwice,
+         [&] {
+             open();
+             importFrom("9999,0,60,c0,CUSTOMCOLUMN,");
+         }},
+        {"an import cut short", kTwice,
+         [&] {
+             open();
+             importFrom("0,0,60,c0,1,1,60,c1");
+         }},
+        {"another watch that was changed meanwhile",
+         "113\xA7New\xA7i\xA7"
+         "d",
+         [&] {
+             const std::string changed = std::exchange(stored(), kTwice);
+             open();
+             stored() = changed;
+         }},
+    };
+    for (const auto& step : cases) {
+        SCOPED_TRACE(step.name);
+        startProcess();
+        stored() = step.stored;
+        step.life();
+        close();
+        fakeHost().onStore = {};
+        EXPECT_EQ(stored(), step.stored);
+    }
+}
+
+TEST_F(WatchStore, TakesWhatTheUserAddedDeletedOrImported) {
+    open();  // nothing is stored: the host refuses to read
+    list->m_arrColumns.Add(formula("First"));
     close();
-    EXPECT_EQ(fakeHost().marketWatchColumns["MarketWatch"], stored);
+    EXPECT_EQ(stored(),
+              "112\xA7"
+              "First\xA7 7\xA7 7");
+    startProcess();
+    open();
+    EXPECT_EQ(header(), "c0:60 c1:60 c2:60 c3:60 First:80");
+    setColumnName(list->m_arrColumns[112], "Edited");
+    list->SaveState();
+    EXPECT_EQ(stored(),
+              "112\xA7"
+              "Edited\xA7 7\xA7 7");
+    list->m_arrColumns.RemoveAt(112);
+    list->SaveState();
+    EXPECT_EQ(stored(), "");
+    importFrom(
+        "0,0,60,c0,CUSTOMCOLUMN,112\xA7"
+        "1\xA7"
+        "60\xA7"
+        "Imported\xA7 7\xA7 7");
+    list->SaveState();
+    EXPECT_EQ(stored(),
+              "112\xA7"
+              "Imported\xA7 7\xA7 7");
+    importFrom("0,0,60,c0,CUSTOMCOLUMN,");
+    close();
+    EXPECT_EQ(stored(), "");
+}
+
+TEST_F(WatchStore, NoEndAtAnyMomentLosesAStoredLayout) {
+    stored() = kTwice;
+    open();
+    list->SetColumnWidth(0, 33);
+    list->GridLines();
+    close();
+    std::unique_ptr<test::EveryMoment> moments;
+    bool ends = false;
+    const auto life = [&] {
+        startProcess();
+        ends = false;
+        if (!owner.m_hWnd) createOwner();
+        open([&](CMrktWatchListCtrl& watch) { moments->moment(watch); });
+        int order[] = {4, 1, 0, 2, 3};
+        CArray<int, int> columns, widths;
+        for (const int column : {0, 112, 2}) columns.Add(column), widths.Add(40);
+        const std::function<void()> steps[] = {[&] { list->GetHeaderCtrl()->SetOrderArray(5, order); },
+                                               [&] { list->SaveState(); },
+                                               [&] { list->m_arrColumns.Add(formula("New")); },
+                                               [&] { list->LoadHeaders(&columns, &widths); },
+                                               [&] { list->GridLines(); },
+                                               [&] { ends = true; }};
+        for (const auto& step : steps) {
+            moments->moment(*list);
+            if (list->m_hWnd && list->GetHeaderCtrl()) step();
+        }
+        ends = true;
+        list.reset();
+    };
+    moments = std::make_unique<test::EveryMoment>(life);
+    const test::MessageBoxAnswerer boxes;
+    const auto gone = [&](auto victim) {
+        return [&, victim](int) {
+            CWnd* const window = !ends && list->m_hWnd ? victim() : nullptr;
+            if (window && window->m_hWnd) window->DestroyWindow();
+            return true;
+        };
+    };
+    moments->disturb("the watch goes", gone([&]() -> CWnd* { return list.get(); }));
+    moments->disturb("its header goes", gone([&]() -> CWnd* { return list->GetHeaderCtrl(); }));
+    moments->disturb("its window goes", gone([&]() -> CWnd* { return &owner; }));
+    moments->disturb("a write fails", [](int operation) { return operation == 0; });
+    EXPECT_GT(moments->moments(), 15);
+    for (const std::string& text : boxes.texts()) EXPECT_EQ(text, "Error while saving column profile");
 }
 
 TEST_F(MarketWatch, TheWatchMadeLastIsKnownUntilItGoes) {
@@ -244,7 +413,7 @@ TEST_F(MarketWatch, LevelsAreReadUnderTheNameInTheCombo) {
 }
 
 TEST_F(MarketWatch, AnImportRebuildsARunningWatch) {
-    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Twice\xA7 \"1\" * 2\xA7 \"c1\" * 2";
+    fakeHost().marketWatchColumns["MarketWatch"] = kTwice;
     open();
     const CString file = "watch_import_test.ini";
     frame().SetWindowText("Desk");
@@ -266,6 +435,29 @@ TEST_F(MarketWatch, AnImportRebuildsARunningWatch) {
     ASSERT_EQ(list->GetHeaderCtrl()->GetItemCount(), 112) << "each heading stands over its own texts";
     EXPECT_EQ(iMrktInfoColCount, 112);
     EXPECT_TRUE(owner.calls.take().empty());
+}
+
+TEST_F(MarketWatch, ALockStaysWithItsUserColumnThroughAnImport) {
+    std::string& stored = fakeHost().marketWatchColumns["MarketWatch"];
+    const CString file = "watch_lock_test.ini";
+    frame().SetWindowText("Desk");
+    stored = kTwice;
+    open();
+    list->ExportColumnToFile("Desk", file);
+    close();
+    startProcess();
+    stored =
+        "112\xA7"
+        "Other\xA7 7\xA7 7\xA7"
+        "113" +
+        stored.substr(3);
+    fakeHost().settings[{"watch", "SortLockInfo"}] = "True,113,1";
+    open([](CMrktWatchListCtrl& watch) { watch.m_bLockSortEnabled = 1; });
+    list->ImportColumnsFromFile(file);
+    EXPECT_EQ(list->m_bSortLocked, 1);
+    EXPECT_EQ(list->m_nLockSortColumn, 112);
+    close();
+    EXPECT_EQ((fakeHost().settings[{"watch", "SortLockInfo"}]), "True,112,1");
 }
 
 }  // namespace

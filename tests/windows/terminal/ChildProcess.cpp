@@ -51,6 +51,7 @@ ChildProcess::ChildProcess(const std::string& commandLine, const std::string& ou
     if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process)) return;
     ::CloseHandle(process.hThread);
     m_process = process.hProcess;
+    m_id = process.dwProcessId;
 }
 
 ChildProcess::~ChildProcess() {

@@ -16,12 +16,14 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     bool started() const { return m_process != nullptr; }
+    DWORD id() const { return m_id; }
     // Its exit code; -1 if it did not end within `seconds`.
     int wait(int seconds);
     void terminate();
 
 private:
     HANDLE m_process = nullptr;
+    DWORD m_id = 0;
 };
 
 struct RunResult {

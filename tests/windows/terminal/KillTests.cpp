@@ -52,7 +52,7 @@ int wholeGeneration(const SettingsFile& settings) {
 
 int writeSettingsForEver(const char* path, const char* counterName) {
     SharedCounter counter(counterName);
-    Disk disk;
+    quor::Disk disk;
     SettingsFile settings(disk, path);
     if (!settings.load()) return 1;
     for (int generation = static_cast<int>(counter.get()) + 1;; ++generation) {
@@ -91,7 +91,7 @@ TEST(TerminalSettings, KillAtAnyMomentLosesNothingThatWasSaved) {
         writer.terminate();
         const LONG saved = counter.get();
         advanced += saved > before;
-        Disk disk;
+        quor::Disk disk;
         SettingsFile settings(disk, path);
         ASSERT_TRUE(settings.load()) << "kill " << kill;
         const int generation = wholeGeneration(settings);

@@ -123,7 +123,7 @@ struct WatchPaneTest : test::WindowFixture {
 
     SteadyClock clock;
     PaintFigures figures{clock};
-    NoDisk device;
+    quor::Disk device;  // never asked: nothing is saved
     SettingsFile settings{device, ""};
     CWatchPane* pane = nullptr;
 };

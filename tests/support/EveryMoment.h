@@ -1,0 +1,101 @@
+// Lists that end at any moment of their life.
+//
+// A life (start, the user's changes, the end) is run once undisturbed: what the list would store at each of its moments
+// is a whole layout. Then it is run again for each moment and each call of the host's store, with a disturbance there.
+// What stands stored in the end must be whole: each value is one of an undisturbed moment, and none is gone.
+#pragma once
+
+#include "src/list/CommonListCtrl.h"
+#include "support/FakeHost.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <utility>
+
+namespace test {
+
+class EveryMoment {
+public:
+    // The life starts from what the fake host has stored now, and tells its moments by calling moment(). It must cope
+    // with a window that is gone.
+    explicit EveryMoment(std::function<void()> life) : m_life(std::move(life)), m_before(stored()) {}
+
+    void moment(CCommonListCtrl& list) {
+        if (fakeHost().onStore) fakeHost().onStore(0);
+        if (!m_undisturbed || !list.m_hWnd) return;
+        const Stored now = stored();
+        const auto onStore = std::exchange(fakeHost().onStore, {});
+        list.SaveState();
+        note();
+        restore(now);
+        fakeHost().onStore = onStore;
+    }
+
+    // Runs the life once for each moment; `act` gets the store's operation and answers as the store does.
+    void disturb(const char* name, const std::function<bool(int operation)>& act) {
+        if (m_whole.empty()) runUndisturbed();
+        for (int moment = 0; moment < m_moments; ++moment) {
+            SCOPED_TRACE(std::string(name) + " at moment " + std::to_string(moment));
+            int call = 0;
+            run([&](int operation) { return call++ != moment || act(operation); });
+            const Stored now = stored();
+            for (const auto& [key, value] : m_before) {
+                const auto found = now.find(key);
+                ASSERT_NE(found, now.end()) << key.first << " " << key.second;
+                ASSERT_TRUE(m_whole[key].contains(found->second))
+                    << key.first << " " << key.second << "=" << found->second;
+            }
+        }
+    }
+
+    int moments() const { return m_moments; }
+
+private:
+    using Key = std::pair<std::string, std::string>;
+    using Stored = std::map<Key, std::string>;
+    static constexpr const char* kShared = "user columns of all watches";
+
+    static Stored stored() {
+        Stored all = fakeHost().settings;
+        for (const auto& [section, text] : fakeHost().marketWatchColumns) all[{section, kShared}] = text;
+        return all;
+    }
+    static void restore(const Stored& all) {
+        fakeHost().settings.clear();
+        fakeHost().marketWatchColumns.clear();
+        for (const auto& [key, text] : all) {
+            if (key.second == kShared)
+                fakeHost().marketWatchColumns[key.first] = text;
+            else
+                fakeHost().settings[key] = text;
+        }
+    }
+    void note() {
+        for (const auto& [key, value] : stored()) m_whole[key].insert(value);
+    }
+    void run(const std::function<bool(int)>& onStore) {
+        restore(m_before);
+        fakeHost().onStore = onStore;
+        m_life();
+        fakeHost().onStore = {};
+    }
+    void runUndisturbed() {
+        m_undisturbed = true;
+        note();
+        run([this](int) {
+            note();
+            return ++m_moments > 0;
+        });
+        note();
+        m_undisturbed = false;
+    }
+
+    std::function<void()> m_life;
+    Stored m_before;
+    std::map<Key, std::set<std::string>> m_whole;
+    bool m_undisturbed = false;
+    int m_moments = 0;
+};
+
+}  // namespace test
