@@ -57,8 +57,12 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     const MessageKind kind = messageKind(message, wParam, lParam);
     beforeMessage(message, wParam, lParam);
     const Presence presence(*this);
+    const bool sizes = message == WM_SIZE && m_hWnd;
+    const int formerTop = sizes ? m_parts->native.topIndex() : 0;
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
     if (presence.gone()) return result;
+    // A page that grew beyond the last row moves up; the control may leave its pixels where they were.
+    if (sizes && m_parts->native.topIndex() != formerTop) m_parts->native.invalidateAll();
     // A control without WS_VISIBLE may make its header only for the first column.
     if (message == WM_PARENTNOTIFY && LOWORD(wParam) == WM_CREATE) SubclassHeader();
     if (kind == MessageKind::counts) m_parts->rows.takeCount(m_parts->native.nativeCount());

@@ -40,6 +40,7 @@ public:
     void invalidateAll() override;  // with erase
 
     // ---- What the grid asks besides
+    int topIndex() { return static_cast<int>(send(LVM_GETTOPINDEX)); }
     int nativeCount() { return static_cast<int>(send(LVM_GETITEMCOUNT)); }
     int nextItem(int after, UINT flags) {
         return m_list.m_hWnd ? static_cast<int>(send(LVM_GETNEXTITEM, after, flags)) : -1;

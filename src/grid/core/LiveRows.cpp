@@ -126,7 +126,10 @@ void LiveRows::append(int mapIndex, bool now) {
         return;
     }
     m_pending.PendingInsert = true;
-    if (ReverseDisplay) ++m_pending.PendingTopInserts;
+    if (ReverseDisplay) {
+        ++m_pending.PendingTopInserts;
+        m_movedUntold = true;
+    }
 }
 
 // ---- Ticks. The road of a tick is kept short: the less it does, the more cold rows the processor fetches side by
@@ -228,10 +231,12 @@ void LiveRows::bury(const sFilterListRowIndex& had, bool now) {
     if (slot == -1) return;
     m_display.buried(had.mapIndex);
     if (!now) return m_pending.noteDelete(slot);
-    const int visual = mirrored(slot);
-    m_display.eraseTombstones(slot, nullptr);
+    const int formerCount = displayCount();
+    m_erasedSlots.clear();
+    m_display.eraseTombstones(slot, &m_erasedSlots);
     tellDisplayCount();
-    markFrom(visual);
+    // In reverse display the tombstones behind stand above.
+    markFrom(ReverseDisplay ? formerCount - 1 - m_erasedSlots.back() : slot);
 }
 
 // ---- The display as a whole

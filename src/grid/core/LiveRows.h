@@ -235,9 +235,10 @@ private:
     bool m_layoutIsStale = true;
     bool m_visibilityIsStale = true;
     bool m_settling = false;
-    int m_told = 0;    // what the control knows
-    int m_wanted = 0;  // what it shall know
-    int m_lowest = 0;  // the lowest value since it was told
+    bool m_movedUntold = false;  // rows in view have other places, and nothing is dirty before the batch ends
+    int m_told = 0;              // what the control knows
+    int m_wanted = 0;            // what it shall know
+    int m_lowest = 0;            // the lowest value since it was told
 };
 
 }  // namespace quor::grid

@@ -129,6 +129,9 @@ int LiveRows::compact(BatchSelection& selection) {
         moveSelection(selection, m_erasedSlots, formerCount, ReverseDisplay);
     }
     m_pending = {};
+    // A row that entered meanwhile has pushed the tombstones behind it.
+    if (ReverseDisplay && !m_erasedSlots.empty())
+        repaintFrom = std::min(repaintFrom, formerCount - 1 - m_erasedSlots.back());
     std::erase_if(selection.selected, [this](int visual) { return !slotIsValid(visual); });
     return ReverseDisplay ? std::min(repaintFrom, displayCount() - 1) : repaintFrom;
 }

@@ -2,6 +2,7 @@
 #include "src/grid/core/LiveRows.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quor::grid {
 
@@ -69,10 +70,14 @@ void LiveRows::settle() {
     m_settling = false;
 }
 
+// A page that would end below the last row moves up; the control may leave its pixels where they were.
 void LiveRows::tellCount(int count) {
+    const bool mayMove = count < m_told;
+    const int formerTop = mayMove ? m_port.readLayout().topIndex : 0;
     m_told = count;
     m_layoutIsStale = true;
     m_port.tellCount(count);
+    if (mayMove && m_port.readLayout().topIndex != formerTop) m_port.invalidateAll();
 }
 
 // ---- The area to repaint
@@ -106,6 +111,7 @@ void LiveRows::paintComes() {
     forgetVisibility();  // a window that paints may have been hidden before
     settle();
     const RowLayout& now = layout();
+    if (std::exchange(m_movedUntold, false)) m_dirty.addForPaint({0, 0, now.clientWidth, now.clientHeight});
     if (const RECT fresh = m_dirty.takeFresh(now); !DirtyArea::isEmpty(fresh)) m_port.invalidate(fresh, false);
 }
 

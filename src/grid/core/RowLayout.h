@@ -71,6 +71,9 @@ public:
     }
     void addPage(const RowLayout& layout, int count) { addToPageEnd(layout, layout.topIndex, count); }
 
+    // What only the next paint has to know.
+    void addForPaint(const RECT& area) { unite(m_fresh, area); }
+
     // The control has moved pixels since something became dirty: nobody knows where it lies now.
     void pageScrolled(const RowLayout& layout) {
         if (isEmpty(m_fresh)) return;

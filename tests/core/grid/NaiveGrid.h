@@ -117,7 +117,9 @@ public:
         map[static_cast<std::size_t>(gone.mapIndex)] = nullptr;
         if (gone.slot == -1) return gone.mapIndex;
         if (now) {
-            const int visual = visualOf(gone.slot);
+            int visual = visualOf(gone.slot);
+            for (int slot = gone.slot; reverse && slot < count(); ++slot)
+                if (rowAt(slot) == nullptr) visual = std::min(visual, visualOf(slot));
             for (int slot = gone.slot; slot < count();) {
                 if (rowAt(slot) == nullptr) {
                     display.erase(display.begin() + slot);
@@ -153,6 +155,8 @@ public:
         } else if (reverse) {
             start = count() - m_last - 1;
         }
+        for (int slot = std::max(m_first, 0); m_first != -1 && reverse && slot < count(); ++slot)
+            if (rowAt(slot) == nullptr) start = std::min(start, visualOf(slot));
         if (m_first != -1) compact(collected, mark);
         m_pendingDelete = m_pendingInsert = false;
         m_pendingTopInserts = 0;

@@ -23,6 +23,18 @@ int fromEnvironment(const char* name, int otherwise) {
     return text ? std::atoi(text) : otherwise;
 }
 
+// Tells when it is about to paint.
+class PaintedGrid : public CFilterListCtrl {
+public:
+    std::function<void()> onPaint;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_PAINT && onPaint) onPaint();
+        return CFilterListCtrl::WindowProc(message, wParam, lParam);
+    }
+};
+
 // Bit 0: reverse display, 1: filter bar, 2: classic mode.
 class GridPictures : public GridFixture, public ::testing::WithParamInterface<int> {
 protected:
@@ -94,7 +106,7 @@ protected:
         const int count = static_cast<int>(m_grid.SendMessage(LVM_GETITEMCOUNT));
         if (count > 0) m_grid.SetItemState(pick(count), static_cast<UINT>(pick(4)), 3);
     }
-    CFilterListCtrl m_grid;
+    PaintedGrid m_grid;
     bool m_classic = false;
     std::vector<std::string> m_names;
 
@@ -215,14 +227,16 @@ protected:
         for (std::size_t i = 0; i < shown.size(); ++i)
             if (shown[i] != 0 && std::count(shown.begin(), shown.end(), shown[i]) > 1)
                 return "the row of line " + std::to_string(i) + " stands twice";
+        // A deleted row may stay until the end of its batch, and is blank where something else repaints it.
+        const auto isRow = [](int now, int then) { return now == then || now == 0 || then == 0; };
         const auto begins = [&](const Page& page) {
-            return page.size() >= shown.size() && std::equal(shown.begin(), shown.end(), page.begin());
+            return page.size() >= shown.size() && std::equal(shown.begin(), shown.end(), page.begin(), isRow);
         };
         if (std::any_of(m_pages.begin(), m_pages.end(), begins)) return {};
         std::string told = "no moment had these rows:";
         for (const int color : shown) told += " " + std::to_string(color & 0xFFFF);
         told += "; now they are";
-        for (const int color : m_pages.back()) told += " " + std::to_string(color & 0xFFFF);
+        for (const int color : pageNow()) told += " " + std::to_string(color & 0xFFFF);
         return told;
     }
     void remember() {
@@ -238,13 +252,13 @@ private:
 TEST_P(GridGrabs, ShowTheRowsOfOneMoment) {
     begin();
     m_grid.NoSelectionPaint = true;
+    m_grid.onPaint = [this] { remember(); };
     const int grabs = fromEnvironment("QUOR_GRABS", 2000) / kOptiConfigurations;
     for (int i = 0; i < grabs; ++i) {
         step();
         if (pick(3) == 0) processEndofBatchUpdates();
         if (pick(4) == 0) m_grid.SendMessage(WM_TIMER, kFlushTimer);
         if (pick(2) == 0) select();
-        remember();
         m_grid.UpdateWindow();
         ASSERT_EQ(compare(), "") << "configuration " << GetParam() << ", grab " << i;
     }
