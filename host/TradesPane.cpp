@@ -49,6 +49,7 @@ BOOL CTradesPane::createList() {
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&CTradesPane::cellText));
     if (!m_grid.CreateGrid(this, IDC_TRADES)) return FALSE;
     m_grid.SetReverseDisplay(true);
+    m_grid.AnchorView(true);
     m_grid.InsertColumnsForList(nullptr);
     return TRUE;
 }
