@@ -199,7 +199,7 @@ TEST_P(SortOnEachRoad, TheOldArrowLosesImageAndAlignment) {
 
 // Not all rows are asked for, and not in the control's way: it would know neither heading nor arrow.
 TEST_F(Sort, ADoubleClickOnADividerFitsTheRowsInViewTheHeadingAndTheArrow) {
-    constexpr int margins = 12, arrowRoom = 22;
+    constexpr int margins = 12, headingMargins = 11, arrow = 16;
     int heard = 0;
     owner.onNotify = [&](const NMHDR& news) { heard += news.code == static_cast<UINT>(HDN_DIVIDERDBLCLICKA); };
     open(opti, false, 2);
@@ -216,9 +216,10 @@ TEST_F(Sort, ADoubleClickOnADividerFitsTheRowsInViewTheHeadingAndTheArrow) {
         return grid().GetColumnWidth(1);
     };
     row("row 99")->cells[1] = std::string(60, '8');
-    EXPECT_EQ(doubleClick(), grid().GetStringWidth("value") + margins);
+    EXPECT_EQ(doubleClick(), grid().GetStringWidth("value") + headingMargins);
     click(1);
-    EXPECT_EQ(doubleClick(), grid().GetStringWidth("value") + margins + arrowRoom);
+    const int arrowRoom = arrow + 2 * header->GetBitmapMargin();
+    EXPECT_EQ(doubleClick(), grid().GetStringWidth("value") + headingMargins + arrowRoom);
     Row* const shown = rowOf(grid().GetItemData(0));
     shown->cells[1] = "123456789.25";
     EXPECT_EQ(doubleClick(), grid().GetStringWidth("123,456,789.25") + margins) << "as it is painted";
