@@ -46,8 +46,8 @@ def find(name, file, old, new, why):
 
 MUTANTS = [
     # ---- Twenty in the library: sorts
-    core("sort-ties", "list/core/MergeSort.h", "elements[right]) > 0)", "elements[right]) >= 0)", "RowSort*:GridSort*",
-         "rows that compare equal change places with every sort"),
+    core("sort-ties", "list/core/MergeSort.h", "elements[right]) > 0)", "elements[right]) >= 0)",
+         "MergeSort*:RowSort*:GridSort*", "rows that compare equal change places with every sort"),
     core("sort-missing-number", "list/core/RowSort.cpp", "SortRule::singleColumn ? -1 : quor::atof(text)",
          "SortRule::singleColumn ? 0 : quor::atof(text)", "SortRules*:RowSort*", "a dash counts as 0 and not as -1"),
     core("sort-levels-date", "list/core/RowSort.cpp", "SortRule::singleColumn ? -date : date",
@@ -59,8 +59,8 @@ MUTANTS = [
          "if (order > 0) std::reverse(rows.begin(), rows.end());", "GridSort*",
          "equal rows of a rising sort stand the other way round"),
     core("lock-text", "list/core/SortTexts.cpp", "{true, quor::atoi(*column), quor::atoi(*order)}",
-         "{true, quor::atoi(*order), quor::atoi(*column)}", "SortTexts*", "a lock comes back on another column"),
-    core("levels-text", "list/core/SortTexts.cpp", 'active ? "#1" : "#0"', 'active ? "#0" : "#1"', "SortTexts*",
+         "{true, quor::atoi(*order), quor::atoi(*column)}", "Sort*Text*", "a lock comes back on another column"),
+    core("levels-text", "list/core/SortTexts.cpp", 'active ? "#1" : "#0"', 'active ? "#0" : "#1"', "Sort*Text*",
          "levels come back switched off"),
     shell("grid-click-order", "grid/FilterListCtrlSort.cpp", "columnStayed ? -m_nSortOrder : -1", "-m_nSortOrder",
           "grid_tests:*Sort*", "the first click on another column turns the former column's order round"),
