@@ -2,7 +2,7 @@
 // them. A tick is three cells of one random row rewritten by the host and then UpdateRow; batches of 1,000; messages
 // are pumped when a flush is due; the last flush and its paint are part of the time.
 #include "benchmarks/Bench.h"
-#include "benchmarks/HeapBytes.h"
+#include "benchmarks/PrivateBytes.h"
 #include "benchmarks/Median.h"
 #include "benchmarks/WorkloadGrid.h"
 
@@ -219,13 +219,13 @@ void benchBytes(Bench& bench, Figures& figures) {
     constexpr unsigned count = 1'000'000;
     bench.open(0);
     bench.makeRows(count);
-    const long long before = heapBytes();
+    const long long before = privateBytes();
     for (WorkloadRow& row : bench.rows) bench.grid->AddRow(&row, false);
     processEndofBatchUpdates();
     const double inside = static_cast<double>(sizeof(WorkloadRow)) - static_cast<double>(sizeof(workload::Row));
-    const double allocated = static_cast<double>(heapBytes() - before) / count;
+    const double allocated = static_cast<double>(privateBytes() - before) / count;
     check(bench.grid->GetDisplayCount() == static_cast<int>(count), "rows are missing in the memory run");
-    check(allocated >= sizeof(void*), "the heap walk does not see the store");
+    check(allocated >= sizeof(void*), "the process seems to have no room for the store");
     char note[80];
     std::snprintf(note, sizeof note, "%.1f allocated by the grid + %.0f inside the row", allocated, inside);
     figures.push_back({"w5_bytes_per_row_1m", allocated + inside, "B/row", note, 100, 72});
