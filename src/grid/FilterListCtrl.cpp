@@ -78,7 +78,8 @@ void CFilterListCtrl::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) 
         case MessageKind::blind:
             return;
         case MessageKind::paint:
-            return rows.paintComes();
+            rows.paintComes();
+            return m_parts->native.widenUpdate(rows.layout());
         case MessageKind::quiet:
             return rows.settle();
         default:

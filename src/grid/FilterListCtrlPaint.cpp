@@ -304,9 +304,8 @@ LRESULT CFilterListCtrl::drawCell(NMLVCUSTOMDRAW& draw) {
 
     const DcStateScope state(draw.nmcd.hdc);
     CDC& dc = *CDC::FromHandle(draw.nmcd.hdc);
-    constexpr int marginOfFirstCell = 4;
     RECT ground = rect;
-    if (draw.iSubItem == 0) ground.left -= marginOfFirstCell;
+    if (draw.iSubItem == 0) ground.left -= kMarginOfFirstCell;
     dc.FillSolidRect(&ground, cell.colors.background);
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(cell.colors.text);

@@ -1,6 +1,7 @@
 #include "src/grid/NativeList.h"
 
 #include "platform/win/RowCount.h"
+#include "src/grid/core/CellPainting.h"
 
 #include <algorithm>
 
@@ -145,6 +146,14 @@ void NativeList::invalidate(const RECT& rect, bool erase) {
 
 void NativeList::invalidateAll() {
     if (m_list.m_hWnd) ::InvalidateRect(m_list.m_hWnd, nullptr, TRUE);
+}
+
+void NativeList::widenUpdate(const RowLayout& layout) {
+    RECT update;
+    if (!m_list.m_hWnd || !::GetUpdateRect(m_list.m_hWnd, &update, FALSE)) return;
+    const LONG edge = layout.rowRect(0).left;
+    const RECT margin{edge, update.top, edge + kMarginOfFirstCell, update.bottom};
+    invalidate(margin, false);
 }
 
 void NativeList::setRedraw(bool on) {

@@ -38,6 +38,9 @@ public:
     void scrollRows(int rows) override;
     void invalidate(const RECT& rect, bool erase) override;
     void invalidateAll() override;  // with erase
+    // Before a paint: rows are painted from their edge on, the control marks those that change their state from the
+    // text on.
+    void widenUpdate(const RowLayout& layout);
 
     // ---- What the grid asks besides
     int topIndex() { return static_cast<int>(send(LVM_GETTOPINDEX)); }
