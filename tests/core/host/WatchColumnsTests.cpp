@@ -166,6 +166,7 @@ TEST(WatchColumns, SpreadsFollowEitherSide) {
     } news[] = {{quoteBid, 102.20, "0.40", "0.20"},
                 {quoteAsk, 102.30, "0.40", "0.10"},
                 {quoteLast, 102.25, "0.40", "0.10"},
+                {quoteAsk, 102.50, "0.40", "0.10"},
                 {quoteAsk, 103.20, "1.00", "0.10"}};
     for (const auto& [field, price, widest, narrowest] : news) {
         Quote quote{.instrument = 0, .fields = field, .time = 3602 * second};
@@ -174,7 +175,7 @@ TEST(WatchColumns, SpreadsFollowEitherSide) {
         EXPECT_EQ(future["Widest Spread"], widest) << price;
         EXPECT_EQ(future["Narrowest Spread"], narrowest) << price;
     }
-    EXPECT_EQ(future["Quote Updates"], "4");
+    EXPECT_EQ(future["Quote Updates"], "5");
 }
 
 TEST(WatchColumns, AUserColumnWithoutANumberIsDim) {
