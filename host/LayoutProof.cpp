@@ -16,7 +16,6 @@
 #include "src/foundation/TimerIds.h"
 #include "src/list/ListCommands.h"
 
-
 namespace terminal {
 
 namespace {

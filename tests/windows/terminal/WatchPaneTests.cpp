@@ -10,7 +10,6 @@
 #include "support/WindowFixture.h"
 #include "tests/windows/terminal/NoDisk.h"
 
-
 namespace terminal {
 namespace {
 
