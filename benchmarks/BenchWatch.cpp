@@ -3,6 +3,7 @@
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
 #include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/core/WatchTexts.h"
 #include "support/FakeHost.h"
 
 #include <cstdio>

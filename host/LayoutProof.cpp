@@ -16,8 +16,6 @@
 #include "src/foundation/TimerIds.h"
 #include "src/list/ListCommands.h"
 
-using namespace quor::watch;
-
 namespace terminal {
 
 namespace {

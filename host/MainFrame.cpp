@@ -10,8 +10,6 @@
 #include "host/core/Utf8.h"
 #include "host/resource.h"
 
-using namespace quor::watch;
-
 namespace terminal {
 
 namespace {

@@ -6,8 +6,6 @@
 #include "host/core/MarketText.h"
 #include "host/core/WatchStore.h"
 
-using namespace quor::watch;
-
 namespace terminal {
 
 namespace {

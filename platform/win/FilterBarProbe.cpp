@@ -2,6 +2,7 @@
 // nothing.
 #include "platform/base/FilterBarLayout.h"
 #include "platform/win/FilterBar.h"
+#include "platform/win/FilterTextItem.h"
 
 namespace quor {
 
@@ -14,26 +15,12 @@ int askedHeight(HWND header) {
     return ::SendMessageA(header, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&layout)) ? place.cy : 0;
 }
 
-HDITEMA filterItem(HD_TEXTFILTERA& filter) {
-    HDITEMA item{};
-    item.mask = HDI_FILTER;
-    item.type = HDFT_ISSTRING;
-    item.pvFilter = &filter;
-    return item;
-}
+constexpr int kLongestAnswer = 16;
 
 CString filterOf(HWND header) {
-    char text[16] = "";
-    HD_TEXTFILTERA filter = {text, sizeof(text)};
-    HDITEMA item = filterItem(filter);
-    ::SendMessageA(header, HDM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    char text[kLongestAnswer] = "";
+    NarrowFilterItem(text, kLongestAnswer).send(header, HDM_GETITEMA, 0);
     return text;
-}
-
-void setFilter(HWND header, char* text) {
-    HD_TEXTFILTERA filter = {text, 16};
-    HDITEMA item = filterItem(filter);
-    ::SendMessageA(header, HDM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 BarAnswer ask(HWND header) {
@@ -46,7 +33,7 @@ BarAnswer ask(HWND header) {
     ::SetWindowLongPtrA(header, GWL_STYLE, ::GetWindowLongPtrA(header, GWL_STYLE) | HDS_FILTERBAR);
     answers.barHeight = askedHeight(header);
     char text[] = "probe";
-    setFilter(header, text);
+    NarrowFilterItem(text, kLongestAnswer).send(header, HDM_SETITEMA, 0);
     answers.keepsFilter = filterOf(header) == text;
     ::SendMessageA(header, HDM_CLEARFILTER, 0, 0);
     answers.clearsFilter = filterOf(header).IsEmpty();

@@ -26,11 +26,6 @@
 #include <functional>
 #include <memory>
 
-namespace quor::grid {
-class RowWalk;
-class SortKeys;
-}  // namespace quor::grid
-
 // Give the text of a cell, with colours that stay as they are unless set, and an icon (a handle for numeric columns,
 // an image number for others; -1 none). Non-zero: the text is valid. Members are called on the owner window, which
 // must be a permanent object.
@@ -253,7 +248,7 @@ protected:
     // Rows are asked for anew once the columns came from a file.
     void OnColumnsImported() override { PopulateList(); }
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
-    std::vector<quor::list::HeaderColumn> ReadHeader() override;
+    CString KnownHeading(int item, const CString& shown) override;
     // Decimals are grouped, and a column of icons shows none.
     CString ShownText(int item, int place) override;
 
@@ -280,12 +275,12 @@ protected:
 
 private:
     friend QUOR_CONTROLS_API void processEndofBatchUpdates();
-    struct Parts;        // the windowless parts and the native control
-    class Presence;      // whether the grid is still there
-    class CellPainter;   // what both paint routes share
-    class RowPainter;    // a row of the owner-draw route
-    class SortScope;     // a sort that an exception takes back
-    struct SortRequest;  // column, order and kind of a sort
+    struct Parts;       // the windowless parts and the native control
+    class Presence;     // whether the grid is still there
+    class CellPainter;  // what both paint routes share
+    class RowPainter;   // a row of the owner-draw route
+    class SortScope;    // a sort that an exception takes back
+    class SortRun;      // a sort of the rows of a walk
 
     bool hasTextCallback() const { return TextCallback != nullptr || TextMemberCallback != nullptr; }
     void readCell(DWORD_PTR data, int columnIndex, CString& text);
@@ -317,14 +312,6 @@ private:
 
     template <class Function>
     void inWalk(Function function);
-    void sortRows(quor::grid::RowWalk& walk, const SortRequest& request);
-    void sortDisplay(quor::grid::RowWalk& walk, const SortRequest& request);
-    void sortMap(quor::grid::RowWalk& walk, const SortRequest& request);
-    void sortCheckedFirst(quor::grid::RowWalk& walk);
-    quor::grid::SortKeys readKeys(const quor::grid::RowWalk& walk, const SortRequest& request,
-                                  const std::vector<std::int32_t>& mapIndices);
-    quor::grid::SortKeys readCheckedKeys(const quor::grid::RowWalk& walk, const SortRequest& request,
-                                         const std::vector<std::int32_t>& mapIndices);
     void showRepainted();
     void findSortMapColumn();
     void showSortArrow(int place, bool falling);

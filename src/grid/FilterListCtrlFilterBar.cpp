@@ -1,6 +1,8 @@
 // The header's filter bar: its fields, their notifications, the pop-up of values, the keys.
 #include "src/grid/FilterListCtrlInternal.h"
 
+#include "platform/win/FilterTextItem.h"
+#include "src/foundation/RedrawScope.h"
 #include "src/grid/FilterText.h"
 #include "src/grid/core/FilterValues.h"
 #include "src/resource/resource.h"
@@ -10,6 +12,8 @@
 #include <string>
 #include <unordered_set>
 #include <utility>
+
+using quor::foundation::RedrawScope;
 
 namespace {
 
@@ -40,13 +44,8 @@ int CFilterListCtrl::SetVisibleColumnFilter(int place, CString& text, int exact)
     const auto length = std::min(static_cast<std::size_t>(text.GetLength()), kFilterBufferSize - 1);
     std::memcpy(buffer, text.GetString(), length);
     FilterTextBytes = length;
-    HD_TEXTFILTERA filter{buffer, static_cast<int>(kFilterBufferSize)};
-    HDITEMA item{};
-    item.mask = HDI_FILTER;
-    item.type = HDFT_ISSTRING;
-    item.pvFilter = &filter;
     if (m_header.m_hWnd) {
-        m_header.SendMessage(HDM_SETITEMA, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
+        quor::NarrowFilterItem(buffer, static_cast<int>(kFilterBufferSize)).send(m_header.m_hWnd, HDM_SETITEMA, place);
         m_header.SetActiveWindow();
     }
     MatchExact = static_cast<BYTE>(exact);
@@ -57,20 +56,12 @@ int CFilterListCtrl::SetVisibleColumnFilter(int place, CString& text, int exact)
 int CFilterListCtrl::GetHeaderText(int place, CString& text) {
     if (!m_header.m_hWnd) return 0;
     char* const buffer = filterBuffer();
-    HD_TEXTFILTERW wide{reinterpret_cast<LPWSTR>(buffer), kFilterBufferChars};
-    HDITEMW wideItem{};
-    wideItem.mask = HDI_FILTER;
-    wideItem.type = HDFT_ISSTRING;
-    wideItem.pvFilter = &wide;
-    m_header.SendMessage(HDM_GETITEMW, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&wideItem));
-    FilterTextBytes = ::wcsnlen(wide.pszText, kFilterBufferChars) * sizeof(wchar_t);
+    auto* const wide = reinterpret_cast<LPWSTR>(buffer);
+    quor::WideFilterItem(wide, kFilterBufferChars).send(m_header.m_hWnd, HDM_GETITEMW, place);
+    FilterTextBytes = ::wcsnlen(wide, kFilterBufferChars) * sizeof(wchar_t);
     if (buffer[0] == 0 && buffer[1] == 0) return 0;
-    HD_TEXTFILTERA narrow{filterBuffer(), static_cast<int>(kFilterBufferSize)};
-    HDITEMA item{};
-    item.mask = HDI_FILTER;
-    item.type = HDFT_ISSTRING;
-    item.pvFilter = &narrow;
-    m_header.SendMessage(HDM_GETITEMA, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
+    quor::NarrowFilterItem(filterBuffer(), static_cast<int>(kFilterBufferSize))
+        .send(m_header.m_hWnd, HDM_GETITEMA, place);
     buffer[kFilterBufferSize - 1] = 0;
     FilterTextBytes = std::strlen(buffer);
     if (buffer[0] == 0) return 0;
@@ -138,14 +129,13 @@ void CFilterListCtrl::offerValues(int place) {
     popup->ShowWindow(SW_SHOW);
     popup->BringWindowToTop();
     const Presence presence(*this);
-    CListBox& values = popup->values();
-    values.SetRedraw(FALSE);  // a visible box would set its scroll bar and paint for every value
-    values.ResetContent();
-    visitUniqueTexts(GetOriginalColNo(place), [&values](const CString& text) { values.AddString(text); });
-    const bool isThere = !presence.gone();
-    values.SetRedraw(TRUE);
-    values.Invalidate();
-    if (isThere) popup->SetFilterlist(this, place);
+    {
+        CListBox& values = popup->values();
+        const RedrawScope frozen(values);  // a visible box would set its scroll bar and paint for every value
+        values.ResetContent();
+        visitUniqueTexts(GetOriginalColNo(place), [&values](const CString& text) { values.AddString(text); });
+    }
+    if (!presence.gone()) popup->SetFilterlist(this, place);
 }
 
 // Each text that the displayed rows show in the column, once, from the top.

@@ -25,15 +25,33 @@ constexpr int kSortArrowMask = HDI_FORMAT | HDI_IMAGE;
 
 }  // namespace
 
-// What a run sorts by. The run keeps it: the grid's own fields may change while the host gives its texts.
-struct CFilterListCtrl::SortRequest {
-    int columnIndex;
-    int dataType;
-    int order;
-    SortIntegers integers;
-    bool shortcut;  // equal texts end the run
+// A sort of the rows of a walk: by columns as it was asked for, or checked rows first. The host gives the texts, so the
+// grid may be gone behind each step; the walk knows.
+class CFilterListCtrl::SortRun {
+public:
+    // What the rows are sorted by. The run keeps it: the grid's own fields may change while the host gives its texts.
+    struct Request {
+        int columnIndex;
+        int dataType;
+        int order;
+        SortIntegers integers;
+        bool shortcut;  // equal texts end the run
 
-    SortRule rule(bool reverseMap) const { return {order, reverseMap, &CompareDateTime}; }
+        SortRule rule(bool reverseMap) const { return {order, reverseMap, &CompareDateTime}; }
+    };
+
+    SortRun(CFilterListCtrl& grid, RowWalk& walk) : m_grid(grid), m_walk(walk) {}
+    void sortRows(const Request& request);
+    void sortCheckedFirst();
+
+private:
+    void sortDisplay(const Request& request);
+    void sortMap(const Request& request);
+    SortKeys readKeys(const Request& request, const std::vector<std::int32_t>& mapIndices);
+    SortKeys readCheckedKeys(const Request& request, const std::vector<std::int32_t>& mapIndices);
+
+    CFilterListCtrl& m_grid;
+    RowWalk& m_walk;
 };
 
 // A run of a sort. An exception that ends it gives the grid's fields and arrows back, unless another run came in
@@ -147,11 +165,12 @@ void CFilterListCtrl::OnLvnColumnclick(NMHDR* header, LRESULT* result) {
     showSortArrow(m_nSortCol, columnStayed && m_nSortOrder != -1);
     findSortMapColumn();
     m_nLastSortCol = m_nSortCol;
+    SortRun sort(*this, walk);
     if (SortOnCheckedFlag) {
-        sortCheckedFirst(walk);
+        sort.sortCheckedFirst();
     } else {
-        sortRows(walk,
-                 {SortMapColumn, m_arrColumns.GetAt(SortMapColumn).iDataType, m_nSortOrder, SortIntegers::wide, true});
+        sort.sortRows(
+            {SortMapColumn, m_arrColumns.GetAt(SortMapColumn).iDataType, m_nSortOrder, SortIntegers::wide, true});
         if (!walk.gone()) m_bSorted = TRUE;
     }
     run.keep();
@@ -178,11 +197,12 @@ void CFilterListCtrl::SortByLastColumnWithLock() {
         showSortArrow(m_nSortCol, m_nSortOrder != -1);
         findSortMapColumn();
         m_nLastSortCol = m_nSortCol;
+        SortRun sort(*this, walk);
         if (SortOnCheckedFlag) {
-            sortCheckedFirst(walk);
+            sort.sortCheckedFirst();
         } else {
-            sortRows(walk, {SortMapColumn, m_arrColumns.GetAt(SortMapColumn).iDataType, m_nSortOrder,
-                            SortIntegers::narrow, false});
+            sort.sortRows({SortMapColumn, m_arrColumns.GetAt(SortMapColumn).iDataType, m_nSortOrder,
+                           SortIntegers::narrow, false});
         }
         run.keep();
     });
@@ -223,21 +243,20 @@ void CFilterListCtrl::showSortArrow(int place, bool falling) {
 
 // ---- The sorts
 
-void CFilterListCtrl::sortRows(RowWalk& walk, const SortRequest& request) {
-    m_nSortDataType = request.dataType;
-    if (m_bRowDragEnabled) {
-        sortMap(walk, request);
+void CFilterListCtrl::SortRun::sortRows(const Request& request) {
+    m_grid.m_nSortDataType = request.dataType;
+    if (m_grid.m_bRowDragEnabled) {
+        sortMap(request);
     } else {
-        sortDisplay(walk, request);
+        sortDisplay(request);
     }
 }
 
 // One string for the whole walk. A row that has no data, or none any more, has no text.
-SortKeys CFilterListCtrl::readKeys(const RowWalk& walk, const SortRequest& request,
-                                   const std::vector<std::int32_t>& mapIndices) {
+SortKeys CFilterListCtrl::SortRun::readKeys(const Request& request, const std::vector<std::int32_t>& mapIndices) {
     constexpr std::size_t ahead = 12;  // the host's rows may be far apart in memory
     constexpr RowData line = 64;
-    LiveRows& rows = m_parts->rows;
+    LiveRows& rows = m_grid.m_parts->rows;
     SortKeys keys(request.dataType, request.integers, mapIndices.size());
     CString text;
     for (std::size_t i = 0; i < mapIndices.size(); ++i) {
@@ -246,10 +265,10 @@ SortKeys CFilterListCtrl::readKeys(const RowWalk& walk, const SortRequest& reque
             __builtin_prefetch(reinterpret_cast<const void*>(next));
             __builtin_prefetch(reinterpret_cast<const void*>(next + line));
         }
-        const RowData data = rows.dataOfMapIndex(walk.present(mapIndices[i]));
+        const RowData data = rows.dataOfMapIndex(m_walk.present(mapIndices[i]));
         if (data != 0) {
-            readCell(data, request.columnIndex, text);
-            if (walk.gone()) break;
+            m_grid.readCell(data, request.columnIndex, text);
+            if (m_walk.gone()) break;
         } else {
             text = "";
         }
@@ -258,33 +277,34 @@ SortKeys CFilterListCtrl::readKeys(const RowWalk& walk, const SortRequest& reque
     return keys;
 }
 
-void CFilterListCtrl::sortDisplay(RowWalk& walk, const SortRequest& request) {
-    const SortKeys keys = readKeys(walk, request, m_parts->rows.displayedInMapOrder());
-    if (walk.gone() || (request.shortcut && keys.allTextsEqual())) return;
+void CFilterListCtrl::SortRun::sortDisplay(const Request& request) {
+    LiveRows& rows = m_grid.m_parts->rows;
+    const SortKeys keys = readKeys(request, rows.displayedInMapOrder());
+    if (m_walk.gone() || (request.shortcut && keys.allTextsEqual())) return;
     if (request.order != 0) {  // else all rows are equal: none moves
         std::vector<std::int32_t> sorted = sortedMapIndices(keys, request.rule(false));
-        if (m_parts->rows.reverse()) std::reverse(sorted.begin(), sorted.end());
-        m_parts->rows.reorder(walk, std::move(sorted), [this, request] {
-            RowWalk again(m_parts->rows);
-            sortDisplay(again, request);
+        if (rows.reverse()) std::reverse(sorted.begin(), sorted.end());
+        rows.reorder(m_walk, std::move(sorted), [&grid = m_grid, request] {
+            RowWalk again(grid.m_parts->rows);
+            SortRun(grid, again).sortDisplay(request);
             if (!again.gone()) again.finish();
         });
     }
-    m_parts->native.invalidateAll();
+    m_grid.m_parts->native.invalidateAll();
 }
 
-void CFilterListCtrl::sortMap(RowWalk& walk, const SortRequest& request) {
-    LiveRows& rows = m_parts->rows;
+void CFilterListCtrl::SortRun::sortMap(const Request& request) {
+    LiveRows& rows = m_grid.m_parts->rows;
     std::vector<std::int32_t> all(static_cast<std::size_t>(rows.itemCount()));
     for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<std::int32_t>(i);
-    const SortKeys keys = readKeys(walk, request, all);
-    if (walk.gone() || (request.shortcut && keys.allTextsEqual())) return;
-    rows.reorderMap(walk, sortedMapIndices(keys, request.rule(rows.reverse())));
-    rows.rebuild(walk, m_parts->rowTest());
-    if (walk.gone()) return;
-    MatchExact = 0;
+    const SortKeys keys = readKeys(request, all);
+    if (m_walk.gone() || (request.shortcut && keys.allTextsEqual())) return;
+    rows.reorderMap(m_walk, sortedMapIndices(keys, request.rule(rows.reverse())));
+    rows.rebuild(m_walk, m_grid.m_parts->rowTest());
+    if (m_walk.gone()) return;
+    m_grid.MatchExact = 0;
     rows.tellDisplayCount();
-    m_parts->native.invalidateAll();
+    m_grid.m_parts->native.invalidateAll();
 }
 
 // ---- Checked rows first
@@ -293,46 +313,48 @@ void CFilterListCtrl::SortOnChecked() {
     if (!UseFilter) return;
     inWalk([this](RowWalk& walk) {
         SortScope run(*this);
-        sortCheckedFirst(walk);
+        SortRun(*this, walk).sortCheckedFirst();
         run.keep();
     });
 }
 
-void CFilterListCtrl::sortCheckedFirst(RowWalk& walk) {
-    LiveRows& rows = m_parts->rows;
-    rows.endBatch(walk);
-    if (walk.gone()) return;
-    const int itemCount = GetItemCount();
-    const int mark = m_parts->native.selectionMark();
-    const DWORD_PTR marked = mark >= 0 && mark < GetDisplayCount() ? GetItemData(mark) : 0;
+void CFilterListCtrl::SortRun::sortCheckedFirst() {
+    LiveRows& rows = m_grid.m_parts->rows;
+    NativeList& native = m_grid.m_parts->native;
+    rows.endBatch(m_walk);
+    if (m_walk.gone()) return;
+    const int itemCount = m_grid.GetItemCount();
+    const int mark = native.selectionMark();
+    const DWORD_PTR marked = mark >= 0 && mark < m_grid.GetDisplayCount() ? m_grid.GetItemData(mark) : 0;
 
-    g_SortingList = this;
-    SortMapColumn = 0;
-    m_nSortDataType = m_arrColumns.GetAt(0).iDataType;
-    const SortRequest request{0, m_nSortDataType, m_nSortOrder, SortIntegers::wide, false};
+    g_SortingList = &m_grid;
+    m_grid.SortMapColumn = 0;
+    m_grid.m_nSortDataType = m_grid.m_arrColumns.GetAt(0).iDataType;
+    const Request request{0, m_grid.m_nSortDataType, m_grid.m_nSortOrder, SortIntegers::wide, false};
     const std::vector<std::int32_t> order = rows.displayOrder();
     std::vector<std::int32_t> parts[2];  // checked, unchecked
-    for (std::size_t i = 0; i < order.size(); ++i) parts[GetCheck(static_cast<int>(i)) ? 0 : 1].push_back(order[i]);
+    for (std::size_t i = 0; i < order.size(); ++i)
+        parts[m_grid.GetCheck(static_cast<int>(i)) ? 0 : 1].push_back(order[i]);
     std::vector<std::int32_t> sorted;
     for (const std::vector<std::int32_t>& part : parts) {
-        const SortKeys keys = readCheckedKeys(walk, request, part);
-        if (walk.gone()) return;
+        const SortKeys keys = readCheckedKeys(request, part);
+        if (m_walk.gone()) return;
         const std::vector<std::int32_t> next =
-            sortedMapIndices(keys, request.rule(rows.reverse() && m_bRowDragEnabled != 0));
+            sortedMapIndices(keys, request.rule(rows.reverse() && m_grid.m_bRowDragEnabled != 0));
         sorted.insert(sorted.end(), next.begin(), next.end());
     }
     if (rows.reverse()) std::reverse(sorted.begin(), sorted.end());
-    rows.reorder(walk, std::move(sorted), [this] { SortOnChecked(); });
+    rows.reorder(m_walk, std::move(sorted), [&grid = m_grid] { grid.SortOnChecked(); });
 
-    showCheckedCounts(itemCount);
-    if (marked != 0) moveMarkTo(marked);
-    if (!walk.gone()) m_parts->native.invalidateAll();
+    m_grid.showCheckedCounts(itemCount);
+    if (marked != 0) m_grid.moveMarkTo(marked);
+    if (!m_walk.gone()) native.invalidateAll();
 }
 
 // Only texts count here: for a column of numbers every key is missing, and missing keys are 0.
-SortKeys CFilterListCtrl::readCheckedKeys(const RowWalk& walk, const SortRequest& request,
-                                          const std::vector<std::int32_t>& mapIndices) {
-    if (sortKeyKind(request.dataType) == SortKeyKind::text) return readKeys(walk, request, mapIndices);
+SortKeys CFilterListCtrl::SortRun::readCheckedKeys(const Request& request,
+                                                   const std::vector<std::int32_t>& mapIndices) {
+    if (sortKeyKind(request.dataType) == SortKeyKind::text) return readKeys(request, mapIndices);
     SortKeys keys(request.dataType, SortIntegers::wide, mapIndices.size());
     for (const std::int32_t mapIndex : mapIndices) keys.add(mapIndex, CString());
     return keys;
@@ -346,12 +368,10 @@ void CFilterListCtrl::showCheckedCounts(int itemCount) {
     if (m_header.m_hWnd) m_header.SetItem(0, &item);
 }
 
-std::vector<HeaderColumn> CFilterListCtrl::ReadHeader() {
-    std::vector<HeaderColumn> header = CCommonListCtrl::ReadHeader();
+CString CFilterListCtrl::KnownHeading(int item, const CString& shown) {
+    if (item != 0 || m_countsCaption.IsEmpty() || shown != m_countsCaption) return shown;
     const int columnIndex = GetOriginalColumnPosition(0);
-    if (columnIndex != -1 && !header.empty() && !m_countsCaption.IsEmpty() && header[0].heading == m_countsCaption)
-        header[0].heading = m_arrColumns.GetAt(columnIndex).szColumnName;
-    return header;
+    return columnIndex != -1 ? CString(m_arrColumns.GetAt(columnIndex).szColumnName) : shown;
 }
 
 // The control must know the row before it can mark it: a rebuild under way has not told it the new count yet.

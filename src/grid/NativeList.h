@@ -17,7 +17,7 @@ enum class MessageKind {
 };
 MessageKind messageKind(UINT message, WPARAM wParam, LPARAM lParam);
 
-class QUOR_CONTROLS_API NativeList : public RowPort {
+class NativeList : public RowPort {
 public:
     explicit NativeList(CWnd& list) : m_list(list) {}
     NativeList(const NativeList&) = delete;

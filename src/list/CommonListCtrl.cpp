@@ -4,7 +4,7 @@
 // inside Create the control answers nothing yet: it would show the owner-draw style and ignore it. So the start of the
 // list (styles, CommonInitList, row height) runs from PreSubclassWindow only where the control was there before, and
 // after the framework's creation otherwise. Both end in StartOnLivingControl.
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/ListCommands.h"
 
 using namespace quor::list;
@@ -65,7 +65,7 @@ void leave(Registry& registry, const CCommonListCtrl* list) {
 
 }  // namespace
 
-CCommonListCtrl::CCommonListCtrl() = default;
+CCommonListCtrl::CCommonListCtrl() : m_parts(std::make_unique<Parts>(*this)) {}
 
 CCommonListCtrl::~CCommonListCtrl() {
     if (m_hWnd) CCommonListCtrl::DestroyWindow();  // the window uses this object's font and images
@@ -78,7 +78,7 @@ CCommonListCtrl::~CCommonListCtrl() {
 BOOL CCommonListCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) {
     BOOL created;
     {
-        const FlagScope creating(m_bCreating, true);
+        const FlagScope creating(m_parts->creating, true);
         created = CListCtrl::Create(style, rect, parent, id);
     }
     if (created) StartOnLivingControl();
@@ -88,7 +88,7 @@ BOOL CCommonListCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT i
 BOOL CCommonListCtrl::CreateEx(DWORD exStyle, DWORD style, const RECT& rect, CWnd* parent, UINT id) {
     BOOL created;
     {
-        const FlagScope creating(m_bCreating, true);
+        const FlagScope creating(m_parts->creating, true);
         created = CListCtrl::CreateEx(exStyle, style, rect, parent, id);
     }
     if (created) StartOnLivingControl();
@@ -97,7 +97,7 @@ BOOL CCommonListCtrl::CreateEx(DWORD exStyle, DWORD style, const RECT& rect, CWn
 
 void CCommonListCtrl::PreSubclassWindow() {
     CListCtrl::PreSubclassWindow();
-    if (!m_bCreating) StartOnLivingControl();
+    if (!m_parts->creating) StartOnLivingControl();
 }
 
 // The control measures its rows when it is created and when its size changes, not when its style does: it is asked to.
@@ -109,11 +109,11 @@ void CCommonListCtrl::StartOnLivingControl() {
 }
 
 void CCommonListCtrl::CommonInitList() {
-    if (m_hInitialised == m_hWnd) return;
-    m_hInitialised = m_hWnd;
-    m_headerImages = sharedHeaderImages();
+    if (m_parts->initialised == m_hWnd) return;
+    m_parts->initialised = m_hWnd;
+    m_parts->headerImages = sharedHeaderImages();
     if (CHeaderCtrl* header = GetHeaderCtrl()) {
-        header->SetImageList(m_headerImages.get());
+        header->SetImageList(m_parts->headerImages.get());
         const bool checkBox = m_bHeaderCheckBox && m_nSortCol == 0;
         setHeaderImage(*header, m_nSortCol, checkBox ? kHeaderCheckSortFormat : kHeaderSortFormat, kHeaderImageRising);
         if (checkBox) SetHeaderCheckbox();
@@ -177,7 +177,7 @@ BOOL CCommonListCtrl::DestroyWindow() { return CListCtrl::DestroyWindow(); }
 void CCommonListCtrl::OnDestroy() {
     CListCtrl::OnDestroy();
     SaveState();
-    m_autoSortRead = m_gridLinesRead = m_sortLockMoved = false;
+    m_autoSortRead = m_gridLinesRead = m_parts->sortLockMoved = false;
     m_arrColumns.RemoveAll();
     m_arrOrder.RemoveAll();
     m_arrWidth.RemoveAll();
@@ -187,5 +187,5 @@ void CCommonListCtrl::OnDestroy() {
         while (header->DeleteItem(0)) {
         }
     }
-    m_hInitialised = nullptr;
+    m_parts->initialised = nullptr;
 }

@@ -19,32 +19,14 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "src/foundation/core/ColumnRecords.h"
 #include "src/list/SortOrderChooser.h"
-#include "src/list/core/ProfileSource.h"
 
 namespace quor::list {
-
-class RowSort;
-struct ColumnMeasure;
-struct ColumnSetPlan;
-
-// A header item: its text, cut to 255 characters, and its width in pixels.
-struct HeaderColumn {
-    CString heading;
-    int width = 0;
-};
-
-// Rows from the first to the last; none if the last is before the first.
-struct RowSpan {
-    int first = 0;
-    int last = -1;
-};
-
-}  // namespace quor::list
+class ProfileSource;
+}
 
 // Callbacks on the owner window. They run only on a permanent window object of the framework; hosts make them from
 // their own members by static_cast.
@@ -100,7 +82,7 @@ public:
     // Puts a list to work on its window: header images, colours, registry, appearance. Once per window.
     void CommonInitList();
     // Where profiles come from; borrowed, must outlive the list's use of it. Null, the default: the host's store.
-    void SetProfileSource(quor::list::ProfileSource* source) { m_pProfileSource = source; }
+    void SetProfileSource(quor::list::ProfileSource* source);
     // The columns that show by default, by columnIndex in screen order; call after filling m_arrColumns. Always 1; the
     // second form gives 0 for a count of 0 and changes nothing.
     int SetDefaultCols(CArray<int, int>& columns);
@@ -229,7 +211,7 @@ public:
     // Blanks the images of all header items and, with `show`, gives each level its arrow. Nothing if `draw` is 0.
     void DrawHeaderSortImageForMultiSortMode(int draw, bool show);
     // Where SaveSortOrderProfile gets its names; borrowed. Null, the default: the levels are not written.
-    void SetSortOrderChooser(quor::list::SortOrderChooser* chooser) { m_dlgSortOrder = chooser; }
+    void SetSortOrderChooser(quor::list::SortOrderChooser* chooser);
     // Will show the chooser of the multi-column sort; there is none yet.
     void OnListColumnSortOrder();
 
@@ -397,16 +379,14 @@ protected:
     virtual void OnColumnsImported();
     // On a category list: makes a user column read-only.
     virtual void SetUserColumnReadOnly(int columnIndex);
-    // The header items with the headings by which columns are known, for widths to save.
-    virtual std::vector<quor::list::HeaderColumn> ReadHeader();
+    // The heading by which the column of a header item is known, for its width to be saved; here the one that it shows.
+    virtual CString KnownHeading(int item, const CString& shown);
     // The text that a cell is painted with; here GetItemText's.
     virtual CString ShownText(int row, int place);
-    // Whose cells make the data width of a column: none where the control has the texts and measures them itself, here
-    // the rows in view of an owner-data control.
-    virtual std::optional<quor::list::RowSpan> RowsToMeasure() const;
+    // Whose cells make the data width of a column: the rows from `first` to `last`, none if `last` is before it. False:
+    // the control has the texts and measures them itself. Here the rows in view of an owner-data control.
+    virtual bool RowsToMeasure(int& first, int& last) const;
 
-    // The columns as they are now, in index order, names and user parts included.
-    std::vector<quor::list::ProfileEntry> CurrentProfile();
     // Whether arrays and control tell of the same columns, so that these are worth storing.
     bool ColumnsStand() const;
     // Makes the control ask for its row height again, as after a change of size.
@@ -417,10 +397,6 @@ protected:
     void LayOutHeaderToolTips();
     // Takes all columns off the control; the arrays stay.
     void DeleteAllColumns();
-    // As WidestCellInView, for these rows.
-    int WidestCell(int place, quor::list::RowSpan rows);
-    // The rows that are in view, one that shows in part at the end included.
-    quor::list::RowSpan SpanInView() const;
     // The rectangle of the rows that are in view, over all columns; empty without rows.
     CRect RowsInView();
     // The lock that is stored under the list's name; its end if it names a column that the list does not have.
@@ -440,17 +416,14 @@ protected:
     bool m_gridLinesRead = false;
 
 private:
+    struct Parts;
+
     // Life.
     void StartOnLivingControl();
     // Columns.
     void InsertColumnsForList_Recursive(int* unused);
-    bool ReadStoredColumns(int builtInCount, std::vector<quor::list::ProfileEntry>& entries);
     bool TakeColumnsFrom(CString file);
-    void TakePlan(const quor::list::ColumnSetPlan& plan);
-    void ShowPlan(const quor::list::ColumnSetPlan& plan);
     void InsertColumnRecord(int place, int columnIndex, int width);
-    std::vector<quor::list::ColumnMeasure> MeasureColumns(int command);
-    void FitColumns(int command, std::vector<quor::list::ColumnMeasure>& measures);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
     int LabelIndent(int place);
@@ -485,22 +458,10 @@ private:
     void TakeSortDataType();
     bool RowsAreNative() const;
     int PlaceOfColumn(int columnIndex) const;
-    quor::list::RowSort PrepareSort(const std::vector<int>& rows);
     void ShowSortImage(int place, int image);
     void AfterSort(bool touchesFirstColumn);
     void SetSortLock(bool locked);
     void EndSortLock();
 
-    quor::list::ProfileSource* m_pProfileSource = nullptr;
-    quor::list::SortOrderChooser* m_dlgSortOrder = nullptr;
-    bool m_sortLockMoved = false;                // since it was stored
-    bool m_bMultiSortEnds = false;               // the user agreed to hide a column of the multi-column sort
-    std::shared_ptr<CImageList> m_headerImages;  // one for all lists of the process
-    CFont m_font;                                // the font of m_Appearance, once applied
-    bool m_bCreating = false;                    // inside the framework's creation: the control answers nothing yet
-    HWND m_hInitialised = nullptr;               // the window for which CommonInitList ran
-    bool m_bForwardingDrawItem = false;
-    std::vector<int> m_paintedOrder;  // header items as they stood when the list was painted last
-    CRect m_paintedRows;              // the row at the top and the sides of all, when the list was painted last
-    bool m_bToolTipsStale = false;    // a header item was dragged since the tools were laid out
+    std::unique_ptr<Parts> m_parts;
 };

@@ -2,9 +2,8 @@
 // the owner window, or by a derived list.
 #include "platform/tools/QuorTools.h"
 #include "src/foundation/core/Globals.h"
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/core/ColumnArrays.h"
-#include "src/list/core/ListLayout.h"
 
 using namespace quor::list;
 
@@ -100,8 +99,8 @@ void CCommonListCtrl::ReplaceFont(const LOGFONT& description) {
     CFont font;
     if (!font.CreateFontIndirect(&description)) return;
     SetFont(&font);
-    m_font.DeleteObject();
-    m_font.Attach(font.Detach());
+    m_parts->font.DeleteObject();
+    m_parts->font.Attach(font.Detach());
 }
 
 void CCommonListCtrl::SetListFontProperty(CWnd* list, int, CString name, CString size) {
@@ -143,8 +142,8 @@ int CCommonListCtrl::GetItemColor(int, int) { return 1; }
 void CCommonListCtrl::SetItemColor(int, int, COLORREF) {}
 
 void CCommonListCtrl::DrawItem(LPDRAWITEMSTRUCT item) {
-    if (m_bForwardingDrawItem) return;
-    const FlagScope forwarding(m_bForwardingDrawItem, true);
+    if (m_parts->forwardingDrawItem) return;
+    const FlagScope forwarding(m_parts->forwardingDrawItem, true);
     if (CWnd* owner = GetOwner()) {
         owner->SendMessage(WM_DRAWITEM, static_cast<WPARAM>(GetDlgCtrlID()), reinterpret_cast<LPARAM>(item));
     }
@@ -191,8 +190,8 @@ void CCommonListCtrl::FollowColumnOrder() {
     const CHeaderCtrl* const header = GetHeaderCtrl();
     std::vector<int> order(header ? static_cast<std::size_t>(header->GetItemCount()) : 0);
     if (!order.empty()) header->GetOrderArray(order.data(), static_cast<int>(order.size()));
-    if (order == m_paintedOrder) return;
-    m_paintedOrder = std::move(order);
+    if (order == m_parts->paintedOrder) return;
+    m_parts->paintedOrder = std::move(order);
     Invalidate();
 }
 
@@ -206,7 +205,7 @@ void CCommonListCtrl::WidenUpdate() {
     GetClientRect(&client);
     const CRect rows = RowsInView();
     const CRect painted(rows.left, CListCtrl::GetTopIndex(), rows.right, 0);
-    const bool moved = std::exchange(m_paintedRows, painted) != painted;
+    const bool moved = std::exchange(m_parts->paintedRows, painted) != painted;
     if (m_bGridLines && moved) update = client;
     update.left = client.left;
     update.right = client.right;
@@ -256,7 +255,7 @@ LRESULT CCommonListCtrl::OnDeleteRow(WPARAM row, LPARAM) {
 // The control moves the pixels of the rows behind.
 void CCommonListCtrl::InvalidateFrom(int row) {
     if (!RowsAreNative()) return;
-    const RowSpan span = SpanInView();
+    const RowSpan span = m_parts->spanInView();
     CRect first, client;
     if (row > span.last || !CListCtrl::GetItemRect(std::max(row, span.first), first, LVIR_BOUNDS)) return;
     GetClientRect(&client);
@@ -273,14 +272,15 @@ BOOL CCommonListCtrl::OnEraseBkgnd(CDC* dc) {
     return 0;
 }
 
-RowSpan CCommonListCtrl::SpanInView() const {
-    const int top = CListCtrl::GetTopIndex();
-    return {top, std::min(top + CListCtrl::GetCountPerPage(), CListCtrl::GetItemCount() - 1)};
+RowSpan CCommonListCtrl::Parts::spanInView() const {
+    const CListCtrl& control = m_list;
+    const int top = control.GetTopIndex();
+    return {top, std::min(top + control.GetCountPerPage(), control.GetItemCount() - 1)};
 }
 
 CRect CCommonListCtrl::RowsInView() {
     CRect rows, last;
-    const RowSpan span = SpanInView();
+    const RowSpan span = m_parts->spanInView();
     if (span.last < span.first || !CListCtrl::GetItemRect(span.first, rows, LVIR_BOUNDS) ||
         !CListCtrl::GetItemRect(span.last, last, LVIR_BOUNDS)) {
         return {};

@@ -1,9 +1,7 @@
 // The column set: how it is built, replaced and sized. What is decided about it stands in core/.
 #include "src/foundation/Messages.h"
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/core/ColumnArrays.h"
-#include "src/list/core/ColumnSetPlan.h"
-#include "src/list/core/ListLayout.h"
 
 #include <algorithm>
 
@@ -52,36 +50,35 @@ void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
     for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) input.widths.push_back(m_arrColumns.GetAt(i).iWidth);
     input.defaultPlaces = toVector(m_arrDefaultColumns);
     const int count = static_cast<int>(input.widths.size());
-    input.hasProfile = m_bUseColumnProfile && ReadStoredColumns(count, input.profile);
+    input.hasProfile = m_bUseColumnProfile && m_parts->readStoredColumns(count, input.profile);
     if (m_hWnd != window) return;  // the host took it away while it was asked
     const ColumnSetPlan plan = planColumnSet(input);
 
-    TakePlan(plan);
+    m_parts->takePlan(plan);
     DropSortLockOutsideColumns();
-    ShowPlan(plan);
+    m_parts->showPlan(plan);
     if (!plan.readsSortOrder) return;
     ReadSortOrderProfile();
     if (m_bMultiSortActive) DrawHeaderSortImageForMultiSortMode(1, true);
 }
 
-// The arrays as a plan has them; the control is left alone.
-void CCommonListCtrl::TakePlan(const ColumnSetPlan& plan) {
-    for (const auto& [index, column] : plan.userColumns) m_arrColumns.SetAtGrow(index, column);
-    assign(m_arrOrder, plan.order);
-    assign(m_arrWidth, plan.widths);
-    assign(m_arrVisible, plan.visible);
-    m_nFirstColumn = plan.firstColumn;
+void CCommonListCtrl::Parts::takePlan(const ColumnSetPlan& plan) {
+    for (const auto& [index, column] : plan.userColumns) m_list.m_arrColumns.SetAtGrow(index, column);
+    assign(m_list.m_arrOrder, plan.order);
+    assign(m_list.m_arrWidth, plan.widths);
+    assign(m_list.m_arrVisible, plan.visible);
+    m_list.m_nFirstColumn = plan.firstColumn;
 }
 
-void CCommonListCtrl::ShowPlan(const ColumnSetPlan& plan) {
-    const RedrawScope frozen(*this);
-    DeleteAllColumns();
+void CCommonListCtrl::Parts::showPlan(const ColumnSetPlan& plan) {
+    const RedrawScope frozen(m_list);
+    m_list.DeleteAllColumns();
     for (int place = 0; place < static_cast<int>(plan.inserts.size()); ++place) {
         const ColumnSetPlan::Insert& insert = plan.inserts[static_cast<std::size_t>(place)];
-        InsertColumnRecord(place, insert.columnIndex, insert.width);
+        m_list.InsertColumnRecord(place, insert.columnIndex, insert.width);
         if (!insert.isUserColumn) continue;
-        AddHeaderToolTip(place, m_arrColumns.GetAt(insert.columnIndex).csToolTip);
-        SetUserColumnReadOnly(insert.columnIndex);
+        m_list.AddHeaderToolTip(place, m_list.m_arrColumns.GetAt(insert.columnIndex).csToolTip);
+        m_list.SetUserColumnReadOnly(insert.columnIndex);
     }
 }
 
@@ -149,19 +146,19 @@ void CCommonListCtrl::NotifyColumnsRebuilt(LPARAM imported) {
     if (parent) parent->SendMessage(WM_LIST_COLUMNS_REBUILT, static_cast<WPARAM>(GetDlgCtrlID()), imported);
 }
 
-int CCommonListCtrl::WidestCellInView(int place) { return WidestCell(place, SpanInView()); }
+int CCommonListCtrl::WidestCellInView(int place) { return m_parts->widestCell(place, m_parts->spanInView()); }
 
 // All texts first: an owner that is asked may take the window away.
-int CCommonListCtrl::WidestCell(int place, RowSpan rows) {
-    const HWND window = m_hWnd;
+int CCommonListCtrl::Parts::widestCell(int place, RowSpan rows) {
+    const HWND window = m_list.m_hWnd;
     std::vector<CString> texts;
     for (int row = rows.first; row <= rows.last; ++row) {
-        texts.push_back(ShownText(row, place));
+        texts.push_back(m_list.ShownText(row, place));
         if (!::IsWindow(window)) return 0;
     }
     if (texts.empty()) return 0;
-    CClientDC dc(this);
-    const SelectScope font(&dc, GetFont());
+    CClientDC dc(&m_list);
+    const SelectScope select(&dc, m_list.GetFont());
     int widest = 0;
     for (const CString& text : texts) widest = std::max<int>(widest, dc.GetTextExtent(text).cx);
     return widest + kCellPadding;
@@ -169,61 +166,70 @@ int CCommonListCtrl::WidestCell(int place, RowSpan rows) {
 
 CString CCommonListCtrl::ShownText(int row, int place) { return GetItemText(row, place); }
 
-std::optional<RowSpan> CCommonListCtrl::RowsToMeasure() const {
-    if (RowsAreNative()) return std::nullopt;
-    return SpanInView();
+bool CCommonListCtrl::RowsToMeasure(int& first, int& last) const {
+    if (RowsAreNative()) return false;
+    const RowSpan span = m_parts->spanInView();
+    first = span.first;
+    last = span.last;
+    return true;
+}
+
+std::optional<RowSpan> CCommonListCtrl::Parts::rowsToMeasure() const {
+    RowSpan rows;
+    if (!m_list.RowsToMeasure(rows.first, rows.last)) return std::nullopt;
+    return rows;
 }
 
 // An owner that is asked for texts may take the window away: nothing is touched then.
 void CCommonListCtrl::AutoSizeColumns(int command) {
     if (!GetHeaderCtrl()) return;
     const HWND window = m_hWnd;
-    std::vector<ColumnMeasure> measures = MeasureColumns(command);
+    std::vector<ColumnMeasure> measures = m_parts->measureColumns(command);
     if (!::IsWindow(window)) return;
-    FitColumns(command, measures);
+    m_parts->fitColumns(command, measures);
     if (m_bHeaderToolTips) LayOutHeaderToolTips();
     GetHeaderCtrl()->Invalidate();
 }
 
 // What the command reads, and nothing else: a list may have many rows.
-std::vector<ColumnMeasure> CCommonListCtrl::MeasureColumns(int command) {
-    CHeaderCtrl& header = *GetHeaderCtrl();
+std::vector<ColumnMeasure> CCommonListCtrl::Parts::measureColumns(int command) {
+    CHeaderCtrl& header = *m_list.GetHeaderCtrl();
     CRect client;
-    GetClientRect(&client);
+    m_list.GetClientRect(&client);
     ColumnMeasure measure;
     measure.client = client.Width();
     measure.columnCount = header.GetItemCount();
     std::vector<ColumnMeasure> measures(static_cast<std::size_t>(measure.columnCount), measure);
     if (fitReadsHeadings(command)) {
         CClientDC dc(&header);
-        const SelectScope font(&dc, header.GetFont());
+        const SelectScope select(&dc, header.GetFont());
         int item = 0;
         for (ColumnMeasure& column : measures) column.header = headingWidth(header, dc, item++);
     }
-    const std::optional<RowSpan> rows = fitReadsData(command) ? RowsToMeasure() : std::nullopt;
-    const HWND window = m_hWnd;
+    const std::optional<RowSpan> rows = fitReadsData(command) ? rowsToMeasure() : std::nullopt;
+    const HWND window = m_list.m_hWnd;
     int place = 0;
     for (ColumnMeasure& column : measures) {
         if (!rows || !::IsWindow(window)) break;
-        column.data = WidestCell(place++, *rows);
+        column.data = widestCell(place++, *rows);
     }
     return measures;
 }
 
-void CCommonListCtrl::FitColumns(int command, std::vector<ColumnMeasure>& measures) {
-    const FlagScope<BYTE> sizing(m_bRedrawEnabled, 0);
-    const RedrawScope frozen(*this);
-    const bool controlMeasures = fitReadsData(command) && !RowsToMeasure();
+void CCommonListCtrl::Parts::fitColumns(int command, std::vector<ColumnMeasure>& measures) {
+    const FlagScope<BYTE> sizing(m_list.m_bRedrawEnabled, 0);
+    const RedrawScope frozen(m_list);
+    const bool controlMeasures = fitReadsData(command) && !rowsToMeasure();
     int place = 0, others = 0;
     for (ColumnMeasure& measure : measures) {
         if (controlMeasures) {
-            CListCtrl::SetColumnWidth(place, LVSCW_AUTOSIZE);
-            measure.data = CListCtrl::GetColumnWidth(place);
+            m_list.CListCtrl::SetColumnWidth(place, LVSCW_AUTOSIZE);
+            measure.data = m_list.CListCtrl::GetColumnWidth(place);
         }
         const bool isLast = &measure == &measures.back();
         if (isLast && fitReadsHeadings(command)) measure.header = std::max(measure.header, measure.client - others);
         const int width = fittedColumnWidth(command, measure);
-        CListCtrl::SetColumnWidth(place++, width);
+        m_list.CListCtrl::SetColumnWidth(place++, width);
         others += width;
     }
 }

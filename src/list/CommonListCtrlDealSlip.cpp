@@ -1,5 +1,5 @@
 // Deal slip profiles in the host's store: the texts are made and read in core/.
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/ListSettings.h"
 #include "src/list/core/DealSlipText.h"
 
@@ -58,7 +58,7 @@ void CCommonListCtrl::SaveColumnProfileDealSlipReport(CString name) {
     CString text;
     CArray<int, int>* places = nullptr;
     if (m_bUseColumnProfile && m_mapDealSlipProfiles.Lookup(name, places)) {
-        std::vector<ProfileEntry> entries = CurrentProfile();
+        std::vector<ProfileEntry> entries = m_parts->currentProfile();
         for (ProfileEntry& entry : entries) {
             entry.place = entry.columnIndex < places->GetCount() ? places->GetAt(entry.columnIndex) : -1;
         }

@@ -1,6 +1,6 @@
 // Column sets that travel: export to a file, import from one, and both over all lists of the process.
 #include "platform/tools/QuorTools.h"
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/core/ColumnImport.h"
 
 using namespace quor::list;
@@ -13,7 +13,7 @@ constexpr char kProfileKey[] = "COLUMNPROFILE";
 
 void CCommonListCtrl::ExportColumnToFile(CString file) {
     if (!m_bUseColumnProfile) return;
-    CString error, text = formatExchangeProfile(CurrentProfile());
+    CString error, text = formatExchangeProfile(m_parts->currentProfile());
     quoru_appdata_ini_file_operations(1, m_csListName, kProfileKey, text, file, error);
 }
 
@@ -37,14 +37,14 @@ bool CCommonListCtrl::TakeColumnsFrom(CString file) {
     for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) {
         columns.push_back({m_arrColumns.GetAt(i).szColumnName, m_arrColumns.GetAt(i).iWidth});
     }
-    TakePlan(planBuiltInColumns(columns));
+    m_parts->takePlan(planBuiltInColumns(columns));
     CString text, error;
     if (!m_bUseColumnProfile || !quoru_appdata_ini_file_operations(0, m_csListName, kProfileKey, text, file, error)) {
         return false;
     }
     const ColumnSetPlan plan = planColumnImport(columns, parseExchangeProfile(text));
-    TakePlan(plan);
-    ShowPlan(plan);
+    m_parts->takePlan(plan);
+    m_parts->showPlan(plan);
     return true;
 }
 

@@ -3,9 +3,12 @@
 
 #include <vector>
 
+#include "src/foundation/RedrawScope.h"
 #include "src/list/CommonListCtrl.h"
 
 namespace quor::list {
+
+using foundation::RedrawScope;
 
 // Images of the shared header image list, in this order.
 enum HeaderImage { kHeaderImageRising = 0, kHeaderImageFalling = 1, kHeaderImageBlank = 2 };
@@ -45,21 +48,6 @@ public:
 private:
     Flag& m_flag;
     Flag m_former;
-};
-
-// Freezes a list's painting for a block, then shows it as a whole.
-class RedrawScope {
-public:
-    explicit RedrawScope(CWnd& window) : m_window(window) { m_window.SetRedraw(FALSE); }
-    RedrawScope(const RedrawScope&) = delete;
-    RedrawScope& operator=(const RedrawScope&) = delete;
-    ~RedrawScope() {
-        m_window.SetRedraw(TRUE);
-        m_window.Invalidate();
-    }
-
-private:
-    CWnd& m_window;
 };
 
 // Copies numbers into a framework array.

@@ -1,9 +1,8 @@
 // Sorting by several columns: the levels, their arrows and their stored text. The rows are sorted by derived lists,
 // which reorder row numbers with SendInfoForQSort.
 #include "src/foundation/HostServices.h"
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/ListSettings.h"
-#include "src/list/core/RowSort.h"
 #include "src/list/core/SortTexts.h"
 
 #include <cstring>
@@ -18,12 +17,14 @@ constexpr UINT kAskBeforeHiding = MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
 
 }  // namespace
 
+void CCommonListCtrl::SetSortOrderChooser(SortOrderChooser* chooser) { m_parts->sortOrderChooser = chooser; }
+
 void CCommonListCtrl::SendInfoForQSort(void* base, size_t count, size_t size) {
     if (!base || size < sizeof(int)) return;
     auto* bytes = static_cast<char*>(base);
     std::vector<int> rows(count);
     for (std::size_t i = 0; i < count; ++i) std::memcpy(&rows[i], bytes + i * size, sizeof(int));
-    const std::vector<std::uint32_t> sorted = PrepareSort(rows).sortedRows();
+    const std::vector<std::uint32_t> sorted = m_parts->prepareSort(rows).sortedRows();
     const std::vector<char> former(bytes, bytes + count * size);
     for (std::size_t i = 0; i < count; ++i) std::memcpy(bytes + i * size, former.data() + sorted[i] * size, size);
 }
@@ -57,7 +58,7 @@ void CCommonListCtrl::ReadSortLevels(const CString& section, const CString& name
     CString text;
     if (!readListSetting(section, kLevelsKey, text) || !m_bMultiSortEnabled) return;
     if (text.TrimLeft(',').IsEmpty()) {
-        if (m_dlgSortOrder) m_dlgSortOrder->clear();
+        if (m_parts->sortOrderChooser) m_parts->sortOrderChooser->clear();
         m_bMultiSortActive = 0;
         return;
     }
@@ -78,9 +79,10 @@ void CCommonListCtrl::ReadSortLevels(const CString& section, const CString& name
 }
 
 void CCommonListCtrl::WriteSortLevels(const CString& section) {
-    if (!m_bMultiSortEnabled || !m_dlgSortOrder) return;
+    const SortOrderChooser* const chooser = m_parts->sortOrderChooser;
+    if (!m_bMultiSortEnabled || !chooser) return;
     std::vector<SortLevelText> levels;
-    for (const CString& heading : m_dlgSortOrder->chosenNames()) {
+    for (const CString& heading : chooser->chosenNames()) {
         int order = -1;
         m_mapSortOrderByName.Lookup(heading, order);
         levels.push_back({heading, order});
@@ -95,11 +97,11 @@ bool CCommonListCtrl::RemoveNonVisibleColumnsFromSortOrder() {
     for (INT_PTR i = m_arrSortOrder.GetUpperBound(); i >= 0; --i) {
         const ColumnSortInfo& level = m_arrSortOrder.GetAt(i);
         if (PlaceOfColumn(level.iColumnIndex) != -1) continue;
-        if (m_dlgSortOrder) m_dlgSortOrder->removeName(level.csColumnName);
+        if (m_parts->sortOrderChooser) m_parts->sortOrderChooser->removeName(level.csColumnName);
         m_arrSortOrder.RemoveAt(i);
         removed = true;
     }
-    if (m_bMultiSortEnds) m_bMultiSortActive = 0;
+    if (m_parts->multiSortEnds) m_bMultiSortActive = 0;
     return removed;
 }
 
@@ -121,8 +123,8 @@ bool CCommonListCtrl::AlertUserOnRemovalOfSortColumns(CString heading, int* show
             "You are removing one or more sorted columns this will disable multi-level sorting, Do you want to "
             "continue ?",
             kAskBeforeHiding);
-        m_bMultiSortEnds = answer != IDNO;
-        return m_bMultiSortEnds;
+        m_parts->multiSortEnds = answer != IDNO;
+        return m_parts->multiSortEnds;
     }
     return true;
 }

@@ -2,7 +2,7 @@
 // made and read in core/; here they move between the host's store and the list's arrays.
 #include "platform/tools/QuorTools.h"
 #include "src/foundation/core/AppearanceRecords.h"
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/ListSettings.h"
 #include "src/list/core/ColumnArrays.h"
 #include "src/list/core/ColumnProfileText.h"
@@ -28,33 +28,37 @@ int widthOf(const std::vector<HeaderColumn>& header, const char* heading) {
 
 }  // namespace
 
-std::vector<HeaderColumn> CCommonListCtrl::ReadHeader() {
+void CCommonListCtrl::SetProfileSource(ProfileSource* source) { m_parts->profileSource = source; }
+
+CString CCommonListCtrl::KnownHeading(int, const CString& shown) { return shown; }
+
+std::vector<HeaderColumn> CCommonListCtrl::Parts::readHeader() const {
     std::vector<HeaderColumn> header;
-    const CHeaderCtrl* control = GetHeaderCtrl();
+    const CHeaderCtrl* control = m_list.GetHeaderCtrl();
     for (int i = 0; isLive(control) && i < control->GetItemCount(); ++i) {
         char heading[kHeadingSize] = "";
         HDITEM item{};
         item.mask = HDI_TEXT | HDI_WIDTH;
         item.pszText = heading;
         item.cchTextMax = sizeof heading;
-        if (control->GetItem(i, &item)) header.push_back({heading, item.cxy});
+        if (control->GetItem(i, &item)) header.push_back({m_list.KnownHeading(i, heading), item.cxy});
     }
     return header;
 }
 
 // A gap is left out: a reader would take the next column for its user part.
-std::vector<ProfileEntry> CCommonListCtrl::CurrentProfile() {
-    const std::vector<HeaderColumn> header = ReadHeader();
+std::vector<ProfileEntry> CCommonListCtrl::Parts::currentProfile() const {
+    const std::vector<HeaderColumn> header = readHeader();
     std::vector<ProfileEntry> entries;
-    const int count = static_cast<int>(m_arrColumns.GetCount());
+    const int count = static_cast<int>(m_list.m_arrColumns.GetCount());
     for (int i = 0; i < count; ++i) {
-        const sQuorColInfo& column = m_arrColumns.GetAt(i);
-        if (i >= m_nBaseColumnCount && isColumnGap(column)) continue;
+        const sQuorColInfo& column = m_list.m_arrColumns.GetAt(i);
+        if (i >= m_list.m_nBaseColumnCount && isColumnGap(column)) continue;
         ProfileEntry entry;
         entry.columnIndex = i;
-        entry.place = i < m_arrOrder.GetCount() ? m_arrOrder.GetAt(i) : -1;
+        entry.place = m_list.PlaceOfColumn(i);
         entry.width = widthOf(header, column.szColumnName);
-        entry.isUserColumn = i >= m_nBaseColumnCount && !m_bGroupList;
+        entry.isUserColumn = i >= m_list.m_nBaseColumnCount && !m_list.m_bGroupList;
         entry.name = column.szColumnName;
         entry.expression = column.csExpression;
         entry.toolTip = column.csToolTip;
@@ -63,10 +67,10 @@ std::vector<ProfileEntry> CCommonListCtrl::CurrentProfile() {
     return entries;
 }
 
-bool CCommonListCtrl::ReadStoredColumns(int builtInCount, std::vector<ProfileEntry>& entries) {
-    if (m_pProfileSource) return m_pProfileSource->readColumnProfile(m_csListName, builtInCount, entries);
+bool CCommonListCtrl::Parts::readStoredColumns(int builtInCount, std::vector<ProfileEntry>& entries) const {
+    if (profileSource) return profileSource->readColumnProfile(m_list.m_csListName, builtInCount, entries);
     CString text;
-    if (!readListSetting(m_csListName, kProfileKey, text)) return false;
+    if (!readListSetting(m_list.m_csListName, kProfileKey, text)) return false;
     entries = parseColumnProfile(text, builtInCount);
     return true;
 }
@@ -78,7 +82,7 @@ bool CCommonListCtrl::ColumnsStand() const {
 
 void CCommonListCtrl::SaveColumnProfile() {
     if (!m_bUseColumnProfile || !ColumnsStand()) return;
-    if (writeListSetting(m_csListName, kProfileKey, formatColumnProfile(CurrentProfile()))) {
+    if (writeListSetting(m_csListName, kProfileKey, formatColumnProfile(m_parts->currentProfile()))) {
         SaveMovedSortLock();
     } else {
         AfxMessageBox("Error while saving column profile");

@@ -4,10 +4,9 @@
 // its items by comparing these positions: its own sort sees a plain order of numbers, whatever the texts compare to.
 #include "src/foundation/HostServices.h"
 #include "src/foundation/Messages.h"
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/CommonListCtrlParts.h"
 #include "src/list/ListSettings.h"
 #include "src/list/core/ColumnImport.h"
-#include "src/list/core/RowSort.h"
 #include "src/list/core/SortTexts.h"
 
 #include <algorithm>
@@ -108,29 +107,28 @@ int CCommonListCtrl::SortOn(int columnIndex, int order) {
 int CALLBACK CCommonListCtrl::CompareRows(LPARAM row1, LPARAM row2, LPARAM list) {
     if (!list) return -1;
     auto& owner = *reinterpret_cast<CCommonListCtrl*>(list);
-    return owner.PrepareSort({static_cast<int>(row1), static_cast<int>(row2)}).compare(0, 1);
+    return owner.m_parts->prepareSort({static_cast<int>(row1), static_cast<int>(row2)}).compare(0, 1);
 }
 
-// The keys of these rows, from texts asked for here and nowhere else. A level whose column does not show compares
-// nothing.
-RowSort CCommonListCtrl::PrepareSort(const std::vector<int>& rows) {
+RowSort CCommonListCtrl::Parts::prepareSort(const std::vector<int>& rows) {
     RowSort sort(rows.size());
     const auto addLevel = [&](int place, SortKeys keys) {
         keys.reserve(rows.size());
         if (keys.readsTexts()) {
-            for (const int row : rows) keys.add(GetItemText(row, place));
+            for (const int row : rows) keys.add(m_list.GetItemText(row, place));
         }
         sort.addLevel(std::move(keys));
     };
-    if (!m_bMultiSortActive) {
-        addLevel(m_nSortCol, SortKeys(m_nSortDataType, m_nSortOrder, SortRule::singleColumn));
+    if (!m_list.m_bMultiSortActive) {
+        addLevel(m_list.m_nSortCol, SortKeys(m_list.m_nSortDataType, m_list.m_nSortOrder, SortRule::singleColumn));
         return sort;
     }
-    for (INT_PTR i = 0; i < m_arrSortOrder.GetCount(); ++i) {
-        const ColumnSortInfo& level = m_arrSortOrder.GetAt(i);
-        const int place = PlaceOfColumn(level.iColumnIndex);
-        if (place < 0 || level.iColumnIndex >= m_arrColumns.GetCount()) continue;
-        addLevel(place, SortKeys(m_arrColumns.GetAt(level.iColumnIndex).iDataType, level.iSortOrder, SortRule::levels));
+    for (INT_PTR i = 0; i < m_list.m_arrSortOrder.GetCount(); ++i) {
+        const ColumnSortInfo& level = m_list.m_arrSortOrder.GetAt(i);
+        const int place = m_list.PlaceOfColumn(level.iColumnIndex);
+        if (place < 0 || level.iColumnIndex >= m_list.m_arrColumns.GetCount()) continue;
+        const int dataType = m_list.m_arrColumns.GetAt(level.iColumnIndex).iDataType;
+        addLevel(place, SortKeys(dataType, level.iSortOrder, SortRule::levels));
     }
     return sort;
 }
@@ -144,7 +142,7 @@ void CCommonListCtrl::SortRows() {
     const std::vector<DWORD_PTR> data = SaveRowData();
     std::vector<int> rows(data.size());
     for (std::size_t row = 0; row < rows.size(); ++row) rows[row] = static_cast<int>(row);
-    const std::vector<std::uint32_t> positions = PrepareSort(rows).positions();
+    const std::vector<std::uint32_t> positions = m_parts->prepareSort(rows).positions();
     PositionOfData table;
     const bool distinct = table.fill(data, positions);
     if (distinct) {
@@ -289,22 +287,22 @@ void CCommonListCtrl::FollowSortColumns(const CString& locked, bool imported) {
     };
     if (const int former = m_nLockSortColumn; former >= 0) {
         m_nLockSortColumn = numberOf(locked, former);
-        if (m_nLockSortColumn != former && imported && m_bSortLocked) m_sortLockMoved = true;
+        if (m_nLockSortColumn != former && imported && m_bSortLocked) m_parts->sortLockMoved = true;
         if (m_nLockSortColumn < 0) EndSortLock();
     }
     for (INT_PTR i = m_arrSortOrder.GetUpperBound(); i >= 0; --i) {
         ColumnSortInfo& level = m_arrSortOrder[i];
         level.iColumnIndex = numberOf(level.csColumnName, level.iColumnIndex);
         if (level.iColumnIndex >= 0) continue;
-        if (m_dlgSortOrder) m_dlgSortOrder->removeName(level.csColumnName);
+        if (m_parts->sortOrderChooser) m_parts->sortOrderChooser->removeName(level.csColumnName);
         m_arrSortOrder.RemoveAt(i);
     }
     if (m_arrSortOrder.IsEmpty()) m_bMultiSortActive = 0;
 }
 
 void CCommonListCtrl::SaveMovedSortLock() {
-    if (!m_sortLockMoved) return;
-    m_sortLockMoved = false;
+    if (!m_parts->sortLockMoved) return;
+    m_parts->sortLockMoved = false;
     SetSortLock(m_bSortLocked != 0);
 }
 

@@ -1,7 +1,6 @@
 // Header tool tips: one tool per header item, its id the item's index plus one, its rectangle in the header's client
 // area. They move when columns do, and see every message of the list before it is dispatched.
-#include "src/list/CommonListCtrlInternal.h"
-#include "src/list/core/ListLayout.h"
+#include "src/list/CommonListCtrlParts.h"
 
 using namespace quor::list;
 
@@ -100,7 +99,7 @@ BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
                 LayOutHeaderToolTips();
                 break;
             case HDN_ENDDRAG:  // -311
-                m_bToolTipsStale = true;
+                m_parts->toolTipsStale = true;
                 CListCtrl::SetColumnWidth(notification->iItem, CListCtrl::GetColumnWidth(notification->iItem));
                 break;
         }
@@ -109,8 +108,8 @@ BOOL CCommonListCtrl::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
 }
 
 BOOL CCommonListCtrl::PreTranslateMessage(MSG* message) {
-    if (m_bToolTipsStale) {
-        m_bToolTipsStale = false;
+    if (m_parts->toolTipsStale) {
+        m_parts->toolTipsStale = false;
         LayOutHeaderToolTips();
     }
     if (message->message == WM_KEYDOWN) OnListKey(message->wParam);

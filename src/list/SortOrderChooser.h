@@ -1,4 +1,5 @@
-// What a list asks of the dialog in which the user picks the columns of a multi-column sort.
+// What a list asks of the dialog in which the user picks the columns of a multi-column sort. Public: hosts give their
+// lists one (CCommonListCtrl::SetSortOrderChooser).
 #pragma once
 
 #include <vector>

@@ -1,10 +1,8 @@
 // Life, cells and the multi-column sort of a market watch.
-#include "src/lists/MrktWatchListCtrl.h"
-
 #include "src/foundation/ControlBlock.h"
 #include "src/foundation/Messages.h"
-#include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListCommands.h"
+#include "src/lists/MrktWatchListCtrlParts.h"
 
 #include <numeric>
 
@@ -69,7 +67,7 @@ bool leavesRowsAlone(UINT message) {
 
 }  // namespace
 
-CMrktWatchListCtrl::CMrktWatchListCtrl() {
+CMrktWatchListCtrl::CMrktWatchListCtrl() : m_parts(std::make_unique<Parts>(*this)) {
     m_bGroupList = 1;
     m_nBaseColumnCount = kMarketWatchColumns;
     g_pLastMarketWatch = this;
@@ -91,7 +89,7 @@ CString CMrktWatchListCtrl::ParentTitle() const {
 
 void CMrktWatchListCtrl::OnDestroy() {
     CCommonListCtrl::OnDestroy();
-    m_shared = {};
+    m_parts->shared = {};
 }
 
 bool CMrktWatchListCtrl::SaveMarketWatchProfile() {
@@ -100,18 +98,19 @@ bool CMrktWatchListCtrl::SaveMarketWatchProfile() {
 }
 
 LRESULT CMrktWatchListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (!leavesRowsAlone(message)) m_paintedRow = -1;
+    if (!leavesRowsAlone(message)) m_parts->paintedRow = -1;
     if (message != WM_PAINT) return CCommonListCtrl::WindowProc(message, wParam, lParam);
-    const FlagScope painting(m_isPainting, true);
+    const FlagScope painting(m_parts->isPainting, true);
     return CCommonListCtrl::WindowProc(message, wParam, lParam);
 }
 
 // A message to the control for every cell would take longer than the host takes for its text.
 MrktWatchRowData* CMrktWatchListCtrl::RowData(int row) {
-    if (m_isPainting && row >= 0 && row == m_paintedRow) return m_paintedData;
+    Parts& parts = *m_parts;
+    if (parts.isPainting && row >= 0 && row == parts.paintedRow) return parts.paintedData;
     auto* data = reinterpret_cast<MrktWatchRowData*>(GetItemData(row));
-    m_paintedRow = row;
-    return m_paintedData = data && data->pRecord ? data : nullptr;
+    parts.paintedRow = row;
+    return parts.paintedData = data && data->pRecord ? data : nullptr;
 }
 
 CString CMrktWatchListCtrl::GetItemText(int row, int place) {
@@ -141,7 +140,7 @@ int CMrktWatchListCtrl::GetCustomColumnText(sMWStruct* record, int columnIndex, 
     HostCells cells(GetParent(), record);
     // A copy: the message box pumps messages, and the columns may change meanwhile.
     const CString formula = idExpression(m_arrColumns.GetAt(columnIndex), ListFamily::marketWatch);
-    switch (m_customText.evaluate(ListFamily::marketWatch, columnIndex, formula, cells, text)) {
+    switch (m_parts->customText.evaluate(ListFamily::marketWatch, columnIndex, formula, cells, text)) {
         case CustomCellOutcome::noValue:
             return 0;
         case CustomCellOutcome::invalid:

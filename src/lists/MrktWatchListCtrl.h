@@ -10,11 +10,9 @@
 // row covers. A market watch is a group list: it is in g_groupListRegistry only. GUI thread only.
 #pragma once
 
-#include "src/expression/core/CustomColumnText.h"
 #include "src/list/CommonListCtrl.h"
-#include "src/lists/core/WatchTexts.h"
 
-#include <optional>
+#include <memory>
 
 struct sMWStruct;  // the host's record of a row; only two texts at fixed offsets are read here
 
@@ -107,7 +105,7 @@ public:
 protected:
     bool IsMarketWatch() const override { return true; }
     // All rows: the host has their texts.
-    std::optional<quor::list::RowSpan> RowsToMeasure() const override;
+    bool RowsToMeasure(int& first, int& last) const override;
     bool SaveMarketWatchProfile() override;
     bool ExportMarketWatch(const CString& name, const CString& file) override;
     bool ImportMarketWatch(const CString& file) override;
@@ -120,6 +118,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    struct Parts;
+
     MrktWatchRowData* RowData(int row);
     // Where a watch keeps what is its own.
     static CString WatchSection(const CString& name);
@@ -131,24 +131,9 @@ private:
     void ReadStoredPlaces();
     void ReadGridLines();
     void ShowColumns(bool placesUserColumns);
-    std::vector<quor::watch::WatchColumn> ColumnsAsTheyStand() const;
     int WidthOfHeading(const char* heading) const;
     void EraseBesideRows(CDC& dc);
     void TakeFont(const LOGFONT& description);
 
-    // What this watch knows of the store of user columns.
-    struct SharedColumns {
-        bool known = false;               // what it holds was read, imported or written here
-        CString stored;                   // its text then
-        std::optional<CString> own = "";  // this watch's columns then, as it writes them; none: they were imported
-    };
-
-    SharedColumns m_shared;
-    quor::expression::CustomColumnText m_customText;
-    CFont m_listFont;  // of SetListFont or ShowFontDlg
-
-    // While the control paints, the data of the row that was asked for last: a row paints many cells.
-    bool m_isPainting = false;
-    int m_paintedRow = -1;  // -1: none, or something may have changed the rows since
-    MrktWatchRowData* m_paintedData = nullptr;
+    std::unique_ptr<Parts> m_parts;
 };

@@ -1,12 +1,11 @@
 // How the columns of a market watch come on screen and how wide they are.
 #include "src/expression/core/CustomColumnDependents.h"
 #include "src/foundation/core/Globals.h"
-#include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListCommands.h"
 #include "src/list/ListSettings.h"
 #include "src/list/core/ColumnArrays.h"
 #include "src/list/core/ListLayout.h"
-#include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/MrktWatchListCtrlParts.h"
 #include "src/lists/core/WatchColumns.h"
 
 using namespace quor::list;
@@ -50,7 +49,7 @@ void CMrktWatchListCtrl::TakeUserColumns(const CString& text) {
         m_arrColumns.SetAtGrow(column.columnIndex, makeWatchUserColumn(column, kWidth));
         added = std::max(added, column.columnIndex + 1 - kMarketWatchColumns);
     }
-    m_shared = {true, text, formatWatchUserColumns(ColumnsAsTheyStand())};
+    m_parts->shared = {true, text, formatWatchUserColumns(m_parts->columnsAsTheyStand())};
     if (g_nMarketWatchesBuilt) return;
     iMrktInfoColCount += added;
     iNewDataArrCnt += added;
@@ -128,7 +127,11 @@ int CMrktWatchListCtrl::InsertMrktColumn(int place, CString name, int format, in
     return columnIndex;
 }
 
-std::optional<RowSpan> CMrktWatchListCtrl::RowsToMeasure() const { return RowSpan{0, GetItemCount() - 1}; }
+bool CMrktWatchListCtrl::RowsToMeasure(int& first, int& last) const {
+    first = 0;
+    last = GetItemCount() - 1;
+    return true;
+}
 
 void CMrktWatchListCtrl::ColFitToContentMarketListControl() { AutoSizeColumns(kFitColumnsToData); }
 

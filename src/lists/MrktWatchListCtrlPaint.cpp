@@ -1,7 +1,6 @@
 // Fonts, colours, what no row covers, the check box and the hit test.
 #include "platform/base/Numbers.h"
-#include "src/list/CommonListCtrlInternal.h"
-#include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/MrktWatchListCtrlParts.h"
 
 namespace {
 
@@ -81,8 +80,8 @@ void CMrktWatchListCtrl::TakeFont(const LOGFONT& description) {
     CFont font;
     if (!font.CreateFontIndirect(&description)) return;
     SetFont(&font, TRUE);
-    m_listFont.DeleteObject();
-    m_listFont.Attach(font.Detach());
+    m_parts->listFont.DeleteObject();
+    m_parts->listFont.Attach(font.Detach());
 }
 
 void CMrktWatchListCtrl::SetListFont(CString face, CString size, int style) {

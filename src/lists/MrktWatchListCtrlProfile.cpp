@@ -3,9 +3,8 @@
 #include "src/expression/core/CustomColumnDependents.h"
 #include "src/foundation/Messages.h"
 #include "src/foundation/core/Globals.h"
-#include "src/list/CommonListCtrlInternal.h"
 #include "src/list/ListSettings.h"
-#include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/MrktWatchListCtrlParts.h"
 #include "src/lists/core/WatchColumns.h"
 
 #include <cstring>
@@ -38,9 +37,8 @@ int CMrktWatchListCtrl::WidthOfHeading(const char* heading) const {
     return 0;
 }
 
-// Places are those on screen, where the user may have dragged a header item since the columns were built.
-std::vector<WatchColumn> CMrktWatchListCtrl::ColumnsAsTheyStand() const {
-    const CHeaderCtrl* header = GetHeaderCtrl();
+std::vector<WatchColumn> CMrktWatchListCtrl::Parts::columnsAsTheyStand() const {
+    const CHeaderCtrl* header = m_list.GetHeaderCtrl();
     std::vector<int> shownAt(header ? static_cast<std::size_t>(header->GetItemCount()) : 0, -1);
     for (std::size_t i = 0; i < shownAt.size(); ++i) {
         const int item = header->OrderToIndex(static_cast<int>(i));
@@ -48,17 +46,17 @@ std::vector<WatchColumn> CMrktWatchListCtrl::ColumnsAsTheyStand() const {
             shownAt[static_cast<std::size_t>(item)] = static_cast<int>(i);
     }
     std::vector<WatchColumn> columns;
-    for (int i = 0; i < m_arrColumns.GetCount(); ++i) {
+    for (int i = 0; i < m_list.m_arrColumns.GetCount(); ++i) {
         WatchColumn column;
         column.columnIndex = i;
-        const int item = i < m_arrOrder.GetCount() ? m_arrOrder.GetAt(i) : -1;
+        const int item = i < m_list.m_arrOrder.GetCount() ? m_list.m_arrOrder.GetAt(i) : -1;
         if (item >= 0 && static_cast<std::size_t>(item) < shownAt.size())
             column.place = shownAt[static_cast<std::size_t>(item)];
-        const sQuorColInfo& record = m_arrColumns.GetAt(i);
+        const sQuorColInfo& record = m_list.m_arrColumns.GetAt(i);
         column.name = record.szColumnName;
         column.idForm = idExpression(record, ListFamily::marketWatch);
         column.displayForm = displayExpression(record, ListFamily::marketWatch);
-        if (column.place >= 0) column.width = WidthOfHeading(record.szColumnName);
+        if (column.place >= 0) column.width = m_list.WidthOfHeading(record.szColumnName);
         columns.push_back(column);
     }
     return columns;
@@ -66,7 +64,7 @@ std::vector<WatchColumn> CMrktWatchListCtrl::ColumnsAsTheyStand() const {
 
 void CMrktWatchListCtrl::SaveColumnProfile(CString name) {
     const CString section = WatchSection(name);
-    const std::vector<WatchColumn> columns = ColumnsAsTheyStand();
+    const std::vector<WatchColumn> columns = m_parts->columnsAsTheyStand();
     const bool saves = ColumnsStand();
     const bool saved = saves && writeListSetting(section, "COLUMNPROFILE", formatWatchProfile(columns));
     if (saved) SaveMovedSortLock();
@@ -77,21 +75,21 @@ void CMrktWatchListCtrl::SaveColumnProfile(CString name) {
 
 // Columns that nobody changed here may be older than the store: another watch may have changed them.
 bool CMrktWatchListCtrl::MayWriteUserColumns(const CString& own) {
-    if (m_shared.own != own) return m_shared.known || !own.IsEmpty();
+    const Parts::SharedColumns& shared = m_parts->shared;
+    if (shared.own != own) return shared.known || !own.IsEmpty();
     CString stored;
-    return m_shared.known &&
-           (!g_pControlBlock->UserSettingMWColumns(0, kAllWatches, stored) || stored == m_shared.stored);
+    return shared.known && (!g_pControlBlock->UserSettingMWColumns(0, kAllWatches, stored) || stored == shared.stored);
 }
 
 void CMrktWatchListCtrl::WriteUserColumns(const CString& own) {
     if (!MayWriteUserColumns(own)) return;
     CString text = own;
-    if (g_pControlBlock->UserSettingMWColumns(1, kAllWatches, text)) m_shared = {true, own, own};
+    if (g_pControlBlock->UserSettingMWColumns(1, kAllWatches, text)) m_parts->shared = {true, own, own};
 }
 
 // Places are the order array's, not the header's: what a file says is independent of how this window was dragged.
 void CMrktWatchListCtrl::ExportColumnToFile(CString name, CString file) {
-    std::vector<WatchColumn> columns = ColumnsAsTheyStand();
+    std::vector<WatchColumn> columns = m_parts->columnsAsTheyStand();
     for (WatchColumn& column : columns)
         column.place = column.columnIndex < m_arrOrder.GetCount() ? m_arrOrder.GetAt(column.columnIndex) : -1;
     CString text = formatWatchExport(columns), error;
@@ -138,7 +136,7 @@ bool CMrktWatchListCtrl::TakeColumnsFrom(CString file) {
         iNewDataArrCnt = static_cast<int>(import.userColumns.size());
         iMrktInfoColCount = kMarketWatchColumns - 1 + iNewDataArrCnt;
     }
-    m_shared = import.whole ? SharedColumns{true, "", std::nullopt} : SharedColumns{};
+    m_parts->shared = import.whole ? Parts::SharedColumns{true, "", std::nullopt} : Parts::SharedColumns{};
     ShowColumns(false);
     return found;
 }

@@ -7,6 +7,7 @@
 
 #include "src/list/CommonListCtrl.h"
 #include "support/FakeHost.h"
+#include "support/MessageBoxAnswerer.h"
 
 #include <gtest/gtest.h>
 
@@ -47,6 +48,26 @@ public:
                     << key.first << " " << key.second << "=" << found->second;
             }
         }
+    }
+
+    // At each moment one of the list's windows goes, or the store refuses a write. `alive` gives the list while its
+    // life goes on, else null.
+    void disturbWindowsAndWrites(const std::function<CCommonListCtrl*()>& alive, CWnd& owner) {
+        const auto goes = [&](const char* name, auto victimOf) {
+            disturb(name, [&](int) {
+                CCommonListCtrl* const list = alive();
+                CWnd* const victim = list && list->m_hWnd ? victimOf(*list) : nullptr;
+                if (victim && victim->m_hWnd) victim->DestroyWindow();
+                return true;
+            });
+        };
+        const MessageBoxAnswerer boxes;
+        goes("the list goes", [](CCommonListCtrl& list) -> CWnd* { return &list; });
+        goes("its header goes", [](CCommonListCtrl& list) -> CWnd* { return list.GetHeaderCtrl(); });
+        goes("its tool tips go", [](CCommonListCtrl& list) -> CWnd* { return &list.m_ToolTip; });
+        goes("its owner goes", [&](CCommonListCtrl&) -> CWnd* { return &owner; });
+        disturb("a write fails", [](int operation) { return operation == 0; });
+        for (const std::string& text : boxes.texts()) EXPECT_EQ(text, "Error while saving column profile");
     }
 
     int moments() const { return m_moments; }

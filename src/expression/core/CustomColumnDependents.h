@@ -41,9 +41,9 @@ struct ListColumnArrays {
 // Takes the record out and closes the places up behind it. The place that the list's own column has to leave, -1 for a
 // hidden one or an index outside the arrays, which changes nothing. A width is taken out for a shown column only.
 // Several columns go from the highest index down.
-QUOR_CONTROLS_API int removeColumnRecord(const ListColumnArrays& arrays, int columnIndex);
+int removeColumnRecord(const ListColumnArrays& arrays, int columnIndex);
 
 // The visible array of an order array.
-QUOR_CONTROLS_API void rebuildVisible(const CArray<int, int>& order, CArray<sVisibleColumn, sVisibleColumn>& visible);
+void rebuildVisible(const CArray<int, int>& order, CArray<sVisibleColumn, sVisibleColumn>& visible);
 
 }  // namespace quor::expression

@@ -24,11 +24,10 @@ inline constexpr int kFirstMarketWatchUserColumn = 112;
 
 enum class ListFamily { grid, multiLine, marketWatch };
 
-QUOR_CONTROLS_API const CString& idExpression(const sQuorColInfo& column, ListFamily family);
-QUOR_CONTROLS_API const CString& displayExpression(const sQuorColInfo& column, ListFamily family);
+const CString& idExpression(const sQuorColInfo& column, ListFamily family);
+const CString& displayExpression(const sQuorColInfo& column, ListFamily family);
 // Puts both forms where the family keeps them.
-QUOR_CONTROLS_API void setExpressions(sQuorColInfo& column, ListFamily family, const CString& idForm,
-                                      const CString& displayForm);
+void setExpressions(sQuorColInfo& column, ListFamily family, const CString& idForm, const CString& displayForm);
 
 // Where the texts of the referenced columns come from: the row of one list.
 class CustomCellSource {

@@ -6,6 +6,7 @@
 // since unbalanced parentheses come first. A lone operator character that the first stage took for an operand (its run
 // is no operator) is an operator again in the postfix text, where a blank follows it. And a signed token is never an
 // operator there, because of its parenthesis.
+#include "platform/base/ShortDecimal.h"
 #include "src/expression/core/ExpressionOperators.h"
 
 #include <memory>
@@ -79,30 +80,6 @@ int longRow(LPCSTR text) {
 int rowAt(LPCSTR text) {
     if (!isClass(text[0], classOperator)) return rowNone;
     return isClass(text[1], classOperator) ? longRow(text) : shortRow(text[0]);
-}
-
-constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-// The short road for what nearly all operands are: digits with at most one full stop. Up to 15 of them make a whole
-// number that a double holds exactly, and one division by an exact power of ten is correctly rounded, as the number
-// reader is. Returns the length of the operand, or 0 if it is of another kind.
-std::size_t readShortDecimal(LPCSTR text, double& value) {
-    const auto digit = [](char c) { return static_cast<unsigned>(c) - '0'; };
-    LPCSTR at = text;
-    std::uint64_t whole = 0;  // of a long operand it is wrong, and not used
-    for (; digit(*at) < 10; ++at) whole = whole * 10 + digit(*at);
-    std::size_t decimals = 0;
-    if (*at == '.') {
-        LPCSTR const fraction = ++at;
-        for (; digit(*at) < 10; ++at) whole = whole * 10 + digit(*at);
-        decimals = static_cast<std::size_t>(at - fraction);
-        if (at - text == 1) return 0;  // a full stop alone
-    }
-    const auto length = static_cast<std::size_t>(at - text);
-    if (length > 15 || isClass(*at, classOperand)) return 0;
-    value = static_cast<double>(whole) / kPowersOfTen[decimals];
-    return length;
 }
 
 class FusedEvaluator {
@@ -179,7 +156,8 @@ private:
     void takePlainOperand() {
         m_zeroWanted = false;
         double value = 0;
-        if (const std::size_t length = readShortDecimal(m_at, value)) {
+        const std::size_t length = quor::readShortDecimal(m_at, value);
+        if (length != 0 && !isClass(m_at[length], classOperand)) {
             emitValue(value);
             pass(length);
             return;

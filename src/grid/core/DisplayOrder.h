@@ -24,7 +24,7 @@
 
 namespace quor::grid {
 
-class QUOR_CONTROLS_API DisplayOrder {
+class DisplayOrder {
 public:
     static constexpr int blockCapacity = 128;
     static constexpr int groupCapacity = 64;

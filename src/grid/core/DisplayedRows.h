@@ -33,7 +33,7 @@ struct SettledTicks {
     std::vector<int> left;  // slots that rows left, each at its time
 };
 
-class QUOR_CONTROLS_API DisplayedRows {
+class DisplayedRows {
 public:
     explicit DisplayedRows(RowStore& rows) : m_rows(rows) {}
     DisplayedRows(const DisplayedRows&) = delete;

@@ -10,7 +10,7 @@
 
 namespace quor::grid {
 
-class QUOR_CONTROLS_API FilterStore {
+class FilterStore {
 public:
     // An empty text removes the column's filter, if there is one; another text replaces it, or is appended.
     void set(int columnIndex, const CString& text);

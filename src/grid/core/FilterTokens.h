@@ -24,7 +24,7 @@
 
 namespace quor::grid {
 
-class QUOR_CONTROLS_API FilterTokens {
+class FilterTokens {
 public:
     // Passes everything.
     FilterTokens() = default;

@@ -17,7 +17,6 @@ inline constexpr std::size_t kLongestFilter = 1048575;
 //
 // Cost: linear in the bytes of the values, whatever they are; 24 bytes of memory for each of them, for as many at a
 // time as fill a filter.
-QUOR_CONTROLS_API std::string joinFilterValues(const std::function<bool(CString& value)>& next,
-                                               std::size_t longest = kLongestFilter);
+std::string joinFilterValues(const std::function<bool(CString& value)>& next, std::size_t longest = kLongestFilter);
 
 }  // namespace quor::grid

@@ -19,10 +19,10 @@ struct SortRule {
 
 // The comparison of two rows of the run, by position: below 0 when the first stands before the second. For mixed texts
 // (naturalCompare) and dates it may contradict itself from pair to pair.
-QUOR_CONTROLS_API int compareRows(const SortKeys& keys, const SortRule& rule, std::size_t first, std::size_t second);
+int compareRows(const SortKeys& keys, const SortRule& rule, std::size_t first, std::size_t second);
 
 // The map indices of the run in sorted order: always every one of them once, whatever the comparison says. Where the
 // comparison is an order, the result is the one that compareRows makes.
-QUOR_CONTROLS_API std::vector<std::int32_t> sortedMapIndices(const SortKeys& keys, const SortRule& rule);
+std::vector<std::int32_t> sortedMapIndices(const SortKeys& keys, const SortRule& rule);
 
 }  // namespace quor::grid

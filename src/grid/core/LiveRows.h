@@ -50,7 +50,7 @@ struct ClassicChange {
     int visual = -1;
 };
 
-class QUOR_CONTROLS_API LiveRows {
+class LiveRows {
 public:
     explicit LiveRows(RowPort& port) : m_port(port) {}
     LiveRows(const LiveRows&) = delete;

@@ -22,7 +22,7 @@ namespace quor::grid {
 // The item data of a row: in opti-data mode a CFilterListBaseData*, in classic mode whatever the host gave. 0: none.
 using RowData = DWORD_PTR;
 
-class QUOR_CONTROLS_API RowStore {
+class RowStore {
 public:
     RowStore() = default;
     RowStore(const RowStore&) = delete;

@@ -89,7 +89,7 @@ private:
     bool isTombstone(std::int32_t mapIndex) const;
 };
 
-class QUOR_CONTROLS_API RowWalk {
+class RowWalk {
 public:
     explicit RowWalk(LiveRows& rows);
     RowWalk(const RowWalk&) = delete;

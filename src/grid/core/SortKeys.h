@@ -16,12 +16,12 @@ namespace quor::grid {
 
 enum class SortKeyKind { none, integer, number, text };
 
-QUOR_CONTROLS_API SortKeyKind sortKeyKind(int dataType);
+SortKeyKind sortKeyKind(int dataType);
 
 // How integers are read: a click takes 64 bits, the lock path stays with 32 (it saturates).
 enum class SortIntegers { wide, narrow };
 
-class QUOR_CONTROLS_API SortKeys {
+class SortKeys {
 public:
     SortKeys(int dataType, SortIntegers integers, std::size_t expectedRows);
 

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "platform/base/Numbers.h"
-#include "src/foundation/core/StoredFields.h"
+#include "src/foundation/core/ColumnTexts.h"
 
 namespace quor::list {
 
@@ -12,36 +12,12 @@ namespace {
 
 constexpr char kCustomColumnMarker[] = "CUSTOMCOLUMN";
 
-// Three numbers, the first of which was met already. False if the text ends within them.
-bool readTriple(foundation::StoredFields& fields, const CString& index, ProfileEntry& entry) {
-    const auto place = fields.next();
-    const auto width = fields.next();
-    if (!width) return false;
-    entry.columnIndex = quor::atoi(index);
-    entry.place = quor::atoi(*place);
-    entry.width = quor::atoi(*width);
-    return true;
-}
+constexpr foundation::TextDelimiters kUserPartDelimiters{'#', ','};
 
 // Name, expression, tool tip. False if one of them is missing; then the entry has no user part.
 bool readUserPart(foundation::StoredFields& fields, ProfileEntry& entry) {
-    const auto name = fields.next('#');
-    const auto expression = fields.next('#');
-    const auto toolTip = fields.next();
-    if (!toolTip) return false;
-    entry.isUserColumn = true;
-    entry.name = *name;
-    entry.expression = *expression;
-    entry.toolTip = *toolTip;
-    return true;
-}
-
-void appendTriple(CString& text, const ProfileEntry& entry) {
-    text.AppendFormat("%d,%d,%d", entry.columnIndex, entry.place, entry.width);
-}
-
-void appendUserPart(CString& text, const ProfileEntry& entry) {
-    text.AppendFormat(",%s#%s#%s", entry.name.GetString(), entry.expression.GetString(), entry.toolTip.GetString());
+    entry.isUserColumn = readTexts(fields, {&entry.name, &entry.expression, &entry.toolTip}, kUserPartDelimiters);
+    return entry.isUserColumn;
 }
 
 void putAt(std::vector<int>& array, int index, int value) {
@@ -52,6 +28,10 @@ void putAt(std::vector<int>& array, int index, int value) {
 
 }  // namespace
 
+void appendUserPart(CString& text, const ProfileEntry& entry) {
+    appendTexts(text, {&entry.name, &entry.expression, &entry.toolTip}, kUserPartDelimiters);
+}
+
 bool fitsColumnRange(int columnIndex, int place) {
     return columnIndex >= 0 && columnIndex < kMaxColumns && place >= -1 && place < kMaxColumns;
 }
@@ -61,7 +41,7 @@ std::vector<ProfileEntry> parseColumnProfile(const CString& text, int builtInCou
     foundation::StoredFields fields(text);
     while (const auto index = fields.next()) {
         ProfileEntry entry;
-        if (!readTriple(fields, *index, entry)) break;
+        if (!readPlaced(fields, *index, entry)) break;
         const bool cut = entry.columnIndex >= builtInCount && !readUserPart(fields, entry);
         entries.push_back(entry);
         if (cut) break;
@@ -73,7 +53,7 @@ CString formatColumnProfile(const std::vector<ProfileEntry>& entries) {
     CString text;
     for (const ProfileEntry& entry : entries) {
         if (!text.IsEmpty()) text += ',';
-        appendTriple(text, entry);
+        foundation::appendPlaced(text, entry);
         if (entry.isUserColumn) appendUserPart(text, entry);
     }
     return text;
@@ -88,7 +68,7 @@ ExchangeProfile parseExchangeProfile(const CString& text) {
             if (!(field = fields.next())) break;
         }
         ProfileEntry entry;
-        if (!readTriple(fields, *field, entry)) break;
+        if (!readPlaced(fields, *field, entry)) break;
         const auto heading = fields.next();
         if (profile.hasMarker) {
             if (!readUserPart(fields, entry)) break;
@@ -111,7 +91,7 @@ CString formatExchangeProfile(const std::vector<ProfileEntry>& entries) {
             text.AppendFormat("%s,", kCustomColumnMarker);
             marked = true;
         }
-        appendTriple(text, entry);
+        foundation::appendPlaced(text, entry);
         text.AppendFormat(",%s", entry.name.GetString());
         if (entry.isUserColumn) appendUserPart(text, entry);
         text += ',';

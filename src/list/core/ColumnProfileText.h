@@ -26,6 +26,9 @@ std::vector<ProfileEntry> parseColumnProfile(const CString& text, int builtInCou
 // Writes `index`, `place` and `width` of each entry and the user part of user columns; other names are not written.
 CString formatColumnProfile(const std::vector<ProfileEntry>& entries);
 
+// The user part alone, the comma in front of it included.
+void appendUserPart(CString& text, const ProfileEntry& entry);
+
 // The exchange form names every column. Built-in entries carry their heading in `name` and stand before the marker, the
 // user columns behind it.
 struct ExchangeProfile {

@@ -41,10 +41,7 @@ CString formatDealSlipProfile(const std::vector<ProfileEntry>& entries) {
     for (const ProfileEntry& entry : entries) {
         if (!text.IsEmpty()) text += ',';
         text.AppendFormat("%d,%d", entry.columnIndex, entry.place);
-        if (entry.isUserColumn) {
-            text.AppendFormat(",%s#%s#%s", entry.name.GetString(), entry.expression.GetString(),
-                              entry.toolTip.GetString());
-        }
+        if (entry.isUserColumn) appendUserPart(text, entry);
     }
     return text;
 }

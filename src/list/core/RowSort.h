@@ -26,11 +26,11 @@ enum class SortRule { singleColumn, levels };
 
 // The rule as it stands, over two texts. Negative: a first; a difference of types 1 and 4 is returned as it is, all
 // others are -1, 0, 1 for an order of -1 or 1.
-QUOR_CONTROLS_API int compareSortTexts(const char* a, const char* b, int dataType, int order, SortRule rule);
+int compareSortTexts(const char* a, const char* b, int dataType, int order, SortRule rule);
 
 // One column's texts as the keys that its rule compares, by row number. compare() gives what compareSortTexts gives for
 // the two texts, without reading them again.
-class QUOR_CONTROLS_API SortKeys {
+class SortKeys {
 public:
     SortKeys(int dataType, int order, SortRule rule);
 
@@ -62,7 +62,7 @@ private:
 };
 
 // The sort of a number of rows: levels of keys, one for a single-column sort.
-class QUOR_CONTROLS_API RowSort {
+class RowSort {
 public:
     explicit RowSort(std::size_t rows) : m_rows(rows) {}
 

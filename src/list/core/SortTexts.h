@@ -15,10 +15,10 @@ struct SortLock {
     int order = 0;  // -1 rising, 1 falling
 };
 
-QUOR_CONTROLS_API CString formatSortLock(const SortLock& lock);
+CString formatSortLock(const SortLock& lock);
 // Empty fields are skipped. Locked only with "True", in this case of letters, and both numbers; a number that is none
 // is 0. An index that no column array can reach (ColumnRecords' cap is 4095) leaves unlocked.
-QUOR_CONTROLS_API SortLock parseSortLock(const CString& text);
+SortLock parseSortLock(const CString& text);
 
 // --- Levels: "<heading>-><order>,<heading>-><order>#<1 if active, else 0>"; no level at all: an empty text.
 
@@ -34,9 +34,9 @@ struct SortLevelsText {
 };
 
 // Headings are not escaped: one that holds ",", "#" or "->" does not come back.
-QUOR_CONTROLS_API CString formatSortLevels(const std::vector<SortLevelText>& levels, bool active);
+CString formatSortLevels(const std::vector<SortLevelText>& levels, bool active);
 // Empty fields are skipped, and so is a field without "->". Blanks around heading and order are dropped; an order that
 // is no number is 0. A "#" in any field cuts it, and what follows the last is the flag: active if its number is 1.
-QUOR_CONTROLS_API SortLevelsText parseSortLevels(const CString& text);
+SortLevelsText parseSortLevels(const CString& text);
 
 }  // namespace quor::list

@@ -1,7 +1,7 @@
 #include "src/lists/core/WatchTexts.h"
 
 #include "platform/base/Numbers.h"
-#include "src/foundation/core/StoredFields.h"
+#include "src/foundation/core/ColumnTexts.h"
 
 #include <optional>
 
@@ -11,33 +11,16 @@ namespace {
 
 constexpr char kMarker[] = "CUSTOMCOLUMN";
 
+constexpr foundation::TextDelimiters kWatchDelimiters{kWatchDelimiter, kWatchDelimiter};
+
 int number(const std::optional<CString>& field, int missing) { return field ? quor::atoi(*field) : missing; }
 
-// The three texts at the end of a user column; false if one is missing.
-bool readTexts(foundation::StoredFields& fields, WatchColumn& column) {
-    for (CString* text : {&column.name, &column.idForm, &column.displayForm}) {
-        const auto field = fields.next(kWatchDelimiter);
-        if (!field) return false;
-        *text = *field;
-    }
-    return true;
+bool readUserTexts(foundation::StoredFields& fields, WatchColumn& column) {
+    return readTexts(fields, {&column.name, &column.idForm, &column.displayForm}, kWatchDelimiters);
 }
 
-void appendNumber(CString& text, int number) { text.AppendFormat("%d", number); }
-
-void appendTexts(CString& text, const WatchColumn& column) {
-    for (const CString* field : {&column.name, &column.idForm, &column.displayForm}) {
-        text += kWatchDelimiter;
-        text += *field;
-    }
-}
-
-void appendPlaced(CString& text, const WatchColumn& column, char delimiter) {
-    appendNumber(text, column.columnIndex);
-    for (const int number : {column.place, column.width}) {
-        text += delimiter;
-        appendNumber(text, number);
-    }
+void appendUserTexts(CString& text, const WatchColumn& column) {
+    appendTexts(text, {&column.name, &column.idForm, &column.displayForm}, kWatchDelimiters);
 }
 
 }  // namespace
@@ -50,9 +33,9 @@ std::vector<WatchColumn> parseWatchProfile(const CString& text) {
     std::vector<WatchColumn> columns;
     foundation::StoredFields fields(text);
     while (const auto index = fields.next()) {
-        const auto place = fields.next(), width = fields.next();
-        if (!width) break;
-        columns.push_back({quor::atoi(*index), quor::atoi(*place), quor::atoi(*width), {}, {}, {}});
+        WatchColumn column;
+        if (!readPlaced(fields, *index, column)) break;
+        columns.push_back(column);
     }
     return columns;
 }
@@ -61,7 +44,7 @@ CString formatWatchProfile(const std::vector<WatchColumn>& columns) {
     CString text;
     for (const WatchColumn& column : columns) {
         if (!text.IsEmpty()) text += ',';
-        appendPlaced(text, column, ',');
+        foundation::appendPlaced(text, column);
     }
     return text;
 }
@@ -72,7 +55,7 @@ std::vector<WatchColumn> parseWatchUserColumns(const CString& text) {
     while (const auto index = fields.next(kWatchDelimiter)) {
         WatchColumn column;
         column.columnIndex = quor::atoi(*index);
-        if (!readTexts(fields, column)) break;
+        if (!readUserTexts(fields, column)) break;
         columns.push_back(column);
     }
     return columns;
@@ -83,8 +66,8 @@ CString formatWatchUserColumns(const std::vector<WatchColumn>& columns) {
     for (const WatchColumn& column : columns) {
         if (!isWatchUserColumn(column)) continue;
         if (!text.IsEmpty()) text += kWatchDelimiter;
-        appendNumber(text, column.columnIndex);
-        appendTexts(text, column);
+        text.AppendFormat("%d", column.columnIndex);
+        appendUserTexts(text, column);
     }
     return text;
 }
@@ -109,7 +92,7 @@ WatchExport parseWatchExport(const CString& text) {
         column.columnIndex = quor::atoi(*index);
         column.place = number(fields.next(kWatchDelimiter), -1);
         column.width = number(fields.next(kWatchDelimiter), 0);
-        if (!readTexts(fields, column)) break;
+        if (!readUserTexts(fields, column)) break;
         made.user.push_back(column);
     }
     return made;
@@ -122,9 +105,9 @@ CString formatWatchExport(const std::vector<WatchColumn>& columns) {
         if (!isUser && column.columnIndex >= kMarketWatchColumns) continue;
         CString& text = isUser ? user : builtIn;
         if (!text.IsEmpty()) text += isUser ? kWatchDelimiter : ',';
-        appendPlaced(text, column, isUser ? kWatchDelimiter : ',');
+        foundation::appendPlaced(text, column, isUser ? kWatchDelimiter : ',');
         if (isUser) {
-            appendTexts(text, column);
+            appendUserTexts(text, column);
         } else {
             text += ',';
             text += column.name;

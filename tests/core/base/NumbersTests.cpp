@@ -90,6 +90,7 @@ TEST(Numbers, CellsAndC99DifferInWordsAndHexadecimalOnly) {
         {"NAN", 0, kNan, 3},
         {"nan(0x_1)5", 0, kNan, 9},
         {"nan(1", 0, kNan, 3},
+        {"nan(z)", 0, kNan, 6},
         {"nano", 0, kNan, 3},
         {"na", 0, 0, 0},
         {"0x10", 0, 16, 4},
@@ -99,6 +100,7 @@ TEST(Numbers, CellsAndC99DifferInWordsAndHexadecimalOnly) {
         {"0x.p1", 0, 0, 1},
         {"0xg", 0, 0, 1},
         {"0x1p", 0, 1, 3},
+        {"0x10000000000000000", 0, 0x1p64, 19},  // a digit more than 64 bits hold
         {"0x1p99999999999999999999", 0, kInfinity, 24},
         {"0x1p-99999999999999999999", 0, 0, 25},
         {"0x1.00000000000008p0", 0, 1.0, 20},                            // a half, to even

@@ -64,6 +64,8 @@ TEST(AppearanceRecord, ReadsAs) {
         {"Settings not found", "0 FF00 MS Shell Dlg 2 8", -1, "none"},
         {"0x10, +20,A,8", "10 20 A 8", -1, "none"},
         {"-1,123456789,A,8", "FFFFFFFF FFFFFFFF A 8", -1, "none"},
+        {"word,+,A,8", "0 FF00 A 8", -1, "none"},  // no number: the colour stays
+        {"0x,0xz,A,8", "0 0 A 8", -1, "none"},
         {"1,,2,A,8", "1 2 A 8", -1, "none"},  // an empty field is none
         {"1,2,A,8,word,K,1,", "1 2 A 8", -1, "none"},
     };

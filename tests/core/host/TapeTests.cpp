@@ -102,6 +102,14 @@ TEST(Tape, OddButGoodFilesAreRead) {
     }
 }
 
+TEST(Tape, AnEscapeEndsASymbol) {
+    const TestFile file(own + "1970-01-01 00:00:00;I0,0.05,2,E%2C,A%20\n");
+    const auto instruments = replay(file.name).log.all<Instrument>();
+    ASSERT_EQ(instruments.size(), 1u);
+    EXPECT_EQ(instruments[0].series, "E,");
+    EXPECT_EQ(instruments[0].symbol, "A ");
+}
+
 struct BadCase {
     std::string bytes;
     const char* message;  // after the file's name

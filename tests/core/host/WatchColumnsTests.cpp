@@ -156,6 +156,28 @@ TEST(WatchColumns, WhatShowsAsZeroHasNoSign) {
     EXPECT_EQ(withoutZeroSign("-0.00%"), "0.00%");
 }
 
+// Of news with one side the other stands as it was.
+TEST(WatchColumns, SpreadsFollowEitherSide) {
+    OneFuture future;
+    const struct {
+        std::uint16_t field;
+        double price;
+        const char *widest, *narrowest;
+    } news[] = {{quoteBid, 102.20, "0.40", "0.20"},
+                {quoteAsk, 102.30, "0.40", "0.10"},
+                {quoteLast, 102.25, "0.40", "0.10"},
+                {quoteAsk, 102.50, "0.40", "0.10"},
+                {quoteAsk, 103.20, "1.00", "0.10"}};
+    for (const auto& [field, price, widest, narrowest] : news) {
+        Quote quote{.instrument = 0, .fields = field, .time = 3602 * second};
+        quote.bid = quote.ask = quote.last = units(price);
+        future.market.quote(quote);
+        EXPECT_EQ(future["Widest Spread"], widest) << price;
+        EXPECT_EQ(future["Narrowest Spread"], narrowest) << price;
+    }
+    EXPECT_EQ(future["Quote Updates"], "5");
+}
+
 TEST(WatchColumns, AUserColumnWithoutANumberIsDim) {
     for (const char* number : {"1.00", "-0.25", "+3"}) EXPECT_EQ(userColumnTone(number), WatchTone::sign) << number;
     for (const char* none : {"Divided by ZERO error", "inf", "-nan", "-", ""})

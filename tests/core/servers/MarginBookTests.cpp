@@ -74,10 +74,15 @@ TEST_F(Margin, FuturesAloneLoseTheirRange) {
     EXPECT_DOUBLE_EQ(scanningRisk(), 63 + 60);
 }
 
-// Far out of the money nothing but the extreme moves costs anything: 35 % of the loss of two ranges.
+// Far out of the money nothing but the extreme moves costs anything: 35 % of the loss of two ranges. A fall by all of
+// the price leaves the put's writer the strike, at its present value.
 TEST_F(Margin, AnExtremeMoveCountsForAThird) {
     book.selected().setPosition(position("DELTA,100,10,0,0,0,1", ContractKind::Call, "a", -10, 110));
     EXPECT_NEAR(scanningRisk(), 10 * 10 * 0.35, 1e-9);
+    book.selected().setPosition(position("OMEGA,100,50,0,0,0,1", ContractKind::Put, "a", -1, 40));
+    EXPECT_NEAR(scanningRisk(), 10 * 10 * 0.35 + 14, 1e-9);
+    book.selected().setPosition(position("OMEGA,100,50,0,0,0.06,1", ContractKind::Put, "a", -1, 40));
+    EXPECT_NEAR(scanningRisk(), 10 * 10 * 0.35 + 14 * std::exp(-0.06 * 73 / 365), 1e-9);
     EXPECT_DOUBLE_EQ(book.requirement(1, 1), book.result().scanningRisk);
 }
 

@@ -162,12 +162,13 @@ TEST(OptionModel, AnAmericanCallIsExercisedBeforeItsDividendsArePaid) {
 
 TEST(OptionModel, AtExpiryAndWithoutVolatilityThePaymentIsCertain) {
     struct Row {
-        double spot, years, volatility, price, delta;
+        double spot, years, volatility, price, delta, theta;
     };
     const double growth = std::exp(-0.05);
     const Row rows[] = {
-        {110, 0, 0.3, 10, 1}, {90, 0, 0.3, 0, 0}, {100, 0, 0.3, 0, 0.5}, {110, 1, 0, 110 - 100 * growth, 1},
-        {90, 1, 0, 0, 0},
+        {110, 0, 0.3, 10, 1, 0},  {90, 0, 0.3, 0, 0, 0},
+        {100, 0, 0.3, 0, 0.5, 0}, {110, 1, 0, 110 - 100 * growth, 1, -0.05 * 100 * growth / 365},
+        {90, 1, 0, 0, 0, 0},
     };
     for (const Row& row : rows) {
         const Option o = option(row.spot, 100, row.years, 0.05, 0.05, row.volatility, Right::Call);
@@ -176,6 +177,7 @@ TEST(OptionModel, AtExpiryAndWithoutVolatilityThePaymentIsCertain) {
             EXPECT_NEAR(v.price, row.price, 1e-12);
             EXPECT_EQ(v.delta, row.delta);
             EXPECT_EQ(v.gamma, 0);
+            EXPECT_NEAR(v.theta, row.theta, 1e-12);
             EXPECT_EQ(v.vega, 0);
         }
     }

@@ -1,5 +1,6 @@
 // The column set on a real header. Which columns come is decided and tested in the core.
 #include "ListFixture.h"
+#include "src/list/core/ProfileSource.h"
 
 using namespace quor::list;
 

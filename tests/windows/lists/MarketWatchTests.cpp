@@ -318,20 +318,8 @@ TEST_F(WatchStore, NoEndAtAnyMomentLosesAStoredLayout) {
         list.reset();
     };
     moments = std::make_unique<test::EveryMoment>(life);
-    const test::MessageBoxAnswerer boxes;
-    const auto gone = [&](auto victim) {
-        return [&, victim](int) {
-            CWnd* const window = !ends && list->m_hWnd ? victim() : nullptr;
-            if (window && window->m_hWnd) window->DestroyWindow();
-            return true;
-        };
-    };
-    moments->disturb("the watch goes", gone([&]() -> CWnd* { return list.get(); }));
-    moments->disturb("its header goes", gone([&]() -> CWnd* { return list->GetHeaderCtrl(); }));
-    moments->disturb("its window goes", gone([&]() -> CWnd* { return &owner; }));
-    moments->disturb("a write fails", [](int operation) { return operation == 0; });
+    moments->disturbWindowsAndWrites([&] { return ends ? nullptr : list.get(); }, owner);
     EXPECT_GT(moments->moments(), 15);
-    for (const std::string& text : boxes.texts()) EXPECT_EQ(text, "Error while saving column profile");
 }
 
 TEST_F(MarketWatch, TheWatchMadeLastIsKnownUntilItGoes) {

@@ -10,8 +10,6 @@
 #include "support/WindowFixture.h"
 #include "tests/windows/terminal/NoDisk.h"
 
-using namespace quor::watch;
-
 namespace terminal {
 namespace {
 

@@ -1,0 +1,38 @@
+// What only the sources of CMrktWatchListCtrl share.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "src/expression/core/CustomColumnText.h"
+#include "src/list/CommonListCtrlInternal.h"
+#include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/core/WatchTexts.h"
+
+struct CMrktWatchListCtrl::Parts {
+    explicit Parts(const CMrktWatchListCtrl& list) : m_list(list) {}
+    Parts(const Parts&) = delete;
+    Parts& operator=(const Parts&) = delete;
+
+    // Places are those on screen, where the user may have dragged a header item since the columns were built.
+    std::vector<quor::watch::WatchColumn> columnsAsTheyStand() const;
+
+    // What this watch knows of the store of user columns.
+    struct SharedColumns {
+        bool known = false;               // what it holds was read, imported or written here
+        CString stored;                   // its text then
+        std::optional<CString> own = "";  // this watch's columns then, as it writes them; none: they were imported
+    };
+
+    SharedColumns shared;
+    quor::expression::CustomColumnText customText;
+    CFont listFont;  // of SetListFont or ShowFontDlg
+
+    // While the control paints, the data of the row that was asked for last: a row paints many cells.
+    bool isPainting = false;
+    int paintedRow = -1;  // -1: none, or something may have changed the rows since
+    MrktWatchRowData* paintedData = nullptr;
+
+private:
+    const CMrktWatchListCtrl& m_list;
+};
