@@ -81,6 +81,8 @@ public:
     // 0 when out of range, for a tombstone, and for a row without data.
     RowData dataOfVisual(int visual) { return dataOfMapIndex(mapIndexOfVisual(visual)); }
     RowData dataOfMapIndex(int mapIndex) const { return m_store.dataOf(mapIndex); }
+    // Whether some row has this data. Reads the whole store and touches no row.
+    bool holdsData(RowData data) const { return m_store.holdsData(data); }
     RowData dataOfMapIndexUnchecked(std::size_t mapIndex) const { return m_store.dataAt(static_cast<int>(mapIndex)); }
     std::vector<std::int32_t> displayOrder();  // map indices by slot
     // The same rows by rising map index: as they mostly lie in memory, where a million of them are read several times
@@ -201,7 +203,7 @@ private:
     int rowsAbove(int top, int topInserts, int formerCount) const;
     void keepPage(const RowWalk& walk, int top, int focused);
     int shownAt(const RowWalk& walk, int mapIndex, int slot);
-    ClassicChange leaveClassic(RowWalk& walk, int mapIndex, int slot);
+    ClassicChange judge(RowWalk& walk, int mapIndex, int slot, bool passes);
     bool closeDisplayGap(int mapIndex);
 
     // Walks
