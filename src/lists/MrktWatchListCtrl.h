@@ -14,6 +14,7 @@
 #include "src/list/CommonListCtrl.h"
 #include "src/lists/core/WatchTexts.h"
 
+#include <memory>
 #include <optional>
 
 struct sMWStruct;  // the host's record of a row; only two texts at fixed offsets are read here
@@ -64,7 +65,8 @@ public:
     // One of two texts of the row's record; empty without a record.
     CString GetTradingSymbolOrSymbol(bool tradingSymbol, int row);
     // The text of a user column (columnIndex above 111), made anew from the host's texts of the record. 1; 0 if there
-    // is no such column, or the formula's values run together (then a message box says so).
+    // is no such column, if the formula refers to no column or back to its own cell, or if its values run together
+    // (then a message box says so).
     int GetCustomColumnText(sMWStruct* record, int columnIndex, CString& text);
 
     // --- Looks. SetBkColor and SetTextColor also repaint.
@@ -144,8 +146,10 @@ private:
     };
 
     SharedColumns m_shared;
-    quor::expression::CustomColumnText m_customText;
-    CFont m_listFont;  // of SetListFont or ShowFontDlg
+    std::shared_ptr<quor::expression::CustomColumnText> m_customText =
+        std::make_shared<quor::expression::CustomColumnText>();  // a cell under way may outlive the list
+    std::shared_ptr<char> m_alive = std::make_shared<char>();    // what tells it so
+    CFont m_listFont;                                            // of SetListFont or ShowFontDlg
 
     // While the control paints, the data of the row that was asked for last: a row paints many cells.
     bool m_isPainting = false;

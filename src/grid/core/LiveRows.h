@@ -48,6 +48,7 @@ struct ClassicChange {
     ClassicOutcome outcome = ClassicOutcome::refused;
     int mapIndex = -1;
     int visual = -1;
+    RowData former = 0;  // of setItemData: what the row had
 };
 
 class QUOR_CONTROLS_API LiveRows {
@@ -123,6 +124,8 @@ public:
     // Gives data to a displayed row; item 0 and everything past the end mean the last slot while that has none. shown,
     // left (the test failed; the row stays in the map) or refused.
     ClassicChange setItemData(int item, RowData data, RowTest test);
+    // The row with this data has its former data again, if it is there.
+    void takeBackData(RowData data, RowData former);
     // done, refused, unknown or corrupt.
     ClassicChange eraseVisual(int visual);
     // A row that is not displayed. done, or refused for a row out of range or displayed.

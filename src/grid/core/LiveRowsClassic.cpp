@@ -63,12 +63,24 @@ ClassicChange LiveRows::setItemData(int item, RowData data, RowTest test) {
     const int mapIndex = m_display.at(slot);
     if (!m_store.holds(mapIndex)) return {};
     RowWalk walk(*this);
+    const RowData former = m_store.dataAt(mapIndex);
     DataScope given(m_store, walk, mapIndex, data);
     const bool passes = test.passes(data);
     given.keep();
     if (walk.gone() || walk.emptied()) return {};
     if (walk.m_outer) commit(walk, {.kind = RowStep::Kind::give, .mapIndex = mapIndex});
-    return judge(walk, mapIndex, slot, passes);
+    ClassicChange change = judge(walk, mapIndex, slot, passes);
+    change.former = former;
+    return change;
+}
+
+void LiveRows::takeBackData(RowData data, RowData former) {
+    for (int mapIndex = 0; mapIndex < itemCount(); ++mapIndex) {
+        if (m_store.dataAt(mapIndex) != data) continue;
+        m_store.at(mapIndex).data = former;
+        ++m_changes;
+        return;
+    }
 }
 
 // The visual index of a row whose slot was known before the host was asked.

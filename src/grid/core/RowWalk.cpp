@@ -193,6 +193,7 @@ void LiveRows::emptyWalks() {
 
 void LiveRows::windowWent() {
     for (RowWalk* walk = m_walk; walk; walk = walk->m_outer) walk->m_windowWent = true;
+    m_settling = false;
     takeCount(0);
     m_dirty.fold(m_layout);
     m_layout = {};

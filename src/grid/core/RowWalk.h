@@ -98,6 +98,7 @@ public:
     ~RowWalk();
 
     bool gone() const { return m_rows == nullptr || m_windowWent; }
+    bool rowsWent() const { return m_rows == nullptr; }
     // Something was changed since the walk began, by somebody else.
     bool disturbed() const { return m_journal != nullptr && (!m_journal->inner.empty() || m_journal->emptied); }
     // The rows went out of the store, or were numbered anew: there is nothing left to commit.
