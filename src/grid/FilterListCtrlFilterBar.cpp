@@ -46,7 +46,9 @@ int CFilterListCtrl::SetVisibleColumnFilter(int place, CString& text, int exact)
     item.type = HDFT_ISSTRING;
     item.pvFilter = &filter;
     if (m_header.m_hWnd) {
+        const Presence presence(*this);
         m_header.SendMessage(HDM_SETITEMA, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
+        if (presence.gone()) return 0;
         m_header.SetActiveWindow();
     }
     MatchExact = static_cast<BYTE>(exact);
