@@ -55,8 +55,9 @@ CFilterListCtrl::~CFilterListCtrl() {
 // The layout may be read while a message runs, before the control has followed it: so it is stale behind it as well.
 LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const MessageKind kind = messageKind(message, wParam, lParam);
-    beforeMessage(message, wParam, lParam);
     const Presence presence(*this);
+    beforeMessage(message, wParam, lParam);
+    if (presence.gone()) return 0;
     const bool sizes = message == WM_SIZE && m_hWnd;
     const int formerTop = sizes ? m_parts->native.topIndex() : 0;
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
@@ -138,7 +139,9 @@ void CFilterListCtrl::SetUseFilter(int flag) {
         PutListFilter();  // the flag was just set, so this hides the bar
         turnHeaderThemeOff();
     } else {
+        const Presence presence(*this);
         if (m_header.m_hWnd) m_header.ClearFilter(-1);
+        if (presence.gone()) return;
         showFilterBar(false);
         m_parts->touchControl([this] { m_parts->native.deleteAllRows(); });
         m_parts->rows.clear();

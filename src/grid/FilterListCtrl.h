@@ -124,6 +124,10 @@ public:
     // The callback's result for a built-in column, 1 for a user column, 0 without a callback.
     int GetColumnText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background,
                       int& icon, bool forExport);
+    // The text of a user column, made anew from the row's other texts; nothing for a built-in column. A formula that
+    // refers to no column, or back to its own cell, leaves the text; one whose values run together does so too and
+    // shows kInvalidCustomExpression in a message box.
+    virtual void GetCustomColumnText(DWORD_PTR data, int columnIndex, CString& text);
     int CallBackForText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background,
                         int& icon, bool forExport);
 
@@ -255,10 +259,6 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
-    // The text of a user column, made anew from the row's other texts; nothing for a built-in column. A formula whose
-    // values run together shows kInvalidCustomExpression in a message box and leaves the text.
-    virtual void GetCustomColumnText(DWORD_PTR data, int columnIndex, CString& text);
-
     afx_msg int OnCreate(LPCREATESTRUCT create);
     afx_msg void OnDestroy();
     afx_msg void OnTimer(UINT_PTR id);
@@ -279,6 +279,7 @@ private:
     class Presence;     // whether the grid is still there
     class CellPainter;  // what both paint routes share
     class RowPainter;   // a row of the owner-draw route
+    class CustomRow;    // a row for the formulas of user columns
     class SortScope;    // a sort that an exception takes back
     class SortRun;      // a sort of the rows of a walk
 
@@ -295,6 +296,8 @@ private:
     CFilterListBaseData* liveRow(int mapIndex) const;
     template <class Retest>
     int repaintRetested(Retest retest);
+    int showNewRow(int item, int visual);
+    bool scrollToNewest(int& item);
     void invalidateShownRow(int visual);
     void invalidateToBottom(int visual);
     bool isInView(int visual);

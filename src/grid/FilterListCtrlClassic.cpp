@@ -36,18 +36,31 @@ int CFilterListCtrl::SetItemData(int item, DWORD_PTR data) {
     const Presence presence(*this);
     const ClassicChange change = m_parts->rows.setItemData(item, data, m_parts->rowTest());
     if (presence.gone() || change.outcome != ClassicOutcome::shown) return 0;
+    try {
+        return showNewRow(item, change.visual);
+    } catch (...) {  // the host hears that its row is not in the list
+        if (!presence.gone()) m_parts->rows.takeBackData(data, change.former);
+        throw;
+    }
+}
+
+// 1, or 0 if the grid went: each of these calls may reach the host.
+int CFilterListCtrl::showNewRow(int item, int visual) {
+    const Presence presence(*this);
     LiveRows& rows = m_parts->rows;
     m_parts->touchControl([&] { m_parts->native.insertRow(item); });
     if (presence.gone()) return 0;
     rows.takeCount(m_parts->native.nativeCount());
     StartRepaintTimer();
     rows.tellDisplayCount();
-    if (rows.reverse() && m_hWnd && !m_hasFocus)
-        m_parts->touchControl([&] { m_parts->native.ensureVisible(change.visual); });
-    if (change.visual == rows.layout().pageEnd(rows.displayCount())) {
-        invalidateShownRow(change.visual);
+    if (rows.reverse() && m_hWnd && !m_hasFocus) m_parts->touchControl([&] { m_parts->native.ensureVisible(visual); });
+    if (presence.gone()) return 0;
+    const RowLayout& layout = rows.layout();
+    if (presence.gone()) return 0;
+    if (visual == layout.pageEnd(rows.displayCount())) {
+        invalidateShownRow(visual);
     } else {
-        invalidateToBottom(change.visual);
+        invalidateToBottom(visual);
     }
     return 1;
 }
@@ -63,7 +76,7 @@ int CFilterListCtrl::DeleteItem(int item) {
         CFilterListBaseData* const row = liveRow(m_parts->rows.mapIndexOfVisual(item));
         return row ? DeleteRow(row, false) : 0;
     }
-    if (!hasTextCallback()) return 0;
+    if (!hasTextCallback() || !scrollToNewest(item)) return 0;
     const ClassicChange change = m_parts->rows.eraseVisual(item);
     switch (change.outcome) {
         case ClassicOutcome::done:
@@ -85,8 +98,23 @@ int CFilterListCtrl::DeleteItem(int item) {
     if (!m_bSortLocked) m_nLastSortCol = -1;
     m_parts->rows.tellDisplayCount();
     StartRepaintTimer();
-    if (m_parts->rows.reverse() && !m_hasFocus) m_parts->touchControl([this] { m_parts->native.ensureVisible(0); });
     return 1;
+}
+
+// Before a delete in reverse display. It may reach the host, who may throw, and who must then find the row still there.
+// False if the grid or the row went; `item` follows the row.
+bool CFilterListCtrl::scrollToNewest(int& item) {
+    LiveRows& rows = m_parts->rows;
+    if (!rows.reverse() || m_hasFocus || item >= rows.displayCount()) return true;
+    const Presence presence(*this);
+    const unsigned changes = rows.changes();
+    const RowData data = rows.dataOfVisual(item);
+    m_parts->touchControl([this] { m_parts->native.ensureVisible(0); });
+    if (presence.gone()) return false;
+    if (rows.changes() == changes || rows.dataOfVisual(item) == data) return true;
+    for (item = 0; item < rows.displayCount(); ++item)
+        if (rows.dataOfVisual(item) == data) return true;
+    return false;
 }
 
 int CFilterListCtrl::DeleteMapItem(int mapIndex) {

@@ -2,30 +2,39 @@
 #include "src/grid/FilterListCtrlInternal.h"
 
 using namespace quor::expression;
+using namespace quor::grid;
 
-namespace {
-
-class GridRow : public CustomCellSource {
+// A row, for as long as the grid is there and, once something changed, knows the row: the host may have freed it.
+class CFilterListCtrl::CustomRow : public CustomCellSource {
 public:
-    GridRow(CFilterListCtrl& grid, DWORD_PTR data) : m_grid(grid), m_data(data) {}
+    CustomRow(CFilterListCtrl& grid, DWORD_PTR data)
+        : m_grid(grid), m_presence(grid), m_data(data), m_changes(grid.m_parts->rows.changes()) {}
     bool cellText(int columnIndex, CString& text) override {
+        if (m_presence.objectWent() || !isThere()) return false;
+        if (columnIndex < 0 || columnIndex >= m_grid.m_arrColumns.GetSize()) return false;
         COLORREF textColor = 0, background = 0;
         int icon = -1;
         return m_grid.GetColumnText(m_data, columnIndex, text, textColor, background, icon, false) != 0;
     }
 
 private:
-    CFilterListCtrl& m_grid;
-    DWORD_PTR m_data;
-};
+    bool isThere() const {
+        const LiveRows& rows = m_grid.m_parts->rows;
+        return rows.changes() == m_changes || rows.holdsData(m_data);
+    }
 
-}  // namespace
+    CFilterListCtrl& m_grid;
+    Presence m_presence;
+    DWORD_PTR m_data;
+    unsigned m_changes;
+};
 
 void CFilterListCtrl::GetCustomColumnText(DWORD_PTR data, int columnIndex, CString& text) {
     if (columnIndex <= m_nBaseColumnCount - 1 || columnIndex >= m_arrColumns.GetCount()) return;
-    GridRow row(*this, data);
-    // A copy: the message box pumps messages, and the columns may change meanwhile.
+    CustomRow row(*this, data);
+    // Copies: a host's text and the message box may bring messages that change the columns or end the grid.
     const CString formula = idExpression(m_arrColumns.GetAt(columnIndex), ListFamily::grid);
-    const CustomCellOutcome outcome = m_parts->customText.evaluate(ListFamily::grid, columnIndex, formula, row, text);
+    const std::shared_ptr<CustomColumnText> cells = m_parts->customText;
+    const CustomCellOutcome outcome = cells->evaluate(ListFamily::grid, {data, columnIndex}, formula, row, text);
     if (outcome == CustomCellOutcome::invalid) AfxMessageBox(kInvalidCustomExpression);
 }

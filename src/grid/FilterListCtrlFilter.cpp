@@ -36,12 +36,12 @@ int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
     return FilterTokens({filter.GetString(), length}, matchesExactly()).passes(cell);
 }
 
-// The host may end the grid or change its filters while it gives a text.
+// The host may end the grid, change its filters or free the row while it gives a text.
 bool CFilterListCtrl::Parts::passesFilters(DWORD_PTR data, const RowWalk& walk) {
     CellScope cell(m_cellText, walk);
     for (int i = 0; i < filters.count(); ++i) {
         m_list.readCell(data, filters.columnAt(i), cell.text);
-        if (walk.gone()) return false;
+        if (walk.gone() || (walk.disturbed() && !rows.holdsData(data))) return false;
         if (i < filters.count() && !filters.tokensAt(i, m_list.matchesExactly()).passes(cell.text)) return false;
     }
     return true;
@@ -113,11 +113,10 @@ void CFilterListCtrl::GetFileteredCols(CArray<int, int>& columns, CArray<CString
 int CFilterListCtrl::SetMapColumnFilter(int columnIndex, CString& text, int exact) {
     const int place = placeOf(columnIndex);
     MatchExact = static_cast<BYTE>(exact);
-    if (place >= 0) return SetVisibleColumnFilter(place, text, exact), 1;
+    if (place >= 0) return SetVisibleColumnFilter(place, text, exact);
     AddToFilteredCols(columnIndex, text);
     CString none;
-    SetVisibleColumnFilter(0, none, exact);
-    return 1;
+    return SetVisibleColumnFilter(0, none, exact);
 }
 
 // All notifications but the last are swallowed. Where the last column has no field, the one at place 0 is written once
@@ -127,8 +126,10 @@ int CFilterListCtrl::SetMapColumnFilter(CArray<int, int>* columns, CArray<CStrin
     if (texts->GetSize() != count) return 0;
     for (INT_PTR i = 0; i < count; ++i)
         if (columns->GetAt(i) < 0) return 0;
+    const Presence presence(*this);
     SetDoFilter(0);
     RemoveAllFilters();
+    if (presence.gone()) return 0;
     MatchExact = static_cast<BYTE>(exact);
     CString textAtFirstPlace;
     int place = -1;
@@ -139,26 +140,29 @@ int CFilterListCtrl::SetMapColumnFilter(CArray<int, int>* columns, CArray<CStrin
         place = placeOf(columns->GetAt(i));
         if (place == 0) textAtFirstPlace = text;
         if (place >= 0) SetVisibleColumnFilter(place, text, exact);
+        if (presence.gone()) return 0;
     }
     SetDoFilter(1);
     if (place < 0) SetVisibleColumnFilter(0, textAtFirstPlace, 0);
-    return 1;
+    return presence.gone() ? 0 : 1;
 }
 
 int CFilterListCtrl::RemoveMapColumnFilter(int columnIndex) {
     const int place = placeOf(columnIndex);
+    const Presence presence(*this);
     CString text;
     if (place < 0) {
         AddToFilteredCols(-1, text);
     } else if (GetHeaderText(place, text) != 0) {
         m_header.ClearFilter(place);
     }
-    return 1;
+    return presence.gone() ? 0 : 1;
 }
 
 int CFilterListCtrl::RemoveAllFilters() {
+    const Presence presence(*this);
     ResetFilterStore();
-    return 1;
+    return presence.gone() ? 0 : 1;
 }
 
 // Which columns have a filter is what tints the header.

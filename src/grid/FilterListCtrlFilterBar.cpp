@@ -45,7 +45,9 @@ int CFilterListCtrl::SetVisibleColumnFilter(int place, CString& text, int exact)
     std::memcpy(buffer, text.GetString(), length);
     FilterTextBytes = length;
     if (m_header.m_hWnd) {
+        const Presence presence(*this);
         quor::NarrowFilterItem(buffer, static_cast<int>(kFilterBufferSize)).send(m_header.m_hWnd, HDM_SETITEMA, place);
+        if (presence.gone()) return 0;
         m_header.SetActiveWindow();
     }
     MatchExact = static_cast<BYTE>(exact);

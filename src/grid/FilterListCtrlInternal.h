@@ -21,16 +21,20 @@ struct CFilterListCtrl::Parts {
     // A native call that may scroll or change the rows' places.
     template <class Function>
     void touchControl(Function function) {
+        const std::weak_ptr<char> here = alive;
         rows.settle();
+        if (here.expired()) return;
         rows.forgetLayout();
         function();
-        rows.forgetLayout();
+        if (!here.expired()) rows.forgetLayout();
     }
 
     quor::grid::NativeList native;
     quor::grid::LiveRows rows;
     quor::grid::FilterStore filters;
-    quor::expression::CustomColumnText customText;
+    // A cell under way outlives a grid that the host ends while it gives a text.
+    std::shared_ptr<quor::expression::CustomColumnText> customText =
+        std::make_shared<quor::expression::CustomColumnText>();
     quor::grid::RowWalk* rebuilding = nullptr;  // a rebuild that goes on to a sort of its own
     unsigned sorts = 0;                         // how many were begun
     std::shared_ptr<char> alive = std::make_shared<char>();

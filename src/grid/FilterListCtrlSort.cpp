@@ -382,6 +382,7 @@ void CFilterListCtrl::moveMarkTo(DWORD_PTR data) {
         const Presence presence(*this);
         rows.tellDisplayCount();
         rows.settle();
+        if (presence.gone()) return;
         SetSelectionMark(visual);
         if (!presence.gone()) m_parts->native.setState(visual, kRowSelected | kRowFocused, kRowSelected | kRowFocused);
         return;

@@ -108,7 +108,8 @@ public:
     int InsertColumn(int place, const char* heading, int format = kFormatLeft, int width = -1, int subItem = -1);
     // Removes the column at a place; the tool tips behind it move down. Non-zero on success.
     BOOL DeleteColumn(int place);
-    // Shows exactly these columns, both arguments by place, and tells the parent (WM_LIST_COLUMNS_REBUILT).
+    // Shows exactly these columns, both arguments by place, and tells the parent (WM_LIST_COLUMNS_REBUILT). A place
+    // that names no column of the list closes up: the columns behind move down.
     void LoadHeaders(CArray<int, int>* columns, CArray<int, int>* widths);
     // Sizes all columns: 2129 by data, 2130 by heading, 2131 evenly over the window, else by data or heading, whichever
     // is wider. By heading, the last column takes the rest of the window. An owner-data list's data are the rows in
@@ -230,8 +231,8 @@ public:
 
     // Applies the application-wide appearance to every registered list that has none of its own, or to all.
     static void ApplyGeneralSettings(bool force);
-    // Gives a list another face and size (points, as text). Nothing changes if the window is no living list, has no
-    // font, or the size comes to a height of -1. `id` is not read.
+    // Gives a list, of this class or a plain one, another face and size (points, as text). Nothing changes if the
+    // window is not alive, has no font, or the size comes to a height of -1. `id` is not read.
     static void SetListFontProperty(CWnd* list, int id, CString name, CString size);
     // Turns the grid lines on or off, alternately.
     void GridLines();

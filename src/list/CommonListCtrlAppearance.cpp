@@ -5,6 +5,9 @@
 #include "src/list/CommonListCtrlParts.h"
 #include "src/list/core/ColumnArrays.h"
 
+#include <map>
+#include <memory>
+
 using namespace quor::list;
 
 namespace {
@@ -26,6 +29,16 @@ void setFace(LOGFONT& font, const CString& face) { ::lstrcpynA(font.lfFaceName, 
 CCommonListCtrl* liveList(CWnd* window) {
     if (!isLive(window)) return nullptr;
     return DYNAMIC_DOWNCAST(CCommonListCtrl, CWnd::FromHandlePermanent(window->m_hWnd));
+}
+
+// The font of a window that cannot keep one itself: until it gets the next, or is gone.
+void lendFont(CWnd& window, const LOGFONT& description) {
+    static auto& lent = *new std::map<HWND, std::unique_ptr<CFont>>;  // windows may outlive this module's statics
+    std::erase_if(lent, [](const auto& loan) { return !::IsWindow(loan.first); });
+    auto font = std::make_unique<CFont>();
+    if (!font->CreateFontIndirect(&description)) return;
+    window.SetFont(font.get());
+    lent[window.m_hWnd].swap(font);
 }
 
 // Fills a keyword array that is empty, making it first; null values are skipped. True if it was filled.
@@ -104,19 +117,22 @@ void CCommonListCtrl::ReplaceFont(const LOGFONT& description) {
 }
 
 void CCommonListCtrl::SetListFontProperty(CWnd* list, int, CString name, CString size) {
-    CCommonListCtrl* target = liveList(list);
-    const CFont* present = target ? target->GetFont() : nullptr;
+    const CFont* present = isLive(list) ? list->GetFont() : nullptr;
     if (!present) return;
     LOGFONT font{};
     if (!present->GetLogFont(&font)) return;
     {
-        const CClientDC dc(target);
+        const CClientDC dc(list);
         if (!dc.m_hDC) return;
         font.lfHeight = fontHeight(dc, size);
     }
     if (font.lfHeight == kRefusedHeight) return;
     setFace(font, name);
-    target->ReplaceFont(font);
+    if (CCommonListCtrl* const own = liveList(list)) {
+        own->ReplaceFont(font);
+    } else {
+        lendFont(*list, font);
+    }
 }
 
 void CCommonListCtrl::ApplyGeneralSettings(bool force) {

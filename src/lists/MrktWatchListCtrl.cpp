@@ -5,6 +5,7 @@
 #include "src/lists/MrktWatchListCtrlParts.h"
 
 #include <numeric>
+#include <utility>
 
 using namespace quor::list;
 using namespace quor::watch;
@@ -33,17 +34,20 @@ namespace {
 constexpr std::size_t kTradingSymbolOffset = 266;
 constexpr std::size_t kSymbolOffset = 401;
 
-// The host's texts of one record.
+// The host's texts of one record, for as long as the list is there.
 class HostCells : public CustomCellSource {
 public:
-    HostCells(CWnd* parent, sMWStruct* record) : m_parent(parent), m_record(record) {}
+    HostCells(const CMrktWatchListCtrl& list, std::weak_ptr<char> alive, sMWStruct* record)
+        : m_list(list), m_alive(std::move(alive)), m_record(record) {}
     bool cellText(int columnIndex, CString& text) override {
-        g_pControlBlock->MrktWatchGetColumnText(m_parent, m_record, columnIndex, text);
+        if (m_alive.expired() || columnIndex < 0 || columnIndex >= m_list.m_arrColumns.GetCount()) return false;
+        g_pControlBlock->MrktWatchGetColumnText(m_list.GetParent(), m_record, columnIndex, text);
         return true;
     }
 
 private:
-    CWnd* m_parent;
+    const CMrktWatchListCtrl& m_list;
+    std::weak_ptr<char> m_alive;
     sMWStruct* m_record;
 };
 
@@ -137,10 +141,12 @@ CString CMrktWatchListCtrl::GetTradingSymbolOrSymbol(bool tradingSymbol, int row
 int CMrktWatchListCtrl::GetCustomColumnText(sMWStruct* record, int columnIndex, CString& text) {
     if (columnIndex < kFirstMarketWatchUserColumn) return 1;
     if (columnIndex >= m_arrColumns.GetCount()) return 0;
-    HostCells cells(GetParent(), record);
-    // A copy: the message box pumps messages, and the columns may change meanwhile.
+    HostCells row(*this, m_parts->alive, record);
+    // Copies: a host's text and the message box may bring messages that change the columns or end the list.
     const CString formula = idExpression(m_arrColumns.GetAt(columnIndex), ListFamily::marketWatch);
-    switch (m_parts->customText.evaluate(ListFamily::marketWatch, columnIndex, formula, cells, text)) {
+    const std::shared_ptr<CustomColumnText> cells = m_parts->customText;
+    const CustomCell cell{reinterpret_cast<std::uintptr_t>(record), columnIndex};
+    switch (cells->evaluate(ListFamily::marketWatch, cell, formula, row, text)) {
         case CustomCellOutcome::noValue:
             return 0;
         case CustomCellOutcome::invalid:

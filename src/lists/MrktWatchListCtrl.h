@@ -62,7 +62,8 @@ public:
     // One of two texts of the row's record; empty without a record.
     CString GetTradingSymbolOrSymbol(bool tradingSymbol, int row);
     // The text of a user column (columnIndex above 111), made anew from the host's texts of the record. 1; 0 if there
-    // is no such column, or the formula's values run together (then a message box says so).
+    // is no such column, if the formula refers to no column or back to its own cell, or if its values run together
+    // (then a message box says so).
     int GetCustomColumnText(sMWStruct* record, int columnIndex, CString& text);
 
     // --- Looks. SetBkColor and SetTextColor also repaint.

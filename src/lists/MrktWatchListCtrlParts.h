@@ -1,6 +1,7 @@
 // What only the sources of CMrktWatchListCtrl share.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -25,7 +26,10 @@ struct CMrktWatchListCtrl::Parts {
     };
 
     SharedColumns shared;
-    quor::expression::CustomColumnText customText;
+    // A cell under way may outlive the list, and has to know it.
+    std::shared_ptr<quor::expression::CustomColumnText> customText =
+        std::make_shared<quor::expression::CustomColumnText>();
+    std::shared_ptr<char> alive = std::make_shared<char>();
     CFont listFont;  // of SetListFont or ShowFontDlg
 
     // While the control paints, the data of the row that was asked for last: a row paints many cells.

@@ -84,9 +84,9 @@ void setExpressions(sQuorColInfo& column, ListFamily family, const CString& idFo
 // One level of columns inside columns, for as long as its cell is made.
 class CustomColumnText::Descent {
 public:
-    Descent(CustomColumnText& owner, int columnIndex) : m_owner(owner) {
+    Descent(CustomColumnText& owner, CustomCell cell) : m_owner(owner) {
         if (owner.m_depth == owner.m_levels.size()) owner.m_levels.emplace_back();
-        level().columnIndex = columnIndex;
+        level().cell = cell;
         ++owner.m_depth;
     }
     Descent(const Descent&) = delete;
@@ -100,11 +100,15 @@ private:
     std::size_t m_index = m_owner.m_depth;
 };
 
-CustomCellOutcome CustomColumnText::evaluate(ListFamily family, int columnIndex, const CString& idForm,
+bool CustomColumnText::isBeingMade(CustomCell cell) const {
+    const auto end = m_levels.begin() + static_cast<std::ptrdiff_t>(m_depth);
+    return std::any_of(m_levels.begin(), end, [cell](const Level& level) { return level.cell == cell; });
+}
+
+CustomCellOutcome CustomColumnText::evaluate(ListFamily family, CustomCell cell, const CString& idForm,
                                              CustomCellSource& source, CString& text) {
-    for (std::size_t i = 0; i < m_depth; ++i)
-        if (m_levels[i].columnIndex == columnIndex) return CustomCellOutcome::noValue;
-    const Descent descent(*this, columnIndex);
+    if (isBeingMade(cell)) return CustomCellOutcome::noValue;
+    const Descent descent(*this, cell);
     if (family == ListFamily::multiLine) text.Empty();
     const CustomCellOutcome built = build(family, idForm, source, descent.level(), text);
     return built == CustomCellOutcome::done ? calculate(descent.level(), text) : built;
@@ -122,7 +126,8 @@ CustomCellOutcome CustomColumnText::build(ListFamily family, const CString& idFo
         const std::string_view reference = tokens.next();
         if (reference.empty()) break;
         if (ownValue) value = "";
-        if (!source.cellText(referencedColumn(reference), value)) return CustomCellOutcome::noValue;
+        const int column = referencedColumn(reference);
+        if (isBeingMade({level.cell.row, column}) || !source.cellText(column, value)) return CustomCellOutcome::noValue;
         if (ownValue && value.IsEmpty()) return CustomCellOutcome::emptyValue;
         append(level.built, isZero(value) ? std::string_view("0") : viewOf(value));
     }

@@ -15,6 +15,7 @@
 
 #include "src/foundation/core/ColumnRecords.h"
 
+#include <cstdint>
 #include <deque>
 
 namespace quor::expression {
@@ -29,12 +30,19 @@ const CString& displayExpression(const sQuorColInfo& column, ListFamily family);
 // Puts both forms where the family keeps them.
 void setExpressions(sQuorColInfo& column, ListFamily family, const CString& idForm, const CString& displayForm);
 
+// A cell: the host's row, by its address or number, and the column.
+struct CustomCell {
+    std::uintptr_t row = 0;
+    int columnIndex = 0;
+    bool operator==(const CustomCell&) const = default;
+};
+
 // Where the texts of the referenced columns come from: the row of one list.
 class CustomCellSource {
 public:
     virtual ~CustomCellSource() = default;
-    // False: there is no such text; `text` may be left as it is. A column that does not exist is asked for like any
-    // other. The source may evaluate another user column with the same CustomColumnText.
+    // False, `text` untouched: there is no such column, or no text, or the list is not there any more. The source may
+    // evaluate another user column with the same CustomColumnText, which is asked for no cell inside itself.
     virtual bool cellText(int columnIndex, CString& text) = 0;
 };
 
@@ -49,27 +57,29 @@ inline constexpr char kInvalidCustomExpression[] = "Invalid Expression,while cal
 inline constexpr char kDividedByZero[] = "Divided by ZERO error";
 
 // Makes the texts of one list's user columns. It keeps nothing between calls but its buffers, one set for each level
-// of columns inside columns, so that a cell allocates nothing once they have grown.
+// of columns inside columns, so that a cell allocates nothing once they have grown. A host that is asked for a text may
+// come back with another cell, and may end the list: whoever calls keeps this object alive until evaluate returned.
 class QUOR_CONTROLS_API CustomColumnText {
 public:
     CustomColumnText() = default;
     CustomColumnText(const CustomColumnText&) = delete;
     CustomColumnText& operator=(const CustomColumnText&) = delete;
 
-    // The text of the user column `columnIndex`, from its id form. `text` also receives the referenced texts one after
+    // The text of a user column's cell, from the column's id form. `text` also receives the referenced texts one after
     // the other, and shows the last of them where the divisor cannot be evaluated; on a multi-line list it is emptied
-    // first and holds nothing but the result. A column that is met again inside itself, which only a damaged profile
-    // brings about, gives noValue.
-    CustomCellOutcome evaluate(ListFamily family, int columnIndex, const CString& idForm, CustomCellSource& source,
+    // first and holds nothing but the result. A cell that refers to one that is being made, itself or one that it
+    // enters, has noValue: deleted columns and damaged profiles bring that about.
+    CustomCellOutcome evaluate(ListFamily family, CustomCell cell, const CString& idForm, CustomCellSource& source,
                                CString& text);
 
 private:
     struct Level {
-        int columnIndex = 0;
+        CustomCell cell;
         CString built, divisor, value;
     };
     class Descent;
 
+    bool isBeingMade(CustomCell cell) const;
     CustomCellOutcome build(ListFamily family, const CString& idForm, CustomCellSource& source, Level& level,
                             CString& text);
     static CustomCellOutcome calculate(Level& level, CString& text);

@@ -74,7 +74,7 @@ std::vector<std::int32_t> LiveRows::displayedInMapOrder() {
 
 namespace {
 
-// A row that is not in the list after all, since its test threw.
+// A row that is not in the list after all, since its test or a notification of the control threw.
 class AddScope {
 public:
     AddScope(LiveRows& rows, RowStore& store, const RowWalk& walk, CFilterListBaseData* row)
@@ -111,6 +111,7 @@ int LiveRows::add(CFilterListBaseData* row, bool now, RowTest test) {
     const int mapIndex = added.mapIndex();
     ++m_changes;
     const bool passes = test.passes(dataOf(row));
+    if (now && !walk.gone()) layout();  // what may reach the host and throw comes before the commit
     added.keep();
     if (walk.gone()) return -1;
     if (passes) commit(walk, {.kind = RowStep::Kind::append, .mapIndex = mapIndex, .passes = true, .now = now});
@@ -171,6 +172,8 @@ bool LiveRows::layoutAllowsNotes() const {
 }
 
 int LiveRows::updateSlowly(RowWalk& walk, int mapIndex, bool passes) {
+    layout();  // what may reach the host and throw comes before the commit
+    if (walk.gone()) return 0;
     settleTicks();
     if (walk.emptied() || mapIndex == -1) return 0;
     int was = 0, is = passes;
@@ -216,6 +219,11 @@ int LiveRows::retest(sFilterListRowIndex& numbers, bool passes) {
 // the display order is plain, one by one while it is lazy.
 
 int LiveRows::remove(CFilterListBaseData* row, bool now) {
+    if (now && m_store.numbersOf(row)) {
+        const RowWalk walk(*this);
+        layout();  // what may reach the host and throw comes first
+        if (walk.rowsWent()) return -1;
+    }
     sFilterListRowIndex* const numbers = m_store.numbersOf(row);
     if (!numbers) return -1;
     settleTicks();

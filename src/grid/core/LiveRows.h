@@ -48,6 +48,7 @@ struct ClassicChange {
     ClassicOutcome outcome = ClassicOutcome::refused;
     int mapIndex = -1;
     int visual = -1;
+    RowData former = 0;  // of setItemData: what the row had
 };
 
 class LiveRows {
@@ -81,6 +82,8 @@ public:
     // 0 when out of range, for a tombstone, and for a row without data.
     RowData dataOfVisual(int visual) { return dataOfMapIndex(mapIndexOfVisual(visual)); }
     RowData dataOfMapIndex(int mapIndex) const { return m_store.dataOf(mapIndex); }
+    // Whether some row has this data. Reads the whole store and touches no row.
+    bool holdsData(RowData data) const { return m_store.holdsData(data); }
     RowData dataOfMapIndexUnchecked(std::size_t mapIndex) const { return m_store.dataAt(static_cast<int>(mapIndex)); }
     std::vector<std::int32_t> displayOrder();  // map indices by slot
     // The same rows by rising map index: as they mostly lie in memory, where a million of them are read several times
@@ -121,6 +124,8 @@ public:
     // Gives data to a displayed row; item 0 and everything past the end mean the last slot while that has none. shown,
     // left (the test failed; the row stays in the map) or refused.
     ClassicChange setItemData(int item, RowData data, RowTest test);
+    // The row with this data has its former data again, if it is there.
+    void takeBackData(RowData data, RowData former);
     // done, refused, unknown or corrupt.
     ClassicChange eraseVisual(int visual);
     // A row that is not displayed. done, or refused for a row out of range or displayed.
@@ -201,7 +206,7 @@ private:
     int rowsAbove(int top, int topInserts, int formerCount) const;
     void keepPage(const RowWalk& walk, int top, int focused);
     int shownAt(const RowWalk& walk, int mapIndex, int slot);
-    ClassicChange leaveClassic(RowWalk& walk, int mapIndex, int slot);
+    ClassicChange judge(RowWalk& walk, int mapIndex, int slot, bool passes);
     bool closeDisplayGap(int mapIndex);
 
     // Walks

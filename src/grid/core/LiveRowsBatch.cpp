@@ -31,6 +31,7 @@ void LiveRows::endBatch(RowWalk& walk) {
     if (walk.m_outer) return endInnerBatch();
     if (!batchIsOpen()) return;
     settle();
+    if (walk.gone() || walk.emptied()) return;
     BatchSelection selection;
     selection.mark = m_port.selectionMark();
     m_port.collectSelected(selection.selected);

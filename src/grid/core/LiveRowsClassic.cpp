@@ -8,7 +8,7 @@ namespace quor::grid {
 
 namespace {
 
-// Gives a row the data that it had, if its test throws.
+// Gives a row the data that it had, if its test throws and nobody else gave it other data meanwhile.
 class DataScope {
 public:
     DataScope(RowStore& rows, const RowWalk& walk, int mapIndex, RowData data)
@@ -18,7 +18,7 @@ public:
     DataScope(const DataScope&) = delete;
     DataScope& operator=(const DataScope&) = delete;
     ~DataScope() {
-        if (m_kept || m_walk.gone()) return;
+        if (m_kept || m_walk.gone() || m_walk.wasGivenData(m_mapIndex)) return;
         if (const int present = m_walk.present(m_mapIndex); m_rows.holds(present)) m_rows.at(present).data = m_former;
     }
     void keep() { m_kept = true; }
@@ -63,12 +63,24 @@ ClassicChange LiveRows::setItemData(int item, RowData data, RowTest test) {
     const int mapIndex = m_display.at(slot);
     if (!m_store.holds(mapIndex)) return {};
     RowWalk walk(*this);
+    const RowData former = m_store.dataAt(mapIndex);
     DataScope given(m_store, walk, mapIndex, data);
     const bool passes = test.passes(data);
     given.keep();
     if (walk.gone() || walk.emptied()) return {};
-    if (!passes) return leaveClassic(walk, mapIndex, slot);
-    return {ClassicOutcome::shown, walk.present(mapIndex), shownAt(walk, mapIndex, slot)};
+    if (walk.m_outer) commit(walk, {.kind = RowStep::Kind::give, .mapIndex = mapIndex});
+    ClassicChange change = judge(walk, mapIndex, slot, passes);
+    change.former = former;
+    return change;
+}
+
+void LiveRows::takeBackData(RowData data, RowData former) {
+    for (int mapIndex = 0; mapIndex < itemCount(); ++mapIndex) {
+        if (m_store.dataAt(mapIndex) != data) continue;
+        m_store.at(mapIndex).data = former;
+        ++m_changes;
+        return;
+    }
 }
 
 // The visual index of a row whose slot was known before the host was asked.
@@ -77,9 +89,12 @@ int LiveRows::shownAt(const RowWalk& walk, int mapIndex, int slot) {
     return slot == -1 ? -1 : mirrored(slot);
 }
 
-ClassicChange LiveRows::leaveClassic(RowWalk& walk, int mapIndex, int slot) {
-    const ClassicChange change{ClassicOutcome::left, walk.present(mapIndex), shownAt(walk, mapIndex, slot)};
-    commit(walk, {.kind = RowStep::Kind::retest, .mapIndex = mapIndex, .passes = false});
+// A row that was displayed before the host was asked stays or leaves. Inside another walk one that stays is judged too:
+// that walk may show other rows, and comes before.
+ClassicChange LiveRows::judge(RowWalk& walk, int mapIndex, int slot, bool passes) {
+    const ClassicChange change{passes ? ClassicOutcome::shown : ClassicOutcome::left, walk.present(mapIndex),
+                               shownAt(walk, mapIndex, slot)};
+    if (!passes || walk.m_outer) commit(walk, {.kind = RowStep::Kind::judge, .mapIndex = mapIndex, .passes = passes});
     walk.finish();
     return change;
 }
@@ -125,11 +140,12 @@ ClassicChange LiveRows::retestMapIndex(int mapIndex, RowTest test) {
     RowWalk walk(*this);
     const bool passes = test.passes(data);
     if (walk.gone() || walk.emptied()) return {};
-    if (!passes) return {ClassicOutcome::keptOut, walk.present(mapIndex), -1};
-    commit(walk, {.kind = RowStep::Kind::restore, .mapIndex = mapIndex});
+    const RowStep step{.kind = RowStep::Kind::judge, .mapIndex = mapIndex, .passes = passes};
+    if (passes || walk.m_outer) commit(walk, step);
     const int present = walk.present(mapIndex);
     const int entered = m_display.slotOfMapIndex(present);
-    const ClassicChange change{ClassicOutcome::entered, present, entered == -1 ? -1 : mirrored(entered)};
+    ClassicChange change{ClassicOutcome::keptOut, present, -1};
+    if (passes) change = {ClassicOutcome::entered, present, entered == -1 ? -1 : mirrored(entered)};
     walk.finish();
     return change;
 }
@@ -143,8 +159,7 @@ ClassicChange LiveRows::retestVisual(int visual, RowTest test) {
     RowWalk walk(*this);
     const bool passes = test.passes(data);
     if (walk.gone() || walk.emptied()) return {};
-    if (!passes) return leaveClassic(walk, mapIndex, slot);
-    return {ClassicOutcome::shown, walk.present(mapIndex), shownAt(walk, mapIndex, slot)};
+    return judge(walk, mapIndex, slot, passes);
 }
 
 }  // namespace quor::grid

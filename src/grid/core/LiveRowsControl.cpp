@@ -9,8 +9,11 @@ namespace quor::grid {
 // ---- Layout
 
 const RowLayout& LiveRows::layout() {
+    static const RowLayout none;
     if (m_layoutIsStale) {
+        const RowWalk walk(*this);
         readLayout();
+        if (walk.rowsWent()) return none;
     } else if (m_visibilityIsStale) {
         readVisibility();
     }
@@ -31,7 +34,9 @@ void LiveRows::forgetVisibility() {
 // The dirty area counts in rows of the layout in force. What was dirty on a page that has scrolled since lies
 // elsewhere.
 void LiveRows::readLayout() {
+    const RowWalk walk(*this);
     settle();
+    if (walk.rowsWent()) return;
     m_dirty.fold(m_layout);
     const RowLayout former = m_layout;
     m_layoutIsStale = false;
@@ -62,12 +67,21 @@ void LiveRows::tellDisplayCount() {
 void LiveRows::settle() {
     settleTicks();
     if (m_settling || (m_told == m_wanted && m_lowest == m_wanted)) return;
+    // Rows that lose selection or focus are told to the host, who may come back, throw, or end the list.
+    RowWalk walk(*this);
     m_settling = true;
     const int lowest = m_lowest, wanted = m_wanted;
     m_lowest = wanted;
-    if (lowest < wanted && lowest < m_told && m_port.fallingMatters(lowest)) tellCount(lowest);
-    if (m_told != wanted) tellCount(wanted);
+    try {
+        if (lowest < wanted && lowest < m_told && m_port.fallingMatters(lowest)) tellCount(lowest);
+        if (!walk.gone() && m_told != wanted) tellCount(wanted);
+    } catch (...) {
+        if (!walk.gone()) m_settling = false;
+        throw;
+    }
+    if (walk.gone()) return;
     m_settling = false;
+    walk.finish();
 }
 
 // A page that would end below the last row moves up; the control may leave its pixels where they were.
@@ -76,7 +90,9 @@ void LiveRows::tellCount(int count) {
     const int formerTop = mayMove ? m_port.readLayout().topIndex : 0;
     m_told = count;
     m_layoutIsStale = true;
+    const RowWalk walk(*this);
     m_port.tellCount(count);
+    if (walk.gone()) return;
     if (mayMove && m_port.readLayout().topIndex != formerTop) m_port.invalidateAll();
 }
 
@@ -103,14 +119,20 @@ void LiveRows::followTicks() {
 }
 
 void LiveRows::flush() {
+    const RowWalk walk(*this);
     settle();
-    m_port.invalidate(m_dirty.flush(layout()), false);
+    if (walk.gone()) return;
+    const RowLayout& now = layout();
+    if (!walk.gone()) m_port.invalidate(m_dirty.flush(now), false);
 }
 
 void LiveRows::paintComes() {
     forgetVisibility();  // a window that paints may have been hidden before
+    const RowWalk walk(*this);
     settle();
+    if (walk.gone()) return;
     const RowLayout& now = layout();
+    if (walk.gone()) return;
     if (std::exchange(m_movedUntold, false)) m_dirty.addForPaint({0, 0, now.clientWidth, now.clientHeight});
     if (const RECT fresh = m_dirty.takeFresh(now); !DirtyArea::isEmpty(fresh)) m_port.invalidate(fresh, false);
 }

@@ -47,6 +47,10 @@ void RowStore::reorder(const std::vector<std::int32_t>& mapIndices) {
         if (const RowData data = dataAt(mapIndex); data != 0) rowOf(data)->setIndices(this, mapIndex, -1);
 }
 
+bool RowStore::holdsData(RowData data) const {
+    return std::any_of(MapItems.begin(), MapItems.end(), [data](const auto& row) { return row.data == data; });
+}
+
 int RowStore::checkedCount() const {
     return static_cast<int>(
         std::count_if(MapItems.begin(), MapItems.end(), [](const auto& row) { return row.check > 0; }));

@@ -43,6 +43,8 @@ public:
     const sFilterListRow& at(int mapIndex) const { return MapItems[static_cast<std::size_t>(mapIndex)]; }
     // 0 when out of range.
     RowData dataOf(int mapIndex) const { return holds(mapIndex) ? dataAt(mapIndex) : 0; }
+    // Touches no row.
+    bool holdsData(RowData data) const;
 
     // ---- Rows in opti-data mode
     // The row's numbers here, null when it is not here. The address holds until the row enters or leaves a list.

@@ -37,8 +37,12 @@ bool DisplayState::take(const RowStep& step, BatchSelection* selection) {
                 order.insert(larger == order.rend() ? order.end() : larger.base(), step.mapIndex);
             }
             break;
-        case RowStep::Kind::restore:
-            order.insert(firstLarger(order.begin(), order.end()), step.mapIndex);
+        case RowStep::Kind::judge:
+            if (place != order.end() && !step.passes) order.erase(place);
+            if (place == order.end() && step.passes)
+                order.insert(firstLarger(order.begin(), order.end()), step.mapIndex);
+            break;
+        case RowStep::Kind::give:
             break;
         case RowStep::Kind::bury:
             if (place != order.end()) bury(step);
@@ -131,15 +135,24 @@ void RowWalk::finish() {
 
 int RowWalk::presentByJournal(int mapIndex) const {
     if (m_journal->emptied) return -1;
-    for (const RowStep& step : m_journal->inner) {
-        if (step.kind == RowStep::Kind::insert && mapIndex >= step.mapIndex) {
-            ++mapIndex;
-        } else if (step.kind == RowStep::Kind::erase) {
-            if (mapIndex == step.mapIndex) return -1;
-            if (mapIndex > step.mapIndex) --mapIndex;
-        }
-    }
+    for (const RowStep& step : m_journal->inner) mapIndex = movedBy(step, mapIndex);
     return mapIndex;
+}
+
+bool RowWalk::wasGivenData(int mapIndex) const {
+    if (!m_journal) return false;
+    for (const RowStep& step : m_journal->inner) {
+        if (step.kind == RowStep::Kind::give && step.mapIndex == mapIndex) return true;
+        mapIndex = movedBy(step, mapIndex);
+    }
+    return false;
+}
+
+// Where a row of this map index stands after the step, -1 nowhere.
+int RowWalk::movedBy(const RowStep& step, int mapIndex) {
+    if (step.kind == RowStep::Kind::insert && mapIndex >= step.mapIndex) return mapIndex + 1;
+    if (step.kind != RowStep::Kind::erase || mapIndex < step.mapIndex) return mapIndex;
+    return mapIndex == step.mapIndex ? -1 : mapIndex - 1;
 }
 
 std::shared_ptr<const DisplayState> LiveRows::displayState() const {
@@ -180,6 +193,7 @@ void LiveRows::emptyWalks() {
 
 void LiveRows::windowWent() {
     for (RowWalk* walk = m_walk; walk; walk = walk->m_outer) walk->m_windowWent = true;
+    m_settling = false;
     takeCount(0);
     m_dirty.fold(m_layout);
     m_layout = {};
@@ -202,8 +216,9 @@ void LiveRows::apply(const RowStep& step) {
     switch (step.kind) {
         case RowStep::Kind::append:
             return append(step.mapIndex, step.now);
+        case RowStep::Kind::give:
+            return;
         case RowStep::Kind::retest: {
-            if (!optiData()) break;
             auto* const row = reinterpret_cast<CFilterListBaseData*>(m_store.dataAt(step.mapIndex));
             retest(*m_store.numbersOf(row), step.passes);
             return;

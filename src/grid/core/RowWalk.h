@@ -60,7 +60,8 @@ struct RowStep {
         order,    // the displayed rows stand in the order of `rows`
         insert,   // classic mode: a row without data came in
         erase,    // classic mode: a row went, those behind moved
-        restore,  // classic mode: a row that left enters before the next map index
+        give,     // classic mode: a row got data; the display stays
+        judge,    // classic mode: a row was tested anew: it enters before the next map index, leaves or stays
     };
     Kind kind;
     int mapIndex = -1;
@@ -97,12 +98,15 @@ public:
     ~RowWalk();
 
     bool gone() const { return m_rows == nullptr || m_windowWent; }
+    bool rowsWent() const { return m_rows == nullptr; }
     // Something was changed since the walk began, by somebody else.
     bool disturbed() const { return m_journal != nullptr && (!m_journal->inner.empty() || m_journal->emptied); }
     // The rows went out of the store, or were numbered anew: there is nothing left to commit.
     bool emptied() const { return m_journal != nullptr && m_journal->emptied; }
     // Where the row with this map index at the walk's beginning stands in the store now, -1 nowhere.
     int present(int mapIndex) const { return m_journal == nullptr ? mapIndex : presentByJournal(mapIndex); }
+    // That row got other data since, by somebody else.
+    bool wasGivenData(int mapIndex) const;
     // Before a commit that others will follow: an exception between them takes the first back.
     void expectMore();
     // The last word: what was committed stays. It may reach the host, and nothing may be touched after it. Without a
@@ -123,6 +127,7 @@ private:
     }
 
     int presentByJournal(int mapIndex) const;
+    static int movedBy(const RowStep& step, int mapIndex);
 
     LiveRows* m_rows;  // null once they went, or the walk was finished
     RowWalk* m_outer;

@@ -116,7 +116,7 @@ TEST(CustomColumnFamilies, EachKeepsWritesReadsAndEvaluatesItsOwnWay) {
         Tens row;
         CString text;
         CustomColumnText cells;
-        EXPECT_EQ(cells.evaluate(expected.family, 112, idExpression(read, expected.family), row, text),
+        EXPECT_EQ(cells.evaluate(expected.family, {1, 112}, idExpression(read, expected.family), row, text),
                   CustomCellOutcome::done);
         EXPECT_STREQ(text, "80.00");
     }

@@ -5,14 +5,9 @@ namespace grid_tests {
 
 namespace {
 
-class CustomGrid : public CFilterListCtrl {
-public:
-    using CFilterListCtrl::GetCustomColumnText;
-};
-
 struct CustomColumns : GridFixture {
     // Three built-in columns and one row; then user columns from index 3 on, all shown at their index.
-    void open(CustomGrid& grid, std::initializer_list<const char*> formulas) {
+    void open(CFilterListCtrl& grid, std::initializer_list<const char*> formulas) {
         create(grid, {{"name"}, {"bid"}, {"ask"}});
         grid.SetUseFilter(TRUE);
         row("a")->cells = {{1, "10"}, {2, "4"}};
@@ -26,7 +21,7 @@ struct CustomColumns : GridFixture {
 };
 
 TEST_F(CustomColumns, CellsShowWhatTheirFormulasGive) {
-    CustomGrid grid;
+    CFilterListCtrl grid;
     open(grid, {" \"1\" / \"2\"", " \"3\" * 2", " \"1\" / \"0\"", " \"0\" + 1", " 2+3"});
     const char* const shown[] = {"2.50", "5.00", "Divided by ZERO error", "1.00", "5.00"};
     for (int i = 0; i < 5; ++i) {
@@ -38,7 +33,7 @@ TEST_F(CustomColumns, CellsShowWhatTheirFormulasGive) {
 }
 
 TEST_F(CustomColumns, ARowWithoutTextsLeavesTheCell) {
-    CustomGrid grid;
+    CFilterListCtrl grid;
     open(grid, {" \"1\" / \"2\""});
     owner.answers = false;
     CString text = "before";
@@ -52,7 +47,7 @@ TEST_F(CustomColumns, ARowWithoutTextsLeavesTheCell) {
 }
 
 TEST_F(CustomColumns, ValuesThatRunTogetherAreSaidInABox) {
-    CustomGrid grid;
+    CFilterListCtrl grid;
     open(grid, {});
     grid.m_arrColumns.Add(makeUserColumn("user", " \"1\" \"2\"", "shown"));
     CString text;
@@ -60,6 +55,42 @@ TEST_F(CustomColumns, ValuesThatRunTogetherAreSaidInABox) {
     grid.GetCustomColumnText(dataOf(row("a")), 3, text);
     EXPECT_EQ(answerer.texts(), (std::vector<std::string>{"Invalid Expression,while calculating value"}));
     EXPECT_EQ(text, "4") << "the last reference stays";
+}
+
+TEST_F(CustomColumns, AReferenceThatLeadsNowhereFails) {
+    static constexpr struct {
+        const char* formula;
+        const char* shown;  // the last reference that has a text
+    } cases[] = {
+        {" \"1\" + \"99\"", "10"}, {" \"1\" + \"-1\"", "10"}, {" \"2\" + \"5\"", "4"}, {" \"1\" + \"2\"", "14.00"}};
+    CFilterListCtrl grid;
+    open(grid, {cases[0].formula, cases[1].formula, cases[2].formula, cases[3].formula});
+    for (int i = 0; i < 4; ++i) {
+        CString text = "before";
+        COLORREF none = 0;
+        int icon = -1;
+        EXPECT_EQ(grid.GetColumnText(dataOf(row("a")), 3 + i, text, none, none, icon, false), 1);
+        EXPECT_STREQ(text, cases[i].shown) << cases[i].formula;
+    }
+}
+
+TEST_F(CustomColumns, AHostMayAskForAnotherRowOrEndTheGridMeanwhile) {
+    auto grid = std::make_unique<CFilterListCtrl>();
+    open(*grid, {" \"1\" + \"2\""});
+    row("b")->cells = {{1, "7"}, {2, "1"}};
+    CString inner, text = "before";
+    owner.onText = [&](DWORD_PTR, int columnIndex) {
+        if (columnIndex != 1) return;
+        owner.onText = nullptr;
+        grid->GetCustomColumnText(dataOf(row("b")), 3, inner);
+    };
+    grid->GetCustomColumnText(dataOf(row("a")), 3, text);
+    EXPECT_EQ(inner, "8.00");
+    EXPECT_EQ(text, "14.00");
+    owner.onText = [&](DWORD_PTR, int) { grid.reset(); };
+    grid->GetCustomColumnText(dataOf(row("a")), 3, text);
+    EXPECT_EQ(text, "10") << "nothing was asked of the grid that went";
+    owner.onText = nullptr;
 }
 
 }  // namespace

@@ -8,6 +8,7 @@ int Owner::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& te
                     int& icon) {
     ++asked;
     if (!answers) return 0;
+    if (const auto comesBack = onText) comesBack(data, columnIndex);
     const Row& row = *rowOf(data);
     const auto cell = row.cells.find(columnIndex);
     if (cell != row.cells.end()) {

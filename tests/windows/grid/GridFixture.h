@@ -49,11 +49,12 @@ public:
     int cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor, COLORREF& background, int& icon);
     int exportText(DWORD_PTR data, int columnIndex, CString& text, int& icon);
 
-    bool answers = true;                         // false: no text is valid
-    int asked = 0;                               // calls of cellText
-    int drawItems = 0;                           // WM_DRAWITEM that no control took
-    bool draws = false;                          // takes WM_DRAWITEM itself
-    std::function<void(const NMHDR&)> onNotify;  // before the grid hears it back
+    bool answers = true;                                          // false: no text is valid
+    int asked = 0;                                                // calls of cellText
+    std::function<void(DWORD_PTR data, int columnIndex)> onText;  // inside cellText, before it reads the row
+    int drawItems = 0;                                            // WM_DRAWITEM that no control took
+    bool draws = false;                                           // takes WM_DRAWITEM itself
+    std::function<void(const NMHDR&)> onNotify;                   // before the grid hears it back
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -17,7 +17,7 @@ struct Appearance : ListFixture {
         settings.csFontSize = "20";
         return settings;
     }
-    static int fontHeight(const CCommonListCtrl& list) {
+    static int fontHeight(const CWnd& list) {
         LOGFONT font{};
         list.GetFont()->GetLogFont(&font);
         return font.lfHeight;
@@ -93,6 +93,14 @@ TEST_F(Appearance, FontOfAListIsReplacedOnlyByOneThatCanBeMade) {
     for (CWnd* nobody : {static_cast<CWnd*>(nullptr), static_cast<CWnd*>(&frame())}) {
         CCommonListCtrl::SetListFontProperty(nobody, 0, "Arial", "30");
     }
+    CListCtrl plain;
+    ASSERT_TRUE(plain.Create(WS_CHILD | LVS_REPORT, CRect(0, 0, 50, 50), &frame(), 9));
+    plain.SetFont(list.GetFont());
+    for (const int size : {20, 30}) {
+        CCommonListCtrl::SetListFontProperty(&plain, 0, "Arial", std::to_string(size).c_str());
+        EXPECT_EQ(fontHeight(plain), heightOf(size));
+    }
+    plain.DestroyWindow();
     if (heightOf(1) == -1) CCommonListCtrl::SetListFontProperty(&list, kListId, "Arial", "1");
     EXPECT_EQ(fontHeight(list), heightOf(15));
     list.DestroyWindow();

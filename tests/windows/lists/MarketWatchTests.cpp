@@ -98,6 +98,8 @@ TEST_F(MarketWatch, UserColumnsEnterOtherUserColumns) {
         {"error", " \"116\" + \"112\"", "3.33"},  // its words are a text, too
         {"late", " \"119\" + 1", "8.00"},         // one that stands behind
         {"last", " 7", "7.00"},
+        {"nowhere", " \"1\" + \"200\"", "10.00"},  // the last text that was found
+        {"itself", " \"1\" + \"121\"", "10.00"},
     };
     std::string& stored = fakeHost().marketWatchColumns["MarketWatch"];
     for (int number = 112; const auto& row : cases)
@@ -107,6 +109,18 @@ TEST_F(MarketWatch, UserColumnsEnterOtherUserColumns) {
     addRow("A", 10);
     int place = 4;
     for (const auto& row : cases) EXPECT_EQ(list->GetItemText(0, place++), row.shown) << row.name;
+}
+
+TEST_F(MarketWatch, AHostMayEndTheListWhileItGivesAText) {
+    fakeHost().marketWatchColumns["MarketWatch"] = "112\xA7Sum\xA7 \"1\" + \"2\"\xA7shown";
+    open();
+    addRow("A", 10);
+    fakeHost().marketCell = [this](CWnd*, void*, int, CString& text) {
+        list.reset();
+        text = "5";
+    };
+    EXPECT_EQ(list->GetCustomColumnText(reinterpret_cast<sMWStruct*>(&rows[0]), 112, m_text), 0);
+    EXPECT_EQ(m_text, "5") << "nothing was asked for afterwards";
 }
 
 // Which string of a record is what: the header's tip is the display form.
