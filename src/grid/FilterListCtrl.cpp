@@ -57,7 +57,7 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     const MessageKind kind = messageKind(message, wParam, lParam);
     beforeMessage(message, wParam, lParam);
     const Presence presence(*this);
-    const bool sizes = message == WM_SIZE && m_hWnd;
+    const bool sizes = (message == WM_WINDOWPOSCHANGED || message == WM_SIZE) && m_hWnd;
     const int formerTop = sizes ? m_parts->native.topIndex() : 0;
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
     if (presence.gone()) return result;
@@ -78,7 +78,8 @@ void CFilterListCtrl::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) 
         case MessageKind::blind:
             return;
         case MessageKind::paint:
-            return rows.paintComes();
+            rows.paintComes();
+            return m_parts->native.takeMarginAlong();
         case MessageKind::quiet:
             return rows.settle();
         default:

@@ -3,6 +3,8 @@
 #include "platform/win/RowCount.h"
 
 #include <algorithm>
+#include <memory>
+#include <type_traits>
 
 namespace quor::grid {
 
@@ -145,6 +147,15 @@ void NativeList::invalidate(const RECT& rect, bool erase) {
 
 void NativeList::invalidateAll() {
     if (m_list.m_hWnd) ::InvalidateRect(m_list.m_hWnd, nullptr, TRUE);
+}
+
+void NativeList::takeMarginAlong() {
+    constexpr int kMargin = 4;
+    using Region = std::unique_ptr<std::remove_pointer_t<HRGN>, decltype(&::DeleteObject)>;
+    const Region update(::CreateRectRgn(0, 0, 0, 0), &::DeleteObject);
+    if (!m_list.m_hWnd || ::GetUpdateRgn(m_list.m_hWnd, update.get(), FALSE) <= NULLREGION) return;
+    ::OffsetRgn(update.get(), -kMargin, 0);
+    ::InvalidateRgn(m_list.m_hWnd, update.get(), FALSE);
 }
 
 void NativeList::setRedraw(bool on) {

@@ -54,6 +54,9 @@ public:
     bool labelRect(const RowLayout& layout, int visual, int place, RECT& rect);
     // The control wants a text only to find a rectangle: any will do.
     bool isMeasuring() const { return m_measuring; }
+    // Rows paint the margin left of the first column, too; the control leaves it out where a row's state changes.
+    // Before a paint.
+    void takeMarginAlong();
     void setRedraw(bool on);
     bool redrawIsOff() const { return m_redrawIsOff; }
     DWORD extendedStyle() { return static_cast<DWORD>(send(LVM_GETEXTENDEDLISTVIEWSTYLE)); }

@@ -43,6 +43,7 @@ ClassicChange LiveRows::insertItem(int item) {
         if (!atEnd && value == -1) return {.outcome = ClassicOutcome::corrupt};
     note({.kind = RowStep::Kind::insert, .mapIndex = mapIndex, .now = atEnd});
     ++m_changes;
+    m_movedUntold = true;
     for (std::int32_t& value : display)
         if (value >= mapIndex) ++value;
     const int slot = atEnd ? displayCount() : std::min(mapIndex, displayCount());
@@ -67,6 +68,7 @@ ClassicChange LiveRows::setItemData(int item, RowData data, RowTest test) {
     const bool passes = test.passes(data);
     given.keep();
     if (walk.gone() || walk.emptied()) return {};
+    m_movedUntold = true;  // the control is told of it in the middle, and may move pixels
     if (!passes) return leaveClassic(walk, mapIndex, slot);
     return {ClassicOutcome::shown, walk.present(mapIndex), shownAt(walk, mapIndex, slot)};
 }
@@ -80,6 +82,7 @@ int LiveRows::shownAt(const RowWalk& walk, int mapIndex, int slot) {
 ClassicChange LiveRows::leaveClassic(RowWalk& walk, int mapIndex, int slot) {
     const ClassicChange change{ClassicOutcome::left, walk.present(mapIndex), shownAt(walk, mapIndex, slot)};
     commit(walk, {.kind = RowStep::Kind::retest, .mapIndex = mapIndex, .passes = false});
+    m_movedUntold = true;
     walk.finish();
     return change;
 }
@@ -91,6 +94,7 @@ ClassicChange LiveRows::eraseVisual(int visual) {
     if (!m_store.holds(mapIndex)) return {.outcome = ClassicOutcome::unknown};
     note({.kind = RowStep::Kind::erase, .mapIndex = mapIndex});
     ++m_changes;
+    m_movedUntold = true;
     m_display.plain().erase(m_display.plain().begin() + slot);
     if (!closeDisplayGap(mapIndex)) return {.outcome = ClassicOutcome::corrupt};
     m_store.erase(mapIndex);
@@ -127,6 +131,7 @@ ClassicChange LiveRows::retestMapIndex(int mapIndex, RowTest test) {
     if (walk.gone() || walk.emptied()) return {};
     if (!passes) return {ClassicOutcome::keptOut, walk.present(mapIndex), -1};
     commit(walk, {.kind = RowStep::Kind::restore, .mapIndex = mapIndex});
+    m_movedUntold = true;
     const int present = walk.present(mapIndex);
     const int entered = m_display.slotOfMapIndex(present);
     const ClassicChange change{ClassicOutcome::entered, present, entered == -1 ? -1 : mirrored(entered)};
