@@ -111,6 +111,9 @@ FilterBar::Answer FilterBar::answerAboutItems(UINT message, WPARAM wParam, LPARA
         case HDM_GETITEMA:
         case HDM_GETITEMW:
             return onGetItem(message, wParam, lParam);
+        case HDM_GETIMAGELIST:
+            if (m_pictures) return m_pictures;
+            return std::nullopt;
         default:
             return std::nullopt;
     }

@@ -98,6 +98,7 @@ private:
     void onPaint();
     void draw(HDC dc);
     void drawCaptions(HDC dc, const RECT& caption);
+    void drawPictures(HDC dc, const RECT& caption) const;
     void drawCaptionEdges(HDC dc, const RECT& caption) const;
     void drawField(HDC dc, int item) const;
     void drawText(HDC dc, RECT field, const std::wstring& text) const;
@@ -112,6 +113,7 @@ private:
     DWORD m_timeout = 1000;               // ms
     int m_pressed = -1;                   // the item whose button is down
     int m_captionOffset = 0;
+    LRESULT m_pictures = 0;  // the header's image list, while it paints without it
     std::vector<int> m_keptCaptions;
 
     HWND m_edit = nullptr;

@@ -1,10 +1,13 @@
 // Painting. The header's own painting of captions, with custom draw, images and sort arrows, is used as it is: it takes
 // the whole window for the caption and centres on its middle, so it is shifted up by half the bar and clipped where the
-// caption ends. The edges that fall outside are drawn afterwards. Who paints captions in custom draw learns by
+// caption ends. The edges that fall outside are drawn afterwards. Its pictures it draws on its window, whatever context
+// it is given: it paints without them, and they are drawn here. Who paints captions in custom draw learns by
 // headerCaption where they are now.
 #include "platform/win/FilterBarInternal.h"
 
 #include <uxtheme.h>
+
+#include <cwchar>
 
 namespace quor {
 
@@ -56,6 +59,19 @@ void fill(HDC dc, const RECT& rect, int color) { ::FillRect(dc, &rect, ::GetSysC
 
 void frame(HDC dc, const RECT& rect, int color) { ::FrameRect(dc, &rect, ::GetSysColorBrush(color)); }
 
+// Where a header puts a picture beside a text of this width.
+LONG pictureLeft(const RECT& item, const HDITEMW& record, LONG textWidth, LONG width) {
+    const LONG margin = 3 * ::GetSystemMetrics(SM_CXEDGE);
+    switch (record.fmt & HDF_JUSTIFYMASK) {
+        case HDF_RIGHT:
+            return item.right - textWidth - 3 * margin - width;
+        case HDF_CENTER:
+            return (item.left + item.right + textWidth) / 2 + margin;
+        default:
+            return item.left + margin + ((record.fmt & HDF_BITMAP_ON_RIGHT) ? textWidth + 2 * margin : 0);
+    }
+}
+
 bool isThemed(HWND window) { return ::GetWindowTheme(window) != nullptr; }
 
 }  // namespace
@@ -96,10 +112,40 @@ void FilterBar::drawCaptions(HDC dc, const RECT& caption) {
     {
         const SavedDc shifted(dc);
         ::OffsetViewportOrgEx(dc, 0, -m_captionOffset, nullptr);
+        m_pictures = header(HDM_SETIMAGELIST);
         header(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+        header(HDM_SETIMAGELIST, 0, m_pictures);
     }
     m_captionOffset = 0;
+    if (m_pictures) drawPictures(dc, caption);
+    m_pictures = 0;
     drawCaptionEdges(dc, caption);
+}
+
+void FilterBar::drawPictures(HDC dc, const RECT& caption) const {
+    const SavedDc saved(dc);
+    ::SelectObject(dc, font());
+    const auto pictures = reinterpret_cast<HIMAGELIST>(m_pictures);
+    int width = 0, height = 0;
+    ::ImageList_GetIconSize(pictures, &width, &height);
+    for (int item = 0, count = itemCount(); item < count; ++item) {
+        wchar_t text[kLongestShown] = L"";
+        HDITEMW record{};
+        record.mask = HDI_FORMAT | HDI_IMAGE | HDI_TEXT;
+        record.pszText = text;
+        record.cchTextMax = static_cast<int>(std::size(text));
+        const bool kept = std::count(m_keptCaptions.begin(), m_keptCaptions.end(), item) != 0;
+        if (kept || !header(HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&record)) ||
+            !(record.fmt & HDF_IMAGE))
+            continue;
+        SIZE size{};
+        ::GetTextExtentPoint32W(dc, text, static_cast<int>(std::wcslen(text)), &size);
+        const RECT place = itemRect(item);
+        const SavedDc clipped(dc);
+        ::IntersectClipRect(dc, place.left, caption.top, place.right, caption.bottom);
+        ::ImageList_Draw(pictures, record.iImage, dc, static_cast<int>(pictureLeft(place, record, size.cx, width)),
+                         (caption.top + caption.bottom - height) / 2, ILD_NORMAL);
+    }
 }
 
 // Right of the last caption nobody is asked: whoever painted all that show painted there, too.

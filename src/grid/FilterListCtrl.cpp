@@ -58,7 +58,7 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     const Presence presence(*this);
     beforeMessage(message, wParam, lParam);
     if (presence.gone()) return 0;
-    const bool sizes = message == WM_SIZE && m_hWnd;
+    const bool sizes = (message == WM_WINDOWPOSCHANGED || message == WM_SIZE) && m_hWnd;
     const int formerTop = sizes ? m_parts->native.topIndex() : 0;
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
     if (presence.gone()) return result;

@@ -156,6 +156,7 @@ int CFilterListCtrl::repaintRetested(Retest retest) {
         case ClassicOutcome::left:
         case ClassicOutcome::entered:
             m_parts->rows.tellDisplayCount();
+            if (!isInView(change.visual)) StartRepaintTimer();  // the scroll bar follows the count
             invalidateToBottom(change.visual);
             return change.outcome == ClassicOutcome::entered ? 1 : -1;
         case ClassicOutcome::keptOut:
@@ -186,8 +187,10 @@ void CFilterListCtrl::invalidateShownRow(int visual) {
     if (isInView(visual)) m_parts->native.invalidate(m_parts->rows.layout().rowRect(visual), true);
 }
 
+// The rows from this one on have moved: all in view if it stands above them.
 void CFilterListCtrl::invalidateToBottom(int visual) {
-    if (!isInView(visual)) return;
     const RowLayout& layout = m_parts->rows.layout();
+    visual = std::max(visual, layout.topIndex);
+    if (!isInView(visual)) return;
     m_parts->native.invalidate({0, layout.rowRect(visual).top, layout.clientWidth, layout.clientHeight}, true);
 }

@@ -40,7 +40,7 @@ void CFilterListCtrl::getRowIndices(CFilterListBaseData* row, CFilterListCtrl* l
 void CFilterListCtrl::processPendingOptiUpdates() { m_parts->rows.endBatch(); }
 
 void CFilterListCtrl::startFlushTimer() {
-    if (m_parts->rows.hasNews() && FlushTimerId == 0) FlushTimerId = SetTimer(kFlushTimer, FlushDelay);
+    if (m_parts->rows.needsFlush() && FlushTimerId == 0) FlushTimerId = SetTimer(kFlushTimer, FlushDelay);
 }
 
 // A batch end sends notifications, and a host may destroy this grid or others in one of them, or open a new one: each

@@ -275,7 +275,7 @@ void CCommonListCtrl::InvalidateFrom(int row) {
     CRect first, client;
     if (row > span.last || !CListCtrl::GetItemRect(std::max(row, span.first), first, LVIR_BOUNDS)) return;
     GetClientRect(&client);
-    client.top = first.top;
+    if (row > span.first) client.top = first.top;  // above the first row in view stands what has moved below the header
     InvalidateRect(&client, FALSE);
 }
 

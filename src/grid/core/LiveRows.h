@@ -166,6 +166,8 @@ public:
         settleTicks();
         return m_dirty.hasNews();
     }
+    // The control has not heard the count, too: a last row that left leaves nothing else to repaint.
+    bool needsFlush() { return hasNews() || m_told != m_wanted || m_lowest != m_wanted; }
     // Invalidates all that has become dirty so far.
     void flush();
     // A paint takes what is dirty along, so that rows of two moments never stand on the screen together.

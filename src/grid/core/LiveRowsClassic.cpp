@@ -43,6 +43,7 @@ ClassicChange LiveRows::insertItem(int item) {
         if (!atEnd && value == -1) return {.outcome = ClassicOutcome::corrupt};
     note({.kind = RowStep::Kind::insert, .mapIndex = mapIndex, .now = atEnd});
     ++m_changes;
+    m_movedUntold = true;
     for (std::int32_t& value : display)
         if (value >= mapIndex) ++value;
     const int slot = atEnd ? displayCount() : std::min(mapIndex, displayCount());
@@ -68,6 +69,7 @@ ClassicChange LiveRows::setItemData(int item, RowData data, RowTest test) {
     const bool passes = test.passes(data);
     given.keep();
     if (walk.gone() || walk.emptied()) return {};
+    m_movedUntold = true;  // the control is told of it in the middle, and may move pixels
     if (walk.m_outer) commit(walk, {.kind = RowStep::Kind::give, .mapIndex = mapIndex});
     ClassicChange change = judge(walk, mapIndex, slot, passes);
     change.former = former;
@@ -95,6 +97,7 @@ ClassicChange LiveRows::judge(RowWalk& walk, int mapIndex, int slot, bool passes
     const ClassicChange change{passes ? ClassicOutcome::shown : ClassicOutcome::left, walk.present(mapIndex),
                                shownAt(walk, mapIndex, slot)};
     if (!passes || walk.m_outer) commit(walk, {.kind = RowStep::Kind::judge, .mapIndex = mapIndex, .passes = passes});
+    m_movedUntold = true;
     walk.finish();
     return change;
 }
@@ -106,6 +109,7 @@ ClassicChange LiveRows::eraseVisual(int visual) {
     if (!m_store.holds(mapIndex)) return {.outcome = ClassicOutcome::unknown};
     note({.kind = RowStep::Kind::erase, .mapIndex = mapIndex});
     ++m_changes;
+    m_movedUntold = true;
     m_display.plain().erase(m_display.plain().begin() + slot);
     if (!closeDisplayGap(mapIndex)) return {.outcome = ClassicOutcome::corrupt};
     m_store.erase(mapIndex);
@@ -142,6 +146,7 @@ ClassicChange LiveRows::retestMapIndex(int mapIndex, RowTest test) {
     if (walk.gone() || walk.emptied()) return {};
     const RowStep step{.kind = RowStep::Kind::judge, .mapIndex = mapIndex, .passes = passes};
     if (passes || walk.m_outer) commit(walk, step);
+    if (passes) m_movedUntold = true;
     const int present = walk.present(mapIndex);
     const int entered = m_display.slotOfMapIndex(present);
     ClassicChange change{ClassicOutcome::keptOut, present, -1};
