@@ -96,8 +96,10 @@ int LiveRows::shownAt(const RowWalk& walk, int mapIndex, int slot) {
 ClassicChange LiveRows::judge(RowWalk& walk, int mapIndex, int slot, bool passes) {
     const ClassicChange change{passes ? ClassicOutcome::shown : ClassicOutcome::left, walk.present(mapIndex),
                                shownAt(walk, mapIndex, slot)};
-    if (!passes || walk.m_outer) commit(walk, {.kind = RowStep::Kind::judge, .mapIndex = mapIndex, .passes = passes});
-    m_movedUntold = true;
+    if (!passes || walk.m_outer) {
+        commit(walk, {.kind = RowStep::Kind::judge, .mapIndex = mapIndex, .passes = passes});
+        m_movedUntold = true;
+    }
     walk.finish();
     return change;
 }
