@@ -201,13 +201,16 @@ bool CCommonListCtrl::IsHeaderPaint(LPARAM notification) const {
     return header && draw.hdr.hwndFrom == header->m_hWnd && draw.dwDrawStage == CDDS_PREPAINT;
 }
 
-// Cells stand under their headings in every row.
+// Cells stand under their headings in every row. Of a dragged heading the control may keep the former place, for its
+// grid lines, until it is told an order.
 void CCommonListCtrl::FollowColumnOrder() {
     const CHeaderCtrl* const header = GetHeaderCtrl();
     std::vector<int> order(header ? static_cast<std::size_t>(header->GetItemCount()) : 0);
     if (!order.empty()) header->GetOrderArray(order.data(), static_cast<int>(order.size()));
     if (order == m_parts->paintedOrder) return;
-    m_parts->paintedOrder = std::move(order);
+    std::swap(m_parts->paintedOrder, order);
+    if (order.size() == m_parts->paintedOrder.size())
+        SetColumnOrderArray(static_cast<int>(order.size()), m_parts->paintedOrder.data());
     Invalidate();
 }
 
@@ -245,10 +248,15 @@ void CCommonListCtrl::OnKillFocus(CWnd* next) {
     InvalidateFocusedRow();
 }
 
-// The control had its owner draw it at once, over the grid lines.
+// The control had its owner draw it at once, over the grid lines, and even where no cell of it shows.
 void CCommonListCtrl::InvalidateFocusedRow() {
-    const int row = RowsAreNative() && m_bGridLines ? CListCtrl::GetNextItem(-1, LVNI_FOCUSED) : -1;
-    if (row != -1) RedrawItems(row, row);
+    const int row = RowsAreNative() ? CListCtrl::GetNextItem(-1, LVNI_FOCUSED) : -1;
+    CRect bounds, client;
+    if (row == -1 || !CListCtrl::GetItemRect(row, bounds, LVIR_BOUNDS)) return;
+    GetClientRect(&client);
+    bounds.left = client.left;
+    bounds.right = client.right;
+    InvalidateRect(&bounds, TRUE);
 }
 
 LRESULT CCommonListCtrl::OnInsertRow(WPARAM, LPARAM) {
