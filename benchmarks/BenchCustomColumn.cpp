@@ -64,7 +64,7 @@ void benchCustomColumn(Figures& figures) {
     CString text;
     // All answers are looked at once, outside of the clock; within it, that the last one is of its row.
     for (quotes.row = 0; quotes.row < kRows; ++quotes.row) {
-        cells.evaluate(ListFamily::grid, 112, formula, quotes, text);
+        cells.evaluate(ListFamily::grid, {quotes.row, 112}, formula, quotes, text);
         if (!(std::fabs(std::atof(text) - quotes.expected[quotes.row]) <= 0.00501))
             throw std::runtime_error("a user column shows a wrong number");
     }
@@ -72,7 +72,8 @@ void benchCustomColumn(Figures& figures) {
     const double seconds = medianSeconds(kRepeats, [&] {
         for (int i = 0; i < kCells; ++i) {
             quotes.row = static_cast<std::size_t>(i % kRows);
-            wrong += cells.evaluate(ListFamily::grid, 112, formula, quotes, text) != CustomCellOutcome::done;
+            wrong +=
+                cells.evaluate(ListFamily::grid, {quotes.row, 112}, formula, quotes, text) != CustomCellOutcome::done;
         }
     });
     if (wrong != 0) throw std::runtime_error("a user column was not computed");

@@ -72,22 +72,21 @@ std::vector<std::int32_t> LiveRows::displayedInMapOrder() {
 
 // ---- Adds
 
-namespace {
-
 // A row that is not in the list after all, since its test or a notification of the control threw.
-class AddScope {
+class LiveRows::AddScope {
 public:
-    AddScope(LiveRows& rows, RowStore& store, const RowWalk& walk, CFilterListBaseData* row)
-        : m_rows(rows), m_store(store), m_walk(walk), m_row(row), m_mapIndex(store.add(row)) {}
+    AddScope(LiveRows& rows, const RowWalk& walk, CFilterListBaseData* row)
+        : m_rows(rows), m_walk(walk), m_row(row), m_mapIndex(rows.m_store.add(row)) {}
     AddScope(const AddScope&) = delete;
     AddScope& operator=(const AddScope&) = delete;
     ~AddScope() {
         if (m_kept || m_walk.gone() || m_walk.emptied()) return;
-        if (m_store.dataOf(m_mapIndex) != reinterpret_cast<RowData>(m_row)) return;
-        if (!m_walk.disturbed() && m_mapIndex + 1 == m_store.count()) {
-            m_store.takeBackLast(m_row);
+        RowStore& store = m_rows.m_store;
+        const bool isHere = store.dataOf(m_mapIndex) == dataOf(m_row);
+        if (isHere && !m_walk.disturbed() && m_mapIndex + 1 == store.count()) {
+            store.takeBackLast(m_row);
         } else {
-            m_rows.remove(m_row, true);  // what came meanwhile keeps its numbers
+            m_rows.takeBack(m_mapIndex, isHere ? m_row : nullptr);  // what came meanwhile keeps its numbers
         }
     }
     int mapIndex() const { return m_mapIndex; }
@@ -95,19 +94,32 @@ public:
 
 private:
     LiveRows& m_rows;
-    RowStore& m_store;
     const RowWalk& m_walk;
     CFilterListBaseData* m_row;
     int m_mapIndex;
     bool m_kept = false;
 };
 
-}  // namespace
+// Asks nobody: it runs while exceptions pass. A row that somebody else deleted, then null, has left a tombstone.
+void LiveRows::takeBack(int mapIndex, CFilterListBaseData* row) {
+    settleTicks();
+    const int slot = m_display.slotOfMapIndex(mapIndex);
+    note({.kind = RowStep::Kind::bury, .mapIndex = mapIndex, .now = true});
+    ++m_changes;
+    if (row) {
+        m_store.bury(row, m_store.numbersOf(row));
+        if (slot != -1) m_display.buried(mapIndex);
+    }
+    if (slot == -1) return;
+    m_display.eraseTombstones(slot, nullptr);
+    tellDisplayCount();
+    m_port.invalidateAll();
+}
 
 int LiveRows::add(CFilterListBaseData* row, bool now, RowTest test) {
     settleTicks();
     RowWalk walk(*this);
-    AddScope added(*this, m_store, walk, row);
+    AddScope added(*this, walk, row);
     const int mapIndex = added.mapIndex();
     ++m_changes;
     const bool passes = test.passes(dataOf(row));

@@ -196,6 +196,8 @@ private:
     void markRow(int visual) { m_dirty.addRow(layout(), visual); }
     void markFrom(int visual);
 
+    class AddScope;
+    void takeBack(int mapIndex, CFilterListBaseData* row);
     int updateSlowly(RowWalk& walk, int mapIndex, bool passes);
     void append(int mapIndex, bool now);
     int retest(sFilterListRowIndex& numbers, bool passes);

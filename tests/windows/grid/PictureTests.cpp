@@ -227,10 +227,13 @@ protected:
         for (std::size_t i = 0; i < shown.size(); ++i)
             if (shown[i] != 0 && std::count(shown.begin(), shown.end(), shown[i]) > 1)
                 return "the row of line " + std::to_string(i) + " stands twice";
-        // A deleted row may stay until the end of its batch, and is blank where something else repaints it.
+        // A deleted row may stay until the end of its batch, and is blank where something else repaints it. The control
+        // may know of more rows than it has painted so far.
         const auto isRow = [](int now, int then) { return now == then || now == 0 || then == 0; };
         const auto begins = [&](const Page& page) {
-            return page.size() >= shown.size() && std::equal(shown.begin(), shown.end(), page.begin(), isRow);
+            const auto behind = shown.begin() + static_cast<std::ptrdiff_t>(std::min(page.size(), shown.size()));
+            return std::equal(shown.begin(), behind, page.begin(), isRow) &&
+                   std::all_of(behind, shown.end(), [](int color) { return color == 0; });
         };
         if (std::any_of(m_pages.begin(), m_pages.end(), begins)) return {};
         std::string told = "no moment had these rows:";
