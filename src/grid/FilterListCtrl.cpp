@@ -73,6 +73,7 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
 
 void CFilterListCtrl::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     LiveRows& rows = m_parts->rows;
+    const Presence presence(*this);
     m_parts->native.beforeMessage(message, wParam);
     if (message == WM_NCDESTROY) return rows.windowWent();
     switch (messageKind(message, wParam, lParam)) {
@@ -85,7 +86,8 @@ void CFilterListCtrl::beforeMessage(UINT message, WPARAM wParam, LPARAM lParam) 
             return rows.settle();
         default:
             rows.forgetLayout();
-            return rows.settle();
+            rows.settle();
+            if (!presence.gone()) rows.settleScrollBar();
     }
 }
 

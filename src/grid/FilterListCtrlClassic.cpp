@@ -50,7 +50,7 @@ int CFilterListCtrl::showNewRow(int item, int visual) {
     LiveRows& rows = m_parts->rows;
     m_parts->touchControl([&] { m_parts->native.insertRow(item); });
     if (presence.gone()) return 0;
-    rows.takeCount(m_parts->native.nativeCount());
+    rows.takeCountOfInsert(m_parts->native.nativeCount());
     StartRepaintTimer();
     rows.tellDisplayCount();
     if (rows.reverse() && m_hWnd && !m_hasFocus) m_parts->touchControl([&] { m_parts->native.ensureVisible(visual); });
@@ -177,10 +177,11 @@ int CFilterListCtrl::InvalidateSetItemData(void* data) {
     return 0;
 }
 
-// The page and the row that it cuts.
+// The page and the row that it cuts, if it cuts one.
 bool CFilterListCtrl::isInView(int visual) {
     const RowLayout& layout = m_parts->rows.layout();
-    return visual >= layout.topIndex && visual <= layout.topIndex + layout.countPerPage;
+    return visual >= layout.topIndex && visual <= layout.topIndex + layout.countPerPage &&
+           layout.rowRect(visual).top < layout.clientHeight;
 }
 
 void CFilterListCtrl::invalidateShownRow(int visual) {

@@ -158,6 +158,13 @@ public:
     void tellCount(int count);
     // The control was told a count by somebody else.
     void takeCount(int count) { m_told = m_wanted = m_lowest = count; }
+    // It counted a row that came to it; its scroll bar may follow only when it is told.
+    void takeCountOfInsert(int count) {
+        takeCount(count);
+        m_scrollBarIsBehind = true;
+    }
+    // Before a paint or a message: not after each row of many.
+    void settleScrollBar();
     // Its window went: walks hear of it.
     void windowWent();
 
@@ -244,6 +251,7 @@ private:
     bool m_layoutIsStale = true;
     bool m_visibilityIsStale = true;
     bool m_settling = false;
+    bool m_scrollBarIsBehind = false;
     bool m_movedUntold = false;  // rows in view have other places, and nothing is dirty before the batch ends
     int m_told = 0;              // what the control knows
     int m_wanted = 0;            // what it shall know

@@ -84,11 +84,16 @@ void LiveRows::settle() {
     walk.finish();
 }
 
+void LiveRows::settleScrollBar() {
+    if (!m_settling && std::exchange(m_scrollBarIsBehind, false) && m_told == m_wanted) tellCount(m_wanted);
+}
+
 // A page that would end below the last row moves up; the control may leave its pixels where they were.
 void LiveRows::tellCount(int count) {
     const bool mayMove = count < m_told;
     const int formerTop = mayMove ? m_port.readLayout().topIndex : 0;
     m_told = count;
+    m_scrollBarIsBehind = false;
     m_layoutIsStale = true;
     const RowWalk walk(*this);
     m_port.tellCount(count);
@@ -130,6 +135,7 @@ void LiveRows::paintComes() {
     forgetVisibility();  // a window that paints may have been hidden before
     const RowWalk walk(*this);
     settle();
+    if (!walk.gone()) settleScrollBar();
     if (walk.gone()) return;
     const RowLayout& now = layout();
     if (walk.gone()) return;

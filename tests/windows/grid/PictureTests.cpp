@@ -101,6 +101,11 @@ protected:
         m_grid.UpdateWindow();
     }
 
+    int lastRowOfScrollBar() {
+        int first = 0, last = 0;
+        ::GetScrollRange(m_grid.m_hWnd, SB_VERT, &first, &last);
+        return last;
+    }
     int pick(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
     void select() {
         const int count = static_cast<int>(m_grid.SendMessage(LVM_GETITEMCOUNT));
@@ -189,6 +194,8 @@ TEST_P(GridPictures, AreThoseOfAFullRepaint) {
         step();
         payDebts();
         ASSERT_EQ(test::stalePixels(m_grid.m_hWnd), "") << "configuration " << GetParam() << ", step " << i;
+        ASSERT_EQ(lastRowOfScrollBar(), std::max(m_grid.GetDisplayCount() - 1, 0))
+            << "configuration " << GetParam() << ", step " << i;
     }
 }
 

@@ -488,14 +488,14 @@ std::string ReentryMix::step() {
         m_isDefinite = false;
     }
     m_quiet = true;
-    if (!m_fault.empty() || m_ended) {
-        if (m_ended) begin();
-        return m_fault.empty() ? "" : m_fault + std::string(" in ") + m_name;
-    }
     try {
         pumpUntilIdle();  // what was thrown below the system's own code comes out at the latest here
     } catch (const HostThrew&) {
         m_isDefinite = false;
+    }
+    if (!m_fault.empty() || m_ended) {
+        if (m_ended) begin();
+        return m_fault.empty() ? "" : m_fault + std::string(" in ") + m_name;
     }
     if (m_inner != inner) m_isDefinite = false;
     if (std::string fault = compare(); !fault.empty()) return fault + std::string(" after ") + m_name;
