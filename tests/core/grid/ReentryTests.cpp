@@ -329,6 +329,10 @@ private:
         if (m_model.orderIsOpen) {
             m_model.display = shown;
             m_model.orderIsOpen = false;
+            // Which deleted rows a later delete closed depends on the order that is not known.
+            const auto isDead = [this](int one) { return !m_model.live[static_cast<std::size_t>(one)]; };
+            std::erase_if(shown, isDead);
+            std::erase_if(shallBe, isDead);
             std::sort(shown.begin(), shown.end());
             std::sort(shallBe.begin(), shallBe.end());
         }
