@@ -298,6 +298,7 @@ private:
     int repaintRetested(Retest retest);
     int showNewRow(int item, int visual);
     bool scrollToNewest(int& item);
+    int eraseHiddenRow(DWORD_PTR data);
     void invalidateShownRow(int visual);
     void invalidateToBottom(int visual);
     bool isInView(int visual);

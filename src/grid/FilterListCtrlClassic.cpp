@@ -76,7 +76,10 @@ int CFilterListCtrl::DeleteItem(int item) {
         CFilterListBaseData* const row = liveRow(m_parts->rows.mapIndexOfVisual(item));
         return row ? DeleteRow(row, false) : 0;
     }
-    if (!hasTextCallback() || !scrollToNewest(item)) return 0;
+    if (!hasTextCallback()) return 0;
+    const RowData data = m_parts->rows.dataOfVisual(item);
+    const Presence presence(*this);
+    if (!scrollToNewest(item)) return presence.gone() ? 0 : eraseHiddenRow(data);
     const ClassicChange change = m_parts->rows.eraseVisual(item);
     switch (change.outcome) {
         case ClassicOutcome::done:
@@ -101,8 +104,16 @@ int CFilterListCtrl::DeleteItem(int item) {
     return 1;
 }
 
+// A row that the host's filter hid while it was being deleted.
+int CFilterListCtrl::eraseHiddenRow(DWORD_PTR data) {
+    LiveRows& rows = m_parts->rows;
+    for (int mapIndex = 0; data != 0 && mapIndex < rows.itemCount(); ++mapIndex)
+        if (rows.dataOfMapIndex(mapIndex) == data) return rows.eraseHidden(mapIndex).outcome == ClassicOutcome::done;
+    return 0;
+}
+
 // Before a delete in reverse display. It may reach the host, who may throw, and who must then find the row still there.
-// False if the grid or the row went; `item` follows the row.
+// False if the grid went, or the row went or is hidden; `item` follows the row.
 bool CFilterListCtrl::scrollToNewest(int& item) {
     LiveRows& rows = m_parts->rows;
     if (!rows.reverse() || m_hasFocus || item >= rows.displayCount()) return true;
