@@ -140,15 +140,23 @@ void DisplayedRows::eraseLazyTombstones(int fromSlot, std::vector<int>* erased) 
     if (erased != nullptr) std::sort(erased->begin(), erased->end());
 }
 
-// Rows learn their slots in the order of the map: that is how they mostly lie in memory.
 void DisplayedRows::assign(std::vector<std::int32_t> mapIndices, bool tellOthers) {
+    assignTold(std::move(mapIndices));
+    tell(DisplayItems, tellOthers);
+}
+
+void DisplayedRows::assignTold(std::vector<std::int32_t> mapIndices) {
     clear(false);
     DisplayItems = std::move(mapIndices);
+}
+
+// Rows learn their slots in the order of the map: that is how they mostly lie in memory.
+void DisplayedRows::tell(const std::vector<std::int32_t>& mapIndices, bool tellOthers) {
     if (!m_rows.optiData()) return;
     const int count = m_rows.count();
     std::vector<std::int32_t> slots(static_cast<std::size_t>(count), -1);
-    for (std::size_t slot = 0; slot < DisplayItems.size(); ++slot)
-        slots[static_cast<std::size_t>(DisplayItems[slot])] = static_cast<std::int32_t>(slot);
+    for (std::size_t slot = 0; slot < mapIndices.size(); ++slot)
+        slots[static_cast<std::size_t>(mapIndices[slot])] = static_cast<std::int32_t>(slot);
     for (int mapIndex = 0; mapIndex < count; ++mapIndex) {
         if (mapIndex + kAhead < count) m_rows.fetchToTell(mapIndex + kAhead);
         const std::int32_t slot = slots[static_cast<std::size_t>(mapIndex)];

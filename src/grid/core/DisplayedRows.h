@@ -82,6 +82,10 @@ public:
     void eraseTombstones(int fromSlot, std::vector<int>* erased);
     // Takes another order, by slot. Rows that it does not name are told that they are not displayed, if `tellOthers`.
     void assign(std::vector<std::int32_t> mapIndices, bool tellOthers);
+    // The same where every row has been told already.
+    void assignTold(std::vector<std::int32_t> mapIndices);
+    // Every row hears once more whether it is displayed, and where.
+    void tellAll() { tell(order(), true); }
     void clear(bool tell);
 
     // ---- Classic mode: the order is plain, and map indices move.
@@ -99,6 +103,7 @@ private:
         std::int8_t passes;
     };
 
+    void tell(const std::vector<std::int32_t>& mapIndices, bool tellOthers);
     void becomeLazy();
     void eraseLazyTombstones(int fromSlot, std::vector<int>* erased);
 

@@ -31,9 +31,9 @@ int LiveRows::mapIndexOfSlot(int slot) {
 }
 
 int LiveRows::slotOf(const CFilterListBaseData* row) {
+    settleTicks();
     const sFilterListRowIndex* const numbers = m_store.numbersOf(row);
     if (!numbers || numbers->displayIndex == -1) return -1;
-    settleTicks();
     return m_display.slotOf(*numbers);
 }
 
@@ -153,7 +153,7 @@ int LiveRows::update(CFilterListBaseData* row, RowTest test) {
     if (!numbers) return 0;
     if (test.function == nullptr) {
         const RowLayout* const inForce = layoutInForce();
-        if (!inForce || numbers->displayIndex == -1) {
+        if (!inForce || m_toldAhead || numbers->displayIndex == -1) {
             RowWalk walk(*this);
             return updateSlowly(walk, numbers->mapIndex, true);
         }
@@ -261,20 +261,44 @@ void LiveRows::bury(const sFilterListRowIndex& had, bool now) {
 
 // ---- The display as a whole
 
-// Every row is asked for once, and none hears of its place before all have answered: a host that comes back into the
+// Rows of opti-data mode are told their places while their memory is near, and hear the former ones again if anybody
+// asks before the last of them has answered, or the rebuild ends early.
+class LiveRows::ToldAhead {
+public:
+    ToldAhead(LiveRows& rows, const RowWalk& walk) : m_rows(rows), m_walk(walk) {
+        m_rows.m_toldAhead = m_rows.optiData() && !m_walk.disturbed();
+    }
+    ToldAhead(const ToldAhead&) = delete;
+    ToldAhead& operator=(const ToldAhead&) = delete;
+    ~ToldAhead() {
+        if (!m_walk.rowsWent() && m_rows.m_toldAhead) m_rows.takeBackTold();
+    }
+
+private:
+    LiveRows& m_rows;
+    const RowWalk& m_walk;
+};
+
+void LiveRows::takeBackTold() {
+    m_toldAhead = false;
+    m_display.tellAll();
+}
+
+// Every row is asked for once, and the display is what it was until all have answered: a host that comes back into the
 // list meanwhile finds it as it was.
 void LiveRows::rebuild(RowWalk& walk, RowTest test) {
     constexpr int kAhead = 16;  // rows are far apart in memory; the test reads what the host has behind the numbers
     constexpr RowData kLine = 64;
     settleTicks();
     const int count = itemCount();
+    const ToldAhead told(*this, walk);
     auto passing = std::make_shared<std::vector<std::int32_t>>();
     passing->reserve(static_cast<std::size_t>(test.function == nullptr ? count : displayCount()));
     for (int mapIndex = 0; mapIndex < count; ++mapIndex) {
         const int present = walk.present(mapIndex);
         if (walk.emptied()) return;
         if (present == -1) continue;
-        if (test.function != nullptr && optiData() && present + kAhead < itemCount()) {
+        if (optiData() && present + kAhead < itemCount()) {
             m_store.fetchToTell(present + kAhead);
             __builtin_prefetch(reinterpret_cast<const void*>(m_store.dataAt(present + kAhead) + kLine));
         }
@@ -282,6 +306,7 @@ void LiveRows::rebuild(RowWalk& walk, RowTest test) {
         if (data == 0) continue;
         const bool passes = test.passes(data);
         if (walk.gone()) return;
+        if (m_toldAhead) m_store.tell(present, passes ? static_cast<int>(passing->size()) : -1);
         if (passes) passing->push_back(mapIndex);
     }
     commit(walk, {.kind = RowStep::Kind::replace, .rows = std::move(passing)});

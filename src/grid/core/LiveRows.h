@@ -196,14 +196,18 @@ private:
     const RowLayout* layoutInForce() const { return m_layoutIsStale || m_visibilityIsStale ? nullptr : &m_layout; }
     bool layoutAllowsNotes() const;
 
+    // Before anything reads a place: what is ahead of the display, or behind it, comes together again.
     void settleTicks() {
         if (m_display.hasNotes()) followTicks();
+        if (m_toldAhead) takeBackTold();
     }
+    void takeBackTold();
     void followTicks();
     void markRow(int visual) { m_dirty.addRow(layout(), visual); }
     void markFrom(int visual);
 
     class AddScope;
+    class ToldAhead;
     void takeBack(int mapIndex, CFilterListBaseData* row);
     int updateSlowly(RowWalk& walk, int mapIndex, bool passes);
     void append(int mapIndex, bool now);
@@ -242,6 +246,7 @@ private:
     PendingBatch m_pending;
     bool ReverseDisplay = false;
     bool m_anchored = false;
+    bool m_toldAhead = false;  // rows know their places in a display that a rebuild has not committed
     unsigned m_changes = 0;
     RowWalk* m_walk = nullptr;  // the innermost one
     std::vector<int> m_erasedSlots;

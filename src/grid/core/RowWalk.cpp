@@ -224,6 +224,7 @@ void LiveRows::apply(const RowStep& step) {
             return;
         }
         case RowStep::Kind::replace:
+            if (std::exchange(m_toldAhead, false)) return m_display.assignTold(*step.rows);
             return m_display.assign(*step.rows, true);
         case RowStep::Kind::order:
             return m_display.assign(*step.rows, false);
