@@ -167,8 +167,8 @@ int CFilterListCtrl::repaintRetested(Retest retest) {
         case ClassicOutcome::left:
         case ClassicOutcome::entered:
             m_parts->rows.tellDisplayCount();
-            if (!isInView(change.visual)) StartRepaintTimer();  // the scroll bar follows the count
-            invalidateToBottom(change.visual);
+            if (!isInView(change.visual) && !presence.gone()) StartRepaintTimer();  // the scroll bar follows the count
+            if (!presence.gone()) invalidateToBottom(change.visual);
             return change.outcome == ClassicOutcome::entered ? 1 : -1;
         case ClassicOutcome::keptOut:
             return 1;
@@ -178,7 +178,9 @@ int CFilterListCtrl::repaintRetested(Retest retest) {
 }
 
 int CFilterListCtrl::InvalidateSetItemData(void* data) {
+    const Presence presence(*this);
     const RowLayout& layout = m_parts->rows.layout();
+    if (presence.gone()) return 0;
     const int end = std::min(layout.topIndex + layout.countPerPage + 1, GetDisplayCount());
     for (int visual = layout.topIndex; visual < end; ++visual) {
         if (GetItemData(visual) != reinterpret_cast<DWORD_PTR>(data)) continue;
@@ -188,10 +190,11 @@ int CFilterListCtrl::InvalidateSetItemData(void* data) {
     return 0;
 }
 
-// The page and the row that it cuts, if it cuts one.
+// The page and the row that it cuts, if it cuts one. False too when the grid went: reading the layout may reach a host.
 bool CFilterListCtrl::isInView(int visual) {
+    const Presence presence(*this);
     const RowLayout& layout = m_parts->rows.layout();
-    return visual >= layout.topIndex && visual <= layout.topIndex + layout.countPerPage &&
+    return !presence.gone() && visual >= layout.topIndex && visual <= layout.topIndex + layout.countPerPage &&
            layout.rowRect(visual).top < layout.clientHeight;
 }
 
@@ -201,8 +204,11 @@ void CFilterListCtrl::invalidateShownRow(int visual) {
 
 // The rows from this one on have moved: all in view if it stands above them.
 void CFilterListCtrl::invalidateToBottom(int visual) {
-    const RowLayout& layout = m_parts->rows.layout();
-    visual = std::max(visual, layout.topIndex);
+    const Presence presence(*this);
+    const int top = m_parts->rows.layout().topIndex;
+    if (presence.gone()) return;
+    visual = std::max(visual, top);
     if (!isInView(visual)) return;
+    const RowLayout& layout = m_parts->rows.layout();
     m_parts->native.invalidate({0, layout.rowRect(visual).top, layout.clientWidth, layout.clientHeight}, true);
 }

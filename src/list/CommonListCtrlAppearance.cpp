@@ -158,8 +158,9 @@ int CCommonListCtrl::GetItemColor(int, int) { return 1; }
 void CCommonListCtrl::SetItemColor(int, int, COLORREF) {}
 
 void CCommonListCtrl::DrawItem(LPDRAWITEMSTRUCT item) {
-    if (m_parts->forwardingDrawItem) return;
-    const FlagScope forwarding(m_parts->forwardingDrawItem, true);
+    const std::shared_ptr<bool> isForwarding = m_parts->forwardingDrawItem;
+    if (*isForwarding) return;
+    const FlagScope forwarding(*isForwarding, true);
     if (CWnd* owner = GetOwner()) {
         owner->SendMessage(WM_DRAWITEM, static_cast<WPARAM>(GetDlgCtrlID()), reinterpret_cast<LPARAM>(item));
     }

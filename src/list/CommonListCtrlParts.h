@@ -60,7 +60,8 @@ struct CCommonListCtrl::Parts {
     CFont font;                                // the font of m_Appearance, once applied
     bool creating = false;                     // inside the framework's creation: the control answers nothing yet
     HWND initialised = nullptr;                // the window for which CommonInitList ran
-    bool forwardingDrawItem = false;
+    // Shared with the draw under way: its owner may end the list.
+    const std::shared_ptr<bool> forwardingDrawItem = std::make_shared<bool>(false);
     std::vector<int> paintedOrder;  // header items as they stood when the list was painted last
     CRect paintedRows;              // the row at the top and the sides of all, when the list was painted last
     bool toolTipsStale = false;     // a header item was dragged since the tools were laid out

@@ -104,14 +104,15 @@ bool CMrktWatchListCtrl::SaveMarketWatchProfile() {
 LRESULT CMrktWatchListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (!leavesRowsAlone(message)) m_parts->paintedRow = -1;
     if (message != WM_PAINT) return CCommonListCtrl::WindowProc(message, wParam, lParam);
-    const FlagScope painting(m_parts->isPainting, true);
+    const std::shared_ptr<bool> isPainting = m_parts->isPainting;
+    const FlagScope painting(*isPainting, true);
     return CCommonListCtrl::WindowProc(message, wParam, lParam);
 }
 
 // A message to the control for every cell would take longer than the host takes for its text.
 MrktWatchRowData* CMrktWatchListCtrl::RowData(int row) {
     Parts& parts = *m_parts;
-    if (parts.isPainting && row >= 0 && row == parts.paintedRow) return parts.paintedData;
+    if (*parts.isPainting && row >= 0 && row == parts.paintedRow) return parts.paintedData;
     auto* data = reinterpret_cast<MrktWatchRowData*>(GetItemData(row));
     parts.paintedRow = row;
     return parts.paintedData = data && data->pRecord ? data : nullptr;

@@ -32,8 +32,9 @@ struct CMrktWatchListCtrl::Parts {
     std::shared_ptr<char> alive = std::make_shared<char>();
     CFont listFont;  // of SetListFont or ShowFontDlg
 
+    // Shared with the paint under way: its host may end the list.
+    const std::shared_ptr<bool> isPainting = std::make_shared<bool>(false);
     // While the control paints, the data of the row that was asked for last: a row paints many cells.
-    bool isPainting = false;
     int paintedRow = -1;  // -1: none, or something may have changed the rows since
     MrktWatchRowData* paintedData = nullptr;
 

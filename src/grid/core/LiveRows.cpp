@@ -124,10 +124,10 @@ int LiveRows::add(CFilterListBaseData* row, bool now, RowTest test) {
     ++m_changes;
     const bool passes = test.passes(dataOf(row));
     if (now && !walk.gone()) layout();  // what may reach the host and throw comes before the commit
-    added.keep();
     if (walk.gone()) return -1;
     if (passes) commit(walk, {.kind = RowStep::Kind::append, .mapIndex = mapIndex, .passes = true, .now = now});
     walk.finish();
+    added.keep();
     return mapIndex;
 }
 

@@ -232,7 +232,8 @@ private:
     void apply(const RowStep& step);
     void leaveWalk(RowWalk& walk, bool finished);
     std::function<void()> playJournal(RowWalk::Journal& journal, bool withOwn, BatchSelection* selection);
-    void finishJournal(RowWalk::Journal& journal);
+    void finishJournal(RowWalk& walk);
+    void moveSelectionInJournal(RowWalk& walk);
     void takeState(DisplayState state);
     void emptyWalks();
 

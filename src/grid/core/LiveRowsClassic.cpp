@@ -67,11 +67,11 @@ ClassicChange LiveRows::setItemData(int item, RowData data, RowTest test) {
     const RowData former = m_store.dataAt(mapIndex);
     DataScope given(m_store, walk, mapIndex, data);
     const bool passes = test.passes(data);
-    given.keep();
     if (walk.gone() || walk.emptied()) return {};
     m_movedUntold = true;  // the control is told of it in the middle, and may move pixels
     if (walk.m_outer) commit(walk, {.kind = RowStep::Kind::give, .mapIndex = mapIndex});
     ClassicChange change = judge(walk, mapIndex, slot, passes);
+    given.keep();
     change.former = former;
     return change;
 }

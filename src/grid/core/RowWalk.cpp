@@ -127,10 +127,8 @@ void RowWalk::expectMore() {
 }
 
 void RowWalk::finish() {
-    if (!m_rows) return;
-    LiveRows& rows = *std::exchange(m_rows, nullptr);
-    rows.leaveWalk(*this, true);
-    if (m_journal && !m_outer && !m_journal->emptied && !m_windowWent) rows.finishJournal(*m_journal);
+    if (m_rows && m_journal && !m_outer && !m_journal->emptied && !m_windowWent) m_rows->finishJournal(*this);
+    if (m_rows) std::exchange(m_rows, nullptr)->leaveWalk(*this, true);
 }
 
 int RowWalk::presentByJournal(int mapIndex) const {
@@ -275,29 +273,37 @@ std::function<void()> LiveRows::playJournal(RowWalk::Journal& journal, bool with
     return again;
 }
 
-// Of an outermost walk: a batch that ended inside it moves the selection now, and rows that came into the display
-// behind an inner sort are sorted in.
-void LiveRows::finishJournal(RowWalk::Journal& journal) {
-    const bool batchEnded = std::any_of(journal.inner.begin(), journal.inner.end(), [](const RowStep& step) {
-        return step.kind == RowStep::Kind::compact && !step.selectionMoved;
-    });
-    const bool sorted = std::any_of(journal.inner.begin(), journal.inner.end(),
-                                    [](const RowStep& step) { return step.again != nullptr; });
-    if (!batchEnded && !sorted) return;
-    RowWalk walk(*this);
+// Of an outermost walk, while it still runs: what comes in meanwhile is in its journal, and an exception takes its
+// commits back. Batches that ended inside it move the selection now, and rows that came into the display behind an
+// inner sort are sorted in.
+void LiveRows::finishJournal(RowWalk& walk) {
+    const auto batchEnded = [&walk] {
+        const std::vector<RowStep>& inner = walk.m_journal->inner;
+        return std::any_of(inner.begin(), inner.end(), [](const RowStep& step) {
+            return step.kind == RowStep::Kind::compact && !step.selectionMoved;
+        });
+    };
+    const std::vector<RowStep>& inner = walk.m_journal->inner;
+    const bool sorted =
+        std::any_of(inner.begin(), inner.end(), [](const RowStep& step) { return step.again != nullptr; });
+    std::function<void()> again;
+    if (sorted) again = playJournal(*walk.m_journal, true, nullptr);
+    while (batchEnded()) {
+        moveSelectionInJournal(walk);
+        if (walk.gone() || walk.emptied()) return;
+    }
+    if (again) again();
+}
+
+void LiveRows::moveSelectionInJournal(RowWalk& walk) {
     BatchSelection selection;
-    std::vector<int> former;
-    if (batchEnded) {
-        selection.mark = m_port.selectionMark();
-        m_port.collectSelected(selection.selected);
-        former = selection.selected;
-    }
-    const auto again = playJournal(journal, true, batchEnded ? &selection : nullptr);
-    if (batchEnded) {
-        settle();
-        moveSelectionTo(walk, former, selection);
-    }
-    if (again && !walk.gone()) again();
+    selection.mark = m_port.selectionMark();
+    m_port.collectSelected(selection.selected);
+    if (walk.gone() || walk.emptied()) return;
+    const std::vector<int> former = selection.selected;
+    playJournal(*walk.m_journal, true, &selection);
+    settle();
+    if (!walk.gone()) moveSelectionTo(walk, former, selection);
 }
 
 void LiveRows::takeState(DisplayState state) {
