@@ -1,6 +1,7 @@
 #include "src/expression/core/ExpressionEvaluator.h"
 #include "src/expression/core/ExpressionOperators.h"
 #include "tests/core/expression/ExpressionGenerator.h"
+#include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -166,14 +167,12 @@ TEST(ExpressionParts, TextsEndAtTheFirstNul) {
 
 // Generated texts, both roads. QUOR_EXPRESSION_CASES=10000000 makes the search a long one; QUOR_SEED repeats one.
 TEST(ExpressionRoads, AgreeOnGeneratedTexts) {
-    const char* cases = std::getenv("QUOR_EXPRESSION_CASES");
-    const char* seedText = std::getenv("QUOR_SEED");
-    const long long count = cases ? std::atoll(cases) : 60'000;
-    const auto seed = seedText ? std::strtoull(seedText, nullptr, 10) : std::random_device{}();
+    const long count = test::rounds("QUOR_EXPRESSION_CASES", 600'000);
+    const unsigned seed = test::anySeed();
     RecordProperty("seed", std::to_string(seed));
     expression_test::Generator generator(seed);
-    long long succeeded = 0;
-    for (long long i = 0; i < count; ++i) {
+    long succeeded = 0;
+    for (long i = 0; i < count; ++i) {
         const std::string text = generator.next();
         ASSERT_EQ(expression_test::difference(text), "") << "QUOR_SEED=" << seed;
         double value = 0;

@@ -4,6 +4,7 @@
 // Rows die as soon as they were deleted, so that whoever touches one is found. Classic mode has a mix of its own.
 //   QUOR_REENTRY_STEPS  how many operations, 200,000 by default      QUOR_REENTRY_SEED  of the first run
 #include "tests/core/grid/StoreHarness.h"
+#include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -680,15 +681,10 @@ private:
     long m_innerSteps = 0;
 };
 
-long fromEnvironment(const char* name, long otherwise) {
-    const char* const text = std::getenv(name);
-    return text ? std::atol(text) : otherwise;
-}
-
 template <class Run>
 void runSeeds() {
-    const long steps = fromEnvironment("QUOR_REENTRY_STEPS", 200000);
-    const auto first = static_cast<unsigned>(fromEnvironment("QUOR_REENTRY_SEED", 1));
+    const long steps = test::fromEnvironment("QUOR_REENTRY_STEPS", 200000);
+    const auto first = static_cast<unsigned>(test::fromEnvironment("QUOR_REENTRY_SEED", 1));
     constexpr long kStepsOfASeed = 500;
     long inner = 0;
     for (long done = 0; done < steps; done += kStepsOfASeed) {

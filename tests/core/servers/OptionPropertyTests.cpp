@@ -3,6 +3,7 @@
 #include "PlainTree.h"
 
 #include "servers/core/OptionModel.h"
+#include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -42,21 +43,14 @@ protected:
              << ", QUOR_SEED=" << m_seed;
         return text.str();
     }
-    static int cases() {
-        const char* text = std::getenv("QUOR_OPTION_CASES");
-        return text ? std::atoi(text) : 200;
-    }
+    static long cases() { return test::rounds("QUOR_OPTION_CASES", 2000); }
 
 private:
-    static unsigned long long seed() {
-        const char* text = std::getenv("QUOR_SEED");
-        return text ? std::strtoull(text, nullptr, 10) : std::random_device{}();
-    }
     double between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(m_random); }
     double spread(double low, double high) { return low * std::pow(high / low, between(0, 1)); }
     bool chance(double share) { return between(0, 1) < share; }
 
-    const unsigned long long m_seed = seed();
+    const unsigned m_seed = test::anySeed();
     std::mt19937_64 m_random{m_seed};
 };
 

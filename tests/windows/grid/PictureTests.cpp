@@ -4,6 +4,7 @@
 //   QUOR_PICTURE_STEPS  steps of all mixes together (2,000 by default), QUOR_GRABS likewise for the grabs
 #include "src/foundation/TimerIds.h"
 #include "support/PictureOracle.h"
+#include "tests/support/Rounds.h"
 #include "windows/grid/GridFixture.h"
 
 #include <algorithm>
@@ -16,11 +17,6 @@ namespace {
 constexpr int kMostRows = 60;
 constexpr DWORD kPaintedGrid = kGridStyle | LVS_OWNERDRAWFIXED;
 constexpr int kConfigurations = 16;
-
-int fromEnvironment(const char* name, int otherwise) {
-    const char* const text = std::getenv(name);
-    return text ? std::atoi(text) : otherwise;
-}
 
 // Tells when it is about to paint.
 class PaintedGrid : public CFilterListCtrl {
@@ -189,7 +185,7 @@ private:
 
 TEST_P(GridPictures, AreThoseOfAFullRepaint) {
     begin();
-    const int steps = fromEnvironment("QUOR_PICTURE_STEPS", 2000) / kConfigurations;
+    const long steps = test::fromEnvironment("QUOR_PICTURE_STEPS", 2000) / kConfigurations;
     for (int i = 0; i < steps; ++i) {
         step();
         payDebts();
@@ -264,7 +260,7 @@ TEST_P(GridGrabs, ShowTheRowsOfOneMoment) {
     m_grid.NoSelectionPaint = true;
     m_grid.onPaint = [this] { remember(); };
     remember();
-    const int grabs = fromEnvironment("QUOR_GRABS", 2000) / kConfigurations;
+    const long grabs = test::fromEnvironment("QUOR_GRABS", 2000) / kConfigurations;
     for (int i = 0; i < grabs; ++i) {
         step();
         if (pick(3) == 0) processEndofBatchUpdates();

@@ -8,6 +8,7 @@
 #include "src/foundation/TimerIds.h"
 #include "src/grid/FilterListCtrlInternal.h"
 #include "src/list/ListCommands.h"
+#include "tests/support/Rounds.h"
 #include "windows/grid/GridFixture.h"
 
 #include <algorithm>
@@ -32,11 +33,6 @@ constexpr UINT kFiltersChanged = WM_APP + 1;
 constexpr int kValueColumn = 1, kUserColumn = 2;
 constexpr int kRowsAtStart = 30;
 constexpr std::size_t kMostRows = 60;
-
-long fromEnvironment(const char* name, long otherwise) {
-    const char* const text = std::getenv(name);
-    return text ? std::atol(text) : otherwise;
-}
 
 struct HostRow : CFilterListBaseData {
     int key = 0;
@@ -547,8 +543,8 @@ std::string ReentryMix::compareQuietly() {
 TEST_P(ReentryMix, SurvivesAHostThatComesBackAtAnyMoment) {
     constexpr int kGrids = 16;
     constexpr long kStepsOfASeed = 100;
-    const long steps = fromEnvironment("QUOR_REENTRY_STEPS", 5000) / kGrids;
-    const auto first = static_cast<unsigned>(fromEnvironment("QUOR_SEED", 1));
+    const long steps = test::fromEnvironment("QUOR_REENTRY_STEPS", 5000) / kGrids;
+    const auto first = static_cast<unsigned>(test::fromEnvironment("QUOR_SEED", 1));
     for (long done = 0; done < steps; ++done) {
         const unsigned seed = first + static_cast<unsigned>(done / kStepsOfASeed);
         if (done % kStepsOfASeed == 0) {

@@ -2,6 +2,7 @@
 
 #include "support/PictureOracle.h"
 #include "support/WindowFixture.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -46,9 +47,8 @@ PictureMix::PictureMix(CCommonListCtrl& list, RowOwner rows, unsigned seed)
 }
 
 std::string PictureMix::run() {
-    const char* const told = std::getenv("QUOR_PICTURE_STEPS");
-    const int steps = told ? std::atoi(told) : 500;
-    for (int i = 0; i < steps; ++i) {
+    const long steps = test::fromEnvironment("QUOR_PICTURE_STEPS", 500);
+    for (long i = 0; i < steps; ++i) {
         const std::string name = step();
         test::pumpUntilIdle();
         const std::string fault = test::stalePixels(m_list);

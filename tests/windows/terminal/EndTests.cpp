@@ -15,6 +15,7 @@
 
 #include "ChildProcess.h"
 #include "host/resource.h"
+#include "tests/support/Rounds.h"
 
 namespace terminal {
 
@@ -208,17 +209,13 @@ struct TerminalEnd : testing::Test {
     static inline DWORD s_start = 0;  // milliseconds until the terminal shows itself
 };
 
-int rounds() {
-    const char* const wanted = std::getenv("QUOR_END_ROUNDS");
-    return wanted ? std::atoi(wanted) : 16;
-}
-
 TEST_F(TerminalEnd, AtAnyMomentLeavesNoPoorerLayout) {
-    const unsigned seed = std::random_device{}();
+    const unsigned seed = test::anySeed();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     enum End { kill, session, windowGoes, close, ends };
-    for (int round = 0; round < rounds(); ++round) {
+    const long rounds = test::rounds("QUOR_END_ROUNDS", 160);
+    for (long round = 0; round < rounds; ++round) {
         const auto end = static_cast<End>(round % ends);
         const Layout before = storedLayout();
         Layout present = before;
