@@ -153,7 +153,7 @@ int LiveRows::update(CFilterListBaseData* row, RowTest test) {
     if (!numbers) return 0;
     if (test.function == nullptr) {
         const RowLayout* const inForce = layoutInForce();
-        if (!inForce || m_toldAhead || numbers->displayIndex == -1) {
+        if (!inForce || m_walk || numbers->displayIndex == -1) {
             RowWalk walk(*this);
             return updateSlowly(walk, numbers->mapIndex, true);
         }

@@ -18,7 +18,8 @@
 namespace {
 
 struct LiveRow : CFilterListBaseData {
-    int key = 0;  // shown if above 2
+    int key = 0;        // shown if above 2
+    int mapIndex = -1;  // of opti-data mode; to ask the list would be to come back
 };
 
 enum class Kind { add, update, remove, endBatch, rebuild, sort, empty };
@@ -156,6 +157,9 @@ public:
         auto record = std::make_unique<Record>();
         m_depth = 0;
         m_destroyed = false;
+        m_fault.clear();
+        if (m_rows->displayCount() > 0)
+            m_port->control.setState(pick(m_rows->displayCount()), kRowSelected, kRowSelected);
         try {
             perform(*record);
         } catch (const std::runtime_error&) {
@@ -165,7 +169,7 @@ public:
         m_model.apply(*record);
         if (m_model.mayHaveSlot()) m_model.settleSlots(m_rows->itemCount());
         m_model.endStep();
-        const std::string fault = compare();
+        const std::string fault = m_fault.empty() ? compare() : m_fault;
         return fault.empty() ? fault : fault + "\n" + told(*record, 1);
     }
     long innerSteps() const { return m_innerSteps; }
@@ -179,6 +183,7 @@ private:
         m_port = std::make_unique<PretendedPort>();
         m_port->layout = {.rowHeight = 10, .countPerPage = 4, .totalWidth = 100};
         m_port->layout.visible = true;
+        m_port->onState = [this] { hearState(); };
         m_rows = std::make_unique<LiveRows>(*m_port);
         m_rows->enterOptiData();
         m_rows->setReverse(pick(2) == 0);
@@ -192,15 +197,40 @@ private:
                 this};
     }
 
+    // A notification of the control. What the operation has done by then, only those tell that fail as one.
+    void hearState() {
+        if (!m_active || m_destroyed || m_depth > 2 || pick(3) != 0) return;
+        Record& record = *m_active;
+        const bool isOne = record.kind == Kind::add || record.kind == Kind::update || record.kind == Kind::rebuild;
+        try {
+            comeBack(record);
+            if (isOne && !m_destroyed && pick(4) == 0) throw std::runtime_error("the host");
+        } catch (const std::runtime_error&) {
+            if (isOne) throw;
+        }
+        m_active = &record;
+    }
+
+    // The list answers in the middle of an operation as it was before.
+    void look() {
+        LiveRow& row = anyRow();
+        int mapIndex = -1, visual = -1;
+        m_rows->numbersOf(&row, mapIndex, visual);
+        if (mapIndex == -1) return;
+        const int slot = m_rows->slotOfMapIndex(mapIndex);
+        if (visual != (slot == -1 ? -1 : m_rows->mirrored(slot)))
+            m_fault = "row " + std::to_string(mapIndex) + " is not where it says";
+    }
+
     // What a host's callback does. False once the rows are gone.
     bool ask(RowData data) {
         Record& record = *m_active;
         const auto* const row = static_cast<LiveRow*>(reinterpret_cast<CFilterListBaseData*>(data));
-        const int key = row->key;
-        const int mapIndex = mapIndexOf(data);
+        const int key = row->key, mapIndex = row->mapIndex;
         int many = pick(12) == 0 ? 1 + pick(2) : 0;
         while (many-- > 0 && m_depth < 3 && !m_destroyed) comeBack(record);
         if (m_destroyed) return false;
+        if (pick(20) == 0 && !m_live.empty()) look();
         m_active = &record;
         if (pick(60) == 0) throw std::runtime_error("the host");
         record.answers[mapIndex] = record.kind == Kind::sort ? key : key > 2;
@@ -240,9 +270,14 @@ private:
         } else if (choice < 10) {
             record.kind = Kind::update;
             LiveRow& row = anyRow();
-            record.mapIndex = mapIndexOf(dataOfRow(row));
+            record.mapIndex = row.mapIndex;
             row.key = pick(6);
-            m_rows->update(&row, test());
+            if (pick(8) == 0) {  // without filters
+                record.answers[row.mapIndex] = 1;
+                m_rows->update(&row, {});
+            } else {
+                m_rows->update(&row, test());
+            }
         } else if (choice < 12 || choice >= 20) {
             record.kind = Kind::remove;
             remove(record);
@@ -274,7 +309,7 @@ private:
         row->key = pick(6);
         LiveRow* const added = row.get();
         m_live[added] = std::move(row);
-        record.mapIndex = m_rows->itemCount();
+        record.mapIndex = added->mapIndex = m_rows->itemCount();
         try {
             m_rows->add(added, record.now, test());
         } catch (...) {
@@ -285,7 +320,7 @@ private:
 
     void remove(Record& record) {
         LiveRow& row = anyRow();
-        record.mapIndex = mapIndexOf(dataOfRow(row));
+        record.mapIndex = row.mapIndex;
         m_rows->remove(&row, record.now);
         m_live.erase(&row);
     }
@@ -293,6 +328,7 @@ private:
     void sort(Record& record) {
         RowWalk walk(*m_rows);
         m_rows->endBatch(walk);
+        if (walk.gone()) return;
         std::vector<std::int32_t> shown = m_rows->displayedInMapOrder();
         std::map<int, int> keys;
         for (const std::int32_t mapIndex : shown) {
@@ -309,14 +345,6 @@ private:
         walk.finish();
     }
 
-    static RowData dataOfRow(LiveRow& row) {
-        return reinterpret_cast<RowData>(static_cast<CFilterListBaseData*>(&row));
-    }
-    int mapIndexOf(RowData data) {
-        int mapIndex = -1, visual = -1;
-        m_rows->numbersOf(reinterpret_cast<CFilterListBaseData*>(data), mapIndex, visual);
-        return mapIndex;
-    }
     LiveRow& anyRow() {
         auto row = m_live.begin();
         std::advance(row, pick(static_cast<int>(m_live.size())));
@@ -370,6 +398,7 @@ private:
     Record* m_active = nullptr;
     int m_depth = 0;
     bool m_destroyed = false;
+    std::string m_fault;  // of an answer in the middle
     long m_innerSteps = 0;
 };
 
