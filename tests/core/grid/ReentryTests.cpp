@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <stdexcept>
 
 namespace {
@@ -47,9 +48,11 @@ public:
     void apply(const Record& record) {
         if (!record.threw) applyOwn(record);
         if (record.threw && record.kind == Kind::sort) endBatch();  // which came before
-        if (record.threw && record.kind == Kind::add && !record.inner.empty()) m_mayHaveSlot = true;
+        const bool goes = record.threw && record.kind == Kind::add;
+        if (goes && !record.inner.empty()) m_mayHaveSlot = true;
+        if (goes) m_adding.insert(record.mapIndex);
         for (const auto& inner : record.inner) apply(*inner);
-        if (record.threw && record.kind == Kind::add) takeBack(record.mapIndex);
+        if (goes && m_adding.erase(record.mapIndex)) takeBack(record.mapIndex);
     }
     bool mayHaveSlot() const { return m_mayHaveSlot; }
     void settleSlots(int count) {
@@ -109,8 +112,10 @@ private:
                 break;
             case Kind::empty:
                 batchIsMoot = true;  // what is pending finds nothing to do
+                deletePending = insertPending = false;
                 live.clear();
                 display.clear();
+                m_adding.clear();
                 break;
         }
     }
@@ -127,9 +132,8 @@ private:
         deletePending = insertPending = false;
     }
     void eraseDead(std::vector<std::int32_t>::iterator from) {
-        // A row whose add will throw has no slot yet; it is no tombstone.
         const auto isDead = [this](int one) {
-            return one < static_cast<int>(live.size()) && !live[static_cast<std::size_t>(one)];
+            return one < static_cast<int>(live.size()) && !live[static_cast<std::size_t>(one)] && !m_adding.count(one);
         };
         display.erase(std::remove_if(from, display.end(), isDead), display.end());
     }
@@ -142,6 +146,7 @@ private:
         if (!orderIsOpen) display = next;
     }
 
+    std::set<int> m_adding;  // rows whose add will throw: no tombstones before it does
     bool m_mayHaveSlot = false;
 };
 
@@ -313,9 +318,15 @@ private:
         try {
             m_rows->add(added, record.now, test());
         } catch (...) {
-            if (!m_destroyed) m_live.erase(added);  // nothing may know it any more
+            if (!m_destroyed) forget(added, record.mapIndex);  // nothing may know it any more
             throw;
         }
+    }
+
+    // A row that was deleted meanwhile may have left its memory to another.
+    void forget(LiveRow* row, int mapIndex) {
+        if (const auto found = m_live.find(row); found != m_live.end() && found->second->mapIndex == mapIndex)
+            m_live.erase(found);
     }
 
     void remove(Record& record) {
@@ -366,10 +377,7 @@ private:
             std::sort(shallBe.begin(), shallBe.end());
         }
         if (shown != shallBe) return "the orders differ: " + told(shown) + "not " + told(shallBe);
-        if (std::exchange(m_model.batchIsMoot, false)) {
-            m_model.insertPending = m_rows->batchIsOpen();
-            m_model.deletePending = false;
-        }
+        if (std::exchange(m_model.batchIsMoot, false)) m_model.insertPending |= m_rows->batchIsOpen();
         if (m_rows->batchIsOpen() != (m_model.deletePending || m_model.insertPending)) return "the batches differ";
         return {};
     }
