@@ -31,9 +31,9 @@ public:
 
 // ---- The test of a row
 
+// The filter is a text of the store, which has it compiled: a walk asks for every row.
 int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
-    const auto length = static_cast<std::size_t>(filter.GetLength());
-    return FilterTokens({filter.GetString(), length}, matchesExactly()).passes(cell);
+    return m_parts->filters.tokensOf(filter, matchesExactly()).passes(cell);
 }
 
 // The host may end the grid, change its filters or free the row while it gives a text.
@@ -42,7 +42,9 @@ bool CFilterListCtrl::Parts::passesFilters(DWORD_PTR data, const RowWalk& walk) 
     for (int i = 0; i < filters.count(); ++i) {
         m_list.readCell(data, filters.columnAt(i), cell.text);
         if (walk.gone() || (walk.disturbed() && !rows.holdsData(data))) return false;
-        if (i < filters.count() && !filters.tokensAt(i, m_list.matchesExactly()).passes(cell.text)) return false;
+        if (i >= filters.count()) break;
+        auto& filter = const_cast<CString&>(filters.textAt(i));  // older than const; the text is only read
+        if (!m_list.IsItemMatchingFilter(cell.text, filter)) return false;
     }
     return true;
 }

@@ -33,6 +33,11 @@ public:
         return isThere ? *m_compiled[index] : compile(index, exact);
     }
 
+    // The same of a text that is this store's own: what textAt gives, no copy of it.
+    const FilterTokens& tokensOf(const CString& own, bool exact) {
+        return tokensAt(static_cast<int>(&own - FilterStrings.GetData()), exact);
+    }
+
 protected:
     CArray<int, int> FilteredCols;
     CArray<CString, CString> FilterStrings;
