@@ -2,7 +2,6 @@
 
 namespace {
 
-constexpr int kUserColumnDataType = 2;
 constexpr int kUserColumnWidth = 80;
 
 // A fresh copy of a source's array in place of the target's pointer, which is let go unfreed: others may share it.
@@ -32,7 +31,7 @@ sQuorColInfo makeUserColumn(const char* name, const char* expression, const char
     sQuorColInfo column;
     setColumnName(column, name);
     column.iFormat = kFormatRight;
-    column.iDataType = kUserColumnDataType;
+    column.iDataType = kTypeDecimal;
     column.iWidth = kUserColumnWidth;
     column.csExpression = expression;
     column.csToolTip = toolTip;

@@ -23,7 +23,7 @@ bool DisplayedRows::note(sFilterListRowIndex& numbers, int passes) {
 }
 
 SettledTicks DisplayedRows::settle(bool reverse) {
-    constexpr std::size_t farAhead = 16, nearAhead = 8;
+    constexpr std::size_t kFarAhead = 16, kNearAhead = 8;
     DisplayOrder& order = *m_lazy;
     const std::size_t count = m_noteCount;
     m_noteCount = 0;
@@ -31,8 +31,8 @@ SettledTicks DisplayedRows::settle(bool reverse) {
     SettledTicks done;
     done.lowestCount = order.size();
     for (std::size_t i = 0; i < count; ++i) {
-        if (i + farAhead < count) order.prefetchHome(m_notes[i + farAhead].mapIndex);
-        if (i + nearAhead < count) order.prefetchPlace(m_notes[i + nearAhead].mapIndex);
+        if (i + kFarAhead < count) order.prefetchHome(m_notes[i + kFarAhead].mapIndex);
+        if (i + kNearAhead < count) order.prefetchPlace(m_notes[i + kNearAhead].mapIndex);
         const Note tick = m_notes[i];
         const int formerCount = order.size();
         if (tick.shown && tick.passes) {

@@ -9,11 +9,11 @@ namespace quor::grid {
 // ---- Layout
 
 const RowLayout& LiveRows::layout() {
-    static const RowLayout none;
+    static const RowLayout kNoLayout;
     if (m_layoutIsStale) {
         const RowWalk walk(*this);
         readLayout();
-        if (walk.rowsWent()) return none;
+        if (walk.rowsWent()) return kNoLayout;
     } else if (m_visibilityIsStale) {
         readVisibility();
     }

@@ -5,6 +5,7 @@
 
 #include "platform/base/DateTime.h"
 #include "platform/base/Numbers.h"
+#include "src/foundation/core/ColumnRecords.h"
 #include "src/list/core/MergeSort.h"
 #include "src/list/core/NaturalCompare.h"
 
@@ -44,20 +45,20 @@ double numberOf(const char* text, SortRule rule) {
 SortKeys::Kind SortKeys::kindOf(int dataType, SortRule rule) {
     const bool single = rule == SortRule::singleColumn;
     switch (dataType) {
-        case 1:
-        case 4:
+        case kTypeInteger:
+        case kTypeLongInteger:
             return Kind::integer;
-        case 2:
-        case 5:
+        case kTypeDecimal:
+        case kTypePlainDecimal:
             return Kind::number;
-        case 3:
+        case kTypeMixed:
             return Kind::natural;
-        case 6:
+        case kTypeDateTime:
             return Kind::date;
-        case 7:
-        case 9:
+        case kTypeWatchDecimal:
+        case kTypeTrendDecimal:
             return single ? Kind::number : Kind::none;
-        case 8:
+        case kTypeText:
             return single ? Kind::text : Kind::none;
         default:
             return Kind::none;

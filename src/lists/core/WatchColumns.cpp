@@ -12,7 +12,6 @@ namespace quor::watch {
 namespace {
 
 constexpr int kUserColumnWidth = 80;
-constexpr int kUserColumnDataType = 7;
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
@@ -154,7 +153,7 @@ sQuorColInfo makeWatchUserColumn(const WatchColumn& column, int width) {
     expression::setExpressions(made, expression::ListFamily::marketWatch, column.idForm, column.displayForm);
     made.iWidth = width;
     made.iFormat = kFormatRight;
-    made.iDataType = kUserColumnDataType;
+    made.iDataType = kTypeWatchDecimal;
     return made;
 }
 
