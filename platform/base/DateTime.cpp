@@ -1,3 +1,5 @@
+// The texts have fixed places, so digits are taken by count and a text is told by its third character. Days are counted
+// in one number, whose order is that of the calendar: a comparison of dates is one of integers.
 #include "platform/base/DateTime.h"
 
 namespace quor {

@@ -1,3 +1,5 @@
+// Every row has a result for every pair of operands, also where C++ leaves it open (shifts, a remainder by -1, a value
+// that no integer holds): a stored formula gives one number in every build and on every processor.
 #include "src/expression/core/ExpressionOperators.h"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// Copies never free what they replace: hosts assign records while others still use the same arrays. A leak that an
+// owner can prevent is borne; memory that is freed under a list is not.
 #include "src/foundation/core/ColumnRecords.h"
 
 namespace {

@@ -1,3 +1,5 @@
+// Each rule may override the one before it, so their order is what counts: stripes, then the host, then defaults for
+// what nobody set, then check, and grey over all.
 #include "src/grid/core/CellPainting.h"
 
 #include <cstdlib>

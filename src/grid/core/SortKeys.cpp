@@ -1,3 +1,5 @@
+// Texts lie in one block, each with its terminator, since a string object a row would be an allocation a row. Equal
+// texts are watched for as they come in: a click on a column of one value is to move nothing.
 #include "src/grid/core/SortKeys.h"
 
 #include "platform/base/Numbers.h"

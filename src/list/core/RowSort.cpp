@@ -1,3 +1,6 @@
+// The rule is needed twice, over two texts and over a whole list, and must not differ: so a comparison of two texts
+// makes keys of them too. Integers wrap on purpose, through unsigned arithmetic, where a difference of ints could not
+// be relied on.
 #include "src/list/core/RowSort.h"
 
 #include <cstring>

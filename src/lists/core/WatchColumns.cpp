@@ -1,3 +1,6 @@
+// The columns belong to all watches and the places to one, and either may be older than the other. So the arrays are
+// first brought to the length of what exists, then user columns without a place get one, and places close up last, when
+// no later step can open a gap again.
 #include "src/lists/core/WatchColumns.h"
 
 #include "src/expression/core/CustomColumnText.h"
