@@ -1,6 +1,6 @@
 // What costs here is not the work but waiting for rows, which lie far apart in memory. So rows are written in the order
-// of the map, not of the display, with the ones ahead fetched in time; and nothing jumps on what a row says, since that
-// cannot be foretold.
+// of the map, not of the display, with the ones ahead fetched in time; and to note a tick jumps on nothing that its row
+// says, since that cannot be foretold.
 #include "src/grid/core/DisplayedRows.h"
 
 #include <algorithm>
