@@ -1,3 +1,5 @@
+// The texts have fixed places, so digits are taken by count and a text is told by its third character. Days are counted
+// in one number, whose order is that of the calendar: a comparison of dates is one of integers.
 #include "platform/base/DateTime.h"
 
 namespace quor {
@@ -31,8 +33,8 @@ bool take(const char*& p, char c) {
 bool isLeapYear(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
 int daysIn(int month, int year) {
-    constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return month == 2 && isLeapYear(year) ? 29 : days[month - 1];
+    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return month == 2 && isLeapYear(year) ? 29 : kDays[month - 1];
 }
 
 // Years are counted from March, so that the leap day is the last of its year. January and February of year 0 would come

@@ -1,3 +1,5 @@
+// Borders and margins grow with the screen's density, but a border never vanishes, and the glyph stays odd so that its
+// stem has a middle.
 #include "platform/base/FilterBarLayout.h"
 
 #include <algorithm>

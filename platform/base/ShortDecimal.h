@@ -15,7 +15,7 @@ inline constexpr double kShortPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5, 
 // How many characters the number has; 0, with `value` left alone, if it is of another kind. What follows it is the
 // caller's to look at: an exponent, for one.
 inline std::size_t readShortDecimal(const char* text, double& value) {
-    constexpr std::size_t longest = std::size(kShortPowersOfTen) - 1;
+    constexpr std::size_t kLongest = std::size(kShortPowersOfTen) - 1;
     const auto digit = [](char c) { return static_cast<unsigned>(c) - '0'; };
     const char* at = text;
     std::uint64_t whole = 0;  // of a long number it is wrong, and not used
@@ -28,7 +28,7 @@ inline std::size_t readShortDecimal(const char* text, double& value) {
         decimals = static_cast<std::size_t>(at - fraction);
         digits += decimals;
     }
-    if (digits == 0 || digits > longest) return 0;
+    if (digits == 0 || digits > kLongest) return 0;
     value = static_cast<double>(whole) / kShortPowersOfTen[decimals];
     return static_cast<std::size_t>(at - text);
 }

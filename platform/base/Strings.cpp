@@ -1,3 +1,6 @@
+// A cell's text is made and dropped for every paint and every test of a row, so strings avoid the heap: a text that
+// fits its block is written in place, blocks are rounded up so that texts of one kind fit one another's, and only what
+// is shared, or too small, is made anew.
 #include "platform/base/Strings.h"
 
 #include <algorithm>

@@ -182,9 +182,9 @@ private:
     // strlen, without a call for the texts of cells. Byte by byte: a text that was just formatted so is slow to read in
     // larger pieces.
     static std::size_t lengthOf(LPCSTR text) noexcept {
-        constexpr std::size_t usual = 16;
+        constexpr std::size_t kUsual = 16;
         if (!__builtin_constant_p(__builtin_strlen(text))) {
-            for (std::size_t length = 0; length < usual; ++length)
+            for (std::size_t length = 0; length < kUsual; ++length)
                 if (text[length] == '\0') return length;
         }
         return std::strlen(text);

@@ -1,4 +1,5 @@
-// The INI pair, over the private-profile calls of the system.
+// The INI pair, over the private-profile calls of the system. These cut, crash or lose a text without a word (a length
+// beyond 16 bits, a NUL, a line break, outer blanks and quotes): what would not come back is quoted or refused here.
 
 #include "platform/tools/QuorTools.h"
 

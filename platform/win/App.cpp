@@ -15,8 +15,8 @@ namespace {
 // executable's.
 HINSTANCE moduleAround(const void* object) {
     HMODULE module = nullptr;
-    constexpr DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-    if (::GetModuleHandleExA(flags, static_cast<LPCSTR>(object), &module)) return module;
+    constexpr DWORD kFlags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (::GetModuleHandleExA(kFlags, static_cast<LPCSTR>(object), &module)) return module;
     return ::GetModuleHandleA(nullptr);
 }
 

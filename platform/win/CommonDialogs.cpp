@@ -11,7 +11,7 @@ IMPLEMENT_DYNAMIC(CFontDialog, CCommonDialog)
 namespace {
 
 // Many files may be chosen at once; the dialog fails when their names need more.
-constexpr std::size_t pathRoom = 64 * 1024;
+constexpr std::size_t kPathRoom = 64 * 1024;
 
 // "Name|*.x||" to "Name\0*.x\0\0".
 std::vector<char> filterOf(LPCTSTR filter) {
@@ -35,7 +35,7 @@ HWND CCommonDialog::ownerWindow() const { return handleOf(CWnd::GetSafeOwner(m_p
 
 CFileDialog::CFileDialog(BOOL open, LPCTSTR defaultExtension, LPCTSTR fileName, DWORD flags, LPCTSTR filter,
                          CWnd* parent)
-    : CCommonDialog(parent), m_open(open), m_defaultExtension(defaultExtension), m_path(pathRoom) {
+    : CCommonDialog(parent), m_open(open), m_defaultExtension(defaultExtension), m_path(kPathRoom) {
     if (fileName) ::lstrcpyn(m_path.data(), fileName, static_cast<int>(m_path.size()));
     if (filter) m_filter = filterOf(filter);
     m_ofn.lStructSize = sizeof(m_ofn);

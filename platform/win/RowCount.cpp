@@ -137,8 +137,8 @@ void tellHidden(CWnd& list, int count) {
 class ProbedList : public CWnd {
 public:
     ProbedList() {
-        constexpr DWORD style = WS_POPUP | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA;
-        m_window = ::CreateWindowExA(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, WC_LISTVIEWA, "", style, -4000, -4000, 200,
+        constexpr DWORD kStyle = WS_POPUP | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA;
+        m_window = ::CreateWindowExA(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, WC_LISTVIEWA, "", kStyle, -4000, -4000, 200,
                                      200, nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
         if (!m_window) return;
         LVCOLUMNA column{};

@@ -4,7 +4,7 @@ IMPLEMENT_DYNAMIC(CToolTipCtrl, CWnd)
 
 namespace {
 
-constexpr int longestTip = 1024;
+constexpr int kLongestTip = 1024;
 
 // Id 0 means the window itself, which is then reported by its parent.
 TOOLINFO toolOf(const CWnd* window, UINT_PTR id) {
@@ -18,7 +18,7 @@ TOOLINFO toolOf(const CWnd* window, UINT_PTR id) {
 
 CString resourceText(UINT id) {
     CString text;
-    const int length = ::LoadString(AfxGetResourceHandle(), id, text.GetBuffer(longestTip), longestTip);
+    const int length = ::LoadString(AfxGetResourceHandle(), id, text.GetBuffer(kLongestTip), kLongestTip);
     text.ReleaseBuffer(length);
     return text;
 }
@@ -69,9 +69,9 @@ void CToolTipCtrl::UpdateTipText(UINT textId, CWnd* window, UINT_PTR id) {
 
 void CToolTipCtrl::GetText(CString& text, CWnd* window, UINT_PTR id) const {
     TOOLINFO info = toolOf(window, id);
-    info.lpszText = text.GetBuffer(longestTip);
+    info.lpszText = text.GetBuffer(kLongestTip);
     info.lpszText[0] = '\0';
-    send(this, TTM_GETTEXT, longestTip, pointerParam(&info));
+    send(this, TTM_GETTEXT, kLongestTip, pointerParam(&info));
     text.ReleaseBuffer();
 }
 

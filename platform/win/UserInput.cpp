@@ -52,11 +52,11 @@ void sendClick(HWND window, POINT point, MouseButton button, int times) {
 }
 
 void sendDrag(HWND window, POINT from, POINT to) {
-    constexpr int steps = 4;
+    constexpr int kSteps = 4;
     std::vector<INPUT> batch{moveTo(window, from), mouseInput(MOUSEEVENTF_LEFTDOWN)};
-    for (int step = 1; step <= steps; ++step)
+    for (int step = 1; step <= kSteps; ++step)
         batch.push_back(
-            moveTo(window, {from.x + (to.x - from.x) * step / steps, from.y + (to.y - from.y) * step / steps}));
+            moveTo(window, {from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps}));
     batch.push_back(mouseInput(MOUSEEVENTF_LEFTUP));
     send(batch);
 }

@@ -147,8 +147,8 @@ double CQuorCOMWrapApp::GetPortfLongOptValueWra() { return portfolioValue(); }
 double CQuorCOMWrapApp::GetPortfShortOptValueWra() { return portfolioValue(); }
 
 double CQuorCOMWrapApp::GetPortfTotReqWra() {
-    constexpr short whole = 1, lessOptionValue = 1;
-    marginServer.call(&IMarginCalculator::GetTotalRequirement, whole, lessOptionValue, &m_dPortfolioValue);
+    constexpr short kWhole = 1, kLessOptionValue = 1;
+    marginServer.call(&IMarginCalculator::GetTotalRequirement, kWhole, kLessOptionValue, &m_dPortfolioValue);
     return m_dPortfolioValue;
 }
 

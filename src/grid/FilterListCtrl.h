@@ -35,6 +35,10 @@ typedef int (CWnd::*ColumnTextMemberCallback)(DWORD_PTR data, int columnIndex, C
                                               COLORREF& background, int& icon);
 typedef int (CWnd::*ExportTextMemberCallback)(DWORD_PTR data, int columnIndex, CString& text, int& icon);
 
+// The stripes of AlternateRows, by visual row.
+inline constexpr COLORREF kDefaultEvenRows = RGB(240, 247, 249);
+inline constexpr COLORREF kDefaultOddRows = RGB(230, 230, 250);
+
 class QUOR_CONTROLS_API CFilterListCtrl : public CCommonListCtrl {
     DECLARE_DYNAMIC(CFilterListCtrl)
 
@@ -201,12 +205,12 @@ public:
     // slot: in reverse display they speak of different rows.
     void SortOnChecked();
 
-    // Where hosts of an older kind look for the keys of a run. The keys lie in arrays of the run's own now: these are
-    // emptied and released at the end of every run, and nothing fills them.
+    // Where hosts of an older kind look for the keys of a run. Declared and empty: the keys lie in arrays of the run's
+    // own, and what a host put into these goes at the end of every run.
     static CArray<__int64, __int64> g_SortDataLongArr;
     static CArray<double, double> g_SortDataDblArr;
     static CStringArray g_SortDataStrArr;
-    static CFilterListCtrl* g_SortingList;  // the last one that sorted; compare it, do not follow it
+    static CFilterListCtrl* g_SortingList;  // the one that sorted last; null once that is gone
 
     // --- Check states. Item numbers out of range give 0; the getter by map index trusts its caller. No repaint.
 
@@ -226,14 +230,14 @@ public:
 
     // --- Looks
 
-    bool AlternateRows = false;           // rows in two colours
-    bool GreyedOut = false;               // all rows grey
-    bool NoRowFill = false;               // no flat fill: the background shows
-    bool NoSelectionPaint = false;        // a selected row looks like any other
-    bool CustomDrawMode = false;          // paint by custom draw; m_bCustomDraw too, and no LVS_OWNERDRAWFIXED
-    bool SortOnCheckedFlag = false;       // checked rows first, on a ground of their own
-    COLORREF AlternateColor1 = 16381936;  // even visual rows
-    COLORREF AlternateColor2 = 16443110;
+    bool AlternateRows = false;      // rows in two colours
+    bool GreyedOut = false;          // all rows grey
+    bool NoRowFill = false;          // no flat fill: the background shows
+    bool NoSelectionPaint = false;   // a selected row looks like any other
+    bool CustomDrawMode = false;     // paint by custom draw; m_bCustomDraw too, and no LVS_OWNERDRAWFIXED
+    bool SortOnCheckedFlag = false;  // checked rows first, on a ground of their own
+    COLORREF AlternateColor1 = kDefaultEvenRows;
+    COLORREF AlternateColor2 = kDefaultOddRows;
     // Fills run from their colour to white.
     void SetDrawShades(bool on) { DrawShades = on; }
     bool GetDrawShades() const { return DrawShades; }

@@ -31,9 +31,12 @@ public:
 
 // ---- The test of a row
 
+// A walk asks with a text of the store, which has it compiled.
 int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
-    const auto length = static_cast<std::size_t>(filter.GetLength());
-    return FilterTokens({filter.GetString(), length}, matchesExactly()).passes(cell);
+    const bool exact = matchesExactly();
+    if (const int own = m_parts->filters.indexOf(filter); own != -1)
+        return m_parts->filters.tokensAt(own, exact).passes(cell);
+    return FilterTokens({filter.GetString(), static_cast<std::size_t>(filter.GetLength())}, exact).passes(cell);
 }
 
 // The host may end the grid, change its filters or free the row while it gives a text.
@@ -42,7 +45,9 @@ bool CFilterListCtrl::Parts::passesFilters(DWORD_PTR data, const RowWalk& walk) 
     for (int i = 0; i < filters.count(); ++i) {
         m_list.readCell(data, filters.columnAt(i), cell.text);
         if (walk.gone() || (walk.disturbed() && !rows.holdsData(data))) return false;
-        if (i < filters.count() && !filters.tokensAt(i, m_list.matchesExactly()).passes(cell.text)) return false;
+        if (i >= filters.count()) break;
+        auto& filter = const_cast<CString&>(filters.textAt(i));  // older than const; the text is only read
+        if (!m_list.IsItemMatchingFilter(cell.text, filter)) return false;
     }
     return true;
 }

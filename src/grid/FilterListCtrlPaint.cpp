@@ -19,6 +19,7 @@ namespace {
 
 constexpr UINT kPaintedState = LVIS_STATEIMAGEMASK | LVIS_OVERLAYMASK | LVIS_SELECTED;
 constexpr SIZE kCellImageSize{16, 17};
+constexpr COLORREF kNoBlend = RGB(255, 255, 255);  // not seen: the image is transparent and blends with nothing
 
 UINT textFlags(CellAlign align) {
     switch (align) {
@@ -39,13 +40,13 @@ RECT textRect(RECT cell, CellAlign align) {
 
 // The text may be shortened in place, and the ellipsis needs room.
 void drawCellText(CDC& dc, const CString& text, RECT rect, CellAlign align) {
-    constexpr std::size_t ellipsisRoom = 4;
+    constexpr std::size_t kEllipsisRoom = 4;
     const auto length = static_cast<std::size_t>(text.GetLength());
     char small[128];
     std::vector<char> large;
     char* buffer = small;
-    if (length + ellipsisRoom + 1 > sizeof small) {
-        large.resize(length + ellipsisRoom + 1);
+    if (length + kEllipsisRoom + 1 > sizeof small) {
+        large.resize(length + kEllipsisRoom + 1);
         buffer = large.data();
     }
     std::memcpy(buffer, static_cast<const char*>(text), length + 1);
@@ -231,8 +232,8 @@ private:
     void paintImage(const RECT& cell, int image) {
         const HIMAGELIST images = m_grid.m_parts->native.imageList(LVSIL_NORMAL);
         if (!images) return;
-        ::ImageList_DrawEx(images, image, m_dc, cell.left, cell.top, kCellImageSize.cx, kCellImageSize.cy, 0x00FFFFFF,
-                           0x00FFFFFF, ILD_TRANSPARENT | (m_state & LVIS_OVERLAYMASK));
+        ::ImageList_DrawEx(images, image, m_dc, cell.left, cell.top, kCellImageSize.cx, kCellImageSize.cy, kNoBlend,
+                           kNoBlend, ILD_TRANSPARENT | (m_state & LVIS_OVERLAYMASK));
     }
 
     void paintCheck() {

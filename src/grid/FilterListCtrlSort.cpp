@@ -254,16 +254,16 @@ void CFilterListCtrl::SortRun::sortRows(const Request& request) {
 
 // One string for the whole walk. A row that has no data, or none any more, has no text.
 SortKeys CFilterListCtrl::SortRun::readKeys(const Request& request, const std::vector<std::int32_t>& mapIndices) {
-    constexpr std::size_t ahead = 12;  // the host's rows may be far apart in memory
-    constexpr RowData line = 64;
+    constexpr std::size_t kAhead = 12;  // the host's rows may be far apart in memory
+    constexpr RowData kLine = 64;
     LiveRows& rows = m_grid.m_parts->rows;
     SortKeys keys(request.dataType, request.integers, mapIndices.size());
     CString text;
     for (std::size_t i = 0; i < mapIndices.size(); ++i) {
-        if (i + ahead < mapIndices.size()) {
-            const RowData next = rows.dataOfMapIndex(mapIndices[i + ahead]);
+        if (i + kAhead < mapIndices.size()) {
+            const RowData next = rows.dataOfMapIndex(mapIndices[i + kAhead]);
             __builtin_prefetch(reinterpret_cast<const void*>(next));
-            __builtin_prefetch(reinterpret_cast<const void*>(next + line));
+            __builtin_prefetch(reinterpret_cast<const void*>(next + kLine));
         }
         const RowData data = rows.dataOfMapIndex(m_walk.present(mapIndices[i]));
         if (data != 0) {

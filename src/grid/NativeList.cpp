@@ -9,7 +9,7 @@ namespace quor::grid {
 
 // Blind: the pointer moves over the window, the control comes or goes, or the header paints itself.
 MessageKind messageKind(UINT message, WPARAM wParam, LPARAM lParam) {
-    constexpr WPARAM anyButton = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
+    constexpr WPARAM kAnyButton = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
     switch (message) {
         case WM_NCHITTEST:
         case WM_SETCURSOR:
@@ -19,7 +19,7 @@ MessageKind messageKind(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DESTROY:
             return MessageKind::blind;
         case WM_MOUSEMOVE:
-            return (wParam & anyButton) == 0 ? MessageKind::blind : MessageKind::quiet;
+            return (wParam & kAnyButton) == 0 ? MessageKind::blind : MessageKind::quiet;
         case WM_NOTIFY:
             return reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(NM_CUSTOMDRAW)
                        ? MessageKind::blind

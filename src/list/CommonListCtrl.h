@@ -24,10 +24,6 @@
 #include "src/foundation/core/ColumnRecords.h"
 #include "src/list/SortOrderChooser.h"
 
-namespace quor::list {
-class ProfileSource;
-}
-
 // Callbacks on the owner window. They run only on a permanent window object of the framework; hosts make them from
 // their own members by static_cast.
 typedef int (CWnd::*TextColorCallback)(DWORD_PTR rowData, COLORREF& color, int, int);
@@ -81,8 +77,6 @@ public:
 
     // Puts a list to work on its window: header images, colours, registry, appearance. Once per window.
     void CommonInitList();
-    // Where profiles come from; borrowed, must outlive the list's use of it. Null, the default: the host's store.
-    void SetProfileSource(quor::list::ProfileSource* source);
     // The columns that show by default, by columnIndex in screen order; call after filling m_arrColumns. Always 1; the
     // second form gives 0 for a count of 0 and changes nothing.
     int SetDefaultCols(CArray<int, int>& columns);
@@ -103,17 +97,17 @@ public:
 
     // --- Columns
 
-    // Inserts through the framework, adds the header tool tip, and gives a column of format 2048 a blank header image.
-    // Returns the new column's place, -1 on failure.
+    // Inserts through the framework, adds the header tool tip, and gives one of kFormatHeaderImage a blank header
+    // image. Returns the new column's place, -1 on failure.
     int InsertColumn(int place, const char* heading, int format = kFormatLeft, int width = -1, int subItem = -1);
     // Removes the column at a place; the tool tips behind it move down. Non-zero on success.
     BOOL DeleteColumn(int place);
     // Shows exactly these columns, both arguments by place, and tells the parent (WM_LIST_COLUMNS_REBUILT). A place
     // that names no column of the list closes up: the columns behind move down.
     void LoadHeaders(CArray<int, int>* columns, CArray<int, int>* widths);
-    // Sizes all columns: 2129 by data, 2130 by heading, 2131 evenly over the window, else by data or heading, whichever
-    // is wider. By heading, the last column takes the rest of the window. An owner-data list's data are the rows in
-    // view.
+    // Sizes all columns by a command of ListCommands.h: kFitColumnsToData, kFitColumnsToHeader, kFitColumnsToWindow
+    // (evenly); any other takes the wider of data and heading. By heading, the last column takes the rest of the
+    // window. An owner-data list's data are the rows in view.
     void AutoSizeColumns(int command);
     void ColFitToContent();
     void ColFitToHeader();

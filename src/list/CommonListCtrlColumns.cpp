@@ -243,3 +243,6 @@ int CCommonListCtrl::GetOriginalColumnPosition(int place) { return columnAtPlace
 void CCommonListCtrl::AddToVisibleArray(sVisibleColumn column) { addVisibleColumn(m_arrVisible, column); }
 
 CString CCommonListCtrl::GetCommaData(CString& value) { return withThousandsSeparators(value); }
+
+// Empty here: only a category list has cells that can be edited.
+void CCommonListCtrl::SetUserColumnReadOnly(int) {}

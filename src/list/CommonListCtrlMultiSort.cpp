@@ -150,3 +150,6 @@ void CCommonListCtrl::DrawHeaderSortImageForMultiSortMode(int draw, bool show) {
 
 // There is no chooser to show yet.
 void CCommonListCtrl::OnListColumnSortOrder() {}
+
+// Empty for good: which rows a list has to reorder, only a derived list knows.
+void CCommonListCtrl::SortListOnMultiplelevel() {}

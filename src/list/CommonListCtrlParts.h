@@ -9,7 +9,7 @@
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/core/ColumnSetPlan.h"
 #include "src/list/core/ListLayout.h"
-#include "src/list/core/ProfileSource.h"
+#include "src/list/core/ProfileEntry.h"
 #include "src/list/core/RowSort.h"
 
 namespace quor::list {
@@ -52,7 +52,6 @@ struct CCommonListCtrl::Parts {
     // nothing.
     quor::list::RowSort prepareSort(const std::vector<int>& rows);
 
-    quor::list::ProfileSource* profileSource = nullptr;
     quor::list::SortOrderChooser* sortOrderChooser = nullptr;
     bool sortLockMoved = false;                // since it was stored
     bool multiSortEnds = false;                // the user agreed to hide a column of the multi-column sort

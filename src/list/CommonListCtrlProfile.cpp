@@ -28,8 +28,6 @@ int widthOf(const std::vector<HeaderColumn>& header, const char* heading) {
 
 }  // namespace
 
-void CCommonListCtrl::SetProfileSource(ProfileSource* source) { m_parts->profileSource = source; }
-
 CString CCommonListCtrl::KnownHeading(int, const CString& shown) { return shown; }
 
 std::vector<HeaderColumn> CCommonListCtrl::Parts::readHeader() const {
@@ -68,7 +66,6 @@ std::vector<ProfileEntry> CCommonListCtrl::Parts::currentProfile() const {
 }
 
 bool CCommonListCtrl::Parts::readStoredColumns(int builtInCount, std::vector<ProfileEntry>& entries) const {
-    if (profileSource) return profileSource->readColumnProfile(m_list.m_csListName, builtInCount, entries);
     CString text;
     if (!readListSetting(m_list.m_csListName, kProfileKey, text)) return false;
     entries = parseColumnProfile(text, builtInCount);

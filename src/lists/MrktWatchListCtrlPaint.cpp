@@ -8,9 +8,9 @@ constexpr int kPointsPerInch = 72;
 enum FontStyle { kBold = 1, kItalic = 2, kBoldItalic = 3 };
 
 constexpr int kBoxIndent = 4;
-constexpr COLORREF kBoxColor = 0xFFFFFF;
-constexpr COLORREF kTickColor = 1284864;  // a dark green
-constexpr POINT kTickStart{10, 3};        // inside the box
+constexpr COLORREF kBoxColor = RGB(255, 255, 255);
+constexpr COLORREF kTickColor = RGB(0, 155, 19);
+constexpr POINT kTickStart{10, 3};  // inside the box
 constexpr int kStrokesDown = 4, kStrokesUp = 3, kStrokeHeight = 3;
 
 }  // namespace

@@ -1,3 +1,6 @@
+// The parser recurses once a bracket and takes any bytes for text, and the writer writes what the parser then refuses.
+// Both are looked after from outside: depth and UTF-8 are checked before either runs, so that a file that was written
+// can always be read, and one that cannot be read harms nothing.
 #include "src/settings/SettingsFile.h"
 
 #include <boost/property_tree/json_parser.hpp>

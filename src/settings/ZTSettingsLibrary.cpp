@@ -1,3 +1,5 @@
+// Nobody owns a tree: objects are copied, and made of the address of another's tree, and none can know that it is the
+// last. A process has a handful of them, so they stay.
 #include "src/settings/ZTSettingsLibrary.h"
 
 #include "src/settings/SettingsFile.h"

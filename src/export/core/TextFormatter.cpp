@@ -1,5 +1,5 @@
-// Text tables and paragraphs. A paragraph goes through three passes over one chain of rows: split into rows, cut to
-// the block width, justify what was cut.
+// What is printed is known blank by blank, odd gaps included. So a paragraph is made in the three steps in which it
+// always was, rounding and all: split into rows, cut to the block width, justify what was cut.
 #include "src/export/core/TextFormatter.h"
 
 #include <algorithm>

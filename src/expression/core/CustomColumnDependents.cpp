@@ -1,3 +1,6 @@
+// Dependence is read from display forms, not from id forms: after a deletion the numbers of an id form may mean other
+// columns, while a heading means what the user sees. A formula that only quotes a heading as text counts as well: to
+// warn once too often does no harm.
 #include "src/expression/core/CustomColumnDependents.h"
 
 #include "src/list/core/ColumnArrays.h"

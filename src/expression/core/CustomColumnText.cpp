@@ -1,3 +1,6 @@
+// The text of a cell is made for every visible user column at every paint. So no token is copied, the texts of a level
+// keep their room from cell to cell, and a value that is plainly a number is not parsed to learn whether it is zero.
+// Columns inside columns come back through the host, so the levels are a stack of this object's, not of the program's.
 #include "src/expression/core/CustomColumnText.h"
 
 #include "platform/base/Numbers.h"

@@ -10,21 +10,21 @@
 using namespace quor::expression;
 
 int FindOperator(LPCSTR text) {
-    if (!text) return rowNone;
+    if (!text) return kRowNone;
     // The whole run decides, not the longest row that fits: `*-` is no operator though `*` is. Counting stops where no
     // row could match any more, so that a long run costs no more than a short one.
     std::size_t run = 0;
-    while (run <= kLongestOperator && isClass(text[run], classOperator)) ++run;
-    if (run == 0) return rowNone;
+    while (run <= kLongestOperator && isClass(text[run], kClassOperator)) ++run;
+    if (run == 0) return kRowNone;
     for (std::size_t row = 1; row < OperatorTable.size(); ++row)
         if (OperatorTable[row].text == std::string_view(text, run)) return static_cast<int>(row);
-    return rowNone;
+    return kRowNone;
 }
 
 int GetOperandLength(LPCSTR text) {
     if (!text || !*text) return 0;
     int length = 1;
-    while (isClass(text[length], classOperand)) ++length;
+    while (isClass(text[length], kClassOperand)) ++length;
     return length;
 }
 
@@ -37,7 +37,7 @@ public:
 
     ExpressionResult run() {
         while (*m_at) {
-            if (isClass(*m_at, classSpace)) {
+            if (isClass(*m_at, kClassSpace)) {
                 ++m_at;
             } else if (*m_at == '(') {
                 m_operators.emplace_back("(");
@@ -76,7 +76,7 @@ private:
     // it follows at once; 1 if there is none. Positive means that a sign may stand here.
     int operatorBefore() const {
         LPCSTR before = m_at;
-        while (before != m_begin && isClass(before[-1], classSpace)) --before;
+        while (before != m_begin && isClass(before[-1], kClassSpace)) --before;
         return before == m_begin ? 1 : FindOperator(before - 1);
     }
 
@@ -133,7 +133,7 @@ ExpressionResult EvaluatePostfix(const CString& postfix, double* result) {
     const LPCSTR begin = postfix.GetString();
     std::vector<double> values;
     for (LPCSTR at = begin; *at;) {
-        if (isClass(*at, classSpace) || *at == '(' || *at == ')') {
+        if (isClass(*at, kClassSpace) || *at == '(' || *at == ')') {
             ++at;
             continue;
         }

@@ -2,10 +2,16 @@
 // and postfix to value, with the postfix form as text between them. Both texts are seen by callers, and stored
 // expressions depend on every rule below, the odd ones included: the grammar is not to be tidied.
 //
-// An expression is a sequence of operands and operators with parentheses. All operators are left-associative:
-//     * ^ / \   tightest (^ is power)      << >>   then         && ||                 then
-//     %         then                       + -     then         == < > >= <=          loosest
-//                                          & |     then
+// An expression is a sequence of operands and operators with parentheses. All operators are left-associative; from the
+// tightest to the loosest:
+//     * ^ / \         (^ is power)
+//     %
+//     << >>
+//     + -
+//     & |
+//     && ||
+//     == < > >= <=
+//
 // Whether a character begins an operator is decided by the longest run of operator characters there, as a whole: in
 // `2*-3` the run "*-" is no operator, so the text has none where one might look for it. A sign is part of a number if
 // it stands first in the text, or behind an operator with blanks between them (`2* -3`); behind "(" it subtracts from

@@ -50,7 +50,7 @@ constexpr std::size_t kTokensWithoutAllocation = 64;
 // Row numbers of the one-character operators by character; of the two-character ones by comparison.
 constexpr std::array<std::int8_t, 256> makeShortRows() {
     std::array<std::int8_t, 256> rows = {};
-    for (auto& row : rows) row = rowNone;
+    for (auto& row : rows) row = kRowNone;
     for (std::size_t row = OperatorTable.size() - 1; row > 0; --row)  // backwards: the first row of a text stays
         if (OperatorTable[row].text.size() == 1)
             rows[static_cast<unsigned char>(OperatorTable[row].text[0])] = static_cast<std::int8_t>(row);
@@ -68,18 +68,18 @@ constexpr std::array<std::int32_t, OperatorTable.size()> kPrecedences = makePrec
 int shortRow(char character) { return kShortRows[static_cast<unsigned char>(character)]; }
 
 int longRow(LPCSTR text) {
-    if (isClass(text[2], classOperator)) return rowNone;
+    if (isClass(text[2], kClassOperator)) return kRowNone;
     for (std::size_t row = 1; row < OperatorTable.size(); ++row) {
         const std::string_view candidate = OperatorTable[row].text;
         if (candidate.size() == 2 && candidate[0] == text[0] && candidate[1] == text[1]) return static_cast<int>(row);
     }
-    return rowNone;
+    return kRowNone;
 }
 
 // FindOperator, from the tables above.
 int rowAt(LPCSTR text) {
-    if (!isClass(text[0], classOperator)) return rowNone;
-    return isClass(text[1], classOperator) ? longRow(text) : shortRow(text[0]);
+    if (!isClass(text[0], kClassOperator)) return kRowNone;
+    return isClass(text[1], kClassOperator) ? longRow(text) : shortRow(text[0]);
 }
 
 class FusedEvaluator {
@@ -101,9 +101,9 @@ private:
     bool walk() {
         for (;;) {
             const char character = *m_at;
-            if (isClass(character, classOperand)) {
+            if (isClass(character, kClassOperand)) {
                 takePlainOperand();
-            } else if (isClass(character, classSpace)) {
+            } else if (isClass(character, kClassSpace)) {
                 ++m_at;
             } else if (character == '(') {
                 m_operators.push(kParenthesis);
@@ -143,7 +143,7 @@ private:
             return;
         }
         const std::string_view operand = operandHere();
-        const int alone = operand.size() == 1 ? shortRow(operand[0]) : rowNone;
+        const int alone = operand.size() == 1 ? shortRow(operand[0]) : kRowNone;
         m_zeroWanted = alone > 0;
         if (alone > 0 && !isSigned)
             emitOperator(alone);
@@ -157,7 +157,7 @@ private:
         m_zeroWanted = false;
         double value = 0;
         const std::size_t length = quor::readShortDecimal(m_at, value);
-        if (length != 0 && !isClass(m_at[length], classOperand)) {
+        if (length != 0 && !isClass(m_at[length], kClassOperand)) {
             emitValue(value);
             pass(length);
             return;
@@ -169,13 +169,13 @@ private:
 
     std::string_view operandHere() const {
         std::size_t length = 1;
-        while (isClass(m_at[length], classOperand)) ++length;
+        while (isClass(m_at[length], kClassOperand)) ++length;
         return {m_at, length};
     }
 
     void takeOperator(int row) {
         if (m_zeroWanted) emitValue(0.0);
-        const bool isShort = !isClass(m_at[1], classOperator);
+        const bool isShort = !isClass(m_at[1], kClassOperator);
         m_zeroWanted = isShort;
         pass(isShort ? 1 : 2);
         const std::int32_t precedence = kPrecedences[static_cast<std::size_t>(row)];

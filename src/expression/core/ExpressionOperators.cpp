@@ -1,3 +1,5 @@
+// Every row has a result for every pair of operands, also where C++ leaves it open (shifts, a remainder by -1, a value
+// that no integer holds): a stored formula gives one number in every build and on every processor.
 #include "src/expression/core/ExpressionOperators.h"
 
 #include <cmath>
@@ -12,20 +14,20 @@ double truth(bool value) { return value ? 1.0 : 0.0; }
 double bitwise(int row, std::int32_t left, std::int32_t right) {
     const auto count = static_cast<std::uint32_t>(right) & 31u;
     switch (row) {
-        case rowShiftLeft:
+        case kRowShiftLeft:
             return static_cast<std::int32_t>(static_cast<std::uint32_t>(left) << count);
-        case rowShiftRight:
+        case kRowShiftRight:
             return left >> count;
-        case rowAnd:
+        case kRowAnd:
             return left & right;
-        case rowOr:
+        case kRowOr:
             return left | right;
-        case rowExclusiveOr:
+        case kRowExclusiveOr:
             return left ^ right;
-        case rowNor:
+        case kRowNor:
             return ~(left | right);
         default:
-            return ~(left & right);  // rowNand
+            return ~(left & right);  // kRowNand
     }
 }
 
@@ -33,53 +35,53 @@ double bitwise(int row, std::int32_t left, std::int32_t right) {
 
 bool applyOperator(int row, double left, double right, double& value) {
     switch (row) {
-        case rowMultiply:
+        case kRowMultiply:
             value = left * right;
             return true;
-        case rowPower:
+        case kRowPower:
             value = std::pow(left, right);
             return true;
-        case rowDivideWhole:
+        case kRowDivideWhole:
             value = truncate(left / right);
             return true;
-        case rowDivide:
+        case kRowDivide:
             value = left / right;
             return true;
-        case rowRemainder: {
+        case kRowRemainder: {
             const std::int32_t divisor = truncate(right);
             if (divisor == 0) return false;
             // By -1 the remainder is always 0; the processor traps on the smallest integer.
             value = divisor == -1 ? 0 : truncate(left) % divisor;
             return true;
         }
-        case rowAdd:
+        case kRowAdd:
             value = left + right;
             return true;
-        case rowSubtract:
+        case kRowSubtract:
             value = left - right;
             return true;
-        case rowBothTrue:
+        case kRowBothTrue:
             value = truth(left != 0.0 && right != 0.0);
             return true;
-        case rowEitherTrue:
+        case kRowEitherTrue:
             value = truth(left != 0.0 || right != 0.0);
             return true;
-        case rowEqual:
+        case kRowEqual:
             value = truth(left == right);
             return true;
-        case rowLess:
+        case kRowLess:
             value = truth(left < right);
             return true;
-        case rowGreater:
+        case kRowGreater:
             value = truth(left > right);
             return true;
-        case rowGreaterEqual:
+        case kRowGreaterEqual:
             value = truth(left >= right);
             return true;
-        case rowUnequal:
+        case kRowUnequal:
             value = truth(left != right);
             return true;
-        case rowLessEqual:
+        case kRowLessEqual:
             value = truth(left <= right);
             return true;
         default:

@@ -45,44 +45,44 @@ inline constexpr std::array<OperatorRow, 23> OperatorTable = {{
 
 // Their numbers in the table.
 enum Row : int {
-    rowNone = -1,
-    rowMultiply = 1,
-    rowPower,
-    rowDivide,
-    rowDivideWhole,
-    rowRemainder,
-    rowShiftLeft,
-    rowShiftRight,
-    rowSubtract,
-    rowAdd,
-    rowExclusiveOr,  // dead
-    rowAnd,
-    rowOr,
-    rowNor,  // dead
-    rowBothTrue,
-    rowEitherTrue,
-    rowNand,  // dead
-    rowEqual,
-    rowLess,
-    rowGreater,
-    rowGreaterEqual,
-    rowUnequal,  // dead
-    rowLessEqual
+    kRowNone = -1,
+    kRowMultiply = 1,
+    kRowPower,
+    kRowDivide,
+    kRowDivideWhole,
+    kRowRemainder,
+    kRowShiftLeft,
+    kRowShiftRight,
+    kRowSubtract,
+    kRowAdd,
+    kRowExclusiveOr,  // dead
+    kRowAnd,
+    kRowOr,
+    kRowNor,  // dead
+    kRowBothTrue,
+    kRowEitherTrue,
+    kRowNand,  // dead
+    kRowEqual,
+    kRowLess,
+    kRowGreater,
+    kRowGreaterEqual,
+    kRowUnequal,  // dead
+    kRowLessEqual
 };
 
 // The longest text of a row. A run of operator characters that is longer is no operator.
 inline constexpr std::size_t kLongestOperator = 2;
 
-enum CharacterClass : std::uint8_t { classSpace = 1, classOperand = 2, classOperator = 4 };
+enum CharacterClass : std::uint8_t { kClassSpace = 1, kClassOperand = 2, kClassOperator = 4 };
 
 // Classes of the C locale, by byte: isspace; isalnum or a full stop; the operator character set.
 constexpr std::array<std::uint8_t, 256> makeCharacterClasses() {
     std::array<std::uint8_t, 256> classes = {};
-    for (unsigned char c : std::string_view(" \t\n\v\f\r")) classes[c] = classSpace;
-    for (unsigned c = '0'; c <= '9'; ++c) classes[c] = classOperand;
-    for (unsigned c = 'A'; c <= 'Z'; ++c) classes[c] = classes[c + ('a' - 'A')] = classOperand;
-    classes['.'] = classOperand;
-    for (unsigned char c : OperatorTable[0].text) classes[c] = classOperator;
+    for (unsigned char c : std::string_view(" \t\n\v\f\r")) classes[c] = kClassSpace;
+    for (unsigned c = '0'; c <= '9'; ++c) classes[c] = kClassOperand;
+    for (unsigned c = 'A'; c <= 'Z'; ++c) classes[c] = classes[c + ('a' - 'A')] = kClassOperand;
+    classes['.'] = kClassOperand;
+    for (unsigned char c : OperatorTable[0].text) classes[c] = kClassOperator;
     return classes;
 }
 inline constexpr std::array<std::uint8_t, 256> kCharacterClasses = makeCharacterClasses();

@@ -1,3 +1,5 @@
+// The texts were written and read with printf and scanf, and are on disks: signs, "0x", blanks and too many digits in a
+// colour mean what they meant there. They are read by hand, since a C library's long has two widths.
 #include "src/foundation/core/AppearanceRecords.h"
 
 #include "platform/base/Numbers.h"

@@ -1,8 +1,9 @@
+// Copies never free what they replace: hosts assign records while others still use the same arrays. A leak that an
+// owner can prevent is borne; memory that is freed under a list is not.
 #include "src/foundation/core/ColumnRecords.h"
 
 namespace {
 
-constexpr int kUserColumnDataType = 2;
 constexpr int kUserColumnWidth = 80;
 
 // A fresh copy of a source's array in place of the target's pointer, which is let go unfreed: others may share it.
@@ -32,7 +33,7 @@ sQuorColInfo makeUserColumn(const char* name, const char* expression, const char
     sQuorColInfo column;
     setColumnName(column, name);
     column.iFormat = kFormatRight;
-    column.iDataType = kUserColumnDataType;
+    column.iDataType = kTypeDecimal;
     column.iWidth = kUserColumnWidth;
     column.csExpression = expression;
     column.csToolTip = toolTip;

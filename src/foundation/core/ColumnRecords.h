@@ -13,12 +13,30 @@ inline constexpr int kColumnNameSize = 64;
 // Values of sQuorColInfo::iFormat: the list column formats, and one that asks for a header image from the start.
 enum ColumnFormat { kFormatLeft = 0, kFormatRight = 1, kFormatCentre = 2, kFormatHeaderImage = 2048 };
 
+// Values of sQuorColInfo::iDataType: how the texts of a column are read and compared. Stored columns of older hosts
+// carry all nine. The last three sort by a click only: among the levels of a multi-column sort their rows are equal.
+enum ColumnDataType {
+    kTypeInteger = 1,
+    kTypeDecimal = 2,  // a grid groups its digits by thousands
+    kTypeMixed = 3,    // texts with numbers in them, compared naturally
+    kTypeLongInteger = 4,
+    kTypePlainDecimal = 5,  // not grouped
+    kTypeDateTime = 6,
+    kTypeWatchDecimal = 7,  // the user columns of market watches
+    kTypeText = 8,          // compared by bytes
+    kTypeTrendDecimal = 9,
+};
+
+// What a list shows until somebody chose its colours.
+inline constexpr COLORREF kDefaultListBackground = RGB(0, 0, 0);
+inline constexpr COLORREF kDefaultListText = RGB(0, 255, 0);
+
 // One column that a list can show. Copied member by member.
 struct sQuorColInfo {
     char szColumnName[kColumnNameSize] = {};  // heading; also the column's identity in profiles: equal headings are one
     int iWidth = 0;                           // pixels, at insertion
     int iFormat = kFormatLeft;                // ColumnFormat
-    int iDataType = 0;                        // how it sorts: 1, 4 integer; 2, 5, 7, 9 number; 3 mixed; 6 date; 8 text
+    int iDataType = 0;                        // ColumnDataType; any other value: its rows are equal
     CString csExpression;                     // formula in id form; empty for a built-in column
     CString csToolTip;                        // formula as displayed, also the header tip; not empty: a user column
 };
@@ -56,8 +74,8 @@ struct sMnmQuorColInfo {};
 // where the source has none, and never frees what stood there before; the copy constructor shares the source's arrays;
 // the destructor frees none. A list frees the arrays of its own record when it dies.
 struct QUOR_CONTROLS_API cCustomizedAppearanceSettings {
-    COLORREF crBackground = 0;   // black
-    COLORREF crText = 0x00FF00;  // green
+    COLORREF crBackground = kDefaultListBackground;
+    COLORREF crText = kDefaultListText;
     // Customise level: each keyword and its colour.
     CArray<DWORD, DWORD>* pKeywordColors = nullptr;
     CStringArray* pKeywords = nullptr;

@@ -1,3 +1,5 @@
+// Entries are allocated one by one: a window may register another one while it is told, and the array then moves under
+// the walk.
 #include "src/foundation/core/TimerTable.h"
 
 namespace quor::foundation {

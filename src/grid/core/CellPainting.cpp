@@ -1,9 +1,20 @@
+// Each rule may override the one before it, so their order is what counts: stripes, then the host, then defaults for
+// what nobody set, then check, and grey over all.
 #include "src/grid/core/CellPainting.h"
 
 #include <cstdlib>
 #include <cstring>
 
+#include "src/foundation/core/ColumnRecords.h"
+
 namespace quor::grid {
+
+namespace {
+
+constexpr int kIconEdge = 14;
+constexpr int kRowPadding = 4;  // above and below the text together
+
+}  // namespace
 
 RowColors startingColors(const RowLook& look, int visual) {
     RowColors colors;
@@ -22,11 +33,11 @@ RowColors finalColors(const RowLook& look, RowColors asked) {
 
 CellAlign cellAlign(int format) {
     switch (format) {
-        case 0:
+        case kFormatLeft:
             return CellAlign::left;
-        case 1:
+        case kFormatRight:
             return CellAlign::right;
-        case 2048:
+        case kFormatHeaderImage:
             return CellAlign::icon;
         default:
             return CellAlign::centre;
@@ -35,12 +46,12 @@ CellAlign cellAlign(int format) {
 
 bool isNumericType(int dataType) {
     switch (dataType) {
-        case 1:
-        case 2:
-        case 4:
-        case 5:
-        case 7:
-        case 9:
+        case kTypeInteger:
+        case kTypeDecimal:
+        case kTypeLongInteger:
+        case kTypePlainDecimal:
+        case kTypeWatchDecimal:
+        case kTypeTrendDecimal:
             return true;
         default:
             return false;
@@ -48,11 +59,13 @@ bool isNumericType(int dataType) {
 }
 
 bool wantsGrouping(int dataType, const char* text) {
-    return dataType == 2 && *text != '\0' && text[std::strspn(text, "0123456789.-")] == '\0';
+    return dataType == kTypeDecimal && *text != '\0' && text[std::strspn(text, "0123456789.-")] == '\0';
 }
 
-int iconEdge(int cellHeight) { return cellHeight < 14 ? cellHeight / 2 : 14; }
+int iconEdge(int cellHeight) { return cellHeight < kIconEdge ? cellHeight / 2 : kIconEdge; }
 
-int rowHeightFor(std::int32_t fontHeight, int linesPerRow) { return (std::abs(fontHeight) + 4) * linesPerRow; }
+int rowHeightFor(std::int32_t fontHeight, int linesPerRow) {
+    return (std::abs(fontHeight) + kRowPadding) * linesPerRow;
+}
 
 }  // namespace quor::grid

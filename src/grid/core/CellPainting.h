@@ -43,11 +43,11 @@ RowColors startingColors(const RowLook& look, int visual);
 RowColors finalColors(const RowLook& look, RowColors asked);
 
 enum class CellAlign { left, right, centre, icon };
-// From the column's format: 0, 1 and 2048 have their own, everything else is centred.
+// From a column's ColumnFormat: what is neither left, right nor a header image is centred.
 CellAlign cellAlign(int format);
-// Types 1, 2, 4, 5, 7 and 9 are numbers; their icon is a handle, that of other types an image number.
+// Whether a ColumnDataType is one of numbers: their icon is a handle, that of other types an image number.
 bool isNumericType(int dataType);
-// Whether the text is one of a decimal column (type 2) that is to be grouped by thousands: digits, points and minus
+// Whether the text is one of a kTypeDecimal column that is to be grouped by thousands: digits, points and minus
 // signs alone. The empty text is not.
 bool wantsGrouping(int dataType, const char* text);
 

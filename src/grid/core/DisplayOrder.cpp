@@ -10,9 +10,9 @@ namespace quor::grid {
 
 namespace {
 
-constexpr int laidOutSize = DisplayOrder::blockCapacity * 3 / 4;  // room for rows that enter in the middle
-constexpr int laidOutBlocks = DisplayOrder::groupCapacity / 2;
-constexpr int sparseBlocks = 64;  // an order with fewer blocks is never laid out anew
+constexpr int kLaidOutSize = DisplayOrder::kBlockCapacity * 3 / 4;  // room for rows that enter in the middle
+constexpr int kLaidOutBlocks = DisplayOrder::kGroupCapacity / 2;
+constexpr int kSparseBlocks = 64;  // an order with fewer blocks is never laid out anew
 
 __m128i fourAt(const std::int32_t* numbers) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(numbers)); }
 unsigned maskOf(__m128i fours) { return static_cast<unsigned>(_mm_movemask_ps(_mm_castsi128_ps(fours))); }
@@ -28,16 +28,16 @@ int sumOf(const std::int32_t* numbers, int count) {
     return sum;
 }
 
-using Sizes = std::array<std::uint8_t, DisplayOrder::groupCapacity>;
+using Sizes = std::array<std::uint8_t, DisplayOrder::kGroupCapacity>;
 
 // The sum of the first `count` sizes: all are read, and the rest masked out, so that nothing depends on the count.
 int sumOf(const Sizes& sizes, int count) {
-    alignas(64) static constexpr auto masks = [] {
-        std::array<std::uint8_t, 2 * DisplayOrder::groupCapacity> bytes{};
-        for (std::size_t i = 0; i < DisplayOrder::groupCapacity; ++i) bytes[i] = 0xff;
+    alignas(64) static constexpr auto kMasks = [] {
+        std::array<std::uint8_t, 2 * DisplayOrder::kGroupCapacity> bytes{};
+        for (std::size_t i = 0; i < DisplayOrder::kGroupCapacity; ++i) bytes[i] = 0xff;
         return bytes;
     }();
-    const std::uint8_t* const mask = masks.data() + DisplayOrder::groupCapacity - count;
+    const std::uint8_t* const mask = kMasks.data() + DisplayOrder::kGroupCapacity - count;
     const __m128i zero = _mm_setzero_si128();
     __m128i sums = zero;
     for (std::size_t i = 0; i < sizes.size(); i += 16) {
@@ -50,14 +50,14 @@ int sumOf(const Sizes& sizes, int count) {
 
 // Counted by sums of neighbours: the instruction for it is not there on every machine.
 int bitsOf(std::uint64_t low, std::uint64_t high) {
-    constexpr std::uint64_t twos = 0x5555555555555555, fours = 0x3333333333333333, eights = 0x0f0f0f0f0f0f0f0f;
-    low -= low >> 1 & twos;
-    high -= high >> 1 & twos;
-    const std::uint64_t nibbles = (low & fours) + (low >> 2 & fours) + (high & fours) + (high >> 2 & fours);
-    return static_cast<int>(((nibbles & eights) + (nibbles >> 4 & eights)) * 0x0101010101010101 >> 56);
+    constexpr std::uint64_t kTwos = 0x5555555555555555, kFours = 0x3333333333333333, kEights = 0x0f0f0f0f0f0f0f0f;
+    low -= low >> 1 & kTwos;
+    high -= high >> 1 & kTwos;
+    const std::uint64_t nibbles = (low & kFours) + (low >> 2 & kFours) + (high & kFours) + (high >> 2 & kFours);
+    return static_cast<int>(((nibbles & kEights) + (nibbles >> 4 & kEights)) * 0x0101010101010101 >> 56);
 }
 
-using Taken = std::array<std::uint64_t, DisplayOrder::blockCapacity / 64>;
+using Taken = std::array<std::uint64_t, DisplayOrder::kBlockCapacity / 64>;
 
 std::uint64_t bitOf(int index) { return std::uint64_t{1} << (index % 64); }
 std::uint64_t& wordOf(Taken& taken, int index) { return taken[static_cast<std::size_t>(index / 64)]; }
@@ -68,12 +68,12 @@ int takenBefore(const Taken& taken, int index) {
     return bitsOf(taken[0] & (below | inSecond), taken[1] & below & inSecond);
 }
 
-// The first place from `index` on whose bit is set, blockCapacity when there is none.
+// The first place from `index` on whose bit is set, kBlockCapacity when there is none.
 int firstFrom(const Taken& bits, int index) {
-    for (; index < DisplayOrder::blockCapacity; index = (index / 64 + 1) * 64)
+    for (; index < DisplayOrder::kBlockCapacity; index = (index / 64 + 1) * 64)
         if (const std::uint64_t rest = bits[static_cast<std::size_t>(index / 64)] >> (index % 64); rest != 0)
             return index + std::countr_zero(rest);
-    return DisplayOrder::blockCapacity;
+    return DisplayOrder::kBlockCapacity;
 }
 
 // The last place up to `index`, -1 when there is none.
@@ -116,11 +116,11 @@ std::uint64_t above(const std::int32_t* numbers, __m128i limit) {
 }
 
 // The last place with a number above the limit; there is one.
-int lastAbove(const std::array<std::int32_t, DisplayOrder::groupCapacity>& maxima, int limit) {
+int lastAbove(const std::array<std::int32_t, DisplayOrder::kGroupCapacity>& maxima, int limit) {
     return static_cast<int>(std::bit_width(above(maxima.data(), _mm_set1_epi32(limit)))) - 1;
 }
 
-int lastAbove(const std::array<std::int32_t, DisplayOrder::blockCapacity>& items, int limit) {
+int lastAbove(const std::array<std::int32_t, DisplayOrder::kBlockCapacity>& items, int limit) {
     const __m128i four = _mm_set1_epi32(limit);
     const std::uint64_t low = above(items.data(), four), high = above(items.data() + 64, four);
     return static_cast<int>(std::bit_width(high != 0 ? high : low)) + (high != 0 ? 63 : -1);
@@ -144,8 +144,8 @@ DisplayOrder::Group DisplayOrder::emptyGroup() {
 
 void DisplayOrder::layOut(const std::vector<std::int32_t>& mapIndices) {
     m_size = static_cast<int>(mapIndices.size());
-    const int blockCount = std::max(1, (m_size + laidOutSize - 1) / laidOutSize);
-    const int groupCount = (blockCount + laidOutBlocks - 1) / laidOutBlocks;
+    const int blockCount = std::max(1, (m_size + kLaidOutSize - 1) / kLaidOutSize);
+    const int groupCount = (blockCount + kLaidOutBlocks - 1) / kLaidOutBlocks;
     m_blocks.resize(static_cast<std::size_t>(blockCount));
     m_items.resize(m_blocks.size());
     m_groups.assign(static_cast<std::size_t>(groupCount), emptyGroup());
@@ -155,14 +155,14 @@ void DisplayOrder::layOut(const std::vector<std::int32_t>& mapIndices) {
     const int largest = maximumOf(mapIndices.data(), m_size);
     m_home.assign(std::max(m_home.size(), static_cast<std::size_t>(largest + 1)), -1);
     for (int number = 0; number < blockCount; ++number) {
-        const int ordinal = number / laidOutBlocks;
+        const int ordinal = number / kLaidOutBlocks;
         Group& own = group(ordinal);
         Block& filled = block(number);
         filled.group = own.ordinal = m_groupAt[static_cast<std::size_t>(ordinal)] = ordinal;
         filled.place = own.used++;
         own.blocks[static_cast<std::size_t>(filled.place)] = number;
-        const int first = number * laidOutSize;
-        const int size = std::min(laidOutSize, m_size - first);
+        const int first = number * kLaidOutSize;
+        const int size = std::min(kLaidOutSize, m_size - first);
         fill(number, mapIndices.data() + first, size);
         m_groupSizes[static_cast<std::size_t>(ordinal)] += size;
     }
@@ -173,7 +173,7 @@ void DisplayOrder::fill(int number, const std::int32_t* mapIndices, int count) {
     Block& filled = block(number);
     filled.taken = {};
     items(number).fill(-1);
-    for (int i = 0; i < count; ++i) put({number, i * blockCapacity / count}, mapIndices[i]);
+    for (int i = 0; i < count; ++i) put({number, i * kBlockCapacity / count}, mapIndices[i]);
     sizeOf(filled) = static_cast<std::uint8_t>(count);
     group(filled.group).maxima[static_cast<std::size_t>(filled.place)] = -1;
     maximumGrew(filled, maximumOf(mapIndices, count));
@@ -182,11 +182,11 @@ void DisplayOrder::fill(int number, const std::int32_t* mapIndices, int count) {
 void DisplayOrder::put(Position position, int mapIndex) {
     items(position.block)[static_cast<std::size_t>(position.index)] = mapIndex;
     wordOf(block(position.block).taken, position.index) |= bitOf(position.index);
-    home(mapIndex) = position.block * blockCapacity + position.index;
+    home(mapIndex) = position.block * kBlockCapacity + position.index;
 }
 
 bool DisplayOrder::isSparse() const {
-    return m_blocks.size() > sparseBlocks && m_blocks.size() * blockCapacity / 4 > static_cast<std::size_t>(m_size);
+    return m_blocks.size() > kSparseBlocks && m_blocks.size() * kBlockCapacity / 4 > static_cast<std::size_t>(m_size);
 }
 
 int DisplayOrder::at(int slot) const {
@@ -220,7 +220,7 @@ int DisplayOrder::enter(int mapIndex) { return insertBehind(rightmostLarger(mapI
 DisplayOrder::Position DisplayOrder::lastPosition() const {
     const Group& last = group(m_groupAt.back());
     const int number = last.blocks[static_cast<std::size_t>(last.used - 1)];
-    return {number, lastUpTo(block(number).taken, blockCapacity - 1)};
+    return {number, lastUpTo(block(number).taken, kBlockCapacity - 1)};
 }
 
 DisplayOrder::Position DisplayOrder::rightmostLarger(int mapIndex) const {
@@ -232,7 +232,7 @@ DisplayOrder::Position DisplayOrder::rightmostLarger(int mapIndex) const {
 }
 
 int DisplayOrder::insertBehind(Position position, int mapIndex) {
-    if (sizeOf(block(position.block)) == blockCapacity) position = makeRoom(position);
+    if (sizeOf(block(position.block)) == kBlockCapacity) position = makeRoom(position);
     position.index = freePlaceBehind(position);
     if (static_cast<std::size_t>(mapIndex) >= m_home.size()) m_home.resize(static_cast<std::size_t>(mapIndex) + 1, -1);
     put(position, mapIndex);
@@ -249,7 +249,7 @@ int DisplayOrder::freePlaceBehind(Position position) {
     const Taken free = freeOf(block(position.block).taken);
     const int before = position.index;
     const int right = firstFrom(free, before + 1);
-    if (right < blockCapacity) {
+    if (right < kBlockCapacity) {
         for (int i = right; i > before + 1; --i) moveItem(position.block, i - 1, i);
         return before + 1;
     }
@@ -301,7 +301,7 @@ void DisplayOrder::maximumWent(int number, int mapIndex) {
     Group& around = group(own.group);
     std::int32_t& ofBlock = around.maxima[static_cast<std::size_t>(own.place)];
     if (ofBlock != mapIndex) return;
-    ofBlock = maximumOf(items(number).data(), blockCapacity);
+    ofBlock = maximumOf(items(number).data(), kBlockCapacity);
     std::int32_t& ofGroup = m_groupMaxima[static_cast<std::size_t>(around.ordinal)];
     if (ofGroup == mapIndex) ofGroup = maximumOf(around.maxima.data(), around.used);
 }
@@ -310,23 +310,23 @@ void DisplayOrder::maximumWent(int number, int mapIndex) {
 // moves, so that rows that come in at one place fill their blocks.
 DisplayOrder::Position DisplayOrder::makeRoom(Position position) {
     const int added = openBlockBehind(position.block);
-    if (position.index == blockCapacity - 1) return {added, -1};
-    constexpr int kept = blockCapacity / 2;
+    if (position.index == kBlockCapacity - 1) return {added, -1};
+    constexpr int kKept = kBlockCapacity / 2;
     const Items former = items(position.block);
-    fill(position.block, former.data(), kept);
-    fill(added, former.data() + kept, blockCapacity - kept);
-    if (position.index < kept) return {position.block, position.index * 2};
-    return {added, (position.index - kept) * 2};
+    fill(position.block, former.data(), kKept);
+    fill(added, former.data() + kKept, kBlockCapacity - kKept);
+    if (position.index < kKept) return {position.block, position.index * 2};
+    return {added, (position.index - kKept) * 2};
 }
 
 int DisplayOrder::openBlockBehind(int number) {
-    if (group(block(number).group).used == groupCapacity) splitGroup(block(number).group);
+    if (group(block(number).group).used == kGroupCapacity) splitGroup(block(number).group);
     const int added = static_cast<int>(m_blocks.size());
     m_blocks.emplace_back();
     m_items.emplace_back().fill(-1);
     Group& own = group(block(number).group);
     const int place = block(number).place + 1;
-    const auto shift = [&]<class Value>(std::array<Value, groupCapacity>& values, Value value) {
+    const auto shift = [&]<class Value>(std::array<Value, kGroupCapacity>& values, Value value) {
         std::copy_backward(values.begin() + place, values.begin() + own.used, values.begin() + own.used + 1);
         values[static_cast<std::size_t>(place)] = value;
     };
@@ -344,14 +344,14 @@ void DisplayOrder::splitGroup(int number) {
     m_groups.push_back(emptyGroup());
     Group& from = group(number);
     Group& to = group(added);
-    constexpr int kept = groupCapacity / 2;
-    std::copy(from.blocks.begin() + kept, from.blocks.end(), to.blocks.begin());
-    std::copy(from.sizes.begin() + kept, from.sizes.end(), to.sizes.begin());
-    std::copy(from.maxima.begin() + kept, from.maxima.end(), to.maxima.begin());
-    std::fill(from.sizes.begin() + kept, from.sizes.end(), std::uint8_t{0});
-    std::fill(from.maxima.begin() + kept, from.maxima.end(), -1);
-    from.used = kept;
-    to.used = groupCapacity - kept;
+    constexpr int kKept = kGroupCapacity / 2;
+    std::copy(from.blocks.begin() + kKept, from.blocks.end(), to.blocks.begin());
+    std::copy(from.sizes.begin() + kKept, from.sizes.end(), to.sizes.begin());
+    std::copy(from.maxima.begin() + kKept, from.maxima.end(), to.maxima.begin());
+    std::fill(from.sizes.begin() + kKept, from.sizes.end(), std::uint8_t{0});
+    std::fill(from.maxima.begin() + kKept, from.maxima.end(), -1);
+    from.used = kKept;
+    to.used = kGroupCapacity - kKept;
     for (int i = 0; i < to.used; ++i) {
         Block& moved = block(to.blocks[static_cast<std::size_t>(i)]);
         moved.group = added;
@@ -377,7 +377,7 @@ std::string DisplayOrder::Check() const {
         const Group& own = groupAt(ordinal);
         const std::string where = "group " + std::to_string(ordinal);
         if (own.ordinal != static_cast<int>(ordinal)) return where + " says another place";
-        if (sumOf(own.sizes, groupCapacity) != m_groupSizes[ordinal]) return where + " has another size";
+        if (sumOf(own.sizes, kGroupCapacity) != m_groupSizes[ordinal]) return where + " has another size";
         if (maximumOf(own.maxima.data(), own.used) != m_groupMaxima[ordinal]) return where + " has another maximum";
         for (int place = 0; place < own.used; ++place, ++blocks) {
             const auto index = static_cast<std::size_t>(place);
@@ -385,9 +385,9 @@ std::string DisplayOrder::Check() const {
             const std::string which = where + ", block " + std::to_string(place);
             if (block(number).place != place || block(number).group != m_groupAt[ordinal])
                 return which + " says another place";
-            if (maximumOf(items(number).data(), blockCapacity) != own.maxima[index])
+            if (maximumOf(items(number).data(), kBlockCapacity) != own.maxima[index])
                 return which + " has another maximum";
-            if (takenBefore(block(number).taken, blockCapacity - 1) + (items(number).back() != -1) != own.sizes[index])
+            if (takenBefore(block(number).taken, kBlockCapacity - 1) + (items(number).back() != -1) != own.sizes[index])
                 return which + " has another size";
             if (const std::string fault = checkItems(number); !fault.empty()) return which + fault;
             total += own.sizes[index];
@@ -400,11 +400,11 @@ std::string DisplayOrder::Check() const {
 }
 
 std::string DisplayOrder::checkItems(int number) const {
-    for (int index = 0; index < blockCapacity; ++index) {
+    for (int index = 0; index < kBlockCapacity; ++index) {
         const int mapIndex = itemAt({number, index});
         const bool isTaken = firstFrom(block(number).taken, index) == index;
         if (isTaken != (mapIndex != -1)) return " is wrong about a free place";
-        if (isTaken && homeOf(mapIndex) != number * blockCapacity + index)
+        if (isTaken && homeOf(mapIndex) != number * kBlockCapacity + index)
             return " holds a map index that is at home elsewhere";
     }
     return {};

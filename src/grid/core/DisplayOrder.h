@@ -2,7 +2,7 @@
 // the number of rows behind it. The row store holds its display order here from the first such change on; a display
 // that nothing has left or entered needs no more than an array. Row numbers: see FilterListBaseData.h.
 //
-// The sequence is cut into blocks of `blockCapacity` places, the blocks into groups. A block may have free places
+// The sequence is cut into blocks of `kBlockCapacity` places, the blocks into groups. A block may have free places
 // anywhere: a row that leaves frees its own, one that enters takes a free one, and few others ever move. `m_home` says
 // in which place a map index lies. A group holds the sizes and the largest map indices of its blocks side by side, the
 // order those of its groups, so that a slot is counted and the place of a row found by three short runs through packed
@@ -26,8 +26,8 @@ namespace quor::grid {
 
 class DisplayOrder {
 public:
-    static constexpr int blockCapacity = 128;
-    static constexpr int groupCapacity = 64;
+    static constexpr int kBlockCapacity = 128;
+    static constexpr int kGroupCapacity = 64;
 
     // Each map index at most once, none negative.
     explicit DisplayOrder(const std::vector<std::int32_t>& mapIndices);
@@ -64,15 +64,15 @@ public:
 
 private:
     struct Block {
-        std::array<std::uint64_t, blockCapacity / 64> taken;  // a bit for each place, the first one lowest
-        std::int32_t group;                                   // an index into m_groups
-        std::int32_t place;                                   // in that group
+        std::array<std::uint64_t, kBlockCapacity / 64> taken;  // a bit for each place, the first one lowest
+        std::int32_t group;                                    // an index into m_groups
+        std::int32_t place;                                    // in that group
     };
-    using Items = std::array<std::int32_t, blockCapacity>;  // of a block, -1 in a free place
+    using Items = std::array<std::int32_t, kBlockCapacity>;  // of a block, -1 in a free place
     struct Group {
-        std::array<std::uint8_t, groupCapacity> sizes{};  // of the blocks, 0 behind the last
-        std::array<std::int32_t, groupCapacity> maxima;   // their largest map indices, -1 for an empty one or none
-        std::array<std::int32_t, groupCapacity> blocks;   // indices into m_blocks
+        std::array<std::uint8_t, kGroupCapacity> sizes{};  // of the blocks, 0 behind the last
+        std::array<std::int32_t, kGroupCapacity> maxima;   // their largest map indices, -1 for an empty one or none
+        std::array<std::int32_t, kGroupCapacity> blocks;   // indices into m_blocks
         std::int32_t used = 0;
         std::int32_t ordinal = 0;
     };
@@ -93,7 +93,7 @@ private:
     const Group& group(int number) const { return m_groups[static_cast<std::size_t>(number)]; }
     Items& items(int number) { return m_items[static_cast<std::size_t>(number)]; }
     const Items& items(int number) const { return m_items[static_cast<std::size_t>(number)]; }
-    static Position positionOf(int home) { return {home / blockCapacity, home % blockCapacity}; }
+    static Position positionOf(int home) { return {home / kBlockCapacity, home % kBlockCapacity}; }
     const std::int32_t& itemAt(Position position) const {
         return items(position.block)[static_cast<std::size_t>(position.index)];
     }
@@ -123,7 +123,7 @@ private:
     std::vector<Block> m_blocks;
     std::vector<Items> m_items;  // by block
     std::vector<Group> m_groups;
-    std::vector<std::int32_t> m_home;  // by map index: block * blockCapacity + index, -1 when not held
+    std::vector<std::int32_t> m_home;  // by map index: block * kBlockCapacity + index, -1 when not held
     // By ordinal, the place of a group in the order.
     std::vector<std::int32_t> m_groupAt;
     std::vector<std::int32_t> m_groupSizes;

@@ -1,3 +1,6 @@
+// What costs here is not the work but waiting for rows, which lie far apart in memory. So rows are written in the order
+// of the map, not of the display, with the ones ahead fetched in time; and to note a tick jumps on nothing that its row
+// says, since that cannot be foretold.
 #include "src/grid/core/DisplayedRows.h"
 
 #include <algorithm>
@@ -23,7 +26,7 @@ bool DisplayedRows::note(sFilterListRowIndex& numbers, int passes) {
 }
 
 SettledTicks DisplayedRows::settle(bool reverse) {
-    constexpr std::size_t farAhead = 16, nearAhead = 8;
+    constexpr std::size_t kFarAhead = 16, kNearAhead = 8;
     DisplayOrder& order = *m_lazy;
     const std::size_t count = m_noteCount;
     m_noteCount = 0;
@@ -31,8 +34,8 @@ SettledTicks DisplayedRows::settle(bool reverse) {
     SettledTicks done;
     done.lowestCount = order.size();
     for (std::size_t i = 0; i < count; ++i) {
-        if (i + farAhead < count) order.prefetchHome(m_notes[i + farAhead].mapIndex);
-        if (i + nearAhead < count) order.prefetchPlace(m_notes[i + nearAhead].mapIndex);
+        if (i + kFarAhead < count) order.prefetchHome(m_notes[i + kFarAhead].mapIndex);
+        if (i + kNearAhead < count) order.prefetchPlace(m_notes[i + kNearAhead].mapIndex);
         const Note tick = m_notes[i];
         const int formerCount = order.size();
         if (tick.shown && tick.passes) {

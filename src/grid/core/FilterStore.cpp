@@ -1,3 +1,5 @@
+// A text is compiled when it is asked for, not when it is set: setters run one by one before a rebuild, and the match
+// mode is set behind them.
 #include "src/grid/core/FilterStore.h"
 
 namespace quor::grid {

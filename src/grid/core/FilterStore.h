@@ -6,6 +6,7 @@
 
 #include "src/grid/core/FilterTokens.h"
 
+#include <functional>
 #include <optional>
 
 namespace quor::grid {
@@ -31,6 +32,14 @@ public:
         const auto index = static_cast<std::size_t>(i);
         const bool isThere = m_compiledExact == exact && index < m_compiled.size() && m_compiled[index];
         return isThere ? *m_compiled[index] : compile(index, exact);
+    }
+
+    // Where a text of this store stands: by its address, since it is asked with every row. -1 for any other, an equal
+    // one too.
+    int indexOf(const CString& own) const {
+        const CString* const first = FilterStrings.GetData();
+        const bool isOwn = first && !std::less<>()(&own, first) && std::less<>()(&own, first + FilterStrings.GetSize());
+        return isOwn ? static_cast<int>(&own - first) : -1;
     }
 
 protected:

@@ -18,17 +18,17 @@ namespace quor::grid {
 
 namespace {
 
-constexpr std::size_t fewTexts = 4;
-constexpr std::uint64_t hashStart = 0xcbf29ce484222325;
+constexpr std::size_t kFewTexts = 4;
+constexpr std::uint64_t kHashStart = 0xcbf29ce484222325;
 
 constexpr std::array<unsigned char, 256> makeFold() {
     std::array<unsigned char, 256> table{};
     for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<unsigned char>(i >= 'A' && i <= 'Z' ? i + 32 : i);
     return table;
 }
-constexpr std::array<unsigned char, 256> foldTable = makeFold();
+constexpr std::array<unsigned char, 256> kFoldTable = makeFold();
 
-char fold(char c) { return static_cast<char>(foldTable[static_cast<unsigned char>(c)]); }
+char fold(char c) { return static_cast<char>(kFoldTable[static_cast<unsigned char>(c)]); }
 
 std::string folded(std::string_view text) {
     std::string result(text);
@@ -43,7 +43,7 @@ bool equalFolded(const char* text, std::string_view lower) {
     return true;
 }
 
-constexpr std::size_t wordSize = sizeof(std::uint64_t);
+constexpr std::size_t kWordSize = sizeof(std::uint64_t);
 
 // Eight bytes from here on.
 std::uint64_t wordAt(const char* text) {
@@ -55,10 +55,10 @@ std::uint64_t wordAt(const char* text) {
 // fold of each byte. The sums of a byte's lower seven bits reach its top bit from A, or from behind Z, on; a byte with
 // a top bit of its own is no letter.
 std::uint64_t foldedWord(std::uint64_t word) {
-    constexpr std::uint64_t each = 0x0101010101010101;
-    const std::uint64_t low = word & 0x7f * each;
-    const std::uint64_t fromA = low + (0x80 - 'A') * each, behindZ = low + (0x80 - 'Z' - 1) * each;
-    const std::uint64_t capitals = (fromA ^ behindZ) & ~word & 0x80 * each;
+    constexpr std::uint64_t kEach = 0x0101010101010101;
+    const std::uint64_t low = word & 0x7f * kEach;
+    const std::uint64_t fromA = low + (0x80 - 'A') * kEach, behindZ = low + (0x80 - 'Z' - 1) * kEach;
+    const std::uint64_t capitals = (fromA ^ behindZ) & ~word & 0x80 * kEach;
     return word | capitals >> 2;  // 0x80 becomes the bit that tells a from A
 }
 
@@ -102,7 +102,7 @@ void FilterTokens::TextSet::add(std::string_view text) {
 
 void FilterTokens::TextSet::sealFew() {
     for (const Text& text : m_texts) {
-        const std::size_t inWord = std::min<std::size_t>(text.length, wordSize);
+        const std::size_t inWord = std::min<std::size_t>(text.length, kWordSize);
         Word& word = m_words.emplace_back();
         std::memcpy(&word.bytes, m_bytes.data() + text.start, inWord);
         std::memset(&word.mask, 0xff, inWord);
@@ -110,7 +110,7 @@ void FilterTokens::TextSet::sealFew() {
 }
 
 void FilterTokens::TextSet::seal() {
-    if (m_texts.size() <= fewTexts) return sealFew();
+    if (m_texts.size() <= kFewTexts) return sealFew();
     std::size_t size = 16;
     while (size < m_texts.size() * 2) size *= 2;
     m_slots.assign(size, {});
@@ -128,7 +128,7 @@ void FilterTokens::TextSet::seal() {
 // A text that stands there already is not entered twice.
 void FilterTokens::TextSet::enter(std::uint32_t number) {
     const std::string_view text = view(m_texts[number]);
-    std::uint64_t hash = hashStart;
+    std::uint64_t hash = kHashStart;
     for (const char c : text) hash = hashed(hash, c);
     const std::size_t mask = m_slots.size() - 1;
     const auto tag = static_cast<std::uint32_t>(hash >> 32);
@@ -160,7 +160,7 @@ bool FilterTokens::TextSet::containsWhole(std::string_view cell) const {
         return false;
     }
     if (!std::binary_search(m_lengths.begin(), m_lengths.end(), cell.size())) return false;
-    std::uint64_t hash = hashStart;
+    std::uint64_t hash = kHashStart;
     for (const char c : cell) hash = hashed(hash, fold(c));
     return holds(hash, cell);
 }
@@ -170,7 +170,7 @@ bool FilterTokens::TextSet::containsWhole(std::string_view cell) const {
 bool FilterTokens::TextSet::beginsWithOneOfFew(std::string_view cell) const {
     if (m_words.empty()) return false;
     std::uint64_t first = 0;
-    if (cell.size() + 1 >= wordSize) {
+    if (cell.size() + 1 >= kWordSize) {
         first = foldedWord(wordAt(cell.data()));
     } else {
         std::memcpy(&first, cell.data(), cell.size());
@@ -179,14 +179,14 @@ bool FilterTokens::TextSet::beginsWithOneOfFew(std::string_view cell) const {
     for (std::size_t i = 0; i < m_words.size(); ++i) {
         const Text& text = m_texts[i];
         if (((first ^ m_words[i].bytes) & m_words[i].mask) != 0 || text.length > cell.size()) continue;
-        if (text.length <= wordSize || equalFolded(cell.data() + wordSize, view(text).substr(wordSize))) return true;
+        if (text.length <= kWordSize || equalFolded(cell.data() + kWordSize, view(text).substr(kWordSize))) return true;
     }
     return false;
 }
 
 bool FilterTokens::TextSet::containsBeginning(std::string_view cell) const {
     if (m_slots.empty()) return beginsWithOneOfFew(cell);
-    std::uint64_t hash = hashStart;
+    std::uint64_t hash = kHashStart;
     std::size_t read = 0;
     for (const std::uint32_t length : m_lengths) {
         if (length > cell.size()) return false;

@@ -7,6 +7,7 @@
 // The first two start from the rows by map index, in the direction that the tie-break asks for, and are stable.
 #include "src/grid/core/GridSort.h"
 
+#include "src/foundation/core/ColumnRecords.h"
 #include "src/list/core/MergeSort.h"
 #include "src/list/core/NaturalCompare.h"
 
@@ -198,10 +199,10 @@ std::uint64_t keyOf(double value) {
 // back the very number, so that the hundredths stand in the numbers' own order. (Division rounds one way only: unequal
 // numbers have unequal hundredths.)
 bool toHundredths(const std::vector<double>& numbers, std::vector<std::uint64_t>& keys) {
-    constexpr double limit = 1e13;  // far inside the whole numbers that a double holds
+    constexpr double kLimit = 1e13;  // far inside the whole numbers that a double holds
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         const double scaled = numbers[i] * 100;
-        if (!(std::fabs(scaled) < limit)) return false;
+        if (!(std::fabs(scaled) < kLimit)) return false;
         const auto whole = static_cast<std::int64_t>(scaled + (scaled < 0 ? -0.5 : 0.5));
         if (static_cast<double>(whole) / 100 != numbers[i]) return false;
         keys[i] = keyOf(whole);
@@ -284,24 +285,24 @@ private:
     }
 
     bool append(const char* text) {
-        static constexpr std::array<std::uint8_t, 256> ranks = characterRanks();
+        static constexpr std::array<std::uint8_t, 256> kRanks = characterRanks();
         while (*text) {
             if (isDigit(*text)) {
                 if (!appendRun(text)) return false;
             } else {
-                m_bytes.push_back(ranks[static_cast<std::uint8_t>(*text++)]);
+                m_bytes.push_back(kRanks[static_cast<std::uint8_t>(*text++)]);
             }
         }
         return true;
     }
 
     bool appendRun(const char*& text) {
-        constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
+        constexpr std::uint64_t kMost = std::numeric_limits<std::int64_t>::max();
         const char* const start = text;
         std::uint64_t value = 0;
         for (; isDigit(*text); ++text) {
             const auto digit = static_cast<unsigned>(*text - '0');
-            value = value > (most - digit) / 10 ? most : value * 10 + digit;
+            value = value > (kMost - digit) / 10 ? kMost : value * 10 + digit;
         }
         const auto length = static_cast<std::size_t>(text - start);
         if (value == kOwnManner || length > kLongestRun) return false;
@@ -425,7 +426,8 @@ int compareKeys(const SortKeys& keys, const SortRule& rule, std::size_t first, s
             return orderOf(a, b, rule.order);
         }
         case SortKeyKind::text:
-            if (keys.dataType() == 3) return list::naturalCompare(keys.text(second), keys.text(first)) * rule.order;
+            if (keys.dataType() == kTypeMixed)
+                return list::naturalCompare(keys.text(second), keys.text(first)) * rule.order;
             // The interface is older than const; the texts are only read.
             return rule.compareDates ? rule.compareDates(const_cast<char*>(keys.text(first)),
                                                          const_cast<char*>(keys.text(second)), rule.order)
@@ -448,7 +450,7 @@ int compareRows(const SortKeys& keys, const SortRule& rule, std::size_t first, s
 std::vector<std::int32_t> sortedMapIndices(const SortKeys& keys, const SortRule& rule) {
     if (rule.order == 0) return keys.mapIndices();
     if (keys.kind() != SortKeyKind::text) return sortedByNumbers(keys, rule);
-    if (keys.dataType() == 3) {
+    if (keys.dataType() == kTypeMixed) {
         if (auto sorted = sortedByDigests(keys, rule)) return *sorted;
     }
     return sortedByComparison(keys, rule);

@@ -1,5 +1,5 @@
-// Adds, ticks and deletes, and the display as a whole. What asks the host does so in a walk, and changes the rows after
-// it has the answer.
+// Adds, ticks and deletes, and the display as a whole. The host may do anything while it is asked, so whatever asks it
+// does so in a walk and changes the rows only once it has the answer.
 #include "src/grid/core/LiveRows.h"
 
 #include <algorithm>

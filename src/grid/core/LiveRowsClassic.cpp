@@ -1,5 +1,6 @@
-// Classic mode: rows are inserted empty, get their data later, and are deleted and re-tested one at a time. Here map
-// indices move when a row is inserted or erased in the middle; the order is plain.
+// Classic mode: rows are inserted empty, get their data afterwards, and are deleted and re-tested one at a time. Map
+// indices move when a row is inserted or erased in the middle, so all rows behind it are renumbered anyhow: a lazy
+// order would save nothing, and the plain one is kept.
 #include "src/grid/core/LiveRows.h"
 
 #include <algorithm>

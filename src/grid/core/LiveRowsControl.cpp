@@ -1,4 +1,5 @@
-// What the control knows and what it shall know: layout record, row count, area to repaint.
+// A question to the control is a message and an answer to it a repaint, and a tick can afford neither. So its layout is
+// remembered until something may have changed it, and what it has to hear waits until somebody could see a difference.
 #include "src/grid/core/LiveRows.h"
 
 #include <algorithm>
@@ -9,11 +10,11 @@ namespace quor::grid {
 // ---- Layout
 
 const RowLayout& LiveRows::layout() {
-    static const RowLayout none;
+    static const RowLayout kNoLayout;
     if (m_layoutIsStale) {
         const RowWalk walk(*this);
         readLayout();
-        if (walk.rowsWent()) return none;
+        if (walk.rowsWent()) return kNoLayout;
     } else if (m_visibilityIsStale) {
         readVisibility();
     }

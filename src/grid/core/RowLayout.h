@@ -40,8 +40,8 @@ struct RowLayout {
 
 private:
     // Far beyond any window, and safe to add to.
-    static constexpr std::int64_t limit = 1 << 30;
-    static LONG clampTop(std::int64_t y) { return static_cast<LONG>(std::clamp(y, -limit, limit)); }
+    static constexpr std::int64_t kLimit = 1 << 30;
+    static LONG clampTop(std::int64_t y) { return static_cast<LONG>(std::clamp(y, -kLimit, kLimit)); }
 };
 
 // The union of all that has to be repainted, and whether there is news since the last flush. The rectangle only grows:
@@ -85,8 +85,8 @@ public:
         if (m_firstRow > m_lastRow) return;
         RECT range = layout.rowRect(m_firstRow);
         range.bottom = layout.rowRect(m_lastRow).bottom;
-        m_firstRow = noFirst;
-        m_lastRow = noLast;
+        m_firstRow = kNoFirst;
+        m_lastRow = kNoLast;
         DirtyFlag = true;
         unite(DirtyRect, range);
         unite(m_fresh, range);
@@ -109,8 +109,8 @@ public:
 
 private:
     // An empty range; any row widens it.
-    static constexpr int noFirst = std::numeric_limits<int>::max();
-    static constexpr int noLast = std::numeric_limits<int>::min();
+    static constexpr int kNoFirst = std::numeric_limits<int>::max();
+    static constexpr int kNoLast = std::numeric_limits<int>::min();
 
     static void unite(RECT& all, const RECT& rect) {
         if (isEmpty(rect)) return;
@@ -124,8 +124,8 @@ private:
         all.bottom = std::max(all.bottom, rect.bottom);
     }
 
-    int m_firstRow = noFirst;
-    int m_lastRow = noLast;
+    int m_firstRow = kNoFirst;
+    int m_lastRow = kNoLast;
     RECT DirtyRect{};
     RECT m_fresh{};
     bool DirtyFlag = false;

@@ -1,3 +1,5 @@
+// Rows know the store by its address. A store made later may stand at the same one, so every row that leaves, and every
+// row of a store that empties, gives its numbers up: else it would pass for a row of the next list.
 #include "src/grid/core/RowStore.h"
 
 #include <algorithm>

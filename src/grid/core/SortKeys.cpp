@@ -1,6 +1,9 @@
+// Texts lie in one block, each with its terminator, since a string object a row would be an allocation a row. Equal
+// texts are watched for as they come in: a click on a column of one value is to move nothing.
 #include "src/grid/core/SortKeys.h"
 
 #include "platform/base/Numbers.h"
+#include "src/foundation/core/ColumnRecords.h"
 
 #include <string_view>
 
@@ -14,14 +17,14 @@ constexpr std::size_t kUsualTextSize = 16;  // bytes a row, for the first alloca
 
 SortKeyKind sortKeyKind(int dataType) {
     switch (dataType) {
-        case 1:
-        case 4:
+        case kTypeInteger:
+        case kTypeLongInteger:
             return SortKeyKind::integer;
-        case 2:
-        case 5:
+        case kTypeDecimal:
+        case kTypePlainDecimal:
             return SortKeyKind::number;
-        case 3:
-        case 6:
+        case kTypeMixed:
+        case kTypeDateTime:
             return SortKeyKind::text;
         default:
             return SortKeyKind::none;

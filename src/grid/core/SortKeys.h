@@ -1,9 +1,9 @@
 // SortKeys: what one sort run knows of its rows. Each row is read once, in the order of the run, into flat arrays, so
 // that no comparison asks the host. A row is then known by its position in the run, from 0.
 //
-// The kind of key follows from the column's data type (sQuorColInfo::iDataType): 1 and 4 integers, 2 and 5 numbers, 3
-// and 6 texts; any other has no key and all its rows are equal. A cell that is no number counts as 0, and so does a row
-// without a key, whose text is empty.
+// The kind of key follows from the column's ColumnDataType: integer and long integer, decimal and plain decimal
+// (numbers), mixed and date (texts); any other has no key and all its rows are equal. A cell that is no number counts
+// as 0, and so does a row without a key, whose text is empty.
 #pragma once
 
 #include "platform/Framework.h"

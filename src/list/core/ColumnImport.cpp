@@ -1,3 +1,5 @@
+// An import starts from the columns that the list has if the text says nothing, and changes a copy: any fault of the
+// text then gives them back untouched.
 #include "src/list/core/ColumnImport.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// Each form has a reader of its own, since they differ in what a missing field means: a profile that is cut keeps what
+// was whole, an exchange text keeps a last column without a heading, and the factory's repeats the number before. Texts
+// of all ages are on disks, and each has to mean what it always meant.
 #include "src/list/core/ColumnProfileText.h"
 
 #include <cstddef>

@@ -9,7 +9,7 @@
 
 #include <vector>
 
-#include "src/list/core/ProfileSource.h"
+#include "src/list/core/ProfileEntry.h"
 
 namespace quor::list {
 

@@ -1,3 +1,5 @@
+// A road is tried on a draft, and one that does not fit is dropped whole: half a profile would be a column set that
+// nobody chose. Only its user columns stay, since they are the user's work and other formulas may name them.
 #include "src/list/core/ColumnSetPlan.h"
 
 #include <cstddef>

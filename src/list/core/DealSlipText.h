@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "src/list/core/ProfileSource.h"
+#include "src/list/core/ProfileEntry.h"
 
 namespace quor::list {
 

@@ -1,3 +1,4 @@
+// Numbers are grouped as texts, so that a host's digits, however many, and its fraction stay as it wrote them.
 #include "src/list/core/ListLayout.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// One walk over both texts without a copy of either: a sort of mixed texts comes by here for every pair.
 #include "src/list/core/NaturalCompare.h"
 
 #include <cstdint>

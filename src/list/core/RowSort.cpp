@@ -1,3 +1,6 @@
+// The rule is needed twice, over two texts and over a whole list, and must not differ: so a comparison of two texts
+// makes keys of them too. Integers wrap on purpose, through unsigned arithmetic, where a difference of ints could not
+// be relied on.
 #include "src/list/core/RowSort.h"
 
 #include <cstring>
@@ -5,6 +8,7 @@
 
 #include "platform/base/DateTime.h"
 #include "platform/base/Numbers.h"
+#include "src/foundation/core/ColumnRecords.h"
 #include "src/list/core/MergeSort.h"
 #include "src/list/core/NaturalCompare.h"
 
@@ -44,20 +48,20 @@ double numberOf(const char* text, SortRule rule) {
 SortKeys::Kind SortKeys::kindOf(int dataType, SortRule rule) {
     const bool single = rule == SortRule::singleColumn;
     switch (dataType) {
-        case 1:
-        case 4:
+        case kTypeInteger:
+        case kTypeLongInteger:
             return Kind::integer;
-        case 2:
-        case 5:
+        case kTypeDecimal:
+        case kTypePlainDecimal:
             return Kind::number;
-        case 3:
+        case kTypeMixed:
             return Kind::natural;
-        case 6:
+        case kTypeDateTime:
             return Kind::date;
-        case 7:
-        case 9:
+        case kTypeWatchDecimal:
+        case kTypeTrendDecimal:
             return single ? Kind::number : Kind::none;
-        case 8:
+        case kTypeText:
             return single ? Kind::text : Kind::none;
         default:
             return Kind::none;

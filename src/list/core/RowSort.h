@@ -1,16 +1,21 @@
 // How rows compare and in which order they end: the rule over two texts, the same rule over texts read once per row,
 // and the sorted order of rows.
 //
-// The rule, by the data type of the column, with texts a and b and order s (-1 rising, 1 falling):
-//   1, 4        s * (int(b) - int(a)), in 32 bits that wrap: two values more than 2^31 apart compare the wrong way
-//   round 2, 5, 7, 9  the sign of s * (number(b) - number(a)); "-" and "NA" count as -1 3           s * natural(b, a),
-//   which is not transitive around 2147483647: see NaturalCompare.h 6           the opposite of s * (date a against
-//   date b) 8           s * (b against a), by bytes any other   equal
-// A multi-column sort goes by its levels, and the first that is not equal decides. Its rule differs: types 7, 8 and 9
-// are equal, "-" and "NA" count as 0 like any text without a number, and dates come the other way round. Users know
-// both; keep them apart.
+// The rule, by the ColumnDataType of the column, with texts a and b and order s (-1 rising, 1 falling):
 //
-// Types 1 and 4 (by the wrap) and 3 are thus not transitive for every column, so rows are put in order by
+//   integer, long integer     s * (int(b) - int(a)), in 32 bits that wrap: two values more than 2^31 apart compare the
+//                             wrong way round
+//   all four decimals         the sign of s * (number(b) - number(a)); "-" and "NA" count as -1
+//   mixed                     s * natural(b, a), which is not transitive around 2147483647: see NaturalCompare.h
+//   date and time             the opposite of s * (date a against date b)
+//   text                      s * (b against a), by bytes
+//   any other                 equal
+//
+// A multi-column sort goes by its levels, and the first that is not equal decides. Its rule differs: the watch's and
+// the trend's decimal and text are equal, "-" and "NA" count as 0 like any text without a number, and dates come the
+// other way round. Users know both; keep them apart.
+//
+// Integers (by the wrap) and mixed texts are thus not transitive for every column, so rows are put in order by
 // stableMergeSort only.
 #pragma once
 
@@ -24,7 +29,7 @@ namespace quor::list {
 
 enum class SortRule { singleColumn, levels };
 
-// The rule as it stands, over two texts. Negative: a first; a difference of types 1 and 4 is returned as it is, all
+// The rule as it stands, over two texts. Negative: a first; a difference of integers is returned as it is, all
 // others are -1, 0, 1 for an order of -1 or 1.
 int compareSortTexts(const char* a, const char* b, int dataType, int order, SortRule rule);
 

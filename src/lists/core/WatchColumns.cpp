@@ -1,3 +1,6 @@
+// The columns belong to all watches and the places to one, and either may be older than the other. So the arrays are
+// first brought to the length of what exists, then user columns without a place get one, and places close up last, when
+// no later step can open a gap again.
 #include "src/lists/core/WatchColumns.h"
 
 #include "src/expression/core/CustomColumnText.h"
@@ -12,7 +15,6 @@ namespace quor::watch {
 namespace {
 
 constexpr int kUserColumnWidth = 80;
-constexpr int kUserColumnDataType = 7;
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
@@ -154,7 +156,7 @@ sQuorColInfo makeWatchUserColumn(const WatchColumn& column, int width) {
     expression::setExpressions(made, expression::ListFamily::marketWatch, column.idForm, column.displayForm);
     made.iWidth = width;
     made.iFormat = kFormatRight;
-    made.iDataType = kUserColumnDataType;
+    made.iDataType = kTypeWatchDecimal;
     return made;
 }
 

@@ -1,3 +1,5 @@
+// User columns stand behind all others and between bytes of 0xA7: a name or a formula may hold a comma, so a comma
+// cannot part them.
 #include "src/lists/core/WatchTexts.h"
 
 #include "platform/base/Numbers.h"

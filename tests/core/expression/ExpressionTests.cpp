@@ -144,10 +144,10 @@ TEST(ExpressionParts, DeadRowsStillHaveTheirEffects) {
     const struct {
         int row;
         double expected;
-    } rows[] = {{quor::expression::rowExclusiveOr, 6 ^ 3},
-                {quor::expression::rowNor, ~(6 | 3)},
-                {quor::expression::rowNand, ~(6 & 3)},
-                {quor::expression::rowUnequal, 1}};
+    } rows[] = {{quor::expression::kRowExclusiveOr, 6 ^ 3},
+                {quor::expression::kRowNor, ~(6 | 3)},
+                {quor::expression::kRowNand, ~(6 & 3)},
+                {quor::expression::kRowUnequal, 1}};
     for (const auto& [row, expected] : rows) {
         double value = 0;
         EXPECT_TRUE(quor::expression::applyOperator(row, 6, 3, value));

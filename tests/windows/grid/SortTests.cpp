@@ -118,6 +118,15 @@ TEST_P(SortOnEachRoad, ClicksEndInThePictureOfTheTable) {
     }
 }
 
+TEST_F(Sort, TheGridThatSortedLastIsForgottenWhenItGoes) {
+    open();
+    add(ties);
+    click(1);
+    EXPECT_EQ(CFilterListCtrl::g_SortingList, &grid());
+    open();
+    EXPECT_EQ(CFilterListCtrl::g_SortingList, nullptr);
+}
+
 // Earlier versions reached the rows through the display while they rewrote it.
 TEST_F(Sort, AfterAForwardSortEveryRowKnowsItsSlot) {
     open();

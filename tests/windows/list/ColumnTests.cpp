@@ -1,6 +1,5 @@
 // The column set on a real header. Which columns come is decided and tested in the core.
 #include "ListFixture.h"
-#include "src/list/core/ProfileSource.h"
 
 using namespace quor::list;
 
@@ -8,36 +7,9 @@ namespace {
 
 using namespace list_tests;
 
-struct StoredProfile : ProfileSource {
-    bool readColumnProfile(const CString& listName, int builtInCount, std::vector<ProfileEntry>& entries) override {
-        asked = std::string(listName.GetString()) + " " + std::to_string(builtInCount);
-        if (stored.empty()) return false;
-        entries = stored;
-        return true;
-    }
-    void add(int index, int place, int width) {
-        ProfileEntry entry;
-        entry.columnIndex = index;
-        entry.place = place;
-        entry.width = width;
-        stored.push_back(entry);
-    }
-    void addUser(int index, int place, int width, const char* name) {
-        add(index, place, width);
-        stored.back().isUserColumn = true;
-        stored.back().name = name;
-        stored.back().expression = "F";
-        stored.back().toolTip = "T";
-    }
-
-    std::vector<ProfileEntry> stored;
-    std::string asked;
-};
-
 struct Columns : ListFixture {
     void SetUp() override {
         list.m_csListName = "orders";
-        list.SetProfileSource(&profile);
         addColumns(list, {"Symbol", "Price", "Qty"});
         giveWindow(list);
     }
@@ -51,8 +23,9 @@ struct Columns : ListFixture {
         list.GetHeaderCtrl()->GetItem(place, &item);
         return item;
     }
+    static std::string& stored() { return fakeHost().settings[{"orders", "COLUMNPROFILE"}]; }
+    static int timesRead() { return fakeHost().count("UserSetting 0 orders COLUMNPROFILE"); }
 
-    StoredProfile profile;
     TestList list;
 };
 
@@ -61,17 +34,14 @@ INSTANTIATE_TEST_SUITE_P(, ColumnsOnEachRoad, test::eachRoad, test::roadName);
 
 TEST_F(Columns, NothingStoredShowsAllAndReadsNoSortOrder) {
     list.InsertColumnsForList(nullptr);
-    EXPECT_EQ(profile.asked, "orders 3");
+    EXPECT_EQ(timesRead(), 1);
     EXPECT_EQ(header(list), "Symbol:80 Price:80 Qty:80");
     EXPECT_EQ(list.m_nBaseColumnCount, 3);
     EXPECT_TRUE(list.calls.take().empty());
 }
 
 TEST_P(ColumnsOnEachRoad, StoredProfileIsShownAndItsUserColumnAppended) {
-    profile.add(0, 1, 50);
-    profile.add(1, -1, 0);
-    profile.add(2, 0, 70);
-    profile.addUser(3, 2, 60, "Ratio");
+    stored() = "0,1,50,1,-1,0,2,0,70,3,2,60,Ratio#F#T";
     list.InsertColumnsForList(nullptr);
     EXPECT_EQ(header(list), "Qty:70 Symbol:50 Ratio:60");
     EXPECT_EQ(ints(list.m_arrOrder), "1 -1 0 2");
@@ -90,9 +60,7 @@ TEST_P(ColumnsOnEachRoad, StoredProfileIsShownAndItsUserColumnAppended) {
 }
 
 TEST_F(Columns, AProfileThatDoesNotFitGivesDefaultsAndStaysInUse) {
-    profile.add(0, 0, 50);
-    profile.add(1, 2, 50);
-    profile.add(2, 2, 50);
+    stored() = "0,0,50,1,2,50,2,2,50";
     const int shown[] = {1, 0};
     EXPECT_EQ(list.SetDefaultCols(2, shown), 1);
     EXPECT_EQ(list.SetDefaultCols(0, shown), 0);
@@ -102,13 +70,13 @@ TEST_F(Columns, AProfileThatDoesNotFitGivesDefaultsAndStaysInUse) {
 }
 
 TEST_F(Columns, ProfileIsNotAskedForWhenItIsOff) {
-    profile.add(0, 0, 50);
+    stored() = "0,0,50";
     list.m_bUseColumnProfile = 0;
     CArray<int, int> shown;
     shown.Add(2);
     list.SetDefaultCols(shown);
     list.InsertColumnsForList(nullptr);
-    EXPECT_EQ(profile.asked, "");
+    EXPECT_EQ(timesRead(), 0);
     EXPECT_EQ(header(list), "Qty:80");
 }
 

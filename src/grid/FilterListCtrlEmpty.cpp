@@ -1,4 +1,5 @@
-// Operations that the grid calls where they belong and that are not filled in yet. Each says what it will do.
+// Operations that are empty: row drag, trends and keywords. The grid calls each where it belongs, so that filling one
+// in changes no caller. Each says what it will do.
 #include "src/grid/FilterListCtrl.h"
 
 // Will end a row drag; until rows can be dragged, none is on.

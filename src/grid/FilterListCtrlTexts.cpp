@@ -1,4 +1,5 @@
-// Texts from the host, check states, column numbers.
+// What a cell says: the one road to the host's text callbacks, which paint, filters, sort, export and measure all take,
+// so that none of them can show a text that another one does not find. Check states and column numbers besides.
 #include "src/grid/FilterListCtrlInternal.h"
 
 using namespace quor::grid;
