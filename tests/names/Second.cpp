@@ -1,0 +1,55 @@
+// Five names stand in First.cpp too, with another meaning.
+#define PLANTED_WIDE
+#include "tests/names/Planted.h"
+
+class PlantedClass {
+public:
+    explicit PlantedClass(int value) : m_value(value) {}
+    int value() const { return m_value; }
+
+private:
+    int m_value;
+};
+
+namespace planted {
+enum class Kind { second, first };
+inline int inlined(Kind kind) { return kind == Kind::first ? 2 : 1; }
+template <typename Value>
+struct Box {
+    int count;
+    Value value;
+};
+}  // namespace planted
+
+int second(int value, planted::Kind kind) {
+    const planted::Box<int> box{1, planted::inlined(kind)};
+    const PlantedSwitched switched;
+    return PlantedClass(value).value() + box.count + box.value + switched.more;
+}
+
+// What only looks like it.
+
+struct First;  // declared only
+
+namespace {
+struct Own {
+    double value;
+};
+}  // namespace
+
+namespace planted::second_file {
+struct Named : Shared {};
+}  // namespace planted::second_file
+
+static int ownFunction(const First* other) { return other == nullptr ? 1 : 2; }
+
+int secondOwn(const First* other) {
+    struct Local {
+        long value;
+    };
+    const SharedBox<Own> box{{1}};
+    const SharedBox<Local> local{{1}};
+    const planted::second_file::Named named;
+    return static_cast<int>(box.value.value) + static_cast<int>(local.value.value) + static_cast<int>(sizeof named) +
+           sharedInline(ownFunction(other));
+}
