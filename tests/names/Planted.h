@@ -1,4 +1,4 @@
-// What both files see: one definition each, but for a class whose size is what the includer defined.
+// One place, two sizes: what the includer defined decides.
 #pragma once
 
 struct PlantedSwitched {
@@ -7,14 +7,3 @@ struct PlantedSwitched {
     int more = 0;
 #endif
 };
-
-struct Shared {
-    virtual ~Shared() = default;
-};
-
-template <typename Value>
-struct SharedBox {
-    Value value;
-};
-
-inline int sharedInline(int value) { return value + 1; }

@@ -26,30 +26,3 @@ int second(int value, planted::Kind kind) {
     const PlantedSwitched switched;
     return PlantedClass(value).value() + box.count + box.value + switched.more;
 }
-
-// What only looks like it.
-
-struct First;  // declared only
-
-namespace {
-struct Own {
-    double value;
-};
-}  // namespace
-
-namespace planted::second_file {
-struct Named : Shared {};
-}  // namespace planted::second_file
-
-static int ownFunction(const First* other) { return other == nullptr ? 1 : 2; }
-
-int secondOwn(const First* other) {
-    struct Local {
-        long value;
-    };
-    const SharedBox<Own> box{{1}};
-    const SharedBox<Local> local{{1}};
-    const planted::second_file::Named named;
-    return static_cast<int>(box.value.value) + static_cast<int>(local.value.value) + static_cast<int>(sizeof named) +
-           sharedInline(ownFunction(other));
-}

@@ -32,6 +32,13 @@ void record(const char* name, const Values&... values) {
     fakeHost().calls.push_back(call.str());
 }
 
+// For entries that tell nothing but what the test set.
+template <class... Values>
+int answer(int result, const char* name, const Values&... values) {
+    record(name, values...);
+    return result;
+}
+
 const char* text(const CString& value) { return value.GetString(); }
 
 // Operation 0 reads, 1 writes.
@@ -95,31 +102,22 @@ HOST_ENTRY(int, UserSetting, int operation, CString section, CString& value, CSt
     return store(fakeHost().settings, {text(section), text(key)}, operation, value);
 }
 
-HOST_ENTRY(int, quoru_get_app_status) {
-    record("quoru_get_app_status");
-    return fakeHost().appStatus;
-}
+HOST_ENTRY(int, quoru_get_app_status) { return answer(fakeHost().appStatus, "quoru_get_app_status"); }
 
 HOST_ENTRY(int, pu_get_find_menu_item_in_roles, int menuId) {
-    record("pu_get_find_menu_item_in_roles", menuId);
-    return fakeHost().roleForbids;
+    return answer(fakeHost().roleForbids, "pu_get_find_menu_item_in_roles", menuId);
 }
 
-HOST_ENTRY(int, IsOptimizedMWUpdate) {
-    record("IsOptimizedMWUpdate");
-    return fakeHost().optimizedMarketWatch;
-}
+HOST_ENTRY(int, IsOptimizedMWUpdate) { return answer(fakeHost().optimizedMarketWatch, "IsOptimizedMWUpdate"); }
 
 HOST_ENTRY(int, pu_RegisterForWindowDisplayAffinity, CWnd*) {
-    record("pu_RegisterForWindowDisplayAffinity");
-    return fakeHost().affinityResult;
+    return answer(fakeHost().affinityResult, "pu_RegisterForWindowDisplayAffinity");
 }
 
 HOST_ENTRY(void, pu_GetScreenSharingStatus) { record("pu_GetScreenSharingStatus"); }
 
 HOST_ENTRY(int, pu_GetDefaultScreenSharingStatus, CWnd*, int first, int second) {
-    record("pu_GetDefaultScreenSharingStatus", first, second);
-    return fakeHost().defaultSharingStatus;
+    return answer(fakeHost().defaultSharingStatus, "pu_GetDefaultScreenSharingStatus", first, second);
 }
 
 HOST_ENTRY(void, pu_GetAppdataHashCode, CString& value) {

@@ -224,15 +224,6 @@ TEST(CalculationServers, ObjectsKeepTheirDllLoaded) {
     EXPECT_EQ(same, nullptr);
 }
 
-TEST(CalculationServers, EveryPortfolioBookIsItsObjectsOwn) {
-    const auto first = newMarginServer(), second = newMarginServer();
-    const _bstr_t name("a");
-    const BSTR text = const_cast<wchar_t*>(static_cast<const wchar_t*>(name));
-    EXPECT_EQ(first->CreatePortfolio(text, text, nullptr), S_OK);
-    EXPECT_EQ(first->SelectPortfolio(text, text, nullptr), S_OK);
-    EXPECT_EQ(second->SelectPortfolio(text, text, nullptr), HRESULT_FROM_WIN32(ERROR_NOT_FOUND));
-}
-
 // ---- Late bound
 
 // Arguments are given first to last and passed last to first.

@@ -9,6 +9,7 @@
 #include "windows/calculators/RecordingServer.h"
 
 #include <ole2.h>
+#include <process.h>
 
 #include <algorithm>
 #include <fstream>
@@ -175,9 +176,15 @@ private:
 };
 #pragma GCC diagnostic pop
 
+std::string endsOfCom() {
+    char folder[MAX_PATH] = "";
+    ::GetTempPathA(MAX_PATH, folder);
+    return std::string(folder) + "ends_of_com.txt";
+}
+
 // Leaves with both servers alive and one more start of COM, so that the spy outlives both ends.
-int leave(const std::string& path) {
-    const HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+int leave() {
+    const HANDLE file = ::CreateFileA(endsOfCom().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     ::CoInitialize(nullptr);
     static EndOfComSpy* const spy = new EndOfComSpy(file);  // never deleted
     ULARGE_INTEGER cookie = {};
@@ -185,31 +192,17 @@ int leave(const std::string& path) {
     return createBoth();
 }
 
-// Runs this executable again as a child with the mode and an argument for it; its exit code, or WAIT_TIMEOUT after 20
-// s.
-DWORD runChild(const std::string& mode, const std::string& argument = "") {
+// Runs this executable again as a child with the mode; its exit code.
+DWORD runChild(const char* mode) {
     char program[MAX_PATH] = "";
     ::GetModuleFileNameA(nullptr, program, MAX_PATH);
-    std::string line = '"' + std::string(program) + "\" --child " + mode + " \"" + argument + '"';
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof(startup);
-    PROCESS_INFORMATION process = {};
-    if (!::CreateProcessA(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
-        return ~0u;
-    DWORD code = WAIT_TIMEOUT;
-    if (::WaitForSingleObject(process.hProcess, 20000) == WAIT_OBJECT_0)
-        ::GetExitCodeProcess(process.hProcess, &code);
-    else
-        ::TerminateProcess(process.hProcess, WAIT_TIMEOUT);
-    ::CloseHandle(process.hProcess);
-    ::CloseHandle(process.hThread);
-    return code;
+    return static_cast<DWORD>(::_spawnl(_P_WAIT, program, "child", "--child", mode, static_cast<const char*>(nullptr)));
 }
 
 // The child's work, by mode; its exit code.
-int childMain(const std::string& mode, const std::string& argument) {
+int childMain(const std::string& mode) {
     if (mode == "create") return createBoth();
-    if (mode == "leave") return leave(argument);
+    if (mode == "leave") return leave();
     quorCalculators().DeleteWra();  // without a server
     return 0;
 }
@@ -258,12 +251,6 @@ TEST(Activation, TheRealServersRegisterAndRemoveThemselves) {
         }
         EXPECT_EQ(runChild("create"), registered ? DWORD{kOptionCreated | kMarginCreated} : 0u);
     }
-    const char path[] = "C:\\no such folder\\server.dll";
-    for (const RealServer& server : kRealServers) {
-        const std::string key = std::string("Software\\Classes\\CLSID\\") + server.classId + "\\InprocServer32";
-        ASSERT_EQ(::RegSetKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_SZ, path, sizeof(path)), 0);
-    }
-    EXPECT_EQ(runChild("create"), 0u);
     callBoth("DllRegisterServer");
 }
 
@@ -271,22 +258,19 @@ TEST(Activation, AWrapperWithoutItsServerFaults) { EXPECT_EQ(runChild("fault"), 
 
 TEST(Activation, EachServerObjectEndsComAtTheEndOfTheProcess) {
     callBoth("DllRegisterServer");
-    char folder[MAX_PATH] = "";
-    ::GetTempPathA(MAX_PATH, folder);
-    const std::string path = std::string(folder) + "calculators_leave.txt";
-    EXPECT_EQ(runChild("leave", path), DWORD{kOptionCreated | kMarginCreated});
-    std::ifstream file(path);
+    EXPECT_EQ(runChild("leave"), DWORD{kOptionCreated | kMarginCreated});
+    std::ifstream file(endsOfCom());
     std::string seen;
     file >> seen;
     EXPECT_EQ(seen, "uu");
     file.close();
-    ::DeleteFileA(path.c_str());
+    ::DeleteFileA(endsOfCom().c_str());
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc > 2 && std::string(argv[1]) == "--child") return childMain(argv[2], argc > 3 ? argv[3] : "");
+    if (argc > 2 && std::string(argv[1]) == "--child") return childMain(argv[2]);
     test::endOnCrash();
     test::useOwnDesktop();
     ::testing::InitGoogleTest(&argc, argv);

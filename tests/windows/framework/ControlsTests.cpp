@@ -1,7 +1,11 @@
-// Controls of the system and its dialogs, where the wrapper does more than to pass a call on; the controls that lists
-// and grids stand on are tested with them.
+// Controls, dialogs, GDI objects and menus of the system, where the wrapper does more than to pass a call on; what
+// lists and grids stand on is tested with them.
+#include "support/Canvas.h"
 #include "support/Input.h"
 #include "support/WindowFixture.h"
+
+#include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -53,40 +57,6 @@ TEST_F(Controls, ADraggedHeadingLeavesTheScreenAsTheWindowsAre) {
 
 // ---- Dialogs of the system
 
-// Presses a button of the dialog of this thread as soon as there is one.
-class DialogAnswer {
-public:
-    explicit DialogAnswer(int button) {
-        s_button = button;
-        m_timer = ::SetTimer(nullptr, 0, 20, &DialogAnswer::tick);
-    }
-    ~DialogAnswer() { ::KillTimer(nullptr, m_timer); }
-
-private:
-    static void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
-        ::EnumThreadWindows(::GetCurrentThreadId(), &DialogAnswer::answer, 0);
-    }
-    static BOOL CALLBACK answer(HWND window, LPARAM) {
-        char name[16] = "";
-        ::GetClassNameA(window, name, sizeof(name));
-        if (::lstrcmpA(name, "#32770") != 0 || !::IsWindowVisible(window)) return TRUE;
-        ::PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(s_button), 0);
-        return FALSE;
-    }
-    static inline int s_button = 0;
-    UINT_PTR m_timer;
-};
-
-TEST_F(Controls, AColourIsKeptOrCancelled) {
-    for (const int button : {IDOK, IDCANCEL}) {
-        CColorDialog dialog(RGB(10, 20, 30), 0, &frame());
-        const DialogAnswer answer(button);
-        EXPECT_EQ(dialog.DoModal(), button);
-        EXPECT_EQ(dialog.GetColor(), RGB(10, 20, 30));
-        EXPECT_TRUE(frame().IsWindowEnabled());
-    }
-}
-
 // The dialog offers installed faces only: any scalable one will do.
 int CALLBACK takeScalable(const LOGFONTA* font, const TEXTMETRICA*, DWORD kind, LPARAM face) {
     if (!(kind & TRUETYPE_FONTTYPE) || font->lfFaceName[0] == '@') return 1;
@@ -102,13 +72,97 @@ TEST_F(Controls, AFontComesBackFromItsDialog) {
     font.lfHeight = -16;
     ::lstrcpyA(font.lfFaceName, face);
     CFontDialog dialog(&font, CF_SCREENFONTS | CF_EFFECTS, nullptr, &frame());
-    const DialogAnswer ok(IDOK);
+    frame().onMessage = [](UINT message, WPARAM, LPARAM idle, LRESULT&) {
+        if (message == WM_ENTERIDLE) ::PostMessageA(reinterpret_cast<HWND>(idle), WM_COMMAND, IDOK, 0);
+        return false;
+    };
     ASSERT_EQ(dialog.DoModal(), IDOK);
     EXPECT_EQ(dialog.GetFaceName(), face);
     LOGFONT back{};
     dialog.GetCurrentFont(&back);
     EXPECT_EQ(back.lfHeight, -16);
     EXPECT_EQ(dialog.GetSize(), ::MulDiv(160, 72, ::GetDeviceCaps(CClientDC(nullptr), LOGPIXELSY)));
+}
+
+// ---- GDI objects and menus: who owns them
+
+TEST_F(Controls, AHandleLeadsToItsOwnerElseToATemporaryThatOwnsNothing) {
+    CPen owned(PS_DOT, 1, RGB(255, 0, 0));
+    EXPECT_EQ(CPen::FromHandle(owned), &owned);
+    EXPECT_EQ(CGdiObject::FromHandle(owned), &owned);
+    EXPECT_EQ(CPen::FromHandle(nullptr), nullptr);
+    const HGDIOBJ given = owned.Detach();
+    EXPECT_NE(CPen::FromHandle(static_cast<HPEN>(given)), &owned);
+    EXPECT_FALSE(owned.DeleteObject());
+    ASSERT_TRUE(owned.Attach(given));
+    EXPECT_TRUE(owned.DeleteObject());
+    EXPECT_EQ(::GetObjectType(given), 0u);
+
+    const HBRUSH bare = ::CreateSolidBrush(RGB(0, 0, 255));
+    CBrush* const temporary = CBrush::FromHandle(bare);
+    EXPECT_EQ(CBrush::FromHandle(bare), temporary);
+    quorFreeTemporaryGdiObjects();
+    EXPECT_EQ(::GetObjectType(bare), static_cast<DWORD>(OBJ_BRUSH)) << "the temporary object deleted it";
+    CBrush::FromHandle(bare)->DeleteObject();
+    EXPECT_EQ(::GetObjectType(bare), 0u);
+    EXPECT_EQ(CBrush::FromHandle(bare)->m_hObject, bare) << "a reused handle must not meet a detached object";
+}
+
+TEST_F(Controls, ShortenedTextComesBackInTheCallersBufferOnly) {
+    const UINT format = DT_NOPREFIX | DT_SINGLELINE | DT_END_ELLIPSIS | DT_MODIFYSTRING;
+    const CString text = "a text far too long for the sheet";
+    char buffer[64] = "";
+    ::lstrcpyA(buffer, text);
+    test::Canvas sheet(frame(), {40, 20}, RGB(255, 255, 255));
+    CRect rect(0, 0, 40, 20);
+    sheet.dc.DrawTextEx(buffer, -1, rect, format, nullptr);
+    EXPECT_NE(std::string(buffer).find("..."), std::string::npos);
+    const CString shared = text;
+    sheet.dc.DrawTextEx(shared, rect, format, nullptr);
+    EXPECT_EQ(text, "a text far too long for the sheet");
+}
+
+TEST_F(Controls, AMenuDiesWithItsObjectAndASubmenuWithItsMenu) {
+    HMENU bar = nullptr;
+    HMENU popup = nullptr;
+    {
+        CMenu menu;
+        CMenu sub;
+        ASSERT_TRUE(menu.CreateMenu());
+        ASSERT_TRUE(sub.CreatePopupMenu());
+        popup = sub;
+        EXPECT_TRUE(menu.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(popup), "Rows"));
+        EXPECT_EQ(menu.GetSubMenu(0), &sub);
+        sub.Detach();
+        EXPECT_EQ(menu.GetSubMenu(0)->m_hMenu, popup);
+        EXPECT_EQ(menu.GetSubMenu(1), nullptr);
+        quorFreeTemporaryGdiObjects();
+        EXPECT_TRUE(::IsMenu(popup)) << "a temporary object destroyed what it does not own";
+        bar = menu;
+    }
+    EXPECT_FALSE(::IsMenu(bar));
+    EXPECT_FALSE(::IsMenu(popup));
+}
+
+TEST_F(Controls, TrackingReturnsTheChosenCommandAndLetsExceptionsPass) {
+    CMenu menu;
+    menu.CreatePopupMenu();
+    menu.AppendMenu(MF_STRING, 10, CString('x', 300));
+    menu.AppendMenu(MF_STRING, 11, "Second");
+    CString text;
+    EXPECT_EQ(menu.GetMenuString(10, text, MF_BYCOMMAND), 300);
+    EXPECT_EQ(text.GetLength(), 300);
+    bool fails = false;
+    frame().onMessage = [&](UINT message, WPARAM opened, LPARAM, LRESULT&) {
+        if (message != WM_INITMENUPOPUP) return false;
+        EXPECT_EQ(reinterpret_cast<HMENU>(opened), menu.m_hMenu);
+        for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) frame().PostMessage(WM_KEYDOWN, key);
+        if (fails) throw std::runtime_error("handler");
+        return true;
+    };
+    EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD | TPM_LEFTALIGN, 10, 10, &frame()), 11);
+    fails = true;
+    EXPECT_THROW(menu.TrackPopupMenu(TPM_RETURNCMD, 10, 10, &frame()), std::runtime_error);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "FrameworkTestsIds.h"
-#include "Probe.h"
+#include "support/CallRecorder.h"
 #include "support/Input.h"
+#include "support/WindowFixture.h"
 
 #include <stdexcept>
 

@@ -8,7 +8,6 @@
 #include "support/Input.h"
 #include "support/WindowFixture.h"
 
-#include <array>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -145,18 +144,10 @@ TEST_F(FilterBarOfAList, TheStyleBitSwitchesTheHeightAndTheRowsFollow) {
     EXPECT_EQ(topOfRows(), height());
 }
 
-TEST_F(FilterBarOfAList, TextsReadBackInBothForms) {
+TEST_F(FilterBarOfAList, TextsReadBack) {
     ASSERT_TRUE(set(1, "ab\xE9"));
     EXPECT_EQ(get(1), "ab\xE9");
     EXPECT_EQ(get(1, 3), "ab");
-    wchar_t text[8] = L"";
-    HD_TEXTFILTERW filter = {text, 8};
-    HDITEMW item{};
-    item.mask = HDI_FILTER | HDI_WIDTH;
-    item.pvFilter = &filter;
-    ASSERT_TRUE(send(HDM_GETITEMW, 1, reinterpret_cast<LPARAM>(&item)));
-    EXPECT_STREQ(text, L"ab\u00E9");
-    EXPECT_EQ(item.cxy, kWidth);
     EXPECT_EQ(get(kColumns), "(none)");
     EXPECT_FALSE(set(kColumns, "x"));
 }
@@ -277,22 +268,12 @@ TEST_F(FilterBarOfAList, ADialogLeavesEnterAndEscToTheField) {
     frame().onMessage = nullptr;
 }
 
-TEST_F(FilterBarOfAList, TheRecordLimitsWhatCanBeTypedAndAMegabyteReadsBack) {
+TEST_F(FilterBarOfAList, TheRecordLimitsWhatCanBeTyped) {
     set(1, "", 4);
     click(inField(1));
     type("abcdef");
     press(VK_RETURN);
     EXPECT_EQ(get(1), "abc");
-    press(VK_ESCAPE);
-    constexpr int size = 1048576;
-    const std::string longest(size - 1, 'q');
-    ASSERT_TRUE(set(1, longest + "more", size));
-    EXPECT_TRUE(get(1, size) == longest);
-    EXPECT_EQ(get(1, 524288).size(), 524287u);
-    edit(1);
-    type("!");  // replaces the marked text
-    press(VK_RETURN);
-    EXPECT_TRUE(get(1, size) == "!");
 }
 
 // The mouse moves and resizes columns by captions and dividers, and not in the bar.
@@ -379,30 +360,6 @@ TEST_F(FilterBarOfAList, AnOwnerMayEndTheListFromANotification) {
             ::SendMessageA(::GetParent(::GetFocus()), HDM_CLEARFILTER, static_cast<WPARAM>(-1), 0);
         EXPECT_EQ(ending.m_hWnd, nullptr);
     }
-}
-
-// The colours of a field's place, not how they look together.
-TEST_F(FilterBarOfAList, AFilterFillsTheFunnelAndReplacesTheGreyCue) {
-    const auto count = [&](COLORREF color, const CRect& area) {
-        pumpUntilIdle();
-        test::Canvas picture(list, CSize(3 * kWidth, height()), 0);
-        CClientDC dc(CWnd::FromHandle(header));
-        picture.dc.BitBlt(0, 0, 3 * kWidth, height(), &dc, 0, 0, SRCCOPY);
-        return picture.count(area, color);
-    };
-    const CRect item = itemRect(1);
-    const CRect text(item.left + 2, plainHeight + 2, item.right - 17, height() - 2);
-    const CRect button(item.right - 15, text.top, item.right - 3, text.bottom);
-    const auto look = [&] {
-        return std::array{count(::GetSysColor(COLOR_BTNTEXT), button), count(::GetSysColor(COLOR_WINDOWTEXT), text),
-                          -count(::GetSysColor(COLOR_GRAYTEXT), text)};
-    };
-    const auto empty = look();
-    set(1, "MMMM");
-    const auto filtered = look();
-    for (std::size_t i = 0; i < filtered.size(); ++i) EXPECT_GT(filtered[i], empty[i]) << i;
-    send(HDM_CLEARFILTER, 1);
-    EXPECT_EQ(look(), empty);
 }
 
 // ---- A system's own bar

@@ -1,4 +1,5 @@
-#include "Probe.h"
+#include "support/CallRecorder.h"
+#include "support/WindowFixture.h"
 
 namespace {
 
@@ -110,29 +111,6 @@ TEST_F(Frame, MenuItemsAreBroughtUpToDateWhenTheirMenuOpens) {
     char text[16] = "";
     ::GetMenuStringA(menu, 2, text, sizeof(text), MF_BYCOMMAND);
     EXPECT_STREQ(text, "Two!");
-}
-
-TEST_F(Frame, BarsTakeTheirPlaceAndTheViewGetsTheRest) {
-    CStatusBarCtrl status;
-    ASSERT_TRUE(status.Create(WS_CHILD | WS_VISIBLE | CCS_BOTTOM, CRect(), window, AFX_IDW_STATUS_BAR));
-    CBCGPDialogBar bar;
-    ASSERT_TRUE(bar.Create(window, LPCSTR(nullptr), CBRS_TOP | WS_VISIBLE, 77));
-    bar.SetWindowPos(nullptr, 0, 0, 50, 40, SWP_NOMOVE | SWP_NOZORDER);
-    window->RecalcLayout();
-
-    CRect area;
-    window->GetClientRect(&area);
-    CRect statusRect;
-    status.GetWindowRect(&statusRect);
-    const auto placeOf = [&](CWnd& child) {
-        CRect place;
-        child.GetWindowRect(&place);
-        window->ScreenToClient(&place);
-        return place;
-    };
-    EXPECT_EQ(placeOf(bar), CRect(0, 0, area.right, 40));
-    EXPECT_EQ(placeOf(status).bottom, area.bottom);
-    EXPECT_EQ(placeOf(*window->GetActiveView()), CRect(0, 40, area.right, area.bottom - statusRect.Height()));
 }
 
 }  // namespace
