@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <memory>
@@ -69,33 +70,33 @@ struct Servers : testing::Test {
 
 // ---- Through the wrappers. What the servers compute is tested without COM; here it is what arrives and comes back.
 
-struct Prices {
-    double price = -7, delta = -7, gamma = -7, theta = -7, vega = -7, rho = -7;
-    bool operator==(const Prices&) const = default;
-};
+// Price, delta, gamma, theta, vega, rho; -7 where nothing was written.
+using Prices = std::array<double, 6>;
+constexpr Prices kUnwritten = {-7, -7, -7, -7, -7, -7};
+
+Prices pricesOf(const auto& call) {
+    Prices o = kUnwritten;
+    call(&o[0], &o[1], &o[2], &o[3], &o[4], &o[5]);
+    return o;
+}
 
 TEST_F(Servers, MethodsAndFormulasAgree) {
-    Prices priced, quick;
-    app.CalcPriceWra(42, 40, 0.5, 0.10, 0.08, 0.20, 0, 1, 0, 0, &priced.price, &priced.delta, &priced.gamma,
-                     &priced.theta, &priced.vega, &priced.rho);
-    app.CalculateBSPriceWra(42, 40, 0.5, 0.10, 0.20, 1, 0.08, 0, &quick.price, &quick.delta, &quick.gamma, &quick.theta,
-                            &quick.vega, &quick.rho);
-    EXPECT_EQ(priced, quick);
-    EXPECT_LT(priced.delta, 0) << "not a put";
-    app.CalcPriceWra(20, 20, 4.0 / 12, 0.09, 0, 0.25, 0, 1, 0, 0, &priced.price, &priced.delta, &priced.gamma,
-                     &priced.theta, &priced.vega, &priced.rho);
-    double o[6] = {};
-    app.CalcBlack76ModelPutData(20, 0.09, 4.0 / 12, 0.25, 20, o[0], o[1], o[2], o[3], o[4], o[5]);
-    const double served[] = {priced.price, priced.delta, priced.gamma, priced.theta, priced.vega, priced.rho};
-    for (int i = 0; i < 6; ++i) EXPECT_NEAR(served[i], o[i], 1e-10) << i;
-    app.CalcBlack76ModelCallData(20, 0.09, 4.0 / 12, 0.25, 20, o[0], o[1], o[2], o[3], o[4], o[5]);
-    EXPECT_NEAR(o[1] - priced.delta, std::exp(-0.09 / 3), 1e-12) << "no call";
+    EXPECT_EQ(pricesOf([&](auto... o) { app.CalcPriceWra(42, 40, 0.5, 0.10, 0.08, 0.20, 0, 1, 0, 0, o...); }),
+              pricesOf([&](auto... o) { app.CalculateBSPriceWra(42, 40, 0.5, 0.10, 0.20, 1, 0.08, 0, o...); }));
+    const Prices put =
+        pricesOf([&](auto... o) { app.CalcPriceWra(20, 20, 4.0 / 12, 0.09, 0, 0.25, 0, 1, 0, 0, o...); });
+    const Prices blackPut =
+        pricesOf([&](auto... o) { app.CalcBlack76ModelPutData(20, 0.09, 4.0 / 12, 0.25, 20, *o...); });
+    const Prices blackCall =
+        pricesOf([&](auto... o) { app.CalcBlack76ModelCallData(20, 0.09, 4.0 / 12, 0.25, 20, *o...); });
+    for (std::size_t i = 0; i < put.size(); ++i) EXPECT_NEAR(put[i], blackPut[i], 1e-10) << i;
+    EXPECT_NEAR(blackCall[1] - put[1], std::exp(-0.09 / 3), 1e-10) << "deltas of a call and a put";
 
     double former = 0;
     for (const short kind : {0, 1, 2, 3}) {  // call, put, and the two with American exercise
-        double price = 0, volatility = 0, unused = 0;
-        app.CalcPriceWra(90, 100, 0.5, 0.06, 0.01, 0.25, 2, kind % 2, kind / 2, 0, &price, &unused, &unused, &unused,
-                         &unused, &unused);
+        double volatility = 0;
+        const double price = pricesOf(
+            [&](auto... o) { app.CalcPriceWra(90, 100, 0.5, 0.06, 0.01, 0.25, 2, kind % 2, kind / 2, 0, o...); })[0];
         app.CalculateImpVolatilityWra(price, 90, 100, 0.5, 0.06, 0.01, 2, kind, &volatility);
         EXPECT_NEAR(volatility, 0.25, 1e-6) << kind;
         EXPECT_NE(price, std::exchange(former, price)) << kind;
@@ -103,26 +104,21 @@ TEST_F(Servers, MethodsAndFormulasAgree) {
 }
 
 TEST_F(Servers, WhatTheOptionServerRefusesIsThrownAndWritesNothing) {
-    Prices p;
-    const auto priced = [&](double spot) {
-        return thrownBy([&] {
-            app.CalcPriceWra(spot, 100, 1, 0.05, 0, 0.2, 0, 0, 0, 0, &p.price, &p.delta, &p.gamma, &p.theta, &p.vega,
-                             &p.rho);
-        });
-    };
-    const auto solved = [&](double target) {
-        return thrownBy([&] { app.CalculateImpVolatilityWra(target, 100, 90, 1, 0.05, 0.05, 0, 0, &p.price); });
-    };
-    const struct {
-        Thrown thrown;
-        HRESULT code;
-    } rows[] = {{priced(-1), E_INVALIDARG}, {priced(std::nan("")), E_INVALIDARG}, {solved(101), kOutsideBounds}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.thrown.code, row.code) << row.thrown.sentence;
-        EXPECT_EQ(row.thrown.interfaceId, kOptionCalculatorInterface);
-        EXPECT_FALSE(row.thrown.sentence.empty());
+    Thrown refused;
+    EXPECT_EQ(pricesOf([&](auto... o) {
+                  refused = thrownBy([&] { app.CalcPriceWra(-1, 100, 1, 0.05, 0, 0.2, 0, 0, 0, 0, o...); });
+              }),
+              kUnwritten);
+    double volatility = -7;
+    const Thrown outside =
+        thrownBy([&] { app.CalculateImpVolatilityWra(101, 100, 90, 1, 0.05, 0.05, 0, 0, &volatility); });
+    EXPECT_EQ(volatility, -7);
+    EXPECT_EQ(refused.code, E_INVALIDARG);
+    EXPECT_EQ(outside.code, kOutsideBounds);
+    for (const Thrown& each : {refused, outside}) {
+        EXPECT_EQ(each.interfaceId, kOptionCalculatorInterface);
+        EXPECT_FALSE(each.sentence.empty());
     }
-    EXPECT_EQ(p, Prices());
 }
 
 // Without volatility and interest a call that is 10 in the money is worth 10, and a future loses its range of 9.

@@ -158,11 +158,7 @@ TEST_F(Life, CountingSeesALeak) {
     const HBRUSH brush = ::CreateSolidBrush(RGB(1, 2, 3));
     const HMENU menu = ::CreateMenu();
     const HWND window = foreignEdit();
-    test::HandleCounts expected = before;
-    ++expected.gdi;
-    ++expected.menus;
-    ++expected.windows;
-    EXPECT_EQ(test::countHandles(), expected);
+    EXPECT_EQ(test::countHandles(), (test::HandleCounts{before.gdi + 1, before.windows + 1, before.menus + 1}));
     ::DestroyWindow(window);
     ::DestroyMenu(menu);
     ::DeleteObject(brush);
