@@ -4,9 +4,11 @@
 #include <sstream>
 #include <type_traits>
 
-#define HOST_ENTRY extern "C" __declspec(dllexport)
-// The entry's type is the one that the library calls it by.
-#define CHECK_ENTRY(name) static_assert(std::is_same_v<decltype(&name), decltype(CControlBlock::name)>)
+// An exported function, of the type that the library calls it by.
+#define HOST_ENTRY(result, name, ...)                                              \
+    extern "C" __declspec(dllexport) result name(__VA_ARGS__);                     \
+    static_assert(std::is_same_v<decltype(&name), decltype(CControlBlock::name)>); \
+    result name(__VA_ARGS__)
 
 FakeHost& fakeHost() {
     static FakeHost host;
@@ -30,6 +32,13 @@ void record(const char* name, const Values&... values) {
     fakeHost().calls.push_back(call.str());
 }
 
+// For entries that tell nothing but what the test set.
+template <class... Values>
+int answer(int result, const char* name, const Values&... values) {
+    record(name, values...);
+    return result;
+}
+
 const char* text(const CString& value) { return value.GetString(); }
 
 // Operation 0 reads, 1 writes.
@@ -49,99 +58,73 @@ int store(Map& map, const typename Map::key_type& key, int operation, CString& v
 
 }  // namespace
 
-HOST_ENTRY HICON pu_get_application_iCon() {
+HOST_ENTRY(HICON, pu_get_application_iCon) {
     record("pu_get_application_iCon");
     return ::LoadIcon(nullptr, IDI_APPLICATION);
 }
-CHECK_ENTRY(pu_get_application_iCon);
 
-HOST_ENTRY void pu_get_peer_data(CString& first, CString& second, CString& third) {
+HOST_ENTRY(void, pu_get_peer_data, CString& first, CString& second, CString& third) {
     record("pu_get_peer_data");
     first = "first";
     second = "second";
     third = "third";
 }
-CHECK_ENTRY(pu_get_peer_data);
 
-HOST_ENTRY int UserSettingMWColumns(int operation, CString section, CString& value) {
+HOST_ENTRY(int, UserSettingMWColumns, int operation, CString section, CString& value) {
     record("UserSettingMWColumns", operation, text(section));
     return store(fakeHost().marketWatchColumns, text(section), operation, value);
 }
-CHECK_ENTRY(UserSettingMWColumns);
 
-HOST_ENTRY void AddToTabbedLog(const char* line, int first, int second) {
+HOST_ENTRY(void, AddToTabbedLog, const char* line, int first, int second) {
     record("AddToTabbedLog", line, first, second);
 }
-CHECK_ENTRY(AddToTabbedLog);
 
-HOST_ENTRY HMODULE quoru_call_LoadLibrary(const char* fileName) {
+HOST_ENTRY(HMODULE, quoru_call_LoadLibrary, const char* fileName) {
     record("quoru_call_LoadLibrary", fileName);
     return ::LoadLibraryA(fileName);
 }
-CHECK_ENTRY(quoru_call_LoadLibrary);
 
-HOST_ENTRY void FillShadeRect(CDC* dc, const RECT* rect, COLORREF from, COLORREF to, int last) {
+HOST_ENTRY(void, FillShadeRect, CDC* dc, const RECT* rect, COLORREF from, COLORREF to, int last) {
     record("FillShadeRect", from, to, last);
     dc->FillSolidRect(rect, from);
 }
-CHECK_ENTRY(FillShadeRect);
 
-HOST_ENTRY void quoru_add_extra_columns() { record("quoru_add_extra_columns"); }
-CHECK_ENTRY(quoru_add_extra_columns);
+HOST_ENTRY(void, quoru_add_extra_columns) { record("quoru_add_extra_columns"); }
 
-HOST_ENTRY void MrktWatchGetColumnText(CWnd* parent, void* row, int columnIndex, CString& value) {
+HOST_ENTRY(void, MrktWatchGetColumnText, CWnd* parent, void* row, int columnIndex, CString& value) {
     if (fakeHost().marketCell) return fakeHost().marketCell(parent, row, columnIndex, value);
     record("MrktWatchGetColumnText", columnIndex);
     value = fakeHost().marketText.c_str();
 }
-CHECK_ENTRY(MrktWatchGetColumnText);
 
-HOST_ENTRY int UserSetting(int operation, CString section, CString& value, CString key) {
+HOST_ENTRY(int, UserSetting, int operation, CString section, CString& value, CString key) {
     record("UserSetting", operation, text(section), text(key));
     return store(fakeHost().settings, {text(section), text(key)}, operation, value);
 }
-CHECK_ENTRY(UserSetting);
 
-HOST_ENTRY int quoru_get_app_status() {
-    record("quoru_get_app_status");
-    return fakeHost().appStatus;
+HOST_ENTRY(int, quoru_get_app_status) { return answer(fakeHost().appStatus, "quoru_get_app_status"); }
+
+HOST_ENTRY(int, pu_get_find_menu_item_in_roles, int menuId) {
+    return answer(fakeHost().roleForbids, "pu_get_find_menu_item_in_roles", menuId);
 }
-CHECK_ENTRY(quoru_get_app_status);
 
-HOST_ENTRY int pu_get_find_menu_item_in_roles(int menuId) {
-    record("pu_get_find_menu_item_in_roles", menuId);
-    return fakeHost().roleForbids;
+HOST_ENTRY(int, IsOptimizedMWUpdate) { return answer(fakeHost().optimizedMarketWatch, "IsOptimizedMWUpdate"); }
+
+HOST_ENTRY(int, pu_RegisterForWindowDisplayAffinity, CWnd*) {
+    return answer(fakeHost().affinityResult, "pu_RegisterForWindowDisplayAffinity");
 }
-CHECK_ENTRY(pu_get_find_menu_item_in_roles);
 
-HOST_ENTRY int IsOptimizedMWUpdate() {
-    record("IsOptimizedMWUpdate");
-    return fakeHost().optimizedMarketWatch;
+HOST_ENTRY(void, pu_GetScreenSharingStatus) { record("pu_GetScreenSharingStatus"); }
+
+HOST_ENTRY(int, pu_GetDefaultScreenSharingStatus, CWnd*, int first, int second) {
+    return answer(fakeHost().defaultSharingStatus, "pu_GetDefaultScreenSharingStatus", first, second);
 }
-CHECK_ENTRY(IsOptimizedMWUpdate);
 
-HOST_ENTRY int pu_RegisterForWindowDisplayAffinity(CWnd*) {
-    record("pu_RegisterForWindowDisplayAffinity");
-    return fakeHost().affinityResult;
-}
-CHECK_ENTRY(pu_RegisterForWindowDisplayAffinity);
-
-HOST_ENTRY void pu_GetScreenSharingStatus() { record("pu_GetScreenSharingStatus"); }
-CHECK_ENTRY(pu_GetScreenSharingStatus);
-
-HOST_ENTRY int pu_GetDefaultScreenSharingStatus(CWnd*, int first, int second) {
-    record("pu_GetDefaultScreenSharingStatus", first, second);
-    return fakeHost().defaultSharingStatus;
-}
-CHECK_ENTRY(pu_GetDefaultScreenSharingStatus);
-
-HOST_ENTRY void pu_GetAppdataHashCode(CString& value) {
+HOST_ENTRY(void, pu_GetAppdataHashCode, CString& value) {
     record("pu_GetAppdataHashCode");
     value = fakeHost().hashText.c_str();
 }
-CHECK_ENTRY(pu_GetAppdataHashCode);
 
-HOST_ENTRY void pu_RemoveWindowFromDispAffinityWindowsMap(CWnd*) {
+HOST_ENTRY(void, pu_RemoveWindowFromDispAffinityWindowsMap, CWnd*) {
     record("pu_RemoveWindowFromDispAffinityWindowsMap");
 }
-CHECK_ENTRY(pu_RemoveWindowFromDispAffinityWindowsMap);

@@ -3,7 +3,7 @@
 #include <ole2.h>
 
 #include <cstdio>
-#include <string>
+#include <utility>
 
 namespace {
 
@@ -12,10 +12,8 @@ constexpr wchar_t kOptionInterface[] = L"{0C33295F-AC64-11D7-B457-00D0B7BD012C}"
 constexpr wchar_t kMarginClass[] = L"{5B17F3FC-FBCD-4208-AF23-AA13B4717257}";
 constexpr wchar_t kMarginInterface[] = L"{40A9F92B-445D-4154-8A74-5DF019FA5EE5}";
 
-HINSTANCE module = nullptr;
 std::string calls;
 HRESULT answer = S_OK;
-BOOL errorInfoWanted = FALSE;
 double outputs = 0;  // each output place gets the next whole number
 
 GUID idOf(const wchar_t* text) {
@@ -30,7 +28,7 @@ std::string narrow(const wchar_t* text, UINT length) {
     return result;
 }
 
-// --- Writing down ---
+// ---- Writing down
 
 void note(double number) {
     char text[40];
@@ -49,34 +47,20 @@ void note(double* output) {
     if (output && SUCCEEDED(answer)) *output = ++outputs;
 }
 
-void makeErrorInfo(const wchar_t* interfaceText) {
-    ICreateErrorInfo* creating = nullptr;
-    IErrorInfo* info = nullptr;
-    ::CreateErrorInfo(&creating);
-    creating->SetGUID(idOf(interfaceText));
-    creating->SetDescription(const_cast<wchar_t*>(L"refused by the recorder"));
-    creating->QueryInterface(IID_IErrorInfo, reinterpret_cast<void**>(&info));
-    ::SetErrorInfo(0, info);
-    info->Release();
-    creating->Release();
-}
-
-// --- Objects with hand-made tables of methods ---
+// ---- Objects with hand-made tables of methods
 
 using Method = void (*)();
 
 struct Object {
     const Method* methods;
     const wchar_t* interfaceText;
-    Object* errorSupport;  // the object's ISupportErrorInfo side; null on that side itself
 };
 
 template <class... Arguments>
-HRESULT record(Object* self, const char* method, Arguments... arguments) {
+HRESULT record(const char* method, Arguments... arguments) {
     calls += method;
     (note(arguments), ...);
     calls += '\n';
-    if (FAILED(answer) && errorInfoWanted) makeErrorInfo(self->interfaceText);
     return answer;
 }
 
@@ -86,18 +70,11 @@ HRESULT STDMETHODCALLTYPE queryInterface(Object* self, REFIID iid, void** object
         *object = self;
         return S_OK;
     }
-    *object = iid == IID_ISupportErrorInfo ? self->errorSupport : nullptr;
-    return *object ? S_OK : E_NOINTERFACE;
+    *object = nullptr;
+    return E_NOINTERFACE;
 }
 ULONG STDMETHODCALLTYPE stay(Object*) { return 1; }
-HRESULT STDMETHODCALLTYPE dispatchEntry(Object* self) { return record(self, "IDispatch entry:"); }
-
-HRESULT STDMETHODCALLTYPE supportsErrorInfo(Object* self, REFIID iid) {
-    wchar_t text[39] = L"";
-    ::StringFromGUID2(iid, text, 39);
-    calls += "error info of " + narrow(text, 38) + "\n";
-    return iid == idOf(self->interfaceText) ? S_OK : S_FALSE;
-}
+HRESULT STDMETHODCALLTYPE dispatchEntry(Object*) { return record("IDispatch entry:"); }
 
 template <class Function>
 Method entry(Function* function) {
@@ -106,42 +83,37 @@ Method entry(Function* function) {
 
 // A place that nobody should call.
 template <int Position>
-HRESULT STDMETHODCALLTYPE unexpected(Object* self) {
-    return record(self, ("unexpected " + std::to_string(Position) + ":").c_str());
+HRESULT STDMETHODCALLTYPE unexpected(Object*) {
+    return record(("unexpected " + std::to_string(Position) + ":").c_str());
 }
 
-HRESULT STDMETHODCALLTYPE option1(Object* self, double a, double b, double c, double d, double e, double f, double g,
+HRESULT STDMETHODCALLTYPE option1(Object*, double a, double b, double c, double d, double e, double f, double g,
                                   short h, short i, short j, double* o1, double* o2, double* o3, double* o4, double* o5,
                                   double* o6) {
-    return record(self, "option 1:", a, b, c, d, e, f, g, h, i, j, o1, o2, o3, o4, o5, o6);
+    return record("option 1:", a, b, c, d, e, f, g, h, i, j, o1, o2, o3, o4, o5, o6);
 }
-HRESULT STDMETHODCALLTYPE option3(Object* self, double a, double b, double c, double d, double e, double f, double g,
+HRESULT STDMETHODCALLTYPE option3(Object*, double a, double b, double c, double d, double e, double f, double g,
                                   short h, double* o1) {
-    return record(self, "option 3:", a, b, c, d, e, f, g, h, o1);
+    return record("option 3:", a, b, c, d, e, f, g, h, o1);
 }
-HRESULT STDMETHODCALLTYPE option4(Object* self, double a, double b, double c, double d, double e, short f, double g,
+HRESULT STDMETHODCALLTYPE option4(Object*, double a, double b, double c, double d, double e, short f, double g,
                                   double h, double* o1, double* o2, double* o3, double* o4, double* o5, double* o6) {
-    return record(self, "option 4:", a, b, c, d, e, f, g, h, o1, o2, o3, o4, o5, o6);
+    return record("option 4:", a, b, c, d, e, f, g, h, o1, o2, o3, o4, o5, o6);
 }
-HRESULT STDMETHODCALLTYPE margin2(Object* self) { return record(self, "margin 2:"); }
-HRESULT STDMETHODCALLTYPE margin5(Object* self) { return record(self, "margin 5:"); }
-HRESULT STDMETHODCALLTYPE margin6(Object* self, double* o) { return record(self, "margin 6:", o); }
-HRESULT STDMETHODCALLTYPE margin10(Object* self, BSTR a, BSTR b, BSTR c) { return record(self, "margin 10:", a, b, c); }
-HRESULT STDMETHODCALLTYPE margin11(Object* self, BSTR a, BSTR b, BSTR c) { return record(self, "margin 11:", a, b, c); }
-HRESULT STDMETHODCALLTYPE margin14(Object* self, BSTR a, BSTR b, BSTR c, short d, BSTR e, BSTR f, short g, float h,
-                                   long i) {
+HRESULT STDMETHODCALLTYPE margin2(Object*) { return record("margin 2:"); }
+HRESULT STDMETHODCALLTYPE margin5(Object*) { return record("margin 5:"); }
+HRESULT STDMETHODCALLTYPE margin6(Object*, double* o) { return record("margin 6:", o); }
+HRESULT STDMETHODCALLTYPE margin10(Object*, BSTR a, BSTR b, BSTR c) { return record("margin 10:", a, b, c); }
+HRESULT STDMETHODCALLTYPE margin11(Object*, BSTR a, BSTR b, BSTR c) { return record("margin 11:", a, b, c); }
+HRESULT STDMETHODCALLTYPE margin14(Object*, BSTR a, BSTR b, BSTR c, short d, BSTR e, BSTR f, short g, float h, long i) {
     const char* months = e != f ? "margin 14:" : "margin 14 (one text twice):";
-    return record(self, months, a, b, c, d, e, f, g, h, i);
+    return record(months, a, b, c, d, e, f, g, h, i);
 }
-HRESULT STDMETHODCALLTYPE margin16(Object* self, short a, short b, double* o) {
-    return record(self, "margin 16:", a, b, o);
-}
-HRESULT STDMETHODCALLTYPE margin18(Object* self, BSTR* o) {
+HRESULT STDMETHODCALLTYPE margin16(Object*, short a, short b, double* o) { return record("margin 16:", a, b, o); }
+HRESULT STDMETHODCALLTYPE margin18(Object*, BSTR* o) {
     if (SUCCEEDED(answer)) *o = ::SysAllocString(L"the server's text");
-    return record(self, "margin 18:");
+    return record("margin 18:");
 }
-
-const Method errorSupportMethods[] = {entry(queryInterface), entry(stay), entry(stay), entry(supportsErrorInfo)};
 
 #define DISPATCH_ENTRIES                                                                                               \
     entry(queryInterface), entry(stay), entry(stay), entry(dispatchEntry), entry(dispatchEntry), entry(dispatchEntry), \
@@ -155,12 +127,10 @@ const Method marginMethods[] = {DISPATCH_ENTRIES,      entry(unexpected<1>),  en
                                 entry(unexpected<12>), entry(unexpected<13>), entry(margin14), entry(unexpected<15>),
                                 entry(margin16),       entry(unexpected<17>), entry(margin18), entry(unexpected<19>)};
 
-Object optionErrors = {errorSupportMethods, kOptionInterface, nullptr};
-Object marginErrors = {errorSupportMethods, kMarginInterface, nullptr};
-Object optionObject = {optionMethods, kOptionInterface, &optionErrors};
-Object marginObject = {marginMethods, kMarginInterface, &marginErrors};
+Object optionObject = {optionMethods, kOptionInterface};
+Object marginObject = {marginMethods, kMarginInterface};
 
-// --- Class factories ---
+// ---- Class factories
 
 HRESULT STDMETHODCALLTYPE createInstance(Object* factory, IUnknown*, REFIID iid, void** object);
 HRESULT STDMETHODCALLTYPE lockServer(Object*, BOOL) { return S_OK; }
@@ -170,58 +140,31 @@ HRESULT STDMETHODCALLTYPE queryFactory(Object* self, REFIID, void** object) {
 }
 const Method factoryMethods[] = {entry(queryFactory), entry(stay), entry(stay), entry(createInstance),
                                  entry(lockServer)};
-Object optionFactory = {factoryMethods, nullptr, nullptr};
-Object marginFactory = {factoryMethods, nullptr, nullptr};
+Object optionFactory = {factoryMethods, nullptr};
+Object marginFactory = {factoryMethods, nullptr};
 
 HRESULT STDMETHODCALLTYPE createInstance(Object* factory, IUnknown*, REFIID iid, void** object) {
     return queryInterface(factory == &optionFactory ? &optionObject : &marginObject, iid, object);
 }
 
-// --- Registration ---
-
-std::wstring keyOf(const wchar_t* classText) { return std::wstring(L"Software\\Classes\\CLSID\\") + classText; }
-
-bool enter(const wchar_t* classText, const wchar_t* path) {
-    const std::wstring key = keyOf(classText) + L"\\InprocServer32";
-    const auto bytes = static_cast<DWORD>((std::wstring(path).size() + 1) * sizeof(wchar_t));
-    return ::RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_SZ, path, bytes) == ERROR_SUCCESS;
-}
-
 }  // namespace
 
-extern "C" {
+namespace test {
 
-const char* recordedCalls() { return calls.c_str(); }
+void serveRecording() {
+    ::CoInitialize(nullptr);
+    DWORD cookie = 0;
+    for (const auto& [id, factory] : {std::pair(kOptionClass, &optionFactory), std::pair(kMarginClass, &marginFactory)})
+        ::CoRegisterClassObject(idOf(id), reinterpret_cast<IUnknown*>(factory), CLSCTX_INPROC_SERVER,
+                                REGCLS_MULTIPLEUSE, &cookie);
+}
 
-void answerWith(HRESULT hr, BOOL errorInfo) {
+std::string recordedCalls() { return calls; }
+
+void answerWith(HRESULT hr) {
     calls.clear();
     answer = hr;
-    errorInfoWanted = errorInfo;
     outputs = 0;
 }
 
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*) {
-    if (reason == DLL_PROCESS_ATTACH) module = instance;
-    return TRUE;
-}
-
-HRESULT WINAPI DllGetClassObject(REFCLSID classId, REFIID, void** object) {
-    *object = classId == idOf(kOptionClass) ? &optionFactory : classId == idOf(kMarginClass) ? &marginFactory : nullptr;
-    return *object ? S_OK : CLASS_E_CLASSNOTAVAILABLE;
-}
-
-HRESULT WINAPI DllCanUnloadNow() { return S_FALSE; }
-
-HRESULT WINAPI DllRegisterServer() {
-    wchar_t path[MAX_PATH] = L"";
-    ::GetModuleFileNameW(module, path, MAX_PATH);
-    return enter(kOptionClass, path) && enter(kMarginClass, path) ? S_OK : E_FAIL;
-}
-
-HRESULT WINAPI DllUnregisterServer() {
-    ::RegDeleteTreeW(HKEY_LOCAL_MACHINE, keyOf(kOptionClass).c_str());
-    ::RegDeleteTreeW(HKEY_LOCAL_MACHINE, keyOf(kMarginClass).c_str());
-    return S_OK;
-}
-
-}  // extern "C"
+}  // namespace test

@@ -1,13 +1,19 @@
-// A stand-in for both calculation servers, registered under their ids, that writes down what arrives in which place of
-// which method. It is built from the published tables alone and shares no declaration with the library: what the two
-// make of the interface can differ, and the tests would show it.
-//
-// These are the DLL's own functions; a test loads the DLL by its name (COM loads the same file) and asks for them.
+// A stand-in for both calculation servers, under their ids, that writes down what arrives in which place of which
+// method. It is built from the published tables alone and shares no declaration with the library: what the two make of
+// the interface can differ, and the tests would show it.
 #pragma once
 
 #include <windows.h>
 
-// A line a call, "option 3: 1 2 3", oldest first, each ended by a newline. Valid until the next call of the server.
-using RecordedCallsFunction = const char* (*)();
-// Forgets the calls, and from now on answers every method with `answer`; a failing answer with error info, if wanted.
-using AnswerWithFunction = void (*)(HRESULT answer, BOOL errorInfo);
+#include <string>
+
+namespace test {
+
+// From now on this process's new objects of both classes are the recording ones.
+void serveRecording();
+// A line a call, "option 3: 1 2 3", oldest first, each ended by a newline.
+std::string recordedCalls();
+// Forgets the calls, and from now on answers every method with `answer`, without error info.
+void answerWith(HRESULT answer);
+
+}  // namespace test

@@ -1,4 +1,4 @@
-// The optional entry points, present and taken away one at a time.
+// The optional entry points of a host that has them all; NoHostTests.cpp is one that has none.
 #include "src/foundation/HostServices.h"
 #include "support/FakeHost.h"
 
@@ -44,28 +44,13 @@ TEST_F(HostServices, EveryEntryIsFound) {
     EXPECT_NE(block.FillShadeRect, nullptr);
 }
 
-TEST_F(HostServices, StoreKeepsBytesOfEachSectionAndKeyApart) {
-    CString value("0,0,80 \xA7 \"q\" ");
-    EXPECT_NE(block.UserSetting(1, "orders", value, "COLUMNPROFILE"), 0);
-    CString read;
-    EXPECT_EQ(block.UserSetting(0, "trades", read, "COLUMNPROFILE"), 0);
-    EXPECT_NE(block.UserSetting(0, "orders", read, "COLUMNPROFILE"), 0);
-    EXPECT_EQ(read, value);
-}
-
-TEST_F(HostServices, LogLinesReachTheHostUnlessItHasNoLog) {
+TEST_F(HostServices, CallsGoOnAsTheyCome) {
     logToHost("a line");
-    const WithoutEntry gone(block.AddToTabbedLog);
-    logToHost("lost");
-    EXPECT_EQ(host.calls, std::vector<std::string>{"AddToTabbedLog a line 0 0"});
-}
-
-TEST_F(HostServices, OptimizedModeIsFalseWithoutTheEntry) {
-    EXPECT_FALSE(hostRunsOptimizedMarketWatch());
+    removeFromDisplayAffinity(nullptr);
+    EXPECT_EQ(host.calls,
+              (std::vector<std::string>{"AddToTabbedLog a line 0 0", "pu_RemoveWindowFromDispAffinityWindowsMap"}));
     host.optimizedMarketWatch = 2;
     EXPECT_TRUE(hostRunsOptimizedMarketWatch());
-    const WithoutEntry gone(block.IsOptimizedMWUpdate);
-    EXPECT_FALSE(hostRunsOptimizedMarketWatch());
 }
 
 TEST_F(HostServices, DialogsAreRegisteredOnlyWhileSharingIsOffByDefault) {
@@ -75,31 +60,12 @@ TEST_F(HostServices, DialogsAreRegisteredOnlyWhileSharingIsOffByDefault) {
     EXPECT_EQ(host.count("pu_RegisterForWindowDisplayAffinity"), 2);
     host.defaultSharingStatus = 1;
     EXPECT_EQ(registerForDisplayAffinity(nullptr), 1);
+    const WithoutEntry gone(block.pu_GetDefaultScreenSharingStatus);
+    EXPECT_EQ(registerForDisplayAffinity(nullptr), 1) << "not known to be off";
     EXPECT_EQ(host.count("pu_RegisterForWindowDisplayAffinity"), 2);
 }
 
-TEST_F(HostServices, RegistrationGivesOneIfEitherEntryIsMissing) {
-    {
-        const WithoutEntry gone(block.pu_GetDefaultScreenSharingStatus);
-        EXPECT_EQ(registerForDisplayAffinity(nullptr), 1);
-        EXPECT_TRUE(host.calls.empty());
-    }
-    const WithoutEntry gone(block.pu_RegisterForWindowDisplayAffinity);
-    EXPECT_EQ(registerForDisplayAffinity(nullptr), 1);
-}
-
-TEST_F(HostServices, ClosingDialogsAreTakenOutOnlyWhereTheHostKeepsThem) {
-    removeFromDisplayAffinity(nullptr);
-    const WithoutEntry gone(block.pu_RemoveWindowFromDispAffinityWindowsMap);
-    removeFromDisplayAffinity(nullptr);
-    EXPECT_EQ(host.calls, std::vector<std::string>{"pu_RemoveWindowFromDispAffinityWindowsMap"});
-}
-
 TEST_F(HostServices, HashTextIsAskedForWhileItIsEmpty) {
-    {
-        const WithoutEntry gone(block.pu_GetAppdataHashCode);
-        EXPECT_TRUE(appdataHashCode().IsEmpty());
-    }
     host.hashText.clear();
     EXPECT_TRUE(appdataHashCode().IsEmpty());
     host.hashText = "hash";

@@ -3,18 +3,14 @@
 #include "platform/win/FilterBar.h"
 #include "platform/win/HeaderCaption.h"
 
-#include <gtest/gtest.h>
+#include "support/CallRecorder.h"
+#include "support/Canvas.h"
+#include "support/Input.h"
+#include "support/WindowFixture.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
-
-#include "platform/Framework.h"
-#include "support/CallRecorder.h"
-#include "support/Input.h"
-#include "platform/win/WindowCapture.h"
-#include "support/WindowFixture.h"
 
 namespace {
 
@@ -27,13 +23,9 @@ public:
     test::CallRecorder told;
     LRESULT buttonAnswer = FALSE;
     RECT buttonPlace = {};
-    bool eatsTab = true;
 
     BOOL PreTranslateMessage(MSG* message) override {
-        if (message->message == WM_KEYDOWN && message->wParam == VK_TAB) {
-            told.record("tab");
-            if (eatsTab) return TRUE;
-        }
+        if (message->message == WM_KEYDOWN && message->wParam == VK_TAB) told.record("tab");
         return CListCtrl::PreTranslateMessage(message);
     }
 
@@ -79,6 +71,11 @@ protected:
         ::GetWindowRect(header, rect);
         return rect.Height();
     }
+    int topOfRows() const {
+        CRect row;
+        list.GetItemRect(0, row, LVIR_BOUNDS);
+        return row.top;
+    }
     LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return ::SendMessageA(header, message, wParam, lParam);
     }
@@ -87,23 +84,18 @@ protected:
         pumpUntilIdle();
         return answer;
     }
-    LRESULT set(int column, std::string text, int size = 64) {
+    LRESULT exchange(UINT message, int column, std::string& text, int size) {
         HD_TEXTFILTERA filter = {text.data(), size};
         HDITEMA item{};
         item.mask = HDI_FILTER;
         item.type = HDFT_ISSTRING;
         item.pvFilter = &filter;
-        return send(HDM_SETITEMA, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
+        return send(message, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
     }
+    LRESULT set(int column, std::string text, int size = 64) { return exchange(HDM_SETITEMA, column, text, size); }
     std::string get(int column, int size = 64) {
         std::string text(static_cast<std::size_t>(size), '#');
-        HD_TEXTFILTERA filter = {text.data(), size};
-        HDITEMA item{};
-        item.mask = HDI_FILTER;
-        item.type = HDFT_ISSTRING;
-        item.pvFilter = &filter;
-        if (!send(HDM_GETITEMA, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item))) return "(none)";
-        return text.c_str();
+        return exchange(HDM_GETITEMA, column, text, size) ? text.c_str() : "(none)";
     }
     CRect itemRect(int column) {
         CRect rect;
@@ -139,15 +131,10 @@ protected:
 };
 
 TEST_F(FilterBarOfAList, TheStyleBitSwitchesTheHeightAndTheRowsFollow) {
-    const auto topOfRows = [&] {
-        CRect row;
-        list.GetItemRect(0, row, LVIR_BOUNDS);
-        return row.top;
-    };
     EXPECT_GT(height(), plainHeight);
     EXPECT_EQ(topOfRows(), height());
     const int page = list.GetCountPerPage();
-    ::SetWindowLongPtrA(header, GWL_STYLE, ::GetWindowLongPtrA(header, GWL_STYLE) & ~LONG_PTR{HDS_FILTERBAR});
+    showBar(false);
     EXPECT_EQ(height(), plainHeight);
     EXPECT_EQ(topOfRows(), plainHeight);
     EXPECT_GT(list.GetCountPerPage(), page);
@@ -157,72 +144,12 @@ TEST_F(FilterBarOfAList, TheStyleBitSwitchesTheHeightAndTheRowsFollow) {
     EXPECT_EQ(topOfRows(), height());
 }
 
-TEST_F(FilterBarOfAList, TextsReadBackInBothForms) {
+TEST_F(FilterBarOfAList, TextsReadBack) {
     ASSERT_TRUE(set(1, "ab\xE9"));
     EXPECT_EQ(get(1), "ab\xE9");
     EXPECT_EQ(get(1, 3), "ab");
-    wchar_t text[8] = L"";
-    HD_TEXTFILTERW filter = {text, 8};
-    HDITEMW item{};
-    item.mask = HDI_FILTER | HDI_WIDTH;
-    item.pvFilter = &filter;
-    ASSERT_TRUE(send(HDM_GETITEMW, 1, reinterpret_cast<LPARAM>(&item)));
-    EXPECT_STREQ(text, L"ab\u00E9");
-    EXPECT_EQ(item.cxy, kWidth);
-    wchar_t other[] = L"\u20AC\u4E2D";
-    filter.pszText = other;
-    item.mask = HDI_FILTER;
-    ASSERT_TRUE(send(HDM_SETITEMW, 2, reinterpret_cast<LPARAM>(&item)));
-    filter.pszText = text;
-    ASSERT_TRUE(send(HDM_GETITEMW, 2, reinterpret_cast<LPARAM>(&item)));
-    EXPECT_STREQ(text, other);
-    EXPECT_EQ(get(0), "");
     EXPECT_EQ(get(kColumns), "(none)");
     EXPECT_FALSE(set(kColumns, "x"));
-}
-
-// The record's other types. A type that is refused changes and tells nothing.
-TEST_F(FilterBarOfAList, NumbersAreFiltersAndDatesAreRefused) {
-    if (quor::probeFilterBar(WC_HEADERA) == quor::BarAnswer::own) GTEST_SKIP() << "the system's own bar may know dates";
-    SYSTEMTIME date{};
-    date.wYear = 2024;
-    int number = -42;
-    struct Case {
-        UINT type;
-        void* filter;
-        LRESULT result;
-        const char* text;  // afterwards, read as text
-    };
-    const Case table[] = {
-        {HDFT_ISDATE, &date, FALSE, "before"},
-        {HDFT_ISDATE | HDFT_HASNOVALUE, nullptr, FALSE, "before"},
-        {0xF, &number, FALSE, "before"},
-        {HDFT_ISNUMBER, &number, TRUE, "(none)"},
-        {HDFT_ISNUMBER | HDFT_HASNOVALUE, nullptr, TRUE, "(none)"},
-        {HDFT_ISSTRING | HDFT_HASNOVALUE, nullptr, TRUE, ""},
-    };
-    for (const Case& c : table) {
-        SCOPED_TRACE(c.type);
-        set(1, "before");
-        list.told.clear();
-        HDITEMA item{};
-        item.mask = HDI_FILTER;
-        item.type = c.type;
-        item.pvFilter = c.filter;
-        EXPECT_EQ(send(HDM_SETITEMA, 1, reinterpret_cast<LPARAM>(&item)), c.result);
-        EXPECT_EQ(list.told.count("change 1"), c.result);
-        EXPECT_EQ(get(1), c.text);
-        int readBack = 0;
-        item.type = HDFT_ISNUMBER;
-        item.pvFilter = &readBack;
-        const bool isNumber = c.result && (c.type & HDFT_ISNUMBER);
-        EXPECT_EQ(send(HDM_GETITEMA, 1, reinterpret_cast<LPARAM>(&item)), isNumber);
-        EXPECT_EQ(readBack, c.type == HDFT_ISNUMBER ? number : 0);
-        item.type = HDFT_ISDATE;
-        item.pvFilter = &date;
-        EXPECT_FALSE(send(HDM_GETITEMA, 1, reinterpret_cast<LPARAM>(&item)));
-        EXPECT_EQ(date.wYear, 2024);
-    }
 }
 
 TEST_F(FilterBarOfAList, FiltersStayWithTheirColumnWhenOthersComeAndGo) {
@@ -246,111 +173,82 @@ TEST_F(FilterBarOfAList, WritingAndClearingNotifyBeforeTheyReturn) {
     EXPECT_EQ(get(1), "");
     EXPECT_FALSE(send(HDM_CLEARFILTER, kColumns));
     EXPECT_EQ(list.told.take(), test::Calls{});
-}
-
-TEST_F(FilterBarOfAList, ClearingAllNotifiesOnceForEachTextOrOnceForNone) {
     set(0, "a");
     set(2, "b");
     list.told.clear();
-    send(HDM_CLEARFILTER, static_cast<WPARAM>(-1));
-    EXPECT_EQ(list.told.take(), (test::Calls{"change 0", "change 2"}));
-    EXPECT_EQ(get(0) + get(2), "");
-    send(HDM_CLEARFILTER, static_cast<WPARAM>(-1));
-    EXPECT_EQ(list.told.take(), (test::Calls{"change -1"}));
+    for (const test::Calls& once : {test::Calls{"change 0", "change 2"}, test::Calls{"change -1"}}) {
+        send(HDM_CLEARFILTER, static_cast<WPARAM>(-1));
+        EXPECT_EQ(list.told.take(), once) << "once for each text, or once for none";
+        EXPECT_EQ(get(0) + get(2), "");
+    }
 }
 
-TEST_F(FilterBarOfAList, TypingWaitsForTheTimeoutAndEnterDoesNot) {
+TEST_F(FilterBarOfAList, TypingIsToldAfterTheTimeout) {
     EXPECT_EQ(send(HDM_SETFILTERCHANGETIMEOUT, 0, 150), 1000);
     EXPECT_EQ(send(HDM_SETFILTERCHANGETIMEOUT, 0, 200), 150);
     click(inField(1));
     type("abc");
     EXPECT_EQ(list.told.take(), test::Calls{});
     EXPECT_EQ(get(1), "") << "not told yet";
-    const DWORD start = ::GetTickCount();
     EXPECT_TRUE(pumpFor([&] { return list.told.count("change 1") == 1; }));
-    EXPECT_LT(::GetTickCount() - start, 2000u);
     EXPECT_EQ(get(1), "abc");
-    send(HDM_SETFILTERCHANGETIMEOUT, 0, 60000);
     list.told.clear();
-    type("d");
-    press(VK_RETURN);
-    EXPECT_EQ(list.told.take(), (test::Calls{"change 1"}));
-    EXPECT_EQ(get(1), "abcd");
-    EXPECT_EQ(::GetFocus(), field());
     press(VK_RETURN);
     EXPECT_EQ(list.told.take(), test::Calls{}) << "nothing new";
 }
 
-TEST_F(FilterBarOfAList, EscDropsWhatWasTypedAndGivesTheFocusToTheList) {
-    set(1, "kept");
-    list.told.clear();
-    click(inField(1));
-    type("x");
-    press(VK_ESCAPE);
-    EXPECT_EQ(get(1), "kept");
-    EXPECT_EQ(list.told.take(), test::Calls{});
-    EXPECT_EQ(field(), nullptr);
-    EXPECT_EQ(::GetFocus(), list.m_hWnd);
-}
-
-TEST_F(FilterBarOfAList, LeavingTheFieldTellsWhatWasTyped) {
-    click(inField(0));
-    type("a");
-    list.SetFocus();
-    EXPECT_EQ(list.told.take(), (test::Calls{"change 0"}));
-    EXPECT_EQ(field(), nullptr);
-    click(inField(0));
-    type("b");
-    click(inField(2));
-    EXPECT_EQ(list.told.take(), (test::Calls{"change 0"}));
-    EXPECT_EQ(get(0), "b") << "the click marked the old text";
-    type("c");
-    showBar(false);
-    EXPECT_EQ(list.told.take(), (test::Calls{"change 2"}));
-    EXPECT_EQ(::GetFocus(), list.m_hWnd);
-    EXPECT_EQ(get(2), "c");
-}
-
-TEST_F(FilterBarOfAList, EditFilterOpensAFieldAndMayDiscardTheFormer) {
-    EXPECT_TRUE(edit(0));
-    EXPECT_EQ(::GetFocus(), field());
-    type("a");
-    EXPECT_TRUE(edit(1, true));
-    EXPECT_EQ(get(0), "");
-    type("b");
-    EXPECT_TRUE(edit(2));
-    EXPECT_EQ(get(1), "b");
-    EXPECT_EQ(list.told.take(), (test::Calls{"change 1"}));
-    EXPECT_FALSE(edit(kColumns));
-    EXPECT_TRUE(edit(-1));
-    EXPECT_EQ(field(), nullptr);
-    showBar(false);
+TEST_F(FilterBarOfAList, WhatBecomesOfATypedText) {
+    send(HDM_SETFILTERCHANGETIMEOUT, 0, 60000);
+    list.buttonAnswer = TRUE;
+    const test::Calls change{"change 1"};
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        test::Calls told;
+        const char* text;
+        bool open;  // a field, which then has the focus; else the list has it
+    } rows[] = {
+        {"Enter tells it", [&] { press(VK_RETURN); }, change, "x", true},
+        {"Esc drops it", [&] { press(VK_ESCAPE); }, {}, "kept", false},
+        {"Tab is the owner's, or nobody's", [&] { press(VK_TAB); }, {"tab"}, "kept", true},
+        {"the list gets the focus", [&] { list.SetFocus(); }, change, "x", false},
+        {"another field is clicked", [&] { click(inField(2)); }, change, "x", true},
+        {"another field is opened", [&] { EXPECT_TRUE(edit(2)); }, change, "x", true},
+        {"it is discarded", [&] { EXPECT_TRUE(edit(2, true)); }, {}, "kept", true},
+        {"there is no such field", [&] { EXPECT_FALSE(edit(kColumns)); }, {}, "kept", true},
+        {"its field is closed", [&] { EXPECT_TRUE(edit(-1)); }, change, "x", false},
+        {"a funnel asks the owner, who changes a filter",
+         [&] { click(inButton(2)); },
+         {"change 1", "button 2", "change 2"},
+         "x",
+         true},
+        {"the bar goes", [&] { showBar(false); }, change, "x", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        list.SetFocus();
+        set(1, "kept");
+        click(inField(1));  // marks the old text
+        type("x");
+        list.told.clear();
+        row.act();
+        EXPECT_EQ(list.told.take(), row.told);
+        EXPECT_EQ(get(1), row.text);
+        EXPECT_EQ(field() != nullptr, row.open);
+        EXPECT_EQ(::GetFocus(), row.open ? field() : list.m_hWnd);
+    }
     EXPECT_FALSE(edit(0)) << "no bar, no field";
+    showBar(true);
+    EXPECT_TRUE(::PtInRect(&list.buttonPlace, inButton(2)));
+    EXPECT_FALSE(::PtInRect(&list.buttonPlace, inField(2)));
 }
 
-TEST_F(FilterBarOfAList, TheOwnerSeesTabAndTheFieldKeepsItsText) {
-    click(inField(1));
-    type("a");
-    press(VK_TAB);
-    list.eatsTab = false;
-    press(VK_TAB);
-    press(VK_RETURN);
-    EXPECT_EQ(list.told.take(), (test::Calls{"tab", "tab", "change 1"}));
-    EXPECT_EQ(get(1), "a");
-    EXPECT_EQ(::GetFocus(), field());
-}
-
-// In a dialog Enter and Esc are the field's, not those of the default and cancel buttons; Tab is the dialog's.
+// In a dialog Enter and Esc are the field's, not those of the default and cancel buttons.
 TEST_F(FilterBarOfAList, ADialogLeavesEnterAndEscToTheField) {
     std::vector<WORD> commands;
     frame().onMessage = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
         if (message == WM_COMMAND) commands.push_back(LOWORD(wParam));
         return false;
-    };
-    const auto wanted = [&](WPARAM key) {
-        MSG message{field(), WM_KEYDOWN, key, 1, 0, {}};
-        return (::SendMessageA(field(), WM_GETDLGCODE, key, reinterpret_cast<LPARAM>(&message)) & DLGC_WANTMESSAGE) !=
-               0;
     };
     const auto pressInDialog = [&](HWND window, WPARAM key) {
         MSG message{window, WM_KEYDOWN, key, 1, 0, {}};
@@ -359,11 +257,6 @@ TEST_F(FilterBarOfAList, ADialogLeavesEnterAndEscToTheField) {
         return std::exchange(commands, {});
     };
     edit(1);
-    EXPECT_TRUE(wanted(VK_RETURN));
-    EXPECT_TRUE(wanted(VK_ESCAPE));
-    EXPECT_FALSE(wanted(VK_TAB));
-    EXPECT_FALSE(wanted('A'));
-    EXPECT_FALSE(::SendMessageA(field(), WM_GETDLGCODE, 0, 0) & DLGC_WANTMESSAGE);
     type("a");
     EXPECT_TRUE(pressInDialog(field(), VK_RETURN).empty());
     EXPECT_EQ(list.told.take(), (test::Calls{"change 1"}));
@@ -372,7 +265,6 @@ TEST_F(FilterBarOfAList, ADialogLeavesEnterAndEscToTheField) {
     EXPECT_EQ(get(1), "a");
     EXPECT_EQ(field(), nullptr);
     EXPECT_EQ(pressInDialog(list.m_hWnd, VK_RETURN), std::vector<WORD>{IDOK}) << "the keys do reach a dialog elsewhere";
-    EXPECT_EQ(pressInDialog(list.m_hWnd, VK_ESCAPE), std::vector<WORD>{IDCANCEL});
     frame().onMessage = nullptr;
 }
 
@@ -382,50 +274,52 @@ TEST_F(FilterBarOfAList, TheRecordLimitsWhatCanBeTyped) {
     type("abcdef");
     press(VK_RETURN);
     EXPECT_EQ(get(1), "abc");
-    set(1, "longer", 4);
-    EXPECT_EQ(get(1), "lon");
 }
 
-TEST_F(FilterBarOfAList, AMegabyteOfTextReadsBack) {
-    constexpr int size = 1048576;
-    const std::string longest(size - 1, 'q');
-    ASSERT_TRUE(set(1, longest + "more", size));
-    EXPECT_TRUE(get(1, size) == longest);
-    EXPECT_EQ(get(1, 524288).size(), 524287u);
-    edit(1);
-    type("!");  // replaces the marked text
-    press(VK_RETURN);
-    EXPECT_EQ(get(1, size), "!");
-}
-
-TEST_F(FilterBarOfAList, TheFunnelAsksTheOwnerAndTrueIsFollowedByAChange) {
-    click(inButton(2));
-    EXPECT_EQ(list.told.take(), (test::Calls{"button 2"}));
-    EXPECT_TRUE(::PtInRect(&list.buttonPlace, inButton(2)));
-    EXPECT_FALSE(::PtInRect(&list.buttonPlace, inField(2)));
-    list.buttonAnswer = TRUE;
-    click(inField(0));
-    type("a");
-    list.told.clear();
-    click(inButton(2));
-    EXPECT_EQ(list.told.take(), (test::Calls{"change 0", "button 2", "change 2"})) << "what was typed comes first";
-}
-
+// The mouse moves and resizes columns by captions and dividers, and not in the bar.
 TEST_F(FilterBarOfAList, TheFieldFillsItsPlaceAndFollowsTheColumn) {
     edit(1);
-    EXPECT_EQ(::GetParent(field()), header);
-    const CRect before = fieldRect();
-    EXPECT_GE(before.left, itemRect(1).left);
-    EXPECT_GT(before.Width(), kWidth - 25);
-    EXPECT_GE(before.top, plainHeight);
-    EXPECT_LE(before.bottom, height());
-    list.SetColumnWidth(0, kWidth + 30);
-    EXPECT_EQ(fieldRect().left, before.left + 30);
-    list.SetColumnWidth(1, kWidth + 7);
-    EXPECT_EQ(fieldRect().Width(), before.Width() + 7);
+    type("kept");
+    const int left = fieldRect().left - itemRect(1).left, missing = kWidth - fieldRect().Width();
+    const int fieldHeight = fieldRect().Height();
+    EXPECT_GE(left, 0);
+    EXPECT_LT(missing, 25);
+    const auto dragInBar = [&](int from, int to) {
+        test::sendDrag(header, {from, height() - 3}, {to, height() - 3});
+        edit(1);
+    };
     int order[] = {1, 0, 2};
-    list.SetColumnOrderArray(kColumns, order);
-    EXPECT_EQ(fieldRect().left, itemRect(1).left + (before.left - kWidth));
+    CFont large;
+    large.CreatePointFont(240, "Arial");
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        int column, width;  // then, of the field's
+    } rows[] = {
+        {"the column before it is wider", [&] { list.SetColumnWidth(0, kWidth + 30); }, kWidth + 30, kWidth},
+        {"wider itself", [&] { list.SetColumnWidth(1, kWidth + 7); }, kWidth + 30, kWidth + 7},
+        {"another order", [&] { list.SetColumnOrderArray(kColumns, order); }, 0, kWidth + 7},
+        {"no divider", [&] { dragInBar(kWidth + 7, kWidth); }, 0, kWidth + 7},
+        {"no caption", [&] { dragInBar(kWidth / 2, kWidth * 2); }, 0, kWidth + 7},
+        {"a larger font", [&] { list.SetFont(&large); }, 0, kWidth + 7},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        row.act();
+        pumpUntilIdle();
+        EXPECT_EQ(itemRect(1).left, row.column);
+        EXPECT_EQ(list.GetColumnWidth(1), row.width);
+        EXPECT_EQ(fieldRect().left, row.column + left);
+        EXPECT_EQ(fieldRect().Width(), row.width - missing);
+        EXPECT_GE(fieldRect().top, plainHeight);
+        EXPECT_LE(fieldRect().bottom, height());
+        EXPECT_EQ(topOfRows(), height());
+        EXPECT_EQ(::SendMessageA(field(), WM_GETFONT, 0, 0), send(WM_GETFONT));
+    }
+    EXPECT_GT(fieldRect().Height(), fieldHeight);
+    list.SetFont(nullptr);
+    press(VK_RETURN);
+    EXPECT_EQ(get(0) + get(1) + get(2), "kept");
 }
 
 // Where the first character stands tells whether the text was scrolled while the field was still narrow.
@@ -443,90 +337,6 @@ TEST_F(FilterBarOfAList, AnOpenedFieldShowsItsTextFromTheStart) {
     edit(1);
     edit(2);
     EXPECT_EQ(start(), typed) << "a field that came from a narrower column";
-}
-
-TEST_F(FilterBarOfAList, DraggingADividerMovesTheFieldAndTheBarIsNoDivider) {
-    edit(1);
-    const CRect before = fieldRect();
-    test::sendDrag(header, {kWidth, plainHeight / 2}, {kWidth + 40, plainHeight / 2});
-    pumpUntilIdle();
-    EXPECT_EQ(list.GetColumnWidth(0), kWidth + 40);
-    EXPECT_EQ(fieldRect().left, before.left + 40);
-    test::sendDrag(header, {kWidth + 40, height() - 3}, {kWidth + 80, height() - 3});
-    pumpUntilIdle();
-    EXPECT_EQ(list.GetColumnWidth(0), kWidth + 40);
-}
-
-TEST_F(FilterBarOfAList, DraggingACaptionMovesTheFieldAndTheBarIsNoCaption) {
-    const auto order = [&] {
-        int places[kColumns] = {};
-        list.GetColumnOrderArray(places, kColumns);
-        return std::vector<int>(places, places + kColumns);
-    };
-    set(0, "zero");
-    edit(1);
-    type("one");
-    const CRect before = fieldRect();
-    const int caption = plainHeight / 2, bar = height() - 3;
-    test::sendDrag(header, {kWidth / 2, bar}, {kWidth * 5 / 2, bar});
-    pumpUntilIdle();
-    EXPECT_EQ(order(), (std::vector<int>{0, 1, 2}));
-    edit(1);
-    test::sendDrag(header, {kWidth / 2, caption}, {kWidth * 5 / 2 + 30, caption});
-    pumpUntilIdle();
-    EXPECT_EQ(order(), (std::vector<int>{1, 2, 0}));
-    EXPECT_EQ(fieldRect(), CRect(before - CPoint(kWidth, 0)));
-    press(VK_RETURN);
-    EXPECT_EQ(get(0) + get(1) + get(2), "zeroone");
-    click({itemRect(0).left + 20, bar});
-    EXPECT_GE(fieldRect().left, 2 * kWidth) << "the field of the column that was dragged";
-}
-
-TEST_F(FilterBarOfAList, AFontOfAnotherSizeReachesTheOpenField) {
-    edit(1);
-    type("kept");
-    const CRect before = fieldRect();
-    const int heightBefore = height();
-    for (const int points : {240, 80}) {
-        CFont font;
-        font.CreatePointFont(points, "Arial");
-        list.SetFont(&font);
-        pumpUntilIdle();
-        EXPECT_EQ(::SendMessageA(field(), WM_GETFONT, 0, 0), send(WM_GETFONT));
-        EXPECT_EQ(reinterpret_cast<HFONT>(send(WM_GETFONT)), static_cast<HFONT>(font));
-        EXPECT_EQ(height() > heightBefore, points == 240);
-        EXPECT_EQ(fieldRect().Height() > before.Height(), points == 240);
-        EXPECT_LE(fieldRect().bottom, height());
-        EXPECT_EQ(::GetFocus(), field());
-        CRect row;
-        list.GetItemRect(0, row, LVIR_BOUNDS);
-        EXPECT_EQ(row.top, height());
-        list.SetFont(nullptr);
-    }
-    press(VK_RETURN);
-    EXPECT_EQ(get(1), "kept");
-}
-
-TEST_F(FilterBarOfAList, ScrollingTakesTheFieldAlong) {
-    list.MoveWindow(CRect(0, 0, 200, 200));
-    edit(1);
-    CRect before, after;
-    ::GetWindowRect(field(), before);
-    list.Scroll(CSize(50, 0));
-    pumpUntilIdle();
-    ::GetWindowRect(field(), after);
-    EXPECT_EQ(after.left, before.left - 50);
-}
-
-TEST_F(FilterBarOfAList, HitTestsTellFieldButtonAndCaptionApart) {
-    const auto hit = [&](CPoint point) {
-        HDHITTESTINFO info = {point, 0, -1};
-        send(HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&info));
-        return std::pair(info.iItem, info.flags);
-    };
-    EXPECT_EQ(hit(inField(1)), std::pair(1, UINT{HHT_ONFILTER}));
-    EXPECT_EQ(hit(inButton(1)), std::pair(1, UINT{HHT_ONFILTERBUTTON}));
-    EXPECT_EQ(hit({kWidth * 3 / 2, plainHeight / 2}), std::pair(1, UINT{HHT_ONHEADER}));
 }
 
 TEST_F(FilterBarOfAList, AnOwnerMayEndTheListFromANotification) {
@@ -552,114 +362,37 @@ TEST_F(FilterBarOfAList, AnOwnerMayEndTheListFromANotification) {
     }
 }
 
-// Pictures: what the colours of a field's place are, not how they look together.
-TEST_F(FilterBarOfAList, AFilterFillsTheFunnelAndReplacesTheGreyCue) {
-    WindowPicture empty, filtered, cleared;
-    const auto capture = [&](WindowPicture& picture) {
-        pumpUntilIdle();
-        ::UpdateWindow(header);
-        return quorCaptureClientArea(header, picture);
-    };
-    const auto count = [&](const WindowPicture& picture, int column, COLORREF color, bool button) {
-        const CRect item = itemRect(column);
-        const std::uint32_t wanted = 0xFF000000u | static_cast<std::uint32_t>(GetRValue(color)) << 16 |
-                                     static_cast<std::uint32_t>(GetGValue(color)) << 8 | GetBValue(color);
-        int found = 0;
-        for (int y = plainHeight + 2; y < picture.height - 2; ++y)
-            for (int x = button ? item.right - 15 : item.left + 2; x < (button ? item.right - 3 : item.right - 17); ++x)
-                found += picture.pixels[static_cast<std::size_t>(y * picture.width + x)] == wanted;
-        return found;
-    };
-    ASSERT_TRUE(capture(empty));
-    set(1, "MMMM");
-    ASSERT_TRUE(capture(filtered));
-    send(HDM_CLEARFILTER, 1);
-    ASSERT_TRUE(capture(cleared));
-    const COLORREF text = ::GetSysColor(COLOR_WINDOWTEXT);
-    const COLORREF grey = ::GetSysColor(COLOR_GRAYTEXT);
-    EXPECT_GT(count(filtered, 1, ::GetSysColor(COLOR_BTNTEXT), true),
-              count(empty, 1, ::GetSysColor(COLOR_BTNTEXT), true));
-    EXPECT_GT(count(filtered, 1, text, false), count(empty, 1, text, false));
-    EXPECT_GT(count(empty, 1, grey, false), count(filtered, 1, grey, false));
-    EXPECT_TRUE(cleared.pixels == empty.pixels);
-    if (const char* path = std::getenv("FILTER_BAR_PICTURE")) {
-        set(0, "INFY~TCS");
-        edit(2);
-        type("NSE");
-        EXPECT_TRUE(quorSaveClientAreaPng(frame().m_hWnd, path));
-    }
-}
+// ---- A system's own bar
 
-TEST_F(FilterBarOfAList, AHeaderOfItsOwnReportsToItsParent) {
-    CHeaderCtrl own;
-    std::vector<int> items;
-    frame().onMessage = [&](UINT message, WPARAM, LPARAM lParam, LRESULT&) {
-        if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == static_cast<UINT>(HDN_FILTERCHANGE))
-            items.push_back(reinterpret_cast<NMHEADERA*>(lParam)->iItem);
-        return false;
+constexpr RECT kOwnItem = {0, 0, 40, 37};
+constexpr int kOwnCaption = 17;
+
+// A header that has a bar.
+LRESULT CALLBACK ownHeaderProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    static std::string kept;
+    const bool bar = (::GetWindowLongPtrA(window, GWL_STYLE) & HDS_FILTERBAR) != 0;
+    const auto filter = [lParam] {
+        return static_cast<HD_TEXTFILTERA*>(reinterpret_cast<HDITEMA*>(lParam)->pvFilter)->pszText;
     };
-    ASSERT_TRUE(own.Create(WS_CHILD | WS_VISIBLE | HDS_FILTERBAR, CRect(0, 0, 300, 40), &frame(), 9));
-    char text[] = "start";
-    HD_TEXTFILTERA filter = {text, sizeof(text)};
-    HDITEMA item{};
-    item.mask = HDI_WIDTH | HDI_FILTER;
-    item.cxy = 80;
-    item.pvFilter = &filter;
-    ASSERT_EQ(own.InsertItem(0, &item), 0);
-    EXPECT_TRUE(items.empty());
-    const auto asked = [&] {
-        RECT room = {0, 0, 300, 300};
-        WINDOWPOS place{};
-        HDLAYOUT layout = {&room, &place};
-        EXPECT_TRUE(own.Layout(&layout));
-        EXPECT_EQ(room.top, place.cy);
-        return place.cy;
-    };
-    const int withBar = asked();
-    own.ModifyStyle(HDS_FILTERBAR, 0);
-    EXPECT_GE(withBar - asked(), 16);
-    own.ModifyStyle(0, HDS_FILTERBAR);
-    own.ClearAllFilters();
-    EXPECT_EQ(items, std::vector<int>{0});
-    frame().onMessage = nullptr;
-}
-
-// ---- The probe: a header of each kind
-
-struct FakeHeader {
-    bool grows = false;
-    bool keeps = false;
-    bool clears = false;
-};
-constexpr RECT kFakeItem = {0, 0, 40, 37};
-constexpr int kFakeCaption = 17;
-FakeHeader g_fake;
-std::string g_fakeFilter;
-
-LRESULT CALLBACK fakeHeaderProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case HDM_LAYOUT: {
-            const bool bar = (::GetWindowLongPtrA(window, GWL_STYLE) & HDS_FILTERBAR) != 0;
-            reinterpret_cast<HDLAYOUT*>(lParam)->pwpos->cy = g_fake.grows && bar ? 37 : 17;
+        case HDM_LAYOUT:
+            reinterpret_cast<HDLAYOUT*>(lParam)->pwpos->cy = bar ? kOwnItem.bottom : kOwnCaption;
             return TRUE;
-        }
         case HDM_SETITEMA:
-            if (g_fake.keeps)
-                g_fakeFilter = static_cast<HD_TEXTFILTERA*>(reinterpret_cast<HDITEMA*>(lParam)->pvFilter)->pszText;
+            kept = filter();
             return TRUE;
         case HDM_GETITEMA:
-            std::strcpy(static_cast<HD_TEXTFILTERA*>(reinterpret_cast<HDITEMA*>(lParam)->pvFilter)->pszText,
-                        g_fakeFilter.c_str());
+            std::strcpy(filter(), kept.c_str());
             return TRUE;
         case HDM_CLEARFILTER:
-            if (g_fake.clears) g_fakeFilter.clear();
+            kept.clear();
             return TRUE;
         case HDM_GETITEMRECT:
-            *reinterpret_cast<RECT*>(lParam) = kFakeItem;
+            *reinterpret_cast<RECT*>(lParam) = kOwnItem;
             return TRUE;
         case HDM_HITTEST: {
             auto& hit = *reinterpret_cast<HDHITTESTINFO*>(lParam);
-            hit.flags = hit.pt.y < kFakeCaption ? HHT_ONHEADER : HHT_ONFILTER;
+            hit.flags = hit.pt.y < kOwnCaption ? HHT_ONHEADER : HHT_ONFILTER;
             return hit.iItem = 0;
         }
         default:
@@ -667,61 +400,45 @@ LRESULT CALLBACK fakeHeaderProc(HWND window, UINT message, WPARAM wParam, LPARAM
     }
 }
 
-struct FakeHeaderClass {
-    FakeHeaderClass() {
+class OwnFilterBar : public test::WindowFixture {
+protected:
+    ~OwnFilterBar() override { ::UnregisterClassA(kClass, ::GetModuleHandleA(nullptr)); }
+    void registerClass() {
         WNDCLASSA description{};
-        description.lpfnWndProc = &fakeHeaderProc;
+        description.lpfnWndProc = &ownHeaderProc;
         description.hInstance = ::GetModuleHandleA(nullptr);
-        description.lpszClassName = "FakeHeader";
+        description.lpszClassName = kClass;
         EXPECT_TRUE(::RegisterClassA(&description));
     }
-    ~FakeHeaderClass() { ::UnregisterClassA("FakeHeader", ::GetModuleHandleA(nullptr)); }
+    static constexpr const char* kClass = "HeaderWithABar";
 };
 
-TEST(FilterBarProbe, AsksAHeaderOfEachKind) {
-    const FakeHeaderClass registered;
-    for (int kind = 0; kind < 8; ++kind) {
-        g_fake = {(kind & 1) != 0, (kind & 2) != 0, (kind & 4) != 0};
-        g_fakeFilter.clear();
-        EXPECT_EQ(quor::probeFilterBar("FakeHeader"), kind == 7 ? quor::BarAnswer::own : quor::BarAnswer::none) << kind;
-    }
-}
-
-TEST(FilterBarProbe, OnlyAnAnswerIsKept) {
-    quor::HeaderClassProbe probe("FakeHeader");
+TEST_F(OwnFilterBar, IsFoundAndOnlyAnAnswerIsKept) {
+    quor::HeaderClassProbe probe(kClass);
     EXPECT_EQ(probe.answer(), quor::BarAnswer::unknown) << "the class is not there yet";
-    {
-        const FakeHeaderClass registered;
-        g_fake = {true, true, true};
-        EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
-    }
+    registerClass();
     EXPECT_EQ(probe.answer(), quor::BarAnswer::own);
 }
 
 // Painters of captions are told where the system's own fields begin, and the header may go on to draw those.
-TEST(HeaderCaption, EndsWhereTheSystemsOwnFieldBegins) {
-    const FakeHeaderClass registered;
+TEST_F(OwnFilterBar, BeginsWhereTheCaptionEnds) {
+    registerClass();
     for (const DWORD style : {DWORD{0}, DWORD{HDS_FILTERBAR}}) {
-        const HWND header = ::CreateWindowExA(0, "FakeHeader", "", WS_CHILD | style, 0, 0, 40, 37, HWND_MESSAGE,
-                                              nullptr, nullptr, nullptr);
-        CClientDC screen(nullptr);
-        CDC dc;
-        dc.CreateCompatibleDC(&screen);
-        CBitmap bitmap;
-        bitmap.CreateCompatibleBitmap(&screen, 40, 37);
-        const SelectScope selected(dc, bitmap);
+        const HWND header =
+            ::CreateWindowExA(0, kClass, "", WS_CHILD | style, 0, 0, 40, 37, HWND_MESSAGE, nullptr, nullptr, nullptr);
+        test::Canvas canvas(frame(), {40, 37}, 0);
         NMCUSTOMDRAW draw{};
         draw.hdr.hwndFrom = header;
-        draw.hdc = dc;
-        draw.rc = kFakeItem;
+        draw.hdc = canvas.dc;
+        draw.rc = kOwnItem;
         const bool bar = style != 0;
         const CRect caption = quor::headerCaption(draw);
-        EXPECT_EQ(caption, CRect(0, 0, 40, bar ? kFakeCaption : 37));
-        dc.FillSolidRect(caption, 1);
+        EXPECT_EQ(caption, CRect(0, 0, 40, bar ? kOwnCaption : 37));
+        canvas.dc.FillSolidRect(caption, 1);
         EXPECT_EQ(quor::headerCaptionPainted(draw) & CDRF_SKIPDEFAULT, bar ? 0 : CDRF_SKIPDEFAULT);
-        dc.FillSolidRect(&kFakeItem, 2);  // as the header would
-        EXPECT_EQ(dc.GetPixel(20, kFakeCaption - 1), bar ? 1u : 2u);
-        EXPECT_EQ(dc.GetPixel(20, kFakeCaption), 2u);
+        canvas.dc.FillSolidRect(&kOwnItem, 2);  // as the header would
+        EXPECT_EQ(canvas.dc.GetPixel(20, kOwnCaption - 1), bar ? 1u : 2u);
+        EXPECT_EQ(canvas.dc.GetPixel(20, kOwnCaption), 2u);
         ::DestroyWindow(header);
     }
 }

@@ -1,6 +1,6 @@
-// Each name here stands in First.cpp too, with another meaning.
+// Five names stand in First.cpp too, with another meaning.
 #define PLANTED_WIDE
-#include "tests/names/twice/Planted.h"
+#include "tests/names/Planted.h"
 
 class PlantedClass {
 public:

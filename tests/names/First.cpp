@@ -1,5 +1,5 @@
-// Each name here stands in Second.cpp too, with another meaning.
-#include "tests/names/twice/Planted.h"
+// Five names stand in Second.cpp too, with another meaning.
+#include "tests/names/Planted.h"
 
 #include <string>
 

@@ -1,0 +1,168 @@
+// Controls, dialogs, GDI objects and menus of the system, where the wrapper does more than to pass a call on; what
+// lists and grids stand on is tested with them.
+#include "support/Canvas.h"
+#include "support/Input.h"
+#include "support/WindowFixture.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+constexpr DWORD kChild = WS_CHILD | WS_VISIBLE;
+
+using Controls = test::WindowFixture;
+
+TEST_F(Controls, TextsOfAnyLengthComeBackWhole) {
+    CListCtrl list;
+    ASSERT_TRUE(list.Create(kChild | LVS_REPORT, CRect(0, 0, 400, 300), &frame(), 7));
+    list.InsertColumn(0, "column", LVCFMT_LEFT, 60);
+    list.InsertItem(0, "");
+    for (const int length : {0, 1, 126, 127, 128, 129, 255, 256, 259, 5000}) {
+        const CString text('x', length);
+        list.SetItemText(0, 0, text);
+        EXPECT_EQ(list.GetItemText(0, 0), text) << length;
+    }
+}
+
+// Where the system puts back black under the picture that is dragged, the whole window is painted again. A display that
+// shows nothing at all counts as such a one.
+TEST_F(Controls, ADraggedHeadingLeavesTheScreenAsTheWindowsAre) {
+    CListCtrl list;
+    ASSERT_TRUE(list.Create(kChild | LVS_REPORT, CRect(20, 40, 420, 240), &frame(), 7));
+    list.SetExtendedStyle(LVS_EX_HEADERDRAGDROP);
+    for (int column = 0; column < 3; ++column) list.InsertColumn(column, "column", LVCFMT_LEFT, 60);
+    pumpUntilIdle();
+    int painted = 0;
+    frame().onMessage = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        painted += message == WM_NCPAINT;
+        return false;
+    };
+    const auto screenIsRight = [&] {
+        CWindowDC screen(nullptr), window(&frame());
+        CRect place;
+        frame().GetWindowRect(place);
+        return screen.GetPixel(place.left + 5, place.top + 5) == window.GetPixel(5, 5);
+    };
+    const HWND header = list.GetHeaderCtrl()->m_hWnd;
+    test::sendClick(header, {150, 5});
+    pumpUntilIdle();
+    EXPECT_EQ(painted, 0);
+    test::sendDrag(header, {20, 5}, {230, 5});
+    pumpUntilIdle();
+    ASSERT_EQ(list.GetHeaderCtrl()->OrderToIndex(0), 1);
+    EXPECT_TRUE(painted > 0 || screenIsRight());
+    list.DestroyWindow();
+}
+
+// ---- Dialogs of the system
+
+// The dialog offers installed faces only: any scalable one will do.
+int CALLBACK takeScalable(const LOGFONTA* font, const TEXTMETRICA*, DWORD kind, LPARAM face) {
+    if (!(kind & TRUETYPE_FONTTYPE) || font->lfFaceName[0] == '@') return 1;
+    *reinterpret_cast<CString*>(face) = font->lfFaceName;
+    return 0;
+}
+
+TEST_F(Controls, AFontComesBackFromItsDialog) {
+    LOGFONT font{};
+    CString face;
+    font.lfCharSet = DEFAULT_CHARSET;
+    ::EnumFontFamiliesExA(CClientDC(nullptr), &font, &takeScalable, reinterpret_cast<LPARAM>(&face), 0);
+    font.lfHeight = -16;
+    ::lstrcpyA(font.lfFaceName, face);
+    CFontDialog dialog(&font, CF_SCREENFONTS | CF_EFFECTS, nullptr, &frame());
+    frame().onMessage = [](UINT message, WPARAM, LPARAM idle, LRESULT&) {
+        if (message == WM_ENTERIDLE) ::PostMessageA(reinterpret_cast<HWND>(idle), WM_COMMAND, IDOK, 0);
+        return false;
+    };
+    ASSERT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_EQ(dialog.GetFaceName(), face);
+    LOGFONT back{};
+    dialog.GetCurrentFont(&back);
+    EXPECT_EQ(back.lfHeight, -16);
+    EXPECT_EQ(dialog.GetSize(), ::MulDiv(160, 72, ::GetDeviceCaps(CClientDC(nullptr), LOGPIXELSY)));
+}
+
+// ---- GDI objects and menus: who owns them
+
+TEST_F(Controls, AHandleLeadsToItsOwnerElseToATemporaryThatOwnsNothing) {
+    CPen owned(PS_DOT, 1, RGB(255, 0, 0));
+    EXPECT_EQ(CPen::FromHandle(owned), &owned);
+    EXPECT_EQ(CGdiObject::FromHandle(owned), &owned);
+    EXPECT_EQ(CPen::FromHandle(nullptr), nullptr);
+    const HGDIOBJ given = owned.Detach();
+    EXPECT_NE(CPen::FromHandle(static_cast<HPEN>(given)), &owned);
+    EXPECT_FALSE(owned.DeleteObject());
+    ASSERT_TRUE(owned.Attach(given));
+    EXPECT_TRUE(owned.DeleteObject());
+    EXPECT_EQ(::GetObjectType(given), 0u);
+
+    const HBRUSH bare = ::CreateSolidBrush(RGB(0, 0, 255));
+    CBrush* const temporary = CBrush::FromHandle(bare);
+    EXPECT_EQ(CBrush::FromHandle(bare), temporary);
+    quorFreeTemporaryGdiObjects();
+    EXPECT_EQ(::GetObjectType(bare), static_cast<DWORD>(OBJ_BRUSH)) << "the temporary object deleted it";
+    CBrush::FromHandle(bare)->DeleteObject();
+    EXPECT_EQ(::GetObjectType(bare), 0u);
+    EXPECT_EQ(CBrush::FromHandle(bare)->m_hObject, bare) << "a reused handle must not meet a detached object";
+}
+
+TEST_F(Controls, ShortenedTextComesBackInTheCallersBufferOnly) {
+    const UINT format = DT_NOPREFIX | DT_SINGLELINE | DT_END_ELLIPSIS | DT_MODIFYSTRING;
+    const CString text = "a text far too long for the sheet";
+    char buffer[64] = "";
+    ::lstrcpyA(buffer, text);
+    test::Canvas sheet(frame(), {40, 20}, RGB(255, 255, 255));
+    CRect rect(0, 0, 40, 20);
+    sheet.dc.DrawTextEx(buffer, -1, rect, format, nullptr);
+    EXPECT_NE(std::string(buffer).find("..."), std::string::npos);
+    const CString shared = text;
+    sheet.dc.DrawTextEx(shared, rect, format, nullptr);
+    EXPECT_EQ(text, "a text far too long for the sheet");
+}
+
+TEST_F(Controls, AMenuDiesWithItsObjectAndASubmenuWithItsMenu) {
+    HMENU bar = nullptr;
+    HMENU popup = nullptr;
+    {
+        CMenu menu;
+        CMenu sub;
+        ASSERT_TRUE(menu.CreateMenu());
+        ASSERT_TRUE(sub.CreatePopupMenu());
+        popup = sub;
+        EXPECT_TRUE(menu.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(popup), "Rows"));
+        EXPECT_EQ(menu.GetSubMenu(0), &sub);
+        sub.Detach();
+        EXPECT_EQ(menu.GetSubMenu(0)->m_hMenu, popup);
+        EXPECT_EQ(menu.GetSubMenu(1), nullptr);
+        quorFreeTemporaryGdiObjects();
+        EXPECT_TRUE(::IsMenu(popup)) << "a temporary object destroyed what it does not own";
+        bar = menu;
+    }
+    EXPECT_FALSE(::IsMenu(bar));
+    EXPECT_FALSE(::IsMenu(popup));
+}
+
+TEST_F(Controls, TrackingReturnsTheChosenCommandAndLetsExceptionsPass) {
+    CMenu menu;
+    menu.CreatePopupMenu();
+    menu.AppendMenu(MF_STRING, 10, CString('x', 300));
+    menu.AppendMenu(MF_STRING, 11, "Second");
+    CString text;
+    EXPECT_EQ(menu.GetMenuString(10, text, MF_BYCOMMAND), 300);
+    EXPECT_EQ(text.GetLength(), 300);
+    bool fails = false;
+    frame().onMessage = [&](UINT message, WPARAM opened, LPARAM, LRESULT&) {
+        if (message != WM_INITMENUPOPUP) return false;
+        EXPECT_EQ(reinterpret_cast<HMENU>(opened), menu.m_hMenu);
+        for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) frame().PostMessage(WM_KEYDOWN, key);
+        if (fails) throw std::runtime_error("handler");
+        return true;
+    };
+    EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD | TPM_LEFTALIGN, 10, 10, &frame()), 11);
+    fails = true;
+    EXPECT_THROW(menu.TrackPopupMenu(TPM_RETURNCMD, 10, 10, &frame()), std::runtime_error);
+}
+
+}  // namespace
