@@ -227,7 +227,6 @@ TEST_F(Profiles, NoEndAtAnyMomentLosesAStoredLayout) {
             moments->moment(itself);
             if (itself.m_hWnd) step();
         }
-        if (itself.m_hWnd) itself.DestroyWindow();
     };
     moments = std::make_unique<test::EveryMoment>(life);
     moments->disturbWindowsAndWrites([&] { return ends ? nullptr : living; }, owner);

@@ -90,30 +90,22 @@ private:
         constexpr WPARAM keys[] = {VK_UP, VK_DOWN, VK_HOME, VK_END, VK_PRIOR, VK_NEXT};
         m_list.SendMessage(WM_KEYDOWN, keys[pick(6)], 0);
     }
-    void changeState() { m_list.SetItemState(row(), static_cast<UINT>(pick(4)), LVIS_SELECTED | LVIS_FOCUSED); }
-    // As the pointer would: down, two moves, up.
-    void mouseOnHeader(int from, int to) {
+    // As the pointer would: down, two moves if it moves at all, up.
+    void mouseOnHeader(int from, int by = 0) {
         const auto send = [&](UINT message, int x) {
             header().SendMessage(message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(x, 5));
         };
         send(WM_LBUTTONDOWN, from);
-        if (from != to) {
-            send(WM_MOUSEMOVE, (from + to) / 2);
-            send(WM_MOUSEMOVE, to);
+        if (by != 0) {
+            send(WM_MOUSEMOVE, from + by / 2);
+            send(WM_MOUSEMOVE, from + by);
         }
-        send(WM_LBUTTONUP, to);
-    }
-    void sort() {
-        const int middle = heading().CenterPoint().x;
-        mouseOnHeader(middle, middle);
-    }
-    void dragDivider() {
-        const int divider = heading().right - 1;
-        mouseOnHeader(divider, divider + upTo(30));
+        send(WM_LBUTTONUP, from + by);
     }
     void dragHeading() {
         const CRect target = heading();
-        mouseOnHeader(heading().CenterPoint().x, target.left + pick(std::max(target.Width(), 1)));
+        const int from = heading().CenterPoint().x;
+        mouseOnHeader(from, target.left + pick(std::max(target.Width(), 1)) - from);
     }
     void setOrder() {
         std::vector<int> order = shuffled(header().GetItemCount());
@@ -141,6 +133,7 @@ private:
         std::function<void()> run;
     };
     static constexpr int kAllWeights = 480;
+    static constexpr UINT kStates = LVIS_SELECTED | LVIS_FOCUSED;
 
     CCommonListCtrl& m_list;
     OnRow m_insert, m_change;
@@ -158,7 +151,7 @@ private:
         {12, "focus elsewhere", true, [this] { m_list.GetTopLevelParent()->SetFocus(); }},
         {12, "select all", true, [this] { m_list.SetItemState(-1, LVIS_SELECTED, LVIS_SELECTED); }},
         {12, "select none", true, [this] { m_list.SetItemState(-1, 0, LVIS_SELECTED); }},
-        {47, "state of a row", true, [this] { changeState(); }},
+        {47, "state of a row", true, [this] { m_list.SetItemState(row(), static_cast<UINT>(pick(4)), kStates); }},
         {27, "scroll to a row", true, [this] { m_list.EnsureVisible(row(), FALSE); }},
         {27, "scroll", true,
          [this] {
@@ -169,8 +162,8 @@ private:
              m_list.Scroll({upTo(10) * 10, 0});
          }},
         {16, "order", false, [this] { setOrder(); }},
-        {16, "sort", false, [this] { sort(); }},
-        {16, "width by the divider", false, [this] { dragDivider(); }},
+        {16, "sort", false, [this] { mouseOnHeader(heading().CenterPoint().x); }},
+        {16, "width by the divider", false, [this] { mouseOnHeader(heading().right - 1, upTo(30)); }},
         {16, "width", false, [this] { m_list.SetColumnWidth(pick(header().GetItemCount()), 20 + pick(150)); }},
         {16, "drag a heading", false, [this] { dragHeading(); }},
         {40, "resize", false, [this] { resize(); }},

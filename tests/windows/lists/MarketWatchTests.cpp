@@ -138,10 +138,7 @@ TEST_F(MarketWatch, NumbersThatTheStoreLeavesOutAreNoColumns) {
 struct WatchStore : MarketWatch {
     // The title of the frame names the watch.
     void SetUp() override { frame().SetWindowText("Desk"); }
-    void TearDown() override {
-        ::DeleteFileA(file);
-        MarketWatch::TearDown();
-    }
+    ~WatchStore() override { ::DeleteFileA(file); }
     void addFormula(const char* name) {
         list_tests::addColumns(*list, {name});
         sQuorColInfo& column = list->m_arrColumns[list->m_arrColumns.GetUpperBound()];
@@ -283,42 +280,13 @@ TEST_F(WatchStore, ALockStaysWithItsUserColumnThroughAnImport) {
 
 // ---- Levels
 
-struct WatchLevels : MarketWatch {
-    void SetUp() override {
-        open();
-        list->m_bMultiSortEnabled = 1;
-    }
-    static std::string& levels(const char* name) {
-        return fakeHost().settings[{std::string("MarketWatchNew_") + name, "COLUMN_SORT_ORDER_PROFILE"}];
-    }
-};
-
-TEST_F(WatchLevels, SortTheRowsData) {
-    addRow("B", 1);
-    addRow("A", 3);
-    addRow("C", 1);
-    addRow("D", 2);
+TEST_F(MarketWatch, LevelsAreReadAndWrittenUnderTheNameInTheCombo) {
+    std::string& levels = fakeHost().settings[{"MarketWatchNew_Metals", "COLUMN_SORT_ORDER_PROFILE"}];
+    levels = "c1->-1,c9->-1,c0->1#1";
+    open();
+    for (const char* symbol : {"B", "A", "C"}) addRow(symbol, symbol[0] == 'A' ? 3 : 1);
     list->m_arrColumns[0].iDataType = 3;
-    levels("Banks") = "c1->-1,c0->1#1";
-    list->m_bSortLocked = 1;
-    list->ReadMultiSortOrderProfile("Banks");
-    EXPECT_TRUE(list->m_bMultiSortActive);
-    EXPECT_FALSE(list->m_bSortLocked);
-    list->SortListOnMultiplelevel();
-    EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 D/0 A/0");
-    EXPECT_EQ(owner.calls.take(), Calls{"reordered 1001 0"});
-    list->m_bSortEnabled = 0;
-    rows[0].price = 9;
-    list->SortListOnMultiplelevel();
-    EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 D/0 A/0");
-    list->SendInfoForQSort(nullptr, 5, sizeof(int));
-    int array[] = {1, 0};
-    list->SendInfoForQSort(array, 2, sizeof(int) - 1);
-    EXPECT_EQ(array[0], 1) << "too small for a row number";
-}
-
-TEST_F(WatchLevels, AreReadAndWrittenUnderTheNameInTheCombo) {
-    std::string& stored = levels("Metals") = "c1->1,c9->-1#1";
+    list->m_bMultiSortEnabled = list->m_bSortLocked = 1;
     list->ReadSortOrderProfile();
     EXPECT_FALSE(list->m_bMultiSortActive) << "no combo, no name";
     CComboBox combo;
@@ -332,11 +300,20 @@ TEST_F(WatchLevels, AreReadAndWrittenUnderTheNameInTheCombo) {
                                "multicolumn sort to update the setting 0 0"),
               1)
         << "the watch's name, without its section's";
+    EXPECT_FALSE(list->m_bSortLocked);
+    list->SortListOnMultiplelevel();
+    EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 A/0");
+    EXPECT_EQ(owner.calls.take(), Calls{"reordered 1001 0"});
+    list->m_bSortEnabled = 0;
+    rows[0].price = 9;
+    list->SortListOnMultiplelevel();
+    EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 A/0");
+
     LevelsAsChooser chooser(list->m_arrSortOrder);
     list->SetSortOrderChooser(&chooser);
     list->SaveSortOrderProfile();
-    EXPECT_EQ(stored, "c1->1#1");
-    stored = ",,";
+    EXPECT_EQ(levels, "c1->-1,c0->1#1");
+    levels = ",,";
     list->ReadSortOrderProfile();
     EXPECT_FALSE(list->m_bMultiSortActive) << "nothing stored ends the sort";
     list->SetSortOrderChooser(nullptr);
