@@ -1,7 +1,7 @@
 #include "platform/win/ComError.h"
 
+#include "platform/base/ComPointer.h"
 #include "platform/base/Export.h"
-#include "platform/win/ComPointer.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "platform/Framework.h"
-#include "platform/win/ComPointer.h"
+#include "platform/base/ComPointer.h"
 
 #include <wincodec.h>
 

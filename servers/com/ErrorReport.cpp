@@ -1,6 +1,6 @@
 #include "servers/com/ErrorReport.h"
 
-#include "platform/win/ComPointer.h"
+#include "platform/base/ComPointer.h"
 #include "servers/core/Refusal.h"
 #include "servers/interfaces/CalculationServers.h"
 

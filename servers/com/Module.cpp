@@ -1,6 +1,6 @@
 #include "servers/com/Module.h"
 
-#include "platform/win/ComPointer.h"
+#include "platform/base/ComPointer.h"
 #include "servers/com/Registration.h"
 
 #include <atomic>

@@ -1,6 +1,6 @@
 #include "servers/com/Registration.h"
 
-#include "platform/win/ComPointer.h"
+#include "platform/base/ComPointer.h"
 
 #include <olectl.h>
 

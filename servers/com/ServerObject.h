@@ -2,7 +2,7 @@
 // library, ISupportErrorInfo, and the guard around every method.
 #pragma once
 
-#include "platform/win/ComPointer.h"
+#include "platform/base/ComPointer.h"
 #include "servers/com/ErrorReport.h"
 #include "servers/core/Refusal.h"
 

@@ -1,5 +1,4 @@
-// A reference to a COM object, released at the end of its scope. It stands alone: a server takes it without the
-// framework.
+// A reference to a COM object, released at the end of its scope. No windows: servers take it without the framework.
 #pragma once
 
 template <class Interface>
