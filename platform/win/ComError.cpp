@@ -1,24 +1,22 @@
 #include "platform/win/ComError.h"
 
+#include "platform/base/ComPointer.h"
 #include "platform/base/Export.h"
 
 namespace {
 
 bool setsErrorInfo(IUnknown* server, REFIID iid) {
-    ISupportErrorInfo* support = nullptr;
-    if (!server || FAILED(server->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(&support))))
-        return false;
-    const HRESULT answer = support->InterfaceSupportsErrorInfo(iid);
-    support->Release();
-    return answer == S_OK;
+    ComPointer<ISupportErrorInfo> support;
+    if (!server || FAILED(server->QueryInterface(IID_ISupportErrorInfo, support.outUntyped()))) return false;
+    return support->InterfaceSupportsErrorInfo(iid) == S_OK;
 }
 
 }  // namespace
 
 QUOR_FRAMEWORK_API void WINAPI _com_issue_errorex(HRESULT hr, IUnknown* server, REFIID iid) {
-    IErrorInfo* info = nullptr;
-    if (setsErrorInfo(server, iid)) ::GetErrorInfo(0, &info);
-    throw _com_error(hr, info);  // which takes over the reference
+    ComPointer<IErrorInfo> info;
+    if (setsErrorInfo(server, iid)) ::GetErrorInfo(0, info.out());
+    throw _com_error(hr, info.detach());
 }
 
 namespace _com_util {

@@ -1,25 +1,9 @@
 #include "platform/Framework.h"
+#include "platform/base/ComPointer.h"
 
 #include <wincodec.h>
 
 namespace {
-
-template <class Interface>
-class ComPointer {
-public:
-    ComPointer() = default;
-    ComPointer(const ComPointer&) = delete;
-    ComPointer& operator=(const ComPointer&) = delete;
-    ~ComPointer() {
-        if (m_pointer) m_pointer->Release();
-    }
-    Interface** out() { return &m_pointer; }
-    Interface* operator->() const { return m_pointer; }
-    Interface* get() const { return m_pointer; }
-
-private:
-    Interface* m_pointer = nullptr;
-};
 
 // A thread that has another apartment already keeps it: COM can be used all the same.
 class ComScope {
@@ -63,7 +47,7 @@ Step writePng(const WindowPicture& picture, const wchar_t* path) {
     const UINT height = static_cast<UINT>(picture.height);
     const UINT stride = width * 4;
     HRESULT result = ::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                                        reinterpret_cast<void**>(factory.out()));
+                                        factory.outUntyped());
     if (FAILED(result)) return {"no imaging component", result};
     if (FAILED(result = factory->CreateStream(stream.out())) ||
         FAILED(result = stream->InitializeFromFilename(path, GENERIC_WRITE)))

@@ -1,8 +1,10 @@
 #include "servers/com/ErrorReport.h"
 
+#include "platform/base/ComPointer.h"
 #include "servers/core/Refusal.h"
 #include "servers/interfaces/CalculationServers.h"
 
+#include <memory>
 #include <new>
 
 namespace servers {
@@ -27,6 +29,10 @@ HRESULT codeOf(Reason reason) {
     return E_FAIL;
 }
 
+struct FreeBstr {
+    void operator()(BSTR text) const { ::SysFreeString(text); }
+};
+
 }  // namespace
 
 Failure currentFailure() noexcept {
@@ -43,20 +49,14 @@ Failure currentFailure() noexcept {
 
 HRESULT report(const Failure& failure) noexcept {
     ::SetErrorInfo(0, nullptr);
-    ICreateErrorInfo* creating = nullptr;
-    if (FAILED(::CreateErrorInfo(&creating))) return failure.code;
+    ComPointer<ICreateErrorInfo> creating;
+    if (FAILED(::CreateErrorInfo(creating.out()))) return failure.code;
     creating->SetGUID(serverDescription().interfaceId);
     creating->SetSource(const_cast<wchar_t*>(serverDescription().programId));
-    if (const BSTR sentence = newBstr(failure.sentence)) {
-        creating->SetDescription(sentence);
-        ::SysFreeString(sentence);
-    }
-    IErrorInfo* info = nullptr;
-    if (SUCCEEDED(creating->QueryInterface(IID_IErrorInfo, reinterpret_cast<void**>(&info)))) {
-        ::SetErrorInfo(0, info);
-        info->Release();
-    }
-    creating->Release();
+    const std::unique_ptr<OLECHAR, FreeBstr> sentence(newBstr(failure.sentence));
+    if (sentence) creating->SetDescription(sentence.get());
+    ComPointer<IErrorInfo> info;
+    if (SUCCEEDED(creating->QueryInterface(IID_IErrorInfo, info.outUntyped()))) ::SetErrorInfo(0, info.get());
     return failure.code;
 }
 

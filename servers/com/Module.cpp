@@ -1,5 +1,6 @@
 #include "servers/com/Module.h"
 
+#include "platform/base/ComPointer.h"
 #include "servers/com/Registration.h"
 
 #include <atomic>
@@ -45,10 +46,8 @@ public:
         *object = nullptr;
         if (outer) return CLASS_E_NOAGGREGATION;
         try {
-            IDispatch* made = servers::serverDescription().create();
-            const HRESULT result = made->QueryInterface(iid, object);
-            made->Release();
-            return result;
+            const ComPointer<IDispatch> made(servers::serverDescription().create());
+            return made->QueryInterface(iid, object);
         } catch (const std::bad_alloc&) {
             return E_OUTOFMEMORY;
         }
@@ -69,12 +68,10 @@ void lockModule() { ++locks; }
 void unlockModule() { --locks; }
 
 HRESULT interfaceInfo(ITypeInfo** info) {
-    ITypeLib* library = nullptr;
-    const HRESULT loaded = ::LoadTypeLibEx(modulePath().c_str(), REGKIND_NONE, &library);
+    ComPointer<ITypeLib> library;
+    const HRESULT loaded = ::LoadTypeLibEx(modulePath().c_str(), REGKIND_NONE, library.out());
     if (FAILED(loaded)) return loaded;
-    const HRESULT found = library->GetTypeInfoOfGuid(serverDescription().interfaceId, info);
-    library->Release();
-    return found;
+    return library->GetTypeInfoOfGuid(serverDescription().interfaceId, info);
 }
 
 }  // namespace servers

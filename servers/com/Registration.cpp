@@ -1,5 +1,7 @@
 #include "servers/com/Registration.h"
 
+#include "platform/base/ComPointer.h"
+
 #include <olectl.h>
 
 namespace servers {
@@ -38,11 +40,9 @@ bool writeClass(const ServerDescription& server, const std::wstring& dllPath) {
 }
 
 bool writeTypeLibrary(const std::wstring& dllPath) {
-    ITypeLib* library = nullptr;
-    if (FAILED(::LoadTypeLibEx(dllPath.c_str(), REGKIND_NONE, &library))) return false;
-    const HRESULT result = ::RegisterTypeLib(library, const_cast<wchar_t*>(dllPath.c_str()), nullptr);
-    library->Release();
-    return SUCCEEDED(result);
+    ComPointer<ITypeLib> library;
+    if (FAILED(::LoadTypeLibEx(dllPath.c_str(), REGKIND_NONE, library.out()))) return false;
+    return SUCCEEDED(::RegisterTypeLib(library.get(), const_cast<wchar_t*>(dllPath.c_str()), nullptr));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // library, ISupportErrorInfo, and the guard around every method.
 #pragma once
 
+#include "platform/base/ComPointer.h"
 #include "servers/com/ErrorReport.h"
 #include "servers/core/Refusal.h"
 
@@ -12,7 +13,7 @@ namespace servers {
 template <class Derived, class Interface>
 class ServerObject : public Interface, public ISupportErrorInfo {
 public:
-    ServerObject() { lockModule(); }
+    ServerObject() = default;
     ServerObject(const ServerObject&) = delete;
     ServerObject& operator=(const ServerObject&) = delete;
 
@@ -60,10 +61,7 @@ public:
     }
 
 protected:
-    ~ServerObject() {
-        if (m_info) m_info->Release();
-        unlockModule();
-    }
+    ~ServerObject() = default;
 
     // Runs a method's body, which returns its HRESULT; exceptions become failures with error info.
     template <class Body>
@@ -97,14 +95,22 @@ private:
     template <class Call>
     HRESULT withInfo(Call&& call) {
         if (!m_info) {
-            const HRESULT found = interfaceInfo(&m_info);
+            const HRESULT found = interfaceInfo(m_info.out());
             if (FAILED(found)) return found;
         }
         return call(*m_info);
     }
 
+    struct ModuleLock {
+        ModuleLock() { lockModule(); }
+        ModuleLock(const ModuleLock&) = delete;
+        ModuleLock& operator=(const ModuleLock&) = delete;
+        ~ModuleLock() { unlockModule(); }
+    };
+
+    ModuleLock m_lock;  // first, so that it goes last
     std::atomic<long> m_references = 1;
-    ITypeInfo* m_info = nullptr;  // read from the type library at the first late-bound call
+    ComPointer<ITypeInfo> m_info;  // read from the type library at the first late-bound call
     Failure m_lastFailure{S_OK, {}};
 };
 

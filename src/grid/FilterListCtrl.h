@@ -288,7 +288,6 @@ private:
     class SortRun;      // a sort of the rows of a walk
 
     bool hasTextCallback() const { return TextCallback != nullptr || TextMemberCallback != nullptr; }
-    void readCell(DWORD_PTR data, int columnIndex, CString& text);
     bool takesRows() const;
     void startFlushTimer();
     void StartRepaintTimer();

@@ -12,9 +12,10 @@ public:
     bool cellText(int columnIndex, CString& text) override {
         if (m_presence.objectWent() || !isThere()) return false;
         if (columnIndex < 0 || columnIndex >= m_grid.m_arrColumns.GetSize()) return false;
-        COLORREF textColor = 0, background = 0;
-        int icon = -1;
-        return m_grid.GetColumnText(m_data, columnIndex, text, textColor, background, icon, false) != 0;
+        CellAnswer cell{std::move(text), {}, -1};
+        const int answered = m_grid.m_parts->askCell(m_data, columnIndex, cell);
+        text = std::move(cell.text);
+        return answered != 0;
     }
 
 private:

@@ -8,15 +8,16 @@ using namespace quor::grid;
 
 namespace {
 
-// The text of a cell for the row test: emptied, not freed, between rows.
+// The answer for a cell of the row test: its text is emptied, not freed, between rows.
 class CellScope {
 public:
     // A host's callback may come back into the grid: that test then finds the scratch taken and allocates its own.
-    CellScope(CString& scratch, const RowWalk& walk) : m_scratch(scratch), m_walk(walk), text(std::move(scratch)) {}
+    CellScope(CString& scratch, const RowWalk& walk)
+        : m_scratch(scratch), m_walk(walk), answer{std::move(scratch), {}, -1} {}
     CellScope(const CellScope&) = delete;
     CellScope& operator=(const CellScope&) = delete;
     ~CellScope() {
-        if (!m_walk.gone()) m_scratch = std::move(text);
+        if (!m_walk.gone()) m_scratch = std::move(answer.text);
     }
 
 private:
@@ -24,7 +25,7 @@ private:
     const RowWalk& m_walk;
 
 public:
-    CString text;
+    CellAnswer answer;
 };
 
 }  // namespace
@@ -43,11 +44,11 @@ int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
 bool CFilterListCtrl::Parts::passesFilters(DWORD_PTR data, const RowWalk& walk) {
     CellScope cell(m_cellText, walk);
     for (int i = 0; i < filters.count(); ++i) {
-        m_list.readCell(data, filters.columnAt(i), cell.text);
+        readCell(data, filters.columnAt(i), cell.answer);
         if (walk.gone() || (walk.disturbed() && !rows.holdsData(data))) return false;
         if (i >= filters.count()) break;
         auto& filter = const_cast<CString&>(filters.textAt(i));  // older than const; the text is only read
-        if (!m_list.IsItemMatchingFilter(cell.text, filter)) return false;
+        if (!m_list.IsItemMatchingFilter(cell.answer.text, filter)) return false;
     }
     return true;
 }

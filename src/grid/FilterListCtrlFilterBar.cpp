@@ -144,13 +144,14 @@ void CFilterListCtrl::offerValues(int place) {
 void CFilterListCtrl::visitUniqueTexts(int columnIndex, const std::function<void(const CString&)>& visit) {
     std::unordered_set<std::string> seen;
     seen.reserve(static_cast<std::size_t>(GetDisplayCount()));
-    CString text;
+    quor::grid::CellAnswer cell;
     const Presence presence(*this);
     for (int visual = 0; visual < GetDisplayCount(); ++visual) {
         const DWORD_PTR data = GetItemData(visual);
         if (data == 0) continue;
-        readCell(data, columnIndex, text);
+        m_parts->readCell(data, columnIndex, cell);
         if (presence.gone()) return;
+        const CString& text = cell.text;
         if (!text.IsEmpty() && seen.insert(text.GetString()).second) visit(text);
     }
 }

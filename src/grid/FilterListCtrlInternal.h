@@ -18,6 +18,23 @@ struct CFilterListCtrl::Parts {
     Parts& operator=(const Parts&) = delete;
 
     quor::grid::RowTest rowTest();
+    // As GetColumnText.
+    int askCell(DWORD_PTR data, int columnIndex, quor::grid::CellAnswer& cell, bool forExport = false) {
+        return m_list.GetColumnText(data, columnIndex, cell.text, cell.colors.text, cell.colors.background, cell.icon,
+                                    forExport);
+    }
+    // Only the text, into an answer that is used again: what walks over all rows ask. Its text keeps its buffer, so
+    // that a host that writes into it does not allocate.
+    void readCell(DWORD_PTR data, int columnIndex, quor::grid::CellAnswer& cell) {
+        cell.text = "";
+        cell.colors = {};
+        cell.icon = -1;
+        if (m_list.TextCallback && !m_list.TextMemberCallback && columnIndex < m_list.m_nBaseColumnCount) {
+            m_list.TextCallback(data, columnIndex, cell.text, cell.colors.text, cell.colors.background, cell.icon);
+        } else {
+            askCell(data, columnIndex, cell);
+        }
+    }
     // A native call that may scroll or change the rows' places.
     template <class Function>
     void touchControl(Function function) {
@@ -60,16 +77,3 @@ private:
     HWND m_window;
     std::weak_ptr<char> m_alive;
 };
-
-// Only the text, into a string that is used again: what walks over all rows ask. It keeps its buffer, so that a host
-// that writes into it does not allocate.
-inline void CFilterListCtrl::readCell(DWORD_PTR data, int columnIndex, CString& text) {
-    text = "";
-    COLORREF textColor = quor::grid::kColorUnset, background = quor::grid::kColorUnset;
-    int icon = -1;
-    if (TextCallback && !TextMemberCallback && columnIndex < m_nBaseColumnCount) {
-        TextCallback(data, columnIndex, text, textColor, background, icon);
-    } else {
-        GetColumnText(data, columnIndex, text, textColor, background, icon, false);
-    }
-}

@@ -78,19 +78,14 @@ public:
     const RowLook& look() const { return m_look; }
     bool showsSelection() const { return (m_state & LVIS_SELECTED) != 0 && !m_grid.NoSelectionPaint; }
 
-    // What the host says of a cell, before the row's own colours.
-    struct Cell {
+    // The host's answer, before the row's own colours.
+    struct Cell : CellAnswer {
         const sQuorColInfo* record = nullptr;  // null: not a column of the list
-        CString text;
-        RowColors colors;
-        int icon = -1;
     };
 
     // False: the host has no text, or the row is not there any more.
     bool ask(int columnIndex, Cell& cell) {
-        const bool answered = m_grid.GetColumnText(m_data, columnIndex, cell.text, cell.colors.text,
-                                                   cell.colors.background, cell.icon, false);
-        if (!answered || !stillStands()) return false;
+        if (!m_grid.m_parts->askCell(m_data, columnIndex, cell) || !stillStands()) return false;
         if (columnIndex >= 0 && columnIndex < m_grid.m_arrColumns.GetSize())
             cell.record = &m_grid.m_arrColumns.GetAt(columnIndex);
         return true;

@@ -74,13 +74,9 @@ CString CFilterListCtrl::GetItemText(int item, int place, bool mapColumn, bool f
         columnIndex = GetOriginalColumnPosition(place);
         if (columnIndex == -1) columnIndex = GetOriginalColNo(place);
     }
-    CString text;
-    if (const DWORD_PTR data = GetItemData(item); data != 0) {
-        COLORREF textColor = kColorUnset, background = kColorUnset;
-        int icon = -1;
-        GetColumnText(data, columnIndex, text, textColor, background, icon, forExport);
-    }
-    return text;
+    CellAnswer cell;
+    if (const DWORD_PTR data = GetItemData(item); data != 0) m_parts->askCell(data, columnIndex, cell, forExport);
+    return cell.text;
 }
 
 DWORD_PTR CFilterListCtrl::GetMapItemData(unsigned long long mapIndex) const {

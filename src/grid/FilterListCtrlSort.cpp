@@ -252,13 +252,13 @@ void CFilterListCtrl::SortRun::sortRows(const Request& request) {
     }
 }
 
-// One string for the whole walk. A row that has no data, or none any more, has no text.
+// One answer for the whole walk. A row that has no data, or none any more, has no text.
 SortKeys CFilterListCtrl::SortRun::readKeys(const Request& request, const std::vector<std::int32_t>& mapIndices) {
     constexpr std::size_t kAhead = 12;  // the host's rows may be far apart in memory
     constexpr RowData kLine = 64;
     LiveRows& rows = m_grid.m_parts->rows;
     SortKeys keys(request.dataType, request.integers, mapIndices.size());
-    CString text;
+    CellAnswer cell;
     for (std::size_t i = 0; i < mapIndices.size(); ++i) {
         if (i + kAhead < mapIndices.size()) {
             const RowData next = rows.dataOfMapIndex(mapIndices[i + kAhead]);
@@ -267,12 +267,12 @@ SortKeys CFilterListCtrl::SortRun::readKeys(const Request& request, const std::v
         }
         const RowData data = rows.dataOfMapIndex(m_walk.present(mapIndices[i]));
         if (data != 0) {
-            m_grid.readCell(data, request.columnIndex, text);
+            m_grid.m_parts->readCell(data, request.columnIndex, cell);
             if (m_walk.gone()) break;
         } else {
-            text = "";
+            cell.text = "";
         }
-        keys.add(mapIndices[i], text);
+        keys.add(mapIndices[i], cell.text);
     }
     return keys;
 }

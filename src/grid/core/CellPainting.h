@@ -27,6 +27,13 @@ struct RowColors {
     COLORREF background = kColorUnset;
 };
 
+// What the host says of a cell.
+struct CellAnswer {
+    CString text;
+    RowColors colors;
+    int icon = -1;
+};
+
 // What weighs on the colours of a row, all owned by the control.
 struct RowLook {
     bool alternateRows = false;

@@ -1,6 +1,8 @@
 #include "ListFixture.h"
+#include "PictureMix.h"
 #include "platform/tools/QuorTools.h"
 #include "src/foundation/core/Globals.h"
+#include "support/Canvas.h"
 
 namespace {
 
@@ -9,119 +11,144 @@ using namespace list_tests;
 struct Appearance : ListFixture {
     ~Appearance() override { Set_Apperance_setting(cCustomizedAppearanceSettings()); }
 
-    static cCustomizedAppearanceSettings colors(COLORREF back, COLORREF text) {
+    static void setGeneral(COLORREF back, COLORREF text) {
         cCustomizedAppearanceSettings settings;
         settings.crBackground = back;
         settings.crText = text;
         settings.csFontName = "Tahoma";
         settings.csFontSize = "20";
-        return settings;
+        Set_Apperance_setting(settings);
     }
-    static int fontHeight(const CWnd& list) {
-        LOGFONT font{};
-        list.GetFont()->GetLogFont(&font);
-        return font.lfHeight;
+    // "face height", and that of a face in points.
+    static std::string font(const CWnd& list) {
+        LOGFONT description{};
+        list.GetFont()->GetLogFont(&description);
+        return description.lfFaceName + (" " + std::to_string(description.lfHeight));
     }
-    static int heightOf(int points) {
+    static std::string font(const char* face, int points) {
         const CClientDC screen(nullptr);
-        return -::MulDiv(points, screen.GetDeviceCaps(LOGPIXELSY), 72);
+        return face + (" " + std::to_string(-::MulDiv(points, screen.GetDeviceCaps(LOGPIXELSY), 72)));
     }
 };
 
-TEST_F(Appearance, ListsStartWithTheApplicationsLooks) {
-    Set_Apperance_setting(colors(0x111111, 0x222222));
-    TestList list;
+TEST_F(Appearance, RecordsOfItsOwnAreFoundUnderNameAndIdAndWinOverDefaults) {
+    char folder[MAX_PATH];
+    ::GetTempPathA(MAX_PATH, folder);
+    CString file = CString(folder) + "list_tests.ini";
+    const auto write = [&](const char* section, const char* text) {
+        CString value = text, error;
+        EXPECT_TRUE(quoru_appdata_ini_file_operations(1, section, "orders-1001", value, file, error)) << error;
+    };
+    write("CUSTOMIZE_LISTS", "10,FF,Arial,9,1,buy,AA,");
+    write("USER_CUSTOMIZE_LISTS", "20,EE,Tahoma,12,sell,1,2,");
+    CCommonListCtrl::SetRecoveryFiles(file, "");
+    setGeneral(0x111111, 0x222222);
+    start(list);
+    ::DeleteFileA(file);
+    EXPECT_EQ(list.m_bCustomized, 1);
+    EXPECT_EQ(list.GetBkColor(), 0x20u);
+    EXPECT_EQ(list.GetTextColor(), 0xEEu);
+    EXPECT_TRUE(font(list).starts_with("Arial "));
+    EXPECT_EQ(list.m_Appearance.pUserBackColors->GetAt(0), 2u);
+    CStringArray keywords;
+    CArray<DWORD, DWORD> colours;
+    keywords.Add("HOLD");
+    colours.Add(5);
+    TestList without;
+    for (TestList* each : {&list, &without}) {
+        each->SetDefaultAttributes(4, &keywords, nullptr);
+        each->SetDefaultProperties(nullptr, nullptr, &colours);
+    }
+    EXPECT_EQ(list.m_Appearance.iKeywordColumn, 1);
+    EXPECT_EQ(list.m_Appearance.pKeywords->GetAt(0), "BUY");
+    EXPECT_EQ(without.m_Appearance.iKeywordColumn, 4);
+    EXPECT_EQ(without.m_Appearance.pKeywords->GetAt(0), "HOLD");
+    EXPECT_EQ(without.m_Appearance.pUserBackColors->GetAt(0), 5u);
+}
+
+TEST_F(Appearance, ListsFollowTheApplicationsLooksUnlessTheyHaveTheirOwn) {
+    TestList own, colourless;
+    colourless.m_bUseColors = 0;
+    setGeneral(0x111111, 0x222222);
     subclass(list);
+    create(own);
+    create(colourless);
     EXPECT_EQ(list.GetBkColor(), 0x111111u);
     EXPECT_EQ(list.GetTextBkColor(), 0x111111u);
     EXPECT_EQ(list.GetTextColor(), 0x222222u);
-    EXPECT_EQ(fontHeight(list), heightOf(20));
     EXPECT_EQ(list.m_bCustomized, 0);
-}
-
-TEST_F(Appearance, ColoursAreLeftAloneOnRequest) {
-    Set_Apperance_setting(colors(0x111111, 0x222222));
-    TestList list;
-    list.m_bUseColors = 0;
-    subclass(list);
-    EXPECT_EQ(list.GetBkColor(), 0u);
-    EXPECT_EQ(fontHeight(list), heightOf(20));
-}
-
-TEST_F(Appearance, ARecordOfItsOwnIsLookedForUnderNameAndId) {
-    char folder[MAX_PATH];
-    ::GetTempPathA(MAX_PATH, folder);
-    CString file = CString(folder) + "list_tests.ini", value = "0,FF00,Tahoma,9", error;
-    ASSERT_NE(quoru_appdata_ini_file_operations(1, "CUSTOMIZE_LISTS", "orders-1001", value, file, error), 0) << error;
-    CCommonListCtrl::SetRecoveryFiles(file, "");
-    Set_Apperance_setting(colors(0x111111, 0x222222));
-    TestList list;
-    list.m_csListName = "orders";
-    subclass(list);
-    EXPECT_EQ(list.m_bCustomized, 1);
-    EXPECT_EQ(list.GetBkColor(), 0u);  // not the application's
-    ::DeleteFileA(file);
-}
-
-TEST_F(Appearance, GeneralSettingsReachListsWithoutARecordOrAllByForce) {
-    TestList plain, own;
-    subclass(plain);
-    own.Create(kListStyle, kListRect, &owner, 77);
+    EXPECT_EQ(font(list), font("Tahoma", 20));
+    EXPECT_EQ(font(colourless), font("Tahoma", 20));
     own.m_bCustomized = 1;
-    Set_Apperance_setting(colors(0x333333, 0x444444));
+    setGeneral(0x333333, 0x444444);
     CCommonListCtrl::ApplyGeneralSettings(false);
-    EXPECT_EQ(plain.GetBkColor(), 0x333333u);
-    EXPECT_EQ(plain.m_Appearance.crText, 0x444444u);
-    EXPECT_EQ(plain.m_Appearance.csFontSize, "20");
-    EXPECT_EQ(fontHeight(plain), heightOf(20));
-    EXPECT_EQ(own.GetBkColor(), 0u);
-    plain.m_bUseColors = 0;
-    Set_Apperance_setting(colors(0x555555, 0x666666));
+    EXPECT_EQ(list.GetBkColor(), 0x333333u);
+    EXPECT_EQ(list.m_Appearance.crText, 0x444444u);
+    EXPECT_EQ(own.GetBkColor(), 0x111111u);
     CCommonListCtrl::ApplyGeneralSettings(true);
-    EXPECT_EQ(own.GetBkColor(), 0x555555u);
-    EXPECT_EQ(plain.GetBkColor(), 0x333333u);
+    EXPECT_EQ(own.GetBkColor(), 0x333333u);
+    EXPECT_EQ(colourless.GetBkColor(), 0u);
 }
 
 TEST_F(Appearance, FontOfAListIsReplacedOnlyByOneThatCanBeMade) {
-    TestList list;
-    subclass(list);
-    CCommonListCtrl::SetListFontProperty(&list, kListId, "Tahoma", "15");
-    EXPECT_EQ(fontHeight(list), heightOf(15));
-    LOGFONT font{};
-    list.GetFont()->GetLogFont(&font);
-    EXPECT_STREQ(font.lfFaceName, "Tahoma");
-    for (CWnd* nobody : {static_cast<CWnd*>(nullptr), static_cast<CWnd*>(&frame())}) {
-        CCommonListCtrl::SetListFontProperty(nobody, 0, "Arial", "30");
-    }
+    create(list);
     CListCtrl plain;
     ASSERT_TRUE(plain.Create(WS_CHILD | LVS_REPORT, CRect(0, 0, 50, 50), &frame(), 9));
-    plain.SetFont(list.GetFont());
-    for (const int size : {20, 30}) {
-        CCommonListCtrl::SetListFontProperty(&plain, 0, "Arial", std::to_string(size).c_str());
-        EXPECT_EQ(fontHeight(plain), heightOf(size));
+    plain.SetFont(CFont::FromHandle(static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT))));
+    for (CWnd* each : {static_cast<CWnd*>(&list), static_cast<CWnd*>(&plain)}) {
+        for (const char* points : {"20", "15"}) CCommonListCtrl::SetListFontProperty(each, 0, "Tahoma", points);
+        if (font("Arial", 1) == "Arial -1") CCommonListCtrl::SetListFontProperty(each, 0, "Arial", "1");
+        EXPECT_EQ(font(*each), font("Tahoma", 15));
+        each->DestroyWindow();
+        CCommonListCtrl::SetListFontProperty(each, 0, "Arial", "30");
     }
-    plain.DestroyWindow();
-    if (heightOf(1) == -1) CCommonListCtrl::SetListFontProperty(&list, kListId, "Arial", "1");
-    EXPECT_EQ(fontHeight(list), heightOf(15));
-    list.DestroyWindow();
-    CCommonListCtrl::SetListFontProperty(&list, kListId, "Arial", "30");
+    CCommonListCtrl::SetListFontProperty(nullptr, 0, "Arial", "30");
 }
 
-TEST_F(Appearance, DefaultKeywordsFillEmptyArraysOnly) {
-    TestList list;
-    CStringArray keywords;
-    CArray<DWORD, DWORD> colours;
-    keywords.Add("BUY");
-    colours.Add(5);
-    list.SetDefaultAttributes(4, &keywords, &colours);
-    keywords.Add("SELL");
-    list.SetDefaultAttributes(6, &keywords, &colours);
-    EXPECT_EQ(list.m_Appearance.pKeywords->GetCount(), 1);
-    EXPECT_EQ(list.m_Appearance.iKeywordColumn, 4);
-    EXPECT_EQ(list.m_Appearance.pKeywordColors->GetAt(0), 5u);
-    list.SetDefaultProperties(&keywords, &colours, nullptr);
-    EXPECT_EQ(list.m_Appearance.pUserKeywords->GetCount(), 2);
-    EXPECT_EQ(list.m_Appearance.pUserBackColors, nullptr);
+TEST_F(Appearance, EmptyAreaIsFilledAroundTheRowsOnly) {
+    constexpr COLORREF kMark = RGB(255, 0, 0), kBack = RGB(0, 0, 128);
+    start(list);
+    addRows(list, 2);
+    list.SetBkColor(kBack);
+    list.m_bFillEmptyArea = 1;
+    CRect area, row;
+    list.GetClientRect(&area);
+    list.GetItemRect(1, row, LVIR_BOUNDS);
+    test::Canvas canvas(list, area.Size(), kMark);
+    EXPECT_EQ(list.SendMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.dc.m_hDC)), 0);
+    EXPECT_EQ(canvas.count(row, kMark), row.Width() * row.Height());
+    EXPECT_EQ(canvas.dc.GetPixel(row.right, row.top), kBack);
+    EXPECT_EQ(canvas.dc.GetPixel(row.left, row.bottom), kBack);
 }
+
+// --- What a list shows after anything that user and owner do
+
+struct Pictures : ListFixture, ::testing::WithParamInterface<unsigned> {
+    Pictures() {
+        owner.paintsRow = [this](const DRAWITEMSTRUCT& item) { paintRow(list, item); };
+        list.m_csListName = "Pictures";
+        list.m_bFillEmptyArea = GetParam() % 2;
+        addColumns(list, {"a", "b", "c", "d"});
+        create(list, kListStyle & ~static_cast<DWORD>(GetParam() % 4 < 2 ? 0 : LVS_SHOWSELALWAYS));
+        list.InsertColumnsForList(nullptr);
+        if (GetParam() / 2 == 1) list.GridLines();
+        for (int row = 0; row < 5; ++row) insert(row);
+    }
+    CString text() { return std::to_string(++texts * 7919 % 1000).c_str(); }
+    void insert(int row) {
+        list.InsertItem(row, text());
+        list.SetItemData(row, static_cast<DWORD_PTR>(texts));
+    }
+
+    int texts = 0;
+};
+
+TEST_P(Pictures, AreThoseOfAFullRepaint) {
+    const auto onInsert = [this](int row) { insert(row); };
+    const auto onChange = [this](int row) { list.SetItemText(row, texts % 4, text()); };
+    EXPECT_EQ(PictureMix(list, onInsert, onChange, GetParam()).run(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(, Pictures, ::testing::Range(0u, 4u));
 
 }  // namespace

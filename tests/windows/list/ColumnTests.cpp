@@ -1,5 +1,13 @@
-// The column set on a real header. Which columns come is decided and tested in the core.
+// The column set on a real header, its tool tips, and columns that survive: the host's store, files, the factory, and
+// hosts that refuse. Which columns come and what a text means is tested in the core.
 #include "ListFixture.h"
+#include "platform/tools/QuorTools.h"
+#include "src/list/ListCommands.h"
+#include "support/EveryMoment.h"
+#include "support/Input.h"
+#include "support/MessageBoxAnswerer.h"
+
+#include <filesystem>
 
 using namespace quor::list;
 
@@ -7,146 +15,425 @@ namespace {
 
 using namespace list_tests;
 
-struct Columns : ListFixture {
-    void SetUp() override {
-        list.m_csListName = "orders";
-        addColumns(list, {"Symbol", "Price", "Qty"});
-        giveWindow(list);
-    }
-    void TearDown() override {
-        list.DestroyWindow();
-        ListFixture::TearDown();
-    }
-    HDITEM headerItem(int place) {
-        HDITEM item{};
-        item.mask = HDI_FORMAT | HDI_IMAGE;
-        list.GetHeaderCtrl()->GetItem(place, &item);
-        return item;
-    }
-    static std::string& stored() { return fakeHost().settings[{"orders", "COLUMNPROFILE"}]; }
-    static int timesRead() { return fakeHost().count("UserSetting 0 orders COLUMNPROFILE"); }
-
-    TestList list;
-};
-
+using Columns = ListFixture;
 using ColumnsOnEachRoad = test::OnEachRoad<Columns>;
 INSTANTIATE_TEST_SUITE_P(, ColumnsOnEachRoad, test::eachRoad, test::roadName);
 
-TEST_F(Columns, NothingStoredShowsAllAndReadsNoSortOrder) {
-    list.InsertColumnsForList(nullptr);
-    EXPECT_EQ(timesRead(), 1);
+TEST_F(Columns, WithoutAProfileTheDefaultsReplaceWhatStood) {
+    stored("COLUMNPROFILE") = "0,0,50";
+    list.m_bUseColumnProfile = 0;
+    start(list);
     EXPECT_EQ(header(list), "Symbol:80 Price:80 Qty:80");
-    EXPECT_EQ(list.m_nBaseColumnCount, 3);
-    EXPECT_TRUE(list.calls.take().empty());
-}
-
-TEST_P(ColumnsOnEachRoad, StoredProfileIsShownAndItsUserColumnAppended) {
-    stored() = "0,1,50,1,-1,0,2,0,70,3,2,60,Ratio#F#T";
-    list.InsertColumnsForList(nullptr);
-    EXPECT_EQ(header(list), "Qty:70 Symbol:50 Ratio:60");
-    EXPECT_EQ(ints(list.m_arrOrder), "1 -1 0 2");
-    EXPECT_EQ(ints(list.m_arrWidth), "50 0 70 60");
-    EXPECT_EQ(list.m_nFirstColumn, 2);
-    EXPECT_EQ(list.m_nBaseColumnCount, 3);
-    ASSERT_EQ(list.m_arrColumns.GetCount(), 4);
-    EXPECT_EQ(list.m_arrColumns[3].csExpression, "F");
-    EXPECT_EQ(list.GetOriginalColumnPosition(1), 0);
-    EXPECT_EQ(list.GetOriginalColumnPosition(3), -1);
-    CString tip;
-    list.m_ToolTip.GetText(tip, list.GetHeaderCtrl(), 3);
-    EXPECT_EQ(tip, "T");
-    EXPECT_EQ(list.calls.take(), test::Calls{"read sort order"});
-    EXPECT_EQ(list.m_bUseColumnProfile, 1);
-}
-
-TEST_F(Columns, AProfileThatDoesNotFitGivesDefaultsAndStaysInUse) {
-    stored() = "0,0,50,1,2,50,2,2,50";
     const int shown[] = {1, 0};
     EXPECT_EQ(list.SetDefaultCols(2, shown), 1);
     EXPECT_EQ(list.SetDefaultCols(0, shown), 0);
     list.InsertColumnsForList(nullptr);
     EXPECT_EQ(header(list), "Price:80 Symbol:80");
-    EXPECT_EQ(list.m_bUseColumnProfile, 1);
-}
-
-TEST_F(Columns, ProfileIsNotAskedForWhenItIsOff) {
-    stored() = "0,0,50";
-    list.m_bUseColumnProfile = 0;
-    CArray<int, int> shown;
-    shown.Add(2);
-    list.SetDefaultCols(shown);
+    CArray<int, int> one;
+    one.Add(2);
+    list.SetDefaultCols(one);
     list.InsertColumnsForList(nullptr);
-    EXPECT_EQ(timesRead(), 0);
     EXPECT_EQ(header(list), "Qty:80");
 }
 
-TEST_F(Columns, BuildingTwiceReplacesTheFirstSet) {
-    list.InsertColumnsForList(nullptr);
-    list.InsertColumnsForList(nullptr);
-    EXPECT_EQ(header(list), "Symbol:80 Price:80 Qty:80");
-}
-
-TEST_F(Columns, FormatsReachTheHeader) {
-    EXPECT_EQ(list.InsertColumn(0, "left", kFormatLeft, 50), 0);
-    EXPECT_EQ(list.InsertColumn(1, "right", kFormatRight, 50), 1);
-    EXPECT_EQ(list.InsertColumn(2, "image", kFormatHeaderImage, 50), 2);
-    EXPECT_EQ(headerItem(1).fmt & HDF_JUSTIFYMASK, HDF_RIGHT);
-    EXPECT_EQ(headerItem(1).fmt & HDF_IMAGE, 0);
-    EXPECT_EQ(headerItem(2).fmt & 0x5800, 0x5800);
-    EXPECT_EQ(headerItem(2).iImage, 2);
-}
-
 TEST_P(ColumnsOnEachRoad, LoadHeadersReplacesTheSetAndTellsTheDialog) {
-    list.InsertColumnsForList(nullptr);
-    CArray<int, int> columns, widths;
-    for (const int column : {2, 0}) columns.Add(column);
-    for (const int width : {33, 44}) widths.Add(width);
-    list.LoadHeaders(&columns, &widths);
-    EXPECT_EQ(header(list), "Qty:33 Symbol:44");
-    EXPECT_EQ(ints(list.m_arrOrder), "1 -1 0");
-    EXPECT_EQ(ints(list.m_arrWidth), "44 0 33");
+    start(list);
+    loadHeaders(list, {2, 0});
+    EXPECT_EQ(columns(list), "Qty:40 Symbol:41 | 1 -1 0");
+    EXPECT_EQ(ints(list.m_arrWidth), "41 0 40");
     EXPECT_EQ(list.m_nFirstColumn, 2);
     EXPECT_EQ(list.GetOriginalColumnPosition(1), 0);
-    EXPECT_EQ(owner.calls.take(), test::Calls{"rebuilt 1001 0"});
+    EXPECT_EQ(owner.calls.take(), Calls{"rebuilt 1001 0"});
 }
 
-TEST_F(Columns, WhoHearsOfLoadHeaders) {
-    CArray<int, int> none;
-    test::CallRecorder frameCalls;
-    frame().onMessage = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
-        if (message == WM_USER + 123) frameCalls.record("rebuilt", wParam);
-        return false;
-    };
-    TestList inFrame;
-    inFrame.Create(kListStyle, kListRect, &frame(), 55);
-    inFrame.LoadHeaders(&none, &none);
-    EXPECT_TRUE(frameCalls.take().empty());  // no dialog above
-    inFrame.m_bGroupList = 1;
-    inFrame.LoadHeaders(&none, &none);
-    EXPECT_EQ(frameCalls.take(), test::Calls{"rebuilt 55"});
-    inFrame.DestroyWindow();
-    inFrame.LoadHeaders(&none, &none);  // no window at all
-}
-
-// Headings are short in column 0 and long in column 1; the last column may be widened to fill the window.
+// Headings are short but for column 1; the last column may be widened to fill the window.
 TEST_F(Columns, AutoSizeFollowsDataHeadingOrWindow) {
-    list.InsertColumn(0, "ab", kFormatLeft, 10);
-    list.InsertColumn(1, "a heading that is a good deal wider than fifty pixels", kFormatLeft, 10);
-    list.InsertColumn(2, "last", kFormatLeft, 10);
+    start(list, {"ab", "a heading that is a good deal wider than fifty pixels", "last"});
     addRows(list, 1);
     list.SetItemText(0, 2, "a text that is a good deal wider than fifty pixels");
-    list.ColFitToContent();
-    EXPECT_EQ(list.GetColumnWidth(0), 50);
-    EXPECT_EQ(list.GetColumnWidth(1), 50);
-    EXPECT_GT(list.GetColumnWidth(2), 100);
-    list.ColFitToHeader();
-    EXPECT_EQ(list.GetColumnWidth(0), 50);
-    EXPECT_GT(list.GetColumnWidth(1), 100);
-    list.ColFitToWindow();
+    const auto wide = [&] {
+        std::string picture;
+        for (int place = 0; place < 3; ++place) picture += list.GetColumnWidth(place) == 50 ? "-" : "w";
+        return picture;
+    };
+    list.SendMessage(WM_COMMAND, kFitColumnsToData);
+    EXPECT_EQ(wide(), "--w");
+    list.SendMessage(WM_COMMAND, kFitColumnsToHeader);
+    EXPECT_EQ(wide(), "-ww");
+    list.SendMessage(WM_COMMAND, kFitColumnsToWindow);
     CRect area;
     list.GetClientRect(&area);
     for (int place = 0; place < 3; ++place) EXPECT_EQ(list.GetColumnWidth(place), area.Width() / 3);
     EXPECT_EQ(list.m_bRedrawEnabled, 1);
+}
+
+// --- Tool tips of the headings
+
+struct HeaderToolTips : ListFixture {
+    void SetUp() override { start(list); }
+    // "text left..right" of each tool, by header item; "?" where there is none.
+    std::string tools() {
+        std::string picture;
+        for (int item = 0; item < list.GetHeaderCtrl()->GetItemCount(); ++item) {
+            char text[80] = "";
+            TOOLINFO info{};
+            info.lpszText = text;
+            const auto id = static_cast<UINT_PTR>(item) + 1;
+            if (!list.m_ToolTip.GetToolInfo(info, list.GetHeaderCtrl(), id)) text[0] = '?';
+            picture += (item ? ", " : "") + std::string(text) + " " + std::to_string(info.rect.left) + ".." +
+                       std::to_string(info.rect.right);
+        }
+        return picture;
+    }
+};
+
+using HeaderToolTipsOnEachRoad = test::OnEachRoad<HeaderToolTips>;
+INSTANTIATE_TEST_SUITE_P(, HeaderToolTipsOnEachRoad, test::eachRoad, test::roadName);
+
+TEST_P(HeaderToolTipsOnEachRoad, CoverTheirColumnsWhateverMovesThem) {
+    EXPECT_EQ(tools(), "Symbol 0..80, Price 80..160, Qty 160..240");
+    list.SetColumnWidth(0, 30);
+    EXPECT_EQ(tools(), "Symbol 0..30, Price 30..110, Qty 110..190");
+    int order[] = {2, 0, 1};
+    list.SetColumnOrderArray(3, order);
+    list.SetColumnWidth(2, 40);
+    EXPECT_EQ(tools(), "Symbol 40..70, Price 70..150, Qty 0..40");
+    list.SetColumnWidth(0, 600);
+    list.Scroll({100, 0});
+    list.SetColumnWidth(1, 70);
+    EXPECT_EQ(tools(), "Symbol 40..640, Price 640..710, Qty 0..40");
+    EXPECT_EQ(list.AddHeaderToolTip(2, "how many"), 1);
+    EXPECT_TRUE(list.DeleteColumn(0));
+    EXPECT_EQ(tools(), "Price 40..110, how many 0..40") << "they move down when a column goes";
+    EXPECT_FALSE(list.DeleteColumn(7));
+    list.m_bHeaderToolTips = 0;
+    list.InsertColumn(2, "new", 0, 50);
+    EXPECT_EQ(tools(), "Price 40..110, how many 0..40, ? 0..0");
+    EXPECT_EQ(list.m_ToolTip.GetToolCount(), 2);
+    for (const int nowhere : {-1, 3}) EXPECT_EQ(list.AddHeaderToolTip(nowhere, "no item"), 0);
+    list.ModifyStyle(LVS_TYPEMASK, LVS_LIST);
+    EXPECT_EQ(list.AddHeaderToolTip(1, "no report"), 0);
+}
+
+// The tip itself: the pump offers the header's messages to the list, which relays them.
+TEST_F(HeaderToolTips, ShowWhenTheMouseRestsOnTheHeader) {
+    CHeaderCtrl* const control = list.GetHeaderCtrl();
+    list.m_ToolTip.SetDelayTime(TTDT_INITIAL, 1);
+    POINT mouse{100, 5};
+    control->ClientToScreen(&mouse);
+    ::SetCursorPos(mouse.x, mouse.y);
+    control->PostMessage(WM_MOUSEMOVE, 0, MAKELPARAM(100, 5));
+    EXPECT_TRUE(pumpFor([&] { return list.m_ToolTip.IsWindowVisible() != 0; }));
+    TOOLINFO shown{};
+    shown.cbSize = TTTOOLINFOA_V1_SIZE;
+    ASSERT_TRUE(list.m_ToolTip.SendMessage(TTM_GETCURRENTTOOLA, 0, reinterpret_cast<LPARAM>(&shown)));
+    EXPECT_EQ(shown.uId, 2u);
+}
+
+TEST_P(HeaderToolTipsOnEachRoad, FollowAColumnThatIsDragged) {
+    const HWND control = list.GetHeaderCtrl()->m_hWnd;
+    test::sendDrag(control, CPoint(40, 5), CPoint(230, 5));
+    pumpUntilIdle();
+    ASSERT_EQ(header(list), "Price:80 Qty:80 Symbol:80");
+    test::sendMouseMove(control, CPoint(20, 5));
+    pumpUntilIdle();
+    EXPECT_EQ(tools(), "Symbol 160..240, Price 0..80, Qty 80..160");
+}
+
+// --- What survives
+
+const char* const kWithUserColumn = "0,1,50,1,-1,0,2,0,70,3,2,60,Ratio#F#T";
+
+struct Profiles : ListFixture {
+    Profiles() {
+        char folder[MAX_PATH];
+        ::GetTempPathA(MAX_PATH, folder);
+        file.Format("%sprofile_tests_%u.ini", folder, static_cast<unsigned>(::GetCurrentProcessId()));
+        ::DeleteFileA(file);
+    }
+    ~Profiles() override { ::DeleteFileA(file); }
+
+    void writeFile(const char* text) {
+        CString value = text, error;
+        ASSERT_TRUE(quoru_appdata_ini_file_operations(1, "orders", "COLUMNPROFILE", value, file, error)) << error;
+    }
+    std::string fileText(const char* section = "orders") {
+        CString value, error;
+        const int read = quoru_appdata_ini_file_operations(0, section, "COLUMNPROFILE", value, file, error);
+        return read ? value.GetString() : "none";
+    }
+    std::string headerTip(int place) {
+        CString tip;
+        list.m_ToolTip.GetText(tip, list.GetHeaderCtrl(), static_cast<UINT_PTR>(place) + 1);
+        return tip.GetString();
+    }
+
+    CString file;
+};
+
+using ProfilesOnEachRoad = test::OnEachRoad<Profiles>;
+INSTANTIATE_TEST_SUITE_P(, ProfilesOnEachRoad, test::eachRoad, test::roadName);
+
+// The numbers of user columns stay, since their formulas speak of them; a number that no column has is not stored.
+TEST_P(ProfilesOnEachRoad, SavedOnDestroyAndRestoredOnStart) {
+    stored("COLUMNPROFILE") = "0,1,50,1,-1,0,2,0,70,4,2,60,Ratio#F#T,7,3,70,Next#G#U";
+    for (const int width : {50, 55, 55}) {
+        start(list);
+        EXPECT_EQ(columns(list), "Qty:70 Symbol:" + std::to_string(width) + " Ratio:60 Next:70 | 1 -1 0 -1 2 -1 -1 3");
+        EXPECT_EQ(list.m_nFirstColumn, 2);
+        EXPECT_EQ(list.m_nBaseColumnCount, 3);
+        EXPECT_EQ(list.m_arrWidth.GetAt(4), 60);
+        EXPECT_EQ(list.m_arrColumns[4].csExpression, "F");
+        EXPECT_EQ(list.GetOriginalColumnPosition(1), 0);
+        EXPECT_EQ(headerTip(2), "T");
+        list.CListCtrl::SetColumnWidth(1, 55);
+        list.DestroyWindow();
+        EXPECT_EQ(stored("COLUMNPROFILE"), "0,1,55,1,-1,0,2,0,70,4,2,60,Ratio#F#T,7,3,70,Next#G#U");
+    }
+}
+
+TEST_F(Profiles, NoEndAtAnyMomentLosesAStoredLayout) {
+    stored("COLUMNPROFILE") = kWithUserColumn;
+    stored("SortLockInfo") = "True,3,1";
+    stored("COLUMN_SORT_ORDER_PROFILE") = "Qty->1#0";
+    stored("AutoSortTicked") = stored("GridLine") = "true";
+    stored("AutoSort") = "2";
+    stored("AutoSortOrder") = "1";
+    stored("PROFILENAMES") = "dealslip_day";
+    stored("dealslip_day") = "0,1,1,-1,2,0";
+
+    CCommonListCtrl* living = nullptr;
+    bool ends = false;
+    std::unique_ptr<test::EveryMoment> moments;
+    const auto shown = {3, 1, 0};
+    const auto life = [&] {
+        if (!owner.m_hWnd) owner.create(frame());
+        CCommonListCtrl itself;
+        living = &itself;
+        ends = false;
+        itself.m_bLockSortEnabled = itself.m_bMultiSortEnabled = 1;
+        itself.m_csListName = "orders";
+        addColumns(itself, {"Symbol", "Price", "Qty"});
+        create(itself);
+        const std::function<void()> steps[] = {[&] { itself.InsertColumnsForList(nullptr); },
+                                               [&] { itself.CListCtrl::SetColumnWidth(1, 55); },
+                                               [&] { loadHeaders(itself, shown); },
+                                               [&] { itself.OnLockUnlockSortCheck(); },
+                                               [&] { itself.SaveState(); },
+                                               [&] { itself.GridLines(); },
+                                               [&] { itself.KillAutoSortTimer(); },
+                                               [&] { ends = true; }};
+        for (const auto& step : steps) {
+            moments->moment(itself);
+            if (itself.m_hWnd) step();
+        }
+    };
+    moments = std::make_unique<test::EveryMoment>(life);
+    moments->disturbWindowsAndWrites([&] { return ends ? nullptr : living; }, owner);
+    EXPECT_GT(moments->moments(), 20);
+}
+
+TEST_F(Profiles, GroupListsWriteNoUserPart) {
+    stored("COLUMNPROFILE") = kWithUserColumn;
+    list.m_bGroupList = 1;
+    start(list);
+    list.SaveColumnProfile();
+    EXPECT_EQ(stored("COLUMNPROFILE"), "0,1,50,1,-1,0,2,0,70,3,2,60");
+    list.ExportColumnToFile(file);
+    EXPECT_EQ(fileText(), "0,1,50,Symbol,1,-1,0,Price,2,0,70,Qty,3,2,60,Ratio,");
+    list.ImportColumnsFromFile(file);
+    EXPECT_EQ(owner.calls.take(), Calls{"rebuilt 1001 0"});
+    EXPECT_TRUE(list.calls.take().empty());
+    list.m_bUseColumnProfile = 0;
+    stored("COLUMNPROFILE") = "kept";
+    list.DestroyWindow();
+    EXPECT_EQ(stored("COLUMNPROFILE"), "kept");
+}
+
+// User columns get new numbers by an import: lock and levels stay with their headings, or end with their columns.
+TEST_F(Profiles, TheSortFollowsItsColumnsThroughAnImport) {
+    const struct {
+        const char* file;
+        const char* lock;
+        int levelColumn;  // -1: it ended
+        const char* stored;
+    } cases[] = {
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,Ratio,Ratio#F#T,", "1 3 1", 3, "True,3,1"},
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,New,New#G#U,4,2,60,Ratio,Ratio#F#T,", "1 4 1", 4, "True,4,1"},
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,New,New#G#U,", "0 -1 0", -1, "False,-1,0"},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.file);
+        stored("COLUMNPROFILE") = kWithUserColumn;
+        stored("SortLockInfo") = "True,3,1";
+        stored("COLUMN_SORT_ORDER_PROFILE") = "Ratio->-1#0";
+        writeFile(expected.file);
+        TestList locked;
+        locked.m_bLockSortEnabled = locked.m_bMultiSortEnabled = 1;
+        start(locked);
+        ASSERT_EQ(locked.m_arrSortOrder.GetCount(), 1);
+        locked.ImportColumnsFromFile(file);
+        EXPECT_EQ(lock(locked), expected.lock);
+        EXPECT_EQ(locked.m_arrSortOrder.IsEmpty() ? -1 : locked.m_arrSortOrder[0].iColumnIndex, expected.levelColumn);
+        locked.DestroyWindow();
+        EXPECT_EQ(stored("SortLockInfo"), expected.stored);
+    }
+}
+
+TEST_F(Profiles, AFailedImportLeavesTheScreenAndDefaultsInTheArrays) {
+    for (const bool explained : {true, false}) {
+        stored("COLUMNPROFILE") = kWithUserColumn;
+        start(list);
+        if (!explained) list.m_arrColumns[3].csToolTip.Empty();  // then it counts as built in
+        list.ImportColumnsFromFile(file);
+        EXPECT_EQ(columns(list), "Qty:70 Symbol:50 Ratio:60 | 0 1 2" + std::string(explained ? "" : " 3"));
+        EXPECT_EQ(list.m_arrColumns.GetCount(), list.m_arrOrder.GetCount());
+        EXPECT_EQ(list.m_arrVisible.GetCount(), list.m_arrOrder.GetCount());
+        EXPECT_TRUE(owner.calls.take().empty());
+        list.DestroyWindow();
+        EXPECT_EQ(stored("COLUMNPROFILE").substr(0, 20), "0,0,50,1,1,0,2,2,70" + std::string(explained ? "" : ","));
+    }
+}
+
+TEST_F(Profiles, RecoveryRunsOverBothRegistries) {
+    TestList group, nameless, elsewhere;
+    const auto startIn = [&](TestList& some, CWnd& parent, const char* name) {
+        some.m_csListName = name;
+        addColumns(some, {"Symbol", "Price"});
+        some.Create(kListStyle, kListRect, &parent, 2);
+        some.InsertColumnsForList(nullptr);
+    };
+    stored("COLUMNPROFILE") = kWithUserColumn;
+    start(list);
+    startIn(nameless, owner, "");
+    startIn(elsewhere, frame(), "elsewhere");  // in no registry
+    group.m_bGroupList = group.marketWatch = 1;
+    startIn(group, frame(), "watch");
+    CCommonListCtrl::RecoverColumnProfile(false, "Mine", file);
+    const char* const exported = "0,1,50,Symbol,1,-1,0,Price,2,0,70,Qty,CUSTOMCOLUMN,3,2,60,Ratio,Ratio#F#T,";
+    EXPECT_EQ(fileText(), exported);
+    EXPECT_EQ(fileText("elsewhere"), "none");
+    EXPECT_EQ(group.calls.take(), Calls{"exported Mine"});
+    CString title;
+    frame().GetWindowText(title);
+    EXPECT_EQ(title, "Mine");
+
+    list.DestroyWindow();  // still registered, without a window
+    CCommonListCtrl::RecoverColumnProfile(false, "Mine", file);
+    EXPECT_EQ(fileText(), exported);
+    fakeHost().settings.clear();
+    start(list, {"Qty", "Time", "Price", "Symbol"});
+    for (int round = 0; round < 2; ++round) {  // the user columns of before are replaced
+        CCommonListCtrl::RecoverColumnProfile(true, "Not mine", file);
+        EXPECT_EQ(columns(list), "Qty:70 Symbol:50 Ratio:60 | 0 -1 -1 1 2");
+        EXPECT_EQ(ints(list.m_arrWidth), "70 100 0 50 60");
+        EXPECT_EQ(list.m_nFirstColumn, 0);
+        EXPECT_EQ(list.GetOriginalColumnPosition(1), 3);
+        ASSERT_EQ(list.m_arrColumns.GetCount(), 5);
+        EXPECT_EQ(list.m_arrColumns[4].csExpression, "F");
+        EXPECT_EQ(headerTip(2), "T");
+        EXPECT_EQ(owner.calls.take(), Calls{"rebuilt 1001 1"});
+        EXPECT_EQ(list.calls.take(), Calls{"imported"});
+    }
+    EXPECT_EQ(header(nameless) + " " + header(elsewhere), "Symbol:80 Price:80 Symbol:80 Price:80");
+    EXPECT_EQ(group.calls.take(), (Calls{"exported Mine", "imported watch", "imported watch"}));
+    frame().GetWindowText(title);
+    EXPECT_EQ(title, "Mine");
+}
+
+// The factory's file stands beside the executable.
+TEST_F(Profiles, TheFactoryBringsRegisteredListsBackAndAFailedReadingIsTold) {
+    char path[MAX_PATH];
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    const auto factory = std::filesystem::path(path).parent_path() / "FactorySetting.ini";
+    const auto apply = [](const char* text) {
+        CString value = text, error, name = "FactorySetting.ini";
+        EXPECT_TRUE(quoru_ini_file_operations(1, "COLUMN PROFILE", "orders", value, name, error)) << error;
+        CCommonListCtrl::ApplyColumnProfile();
+    };
+    TestList group;
+    group.m_bGroupList = 1;
+    start(group);
+    start(list);
+    std::filesystem::remove(factory);
+    {
+        const test::MessageBoxAnswerer boxes;
+        CCommonListCtrl::ApplyColumnProfile();
+        ASSERT_EQ(boxes.texts().size(), 1u);
+        EXPECT_NE(boxes.texts()[0].find("FactorySetting.ini"), std::string::npos) << boxes.texts()[0];
+    }
+    for (const char* text : {"2,0,70,0,1,50,1,-1,0", "", "0,0,50,4096,1,60"}) {  // the others do not fit
+        apply(text);
+        EXPECT_EQ(columns(list), "Qty:70 Symbol:50 | 1 -1 0") << text;
+    }
+    EXPECT_EQ(columns(group), "Symbol:80 Price:80 Qty:80 | 0 1 2");
+    EXPECT_EQ(owner.calls.take(), Calls{"rebuilt 1001 0"});
+    std::filesystem::remove(factory);
+}
+
+TEST_F(Profiles, GridLinesAreSavedAndAStoredTrueFlipsThem) {
+    const auto shown = [&] { return (list.GetExtendedStyle() & LVS_EX_GRIDLINES) != 0; };
+    start(list);
+    list.SendMessage(WM_COMMAND, kGridLines);
+    EXPECT_TRUE(shown() && list.m_bGridLines);
+    list.DestroyWindow();
+    EXPECT_EQ(stored("GridLine"), "true");
+    start(list);
+    EXPECT_TRUE(shown());
+    list.ReadGridLineStatus();
+    EXPECT_TRUE(!shown() && list.m_bGridLines);
+    stored("GridLine") = "True";
+    list.ReadGridLineStatus();
+    EXPECT_FALSE(list.m_bGridLines);
+    list.DestroyWindow();
+    EXPECT_EQ(stored("GridLine"), "false");
+}
+
+TEST_F(Profiles, DealSlipProfilesComeBackAndRefusedWritesAreTold) {
+    stored("PROFILENAMES") = "dealslip_day,dealslip_gone,dealslip_empty";
+    stored("LASTINVOKEDPROFILE") = "dealslip_day";
+    stored("DEFAULTPROFILE") = "gone";
+    stored("dealslip_day") = "0,1,1,-1,2,0";
+    stored("dealslip_empty") = "";
+    stored("COLUMNPROFILE") = kWithUserColumn;
+    start(list);
+    ASSERT_EQ(list.m_arrProfileNames.GetCount(), 3);
+    EXPECT_EQ(list.m_arrProfileNames[0], "day");
+    EXPECT_EQ(list.m_csLastInvokedProfile, "day");
+    EXPECT_EQ(list.m_csDefaultProfile, "gone");
+    EXPECT_EQ(list.m_mapDealSlipProfiles.GetCount(), 1);
+    CArray<int, int>* places = nullptr;
+    ASSERT_TRUE(list.m_mapDealSlipProfiles.Lookup("day", places));
+    EXPECT_EQ(ints(*places), "1 -1 0");
+
+    CStringArray names;
+    for (const char* name : {"day", "night"}) names.Add(name);
+    const struct {
+        const char* key;
+        std::function<void()> write;
+        const char* value;
+        const char* refused;
+    } cases[] = {
+        {"dealslip_day", [&] { list.SaveColumnProfileDealSlipReport("day"); }, "0,1,1,-1,2,0,3,-1,Ratio#F#T",
+         "Error while saving column profile"},
+        {"dealslip_new", [&] { list.SaveColumnProfileDealSlipReport("new"); }, "", "Error while saving column profile"},
+        {"dealslip_day", [&] { list.DeleteProfile("day"); }, "", "Error while saving column profile"},
+        {"LASTINVOKEDPROFILE", [&] { list.SaveLastInvokedProfile("night"); }, "dealslip_night",
+         "Error while saving the last invoked profile."},
+        {"DEFAULTPROFILE", [&] { list.SaveDefaultProfile(""); }, "dealslip_", "Error while saving default profile."},
+        {"PROFILENAMES", [&] { list.SaveDealSlipReportProfileNames(names); }, "dealslip_day,dealslip_night",
+         "Error while saving profile names"},
+    };
+    for (const auto& expected : cases) {
+        stored(expected.key) = "before";
+        expected.write();
+        EXPECT_EQ(stored(expected.key), expected.value) << expected.key;
+        const test::MessageBoxAnswerer boxes;
+        fakeHost().refuseWrites = true;
+        expected.write();
+        fakeHost().refuseWrites = false;
+        EXPECT_EQ(boxes.texts(), std::vector<std::string>{expected.refused}) << expected.key;
+    }
 }
 
 }  // namespace

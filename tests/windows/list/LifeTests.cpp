@@ -1,222 +1,191 @@
-// Both roads to a window, the registries, and the end.
+// Both roads to a window, the registries, the clipboard, and the end.
 #include "ListFixture.h"
 #include "platform/win/WindowCapture.h"
+#include "src/list/ListCommands.h"
 #include "support/HandleCounts.h"
+
+#include <algorithm>
+
+using namespace quor::list;
 
 namespace {
 
 using namespace list_tests;
 
-INT_PTR entries(const CArray<CCommonListCtrl*, CCommonListCtrl*>& registry, const CCommonListCtrl& list) {
-    INT_PTR count = 0;
-    for (INT_PTR i = 0; i < registry.GetCount(); ++i) count += registry.GetAt(i) == &list;
-    return count;
+// How often a list stands in the registry of lists, and in that of group lists.
+std::string registered(const CCommonListCtrl& list) {
+    const auto count = [&](const CArray<CCommonListCtrl*, CCommonListCtrl*>& registry) {
+        return std::to_string(std::count(registry.GetData(), registry.GetData() + registry.GetCount(), &list));
+    };
+    return count(CCommonListCtrl::g_listRegistry) + " " + count(CCommonListCtrl::g_groupListRegistry);
 }
 
-enum class Road { create, createEx, subclass, subclassOwnerDrawn };
-
-struct Roads : ListFixture, testing::WithParamInterface<Road> {
-    void take(CCommonListCtrl& list, Road by) {
-        switch (by) {
-            case Road::create:
-                return create(list);
-            case Road::createEx:
-                return createEx(list);
-            case Road::subclassOwnerDrawn:
-                owner.GetDlgItem(kListId)->ModifyStyle(0, LVS_OWNERDRAWFIXED);
-                [[fallthrough]];
-            case Road::subclass:
-                return subclass(list);
-        }
-    }
-    void show(CCommonListCtrl& list, Road by) {
-        list.m_csListName = "orders";
-        addColumns(list, {"Symbol", "Price", "Qty"});
-        take(list, by);
-        list.InsertColumnsForList(nullptr);
-        addRows(list, 6);
-        pumpUntilIdle();
-    }
-};
-
-TEST_P(Roads, EndOnALivingControl) {
-    TestList list;
-    show(list, GetParam());
-    ASSERT_TRUE(::IsWindow(list.m_hWnd));
-    EXPECT_TRUE(list.GetStyle() & LVS_OWNERDRAWFIXED);
-    EXPECT_EQ(list.GetExtendedStyle() & 0x30, 0x30u);
-    EXPECT_EQ(list.GetTextColor(), 65280u);
-    EXPECT_EQ(list.GetBkColor(), 0u);
-    EXPECT_EQ(list.GetTextBkColor(), 0u);
-    EXPECT_EQ(list.m_nSortOrder, -1);
-    EXPECT_EQ(list.m_nLastSortCol, 0);
-    EXPECT_EQ(entries(CCommonListCtrl::g_listRegistry, list), 1);
-    EXPECT_EQ(entries(CCommonListCtrl::g_groupListRegistry, list), 0);
-    CImageList* images = list.GetHeaderCtrl()->GetImageList();
-    ASSERT_NE(images, nullptr);
-    EXPECT_EQ(images->GetImageCount(), 3);
-    EXPECT_GE(owner.drawn, 6);
-}
-
-TEST_P(Roads, LookAlike) {
-    WindowPicture first, second;
+// How much higher rows are than the height of their font, its external leading, and one.
+int extraRowHeight(CListCtrl& list) {
+    TEXTMETRIC metrics{};
     CRect row;
-    {
-        TestList list;
-        show(list, Road::subclass);
-        list.UpdateWindow();
-        ASSERT_TRUE(quorCaptureClientArea(list.m_hWnd, first));
-        list.GetItemRect(0, row, LVIR_BOUNDS);
+    CClientDC dc(&list);
+    const SelectScope font(&dc, list.GetFont());
+    dc.GetTextMetrics(&metrics);
+    list.GetItemRect(0, row, LVIR_BOUNDS);
+    return static_cast<int>(row.Height() - metrics.tmHeight - metrics.tmExternalLeading - 1);
+}
+
+using Life = ListFixture;
+
+TEST_F(Life, EveryRoadEndsOnTheSameLivingControl) {
+    const struct {
+        const char* name;
+        std::function<void(CCommonListCtrl&)> take;
+    } roads[] = {
+        {"Create", [&](CCommonListCtrl& made) { create(made); }},
+        {"CreateEx",
+         [&](CCommonListCtrl& made) { EXPECT_EQ(made.CreateEx(0, kListStyle, kListRect, &owner, kListId), 0); }},
+        {"subclassed", [&](CCommonListCtrl& made) { subclass(made); }},
+        {"subclassed, owner-drawn", [&](CCommonListCtrl& made) { subclass(made, kListStyle | LVS_OWNERDRAWFIXED); }},
+    };
+    owner.extraRowHeight = 7;  // shows that the control asked its owner
+    WindowPicture first;
+    for (const auto& each : roads) {
+        SCOPED_TRACE(each.name);
+        CFont tall;
+        tall.CreatePointFont(300, "Tahoma");
+        TestList shown;
+        addColumns(shown, {"Symbol", "Price", "Qty"});
+        each.take(shown);
+        shown.InsertColumnsForList(nullptr);
+        addRows(shown, 6);
+        owner.drawn = 0;
+        pumpUntilIdle();
+        EXPECT_GE(owner.drawn, 6);
+        EXPECT_TRUE(shown.GetStyle() & LVS_OWNERDRAWFIXED);
+        EXPECT_EQ(shown.GetExtendedStyle() & 0x30, 0x30u);
+        EXPECT_EQ(shown.m_nSortOrder, -1);
+        EXPECT_EQ(shown.m_nLastSortCol, 0);
+        EXPECT_EQ(registered(shown), "1 0");
+        const CImageList* const images = shown.GetHeaderCtrl()->GetImageList();
+        EXPECT_EQ(images ? images->GetImageCount() : 0, 3);
+        WindowPicture picture;
+        ASSERT_TRUE(quorCaptureClientArea(shown.m_hWnd, picture));
+        if (first.pixels.empty()) first = picture;
+        EXPECT_TRUE(picture.pixels == first.pixels);
+        EXPECT_EQ(extraRowHeight(shown), 7);
+        shown.SetFont(&tall);
+        EXPECT_EQ(extraRowHeight(shown), 7);
     }
-    owner.DestroyWindow();
-    ASSERT_TRUE(owner.create(frame()));
-    TestList list;
-    show(list, GetParam());
-    list.UpdateWindow();
-    ASSERT_TRUE(quorCaptureClientArea(list.m_hWnd, second));
-    CRect secondRow;
-    list.GetItemRect(0, secondRow, LVIR_BOUNDS);
-    EXPECT_EQ(row.Height(), secondRow.Height());
-    EXPECT_EQ(first.width, second.width);
-    EXPECT_TRUE(first.pixels == second.pixels);
 }
 
-// Height of the font, its external leading, and one. What the owner adds to the answer shows that the control asked.
-TEST_P(Roads, RowsAreAsHighAsTheirFont) {
-    const auto measured = [this](CCommonListCtrl& list) {
-        TEXTMETRIC metrics{};
-        CClientDC dc(&list);
-        const SelectScope font(&dc, list.GetFont());
-        dc.GetTextMetrics(&metrics);
-        return static_cast<int>(metrics.tmHeight + metrics.tmExternalLeading + 1 + owner.extraRowHeight);
-    };
-    const auto rowHeight = [](CCommonListCtrl& list) {
-        CRect row;
-        list.GetItemRect(0, row, LVIR_BOUNDS);
-        return row.Height();
-    };
-    owner.extraRowHeight = 7;
-    TestList list;
-    show(list, GetParam());
-    EXPECT_EQ(rowHeight(list), measured(list));
-    CFont tall;
-    tall.CreatePointFont(300, "Tahoma");
-    list.SetFont(&tall);
-    EXPECT_EQ(rowHeight(list), measured(list));
-    list.DestroyWindow();
-}
-
-const char* nameOf(const testing::TestParamInfo<Road>& row) {
-    constexpr const char* kNames[] = {"Create", "CreateEx", "Subclass", "SubclassOwnerDrawn"};
-    return kNames[static_cast<int>(row.param)];
-}
-
-INSTANTIATE_TEST_SUITE_P(All, Roads,
-                         testing::Values(Road::create, Road::createEx, Road::subclass, Road::subclassOwnerDrawn),
-                         nameOf);
-
-struct Life : ListFixture {};
-
-TEST_F(Life, CreateGivesZeroWithoutAWindowToo) {
-    TestList list;
-    EXPECT_EQ(list.Create(WS_CHILD | LVS_REPORT, kListRect, nullptr, kListId), 0);
-    EXPECT_EQ(list.CreateEx(0, WS_CHILD | LVS_REPORT, kListRect, nullptr, kListId), 0);
+TEST_F(Life, StartRunsOncePerWindowAndItsEndEmptiesTheList) {
+    EXPECT_EQ(list.Create(WS_CHILD | LVS_REPORT, kListRect, nullptr, kListId), 0) << "without a window, too";
     EXPECT_EQ(list.m_hWnd, nullptr);
-    EXPECT_EQ(entries(CCommonListCtrl::g_listRegistry, list), 0);
-}
-
-TEST_F(Life, InitialisationRunsOncePerWindow) {
-    TestList list;
-    subclass(list);
+    EXPECT_EQ(registered(list), "0 0");
+    start(list);
     list.SetTextColor(1);
     list.CommonInitList();
     EXPECT_EQ(list.GetTextColor(), 1u);
     list.DestroyWindow();
+    EXPECT_EQ(list.m_arrColumns.GetCount() + list.m_arrOrder.GetCount() + list.m_arrWidth.GetCount(), 0);
+    EXPECT_EQ(list.m_ToolTip.m_hWnd, nullptr);
     create(list);
     EXPECT_EQ(list.GetTextColor(), 65280u);
-    EXPECT_EQ(entries(CCommonListCtrl::g_listRegistry, list), 1);
+    EXPECT_EQ(registered(list), "1 0");
 }
 
 TEST_F(Life, WhereAListIsRegistered) {
-    struct {
-        const char* name;
-        int group, customize;
-        bool customisableParent;
-        int inList, inGroup;
-    } const cases[] = {
-        {"plain", 0, 1, true, 1, 0},
-        {"not customised", 0, 0, true, 0, 0},
-        {"group", 1, 1, true, 0, 1},
-        {"no customisable parent", 0, 1, false, 0, 0},
-        {"group without customisable parent", 1, 1, false, 0, 1},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        TestList list;
-        list.m_bGroupList = static_cast<BYTE>(c.group);
-        list.m_bCustomizeEnabled = c.customize;
-        list.Create(kListStyle, kListRect, c.customisableParent ? static_cast<CWnd*>(&owner) : &frame(), 77);
-        EXPECT_EQ(CCommonListCtrl::GetListCtrlDlgParent(&list), c.customisableParent ? &owner : nullptr);
-        EXPECT_EQ(entries(CCommonListCtrl::g_listRegistry, list), c.inList);
-        EXPECT_EQ(entries(CCommonListCtrl::g_groupListRegistry, list), c.inGroup);
+    const struct {
+        CWnd& parent;
+        BYTE group;
+        int customize;
+        const char* entries;
+    } cases[] = {{owner, 0, 1, "1 0"},
+                 {owner, 0, 0, "0 0"},
+                 {owner, 1, 1, "0 1"},
+                 {frame(), 0, 1, "0 0"},
+                 {frame(), 1, 1, "0 1"}};
+    for (const auto& [parent, group, customize, entries] : cases) {
+        TestList made;
+        made.m_bGroupList = group;
+        made.m_bCustomizeEnabled = customize;
+        made.Create(kListStyle, kListRect, &parent, 77);
+        EXPECT_EQ(CCommonListCtrl::GetListCtrlDlgParent(&made), &parent == &owner ? &owner : nullptr);
+        EXPECT_EQ(registered(made), entries) << "group " << int{group} << ", customised " << customize;
     }
     EXPECT_EQ(CCommonListCtrl::g_listRegistry.GetCount(), 0);
     EXPECT_EQ(CCommonListCtrl::g_groupListRegistry.GetCount(), 0);
 }
 
-TEST_F(Life, DestroyingSavesBeforeTheColumnsAreGone) {
-    TestList list;
-    addColumns(list, {"a", "b"});
-    subclass(list);
-    list.InsertColumnsForList(nullptr);
-    list.DestroyWindow();
-    EXPECT_EQ(list.calls.take(), test::Calls{"save 2"});
-    EXPECT_EQ(list.m_arrColumns.GetCount(), 0);
-    EXPECT_EQ(list.m_arrOrder.GetCount(), 0);
-    EXPECT_EQ(list.m_arrWidth.GetCount(), 0);
-    EXPECT_EQ(list.m_ToolTip.m_hWnd, nullptr);
-}
-
-TEST_F(Life, DestructorTakesTheWindowAndTheKeywordsWithIt) {
-    HWND window;
-    {
-        TestList list;
-        subclass(list);
-        window = list.m_hWnd;
-        CStringArray keywords;
-        keywords.Add("BUY");
-        list.SetDefaultAttributes(2, &keywords, nullptr);
-        list.m_mapDealSlipProfiles.SetAt("p", new CArray<int, int>);
-    }
-    EXPECT_FALSE(::IsWindow(window));
+TEST_F(Life, SelectedRowsGoToTheClipboardWithTheirTrailingTabs) {
+    const auto clipboard = [] {
+        if (!::OpenClipboard(nullptr)) return std::string("not open");
+        const HANDLE block = ::GetClipboardData(CF_TEXT);
+        const std::string text = block ? static_cast<const char*>(::GlobalLock(block)) : "no text";
+        if (block) ::GlobalUnlock(block);
+        ::CloseClipboard();
+        return text;
+    };
+    start(list, {"Symbol", "Price"});
+    addRows(list, 40);
+    list.SetItemText(39, 1, "39.5");
+    list.SetItemState(2, LVIS_SELECTED, LVIS_SELECTED);
+    EXPECT_EQ(list.SetRowFocus(39), 1);
+    EXPECT_EQ(list.GetItemState(39, LVIS_FOCUSED), static_cast<UINT>(LVIS_FOCUSED));
+    EXPECT_GT(list.GetTopIndex(), 0) << "the focused row is in view";
+    list.SendMessage(WM_COMMAND, kCopyToClipboard);
+    EXPECT_EQ(clipboard(), "r2\t\t\r\nr39\t39.5\t\r\n");
+    list.SetItemState(-1, 0, LVIS_SELECTED);
+    list.BuildTable();
+    EXPECT_EQ(clipboard(), "") << "no selection puts an empty text there";
+    ASSERT_TRUE(::OpenClipboard(frame().m_hWnd));
+    EXPECT_EQ(list.CopyToClipboard(), 0) << "another window holds it";
+    ::CloseClipboard();
+    EXPECT_EQ(list.CopyToClipboard(), 1);
 }
 
 // The reflected message would be forwarded to the owner, which reflects it, for ever.
 TEST_F(Life, AnOwnerThatDoesNotPaintIsNoEndlessLoop) {
-    TestList list;
-    owner.paints = false;
-    addColumns(list, {"a"});
-    subclass(list);
-    list.InsertColumnsForList(nullptr);
+    owner.paintsRow = nullptr;
+    start(list);
     addRows(list, 3);
     pumpUntilIdle();
-    list.drawItems = 0;
+    owner.drawn = 0;
     list.RedrawWindow();
-    EXPECT_EQ(list.drawItems, 2 * 3);
+    EXPECT_EQ(owner.drawn, 2 * 3);
+}
+
+// On all heaps of the process.
+std::size_t bytesAllocated() {
+    HANDLE heaps[64];
+    const DWORD count = std::min<DWORD>(::GetProcessHeaps(64, heaps), 64);
+    std::size_t bytes = 0;
+    for (DWORD i = 0; i < count; ++i) {
+        PROCESS_HEAP_ENTRY entry{};
+        while (::HeapWalk(heaps[i], &entry)) bytes += entry.wFlags & PROCESS_HEAP_ENTRY_BUSY ? entry.cbData : 0;
+    }
+    return bytes;
 }
 
 TEST_F(Life, OpeningAndClosingGivesEverythingBack) {
-    test::HandleCounts start;
+    constexpr int kMany = 50'000;  // so that an array that stays outweighs all else
+    CStringArray keywords;
+    CArray<DWORD, DWORD> colours;
+    keywords.SetSize(kMany);
+    colours.SetSize(kMany);
+    test::HandleCounts handles;
+    std::size_t bytes = 0;
     for (int round = 0; round < 30; ++round) {
-        if (round == 10) start = test::countHandles();
-        TestList list;
-        addColumns(list, {"a", "b", "c"});
-        create(list);
-        list.InsertColumnsForList(nullptr);
-        addRows(list, 5);
+        if (round == 10) handles = test::countHandles(), bytes = bytesAllocated();
+        TestList opened;
+        start(opened);
+        addRows(opened, 5);
+        opened.SetDefaultAttributes(2, &keywords, &colours);
+        opened.SetDefaultProperties(&keywords, &colours, &colours);
+        auto* const places = new CArray<int, int>;
+        places->SetSize(kMany);
+        opened.m_mapDealSlipProfiles.SetAt("p", places);
         pumpUntilIdle();
     }
-    EXPECT_EQ(test::countHandles(), start);
+    EXPECT_EQ(test::countHandles(), handles);
+    EXPECT_LT(bytesAllocated(), bytes + kMany * sizeof(DWORD));
 }
 
 }  // namespace
