@@ -134,10 +134,11 @@ TEST(OptionModel, SlopesWithoutVolatilityAreThoseOfTheBestTime) {
 }
 
 // Tiny and huge volatilities too.
-TEST(OptionModel, AmericanPricesRiseWithTheVolatilityBetweenTheirBounds) {
+TEST(OptionModel, PricesRiseWithTheVolatilityBetweenTheirBounds) {
     for (const Right right : {Right::Call, Right::Put})
-        for (const double spot : {50.0, 100.0, 200.0}) {
-            Option o = american(option(spot, 100, 2, 0.06, 0.01, 0, right));
+        for (const double spot : {50.0, 100.0, 200.0, -50.0, -200.0}) {  // below 0: a European option on as much
+            Option o = option(std::abs(spot), 100, 2, 0.06, 0.01, 0, right);
+            if (spot > 0) o = american(o);
             const Bounds bounds = priceBounds(o);
             double last = bounds.lower;
             for (double volatility = 1e-7; volatility < 1e3; volatility *= 4) {
