@@ -1,11 +1,10 @@
 // Replacing a file: real files, with single steps that fail or are busy.
 #include "platform/base/FileDevice.h"
+#include "tests/support/TestFile.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using quor::Disk;
@@ -41,21 +40,10 @@ private:
 };
 
 struct ReplacedFile : testing::Test {
-    ReplacedFile() { std::ofstream(path, std::ios::binary) << "old"; }
-    ~ReplacedFile() override {
-        std::filesystem::permissions(path, std::filesystem::perms::owner_all, m_ignored);
-        std::filesystem::remove(path, m_ignored);
-    }
-    std::string bytes() const {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    }
-    bool nothingBeside() const { return !std::filesystem::exists(path.native() + FileDevice::Path(".new").native()); }
+    bool nothingBeside() const { return !std::filesystem::exists(file.name + ".new"); }
 
-    const FileDevice::Path path = "replaced-file.tmp";
-
-private:
-    std::error_code m_ignored;
+    const test::TestFile file{"old"};
+    const FileDevice::Path path = file.name;
 };
 
 TEST_F(ReplacedFile, IsTheOldOneOrTheNewOne) {
@@ -63,12 +51,16 @@ TEST_F(ReplacedFile, IsTheOldOneOrTheNewOne) {
         FailingDisk disk(step);
         EXPECT_FALSE(replaceFile(disk, path, "a new text", quor::kReplacePatience));
         EXPECT_EQ(disk.waited.count(), 0);
-        EXPECT_EQ(bytes(), "old");
+        EXPECT_EQ(file.bytes(), "old");
         EXPECT_TRUE(nothingBeside());
     }
+    file.makeReadOnly();
     FailingDisk disk;
+    EXPECT_FALSE(replaceFile(disk, path, "new", quor::kReplacePatience));
+    EXPECT_EQ(file.bytes(), "old");
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
     EXPECT_TRUE(replaceFile(disk, path, "1\xA7\r\n", quor::kReplacePatience));
-    EXPECT_EQ(bytes(), "1\xA7\r\n");
+    EXPECT_EQ(file.bytes(), "1\xA7\r\n");
     EXPECT_TRUE(nothingBeside());
 }
 
@@ -79,21 +71,14 @@ TEST_F(ReplacedFile, IsWaitedForWhileItIsBusy) {
     } rows[] = {{0, 0, true}, {1, 0, false}, {3, 1000, true}, {1000, 1000, false}};
     for (const auto& row : rows) {
         FailingDisk disk(Step::none, row.busyTimes);
-        const std::string text = std::to_string(row.busyTimes), before = bytes();
+        const std::string text = std::to_string(row.busyTimes), before = file.bytes();
         const std::chrono::milliseconds patience(row.patience);
         EXPECT_EQ(replaceFile(disk, path, text, patience), row.replaced) << text;
-        EXPECT_EQ(bytes(), row.replaced ? text : before);
+        EXPECT_EQ(file.bytes(), row.replaced ? text : before);
         EXPECT_TRUE(nothingBeside());
         EXPECT_LE(disk.waited, patience);
         EXPECT_TRUE(row.replaced || disk.waited == patience);
     }
-}
-
-TEST_F(ReplacedFile, StaysIfItIsReadOnly) {
-    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
-    Disk disk;
-    EXPECT_FALSE(replaceFile(disk, path, "new", std::chrono::milliseconds(0)));
-    EXPECT_EQ(bytes(), "old");
 }
 
 #if defined(_WIN32)
@@ -106,7 +91,7 @@ TEST_F(ReplacedFile, IsBusyWhileAnotherProgramHoldsIt) {
     EXPECT_EQ(disk.replace("replacing-file.tmp", path), FileDevice::Replace::busy);
     ::CloseHandle(held);
     EXPECT_EQ(disk.replace("replacing-file.tmp", path), FileDevice::Replace::done);
-    EXPECT_EQ(bytes(), "new");
+    EXPECT_EQ(file.bytes(), "new");
 }
 #endif
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 
 using quor::FilterBarMetrics;
 using quor::filterBarMetrics;
@@ -14,25 +15,19 @@ using quor::HeaderAnswers;
 namespace {
 
 TEST(FilterBarLayout, MetricsGrowWithTheScreen) {
-    struct Case {
-        int dpi, lineHeight, barHeight, buttonWidth, funnelSize;
-    };
-    const Case cases[] = {
-        {96, 13, 20, 15, 9},    // the usual font
-        {96, 30, 37, 15, 9},    // a high one
-        {96, 4, 16, 15, 9},     // room for the glyph
-        {96, -5, 16, 15, 9},    //
-        {0, 13, 20, 15, 9},     // no such screen
-        {120, 16, 24, 19, 11},  // 125 %
-        {144, 20, 32, 25, 15},  // 150 %: a glyph of 14 becomes odd
-        {192, 26, 40, 31, 19},  // 200 %
-    };
-    for (const Case& expected : cases) {
-        SCOPED_TRACE(::testing::Message() << expected.dpi << " dpi, line " << expected.lineHeight);
-        const FilterBarMetrics metrics = filterBarMetrics(expected.dpi, expected.lineHeight);
-        EXPECT_EQ(metrics.barHeight, expected.barHeight);
-        EXPECT_EQ(metrics.buttonWidth, expected.buttonWidth);
-        EXPECT_EQ(metrics.funnelSize, expected.funnelSize);
+    using Metrics = std::array<int, 3>;  // bar's height, button's width, funnel's size
+    const struct {
+        int dpi, lineHeight;
+        Metrics expected;
+    } cases[] = {{96, 13, {20, 15, 9}},    // the usual font
+                 {96, 30, {37, 15, 9}},    // a high one
+                 {96, -5, {16, 15, 9}},    // room for the glyph
+                 {0, 13, {20, 15, 9}},     // no such screen
+                 {144, 20, {32, 25, 15}},  // 150 %: a glyph of 14 becomes odd
+                 {192, 26, {40, 31, 19}}};
+    for (const auto& [dpi, lineHeight, expected] : cases) {
+        const FilterBarMetrics made = filterBarMetrics(dpi, lineHeight);
+        EXPECT_EQ((Metrics{made.barHeight, made.buttonWidth, made.funnelSize}), expected) << dpi << " " << lineHeight;
     }
 }
 
@@ -53,20 +48,11 @@ TEST(FilterBarLayout, FieldAndButtonShareTheItemAndAreNeverInverted) {
 }
 
 TEST(FilterBarLayout, OnlyAHeaderThatShowsAndKeepsAFilterHasABar) {
-    struct Case {
-        const char* header;
-        HeaderAnswers answers;
-        bool has;
-    };
-    const Case cases[] = {
-        {"the real one", {17, 37, true, true}, true},
-        {"knows no filters", {17, 17, false, true}, false},
-        {"keeps texts but shows nothing", {17, 17, true, true}, false},
-        {"grows but forgets", {17, 37, false, true}, false},
-        {"cannot clear", {17, 37, true, false}, false},
-        {"answers nothing at all", {}, false},
-    };
-    for (const Case& each : cases) EXPECT_EQ(hasOwnFilterBar(each.answers), each.has) << each.header;
+    EXPECT_TRUE(hasOwnFilterBar({17, 37, true, true}));
+    EXPECT_FALSE(hasOwnFilterBar({17, 17, true, true})) << "keeps texts but shows nothing";
+    EXPECT_FALSE(hasOwnFilterBar({17, 37, false, true})) << "grows but forgets";
+    EXPECT_FALSE(hasOwnFilterBar({17, 37, true, false})) << "cannot clear";
+    EXPECT_FALSE(hasOwnFilterBar({})) << "answers nothing at all";
 }
 
 }  // namespace

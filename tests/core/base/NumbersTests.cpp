@@ -1,4 +1,5 @@
 #include "platform/Framework.h"
+#include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -21,122 +22,76 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 }
 
 TEST(Numbers, IntegersSaturate) {
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max(), least = -most - 1;
+    constexpr std::int64_t mostWide = std::numeric_limits<std::int64_t>::max(), leastWide = -mostWide - 1;
     const struct {
         const char* text;
         std::int32_t narrow;
         std::int64_t wide;
-    } cases[] = {
-        {nullptr, 0, 0},
-        {"", 0, 0},
-        {" \t\n\v\f\r-17x", -17, -17},
-        {"+5", 5, 5},
-        {"+-5", 0, 0},
-        {"- 5", 0, 0},
-        {"0x10", 0, 0},
-        {"1e3", 1, 1},
-        {"\xA0"
-         "5",
-         0, 0},
-        {"2147483647", 2147483647, 2147483647},
-        {"2147483648", 2147483647, 2147483648},
-        {"-2147483648", -2147483647 - 1, -2147483648LL},
-        {"-2147483649", -2147483647 - 1, -2147483649LL},
-        {"0000000000000000000000012", 12, 12},
-        {"9223372036854775807", 2147483647, std::numeric_limits<std::int64_t>::max()},
-        {"9223372036854775808", 2147483647, std::numeric_limits<std::int64_t>::max()},
-        {"-9223372036854775808", -2147483647 - 1, std::numeric_limits<std::int64_t>::min()},
-        {"-99999999999999999999", -2147483647 - 1, std::numeric_limits<std::int64_t>::min()},
-        {"18446744073709551617", 2147483647, std::numeric_limits<std::int64_t>::max()},
-    };
-    for (const auto& one : cases) {
+    } cases[] = {{nullptr, 0, 0}, {" \t\n\v\f\r-17x", -17, -17}, {"+5", 5, 5}, {"- 5", 0, 0}, {"1e3", 1, 1},
+                 {"\2405", 0, 0}},
+      limits[] = {{"2147483648", most, 2147483648},           {"-2147483648", least, -2147483648},
+                  {"-2147483649", least, -2147483649},        {"9223372036854775807", most, mostWide},
+                  {"9223372036854775808", most, mostWide},    {"-9223372036854775808", least, leastWide},
+                  {"-9223372036854775809", least, leastWide}, {"18446744073709551617", most, mostWide}};
+    const auto check = [](const auto& one) {
         EXPECT_EQ(quor::atoi(one.text), one.narrow) << one.text;
         EXPECT_EQ(quor::atol(one.text), one.narrow) << one.text;
         EXPECT_EQ(quor::atoi64(one.text), one.wide) << one.text;
-    }
+    };
+    for (const auto& one : cases) check(one);
+    for (const auto& one : limits) check(one);
 }
 
 TEST(Numbers, CellsAndC99DifferInWordsAndHexadecimalOnly) {
     const std::string zeros(400, '0');
     const std::string tiny = "0." + zeros + "1";
-    const std::string huge = "1" + zeros;
     const std::string tinyTimesHuge = tiny + "e401";
     const struct {
         const char* text;
         double cell;
         double c99;
         std::size_t used;  // by the C99 reader
-    } cases[] = {
-        {"", 0, 0, 0},
-        {"   ", 0, 0, 0},
-        {"abc", 0, 0, 0},
-        {" 220.51 ", 220.51, 220.51, 7},
-        {"-0.05", -0.05, -0.05, 5},
-        {"-0", -0.0, -0.0, 2},
-        {"+.5", .5, .5, 3},
-        {"5.", 5, 5, 2},
-        {".", 0, 0, 0},
-        {"-.e5", 0, 0, 0},
-        {"1,234", 1, 1, 1},
-        {"12EUR", 12, 12, 2},
-        {"1e", 1, 1, 1},
-        {"1e+", 1, 1, 1},
-        {"1e+2x", 100, 100, 4},
-        {"1d5", 1, 1, 1},
-        {"1.5.5", 1.5, 1.5, 3},
-        {"--1", 0, 0, 0},
-        {"INFY", 0, kInfinity, 3},
-        {"-infinityx", 0, -kInfinity, 9},
-        {"infinit", 0, kInfinity, 3},
-        {"NAN", 0, kNan, 3},
-        {"nan(0x_1)5", 0, kNan, 9},
-        {"nan(1", 0, kNan, 3},
-        {"nan(z)", 0, kNan, 6},
-        {"nano", 0, kNan, 3},
-        {"na", 0, 0, 0},
-        {"0x10", 0, 16, 4},
-        {"-0X1.8P3z", -0.0, -12, 8},
-        {"0x.8", 0, 0.5, 4},
-        {"0x", 0, 0, 1},
-        {"0x.p1", 0, 0, 1},
-        {"0xg", 0, 0, 1},
-        {"0x1p", 0, 1, 3},
-        {"0x10000000000000000", 0, 0x1p64, 19},  // a digit more than 64 bits hold
-        {"0x1p99999999999999999999", 0, kInfinity, 24},
-        {"0x1p-99999999999999999999", 0, 0, 25},
-        {"0x1.00000000000008p0", 0, 1.0, 20},                            // a half, to even
-        {"0x1.000000000000080000000001p0", 0, 0x1.0000000000001p0, 30},  // just above it
-        {"0x500faf0e09Ba02p-1084", 0, 0x0.01403ebc3826fp-1022, 22},      // rounds below the normal range
-        {"1e308", 1e308, 1e308, 5},
-        {"1e309", kInfinity, kInfinity, 5},
-        {"-1e99999999999999999999", -kInfinity, -kInfinity, 23},
-        {"1e-99999999999999999999", 0, 0, 23},
-        {"0e99999999999999999999", 0, 0, 22},
-        {"4.9406564584124654e-324", 4.9406564584124654e-324, 4.9406564584124654e-324, 23},
-        {"2e-324", 0, 0, 6},
-        {"9007199254740993", 9007199254740992.0, 9007199254740992.0, 16},  // 2^53 + 1, to even
-        {"9007199254740993.00000000000000001", 9007199254740994.0, 9007199254740994.0, 34},
-        {"0.1", 0.1, 0.1, 3},
-        {"123456789012345678901234567890", 123456789012345678901234567890.0, 123456789012345678901234567890.0, 30},
-        {tiny.c_str(), 0, 0, tiny.size()},
-        {huge.c_str(), kInfinity, kInfinity, huge.size()},
-        {tinyTimesHuge.c_str(), 1.0, 1.0, tinyTimesHuge.size()},
-    };
-    for (const auto& one : cases) {
+    } cases[] = {{"", 0, 0, 0},     {"-0", -0.0, -0.0, 2}, {".", 0, 0, 0},        {"5.", 5, 5, 2},
+                 {"-.e5", 0, 0, 0}, {"1,234", 1, 1, 1},    {"1e+", 1, 1, 1},      {"1e+2x", 100, 100, 4},
+                 {"1d5", 1, 1, 1},  {"NAN", 0, kNan, 3},   {"nan(1", 0, kNan, 3}, {"0x10", 0, 16, 4},
+                 {"0x", 0, 0, 1},   {"0x.p1", 0, 0, 1},    {"0x1p", 0, 1, 3}},
+      wide[] = {{" 220.51 ", 220.51, 220.51, 7},  {"-0.05", -0.05, -0.05, 5}, {"INFY", 0, kInfinity, 3},
+                {"-infinityx", 0, -kInfinity, 9}, {"nan(0x_1)5", 0, kNan, 9}, {"-0X1.8P3z", -0.0, -12, 8}},
+      extremes[] = {
+          {"0x10000000000000000", 0, 0x1p64, 19},  // a digit more than 64 bits hold
+          {"0x1p99999999999999999999", 0, kInfinity, 24},
+          {"0x1.00000000000008p0", 0, 1.0, 20},                            // a half, to even
+          {"0x1.000000000000080000000001p0", 0, 0x1.0000000000001p0, 30},  // just above it
+          {"0x500faf0e09Ba02p-1084", 0, 0x0.01403ebc3826fp-1022, 22},      // rounds below the normal range
+          {"1e309", kInfinity, kInfinity, 5},
+          {"-1e99999999999999999999", -kInfinity, -kInfinity, 23},
+          {"1e-99999999999999999999", 0, 0, 23},
+          {"0e99999999999999999999", 0, 0, 22},
+          {"4.9406564584124654e-324", 4.9406564584124654e-324, 4.9406564584124654e-324, 23},
+          {"9007199254740993", 9007199254740992.0, 9007199254740992.0, 16},  // 2^53 + 1, to even
+          {"9007199254740993.00000000000000001", 9007199254740994.0, 9007199254740994.0, 34},
+          {tinyTimesHuge.c_str(), 1.0, 1.0, tinyTimesHuge.size()},
+      };
+    const auto check = [](const auto& one) {
         EXPECT_TRUE(sameBits(quor::atof(one.text), one.cell)) << one.text;
         const char* end = nullptr;
         EXPECT_TRUE(sameBits(quor::strtod(one.text, &end), one.c99)) << one.text;
         EXPECT_EQ(static_cast<std::size_t>(end - one.text), one.used) << one.text;
-    }
+    };
+    for (const auto& one : cases) check(one);
+    for (const auto& one : wide) check(one);
+    for (const auto& one : extremes) check(one);
     EXPECT_EQ(quor::atof(nullptr), 0.0);
     EXPECT_EQ(quor::strtod(nullptr), 0.0);
 }
 
 // Every double has a shortest decimal and an exact hexadecimal text, which must read back as itself.
 TEST(Numbers, TextsOfAnyDoubleReadBackExactly) {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE(seed);
+    const unsigned seed = test::anySeed();
+    SCOPED_TRACE("QUOR_SEED=" + std::to_string(seed));
     std::mt19937_64 random(seed);
-    for (int i = 0; i < 20000; ++i) {
+    for (long i = test::rounds("QUOR_NUMBER_CASES", 100'000); i > 0; --i) {
         double value = std::bit_cast<double>(random());
         if (!std::isfinite(value)) continue;
         if (i % 3 == 0) value = std::round(std::fmod(value, 1e7) * 100) / 100;  // as prices are
@@ -159,20 +114,8 @@ TEST(Numbers, TextsOfDoublesAreThoseOfPrintf) {
         double value;
         int precision;
         const char* text;
-    } cases[] = {
-        {220.51, 2, "220.51"},
-        {2.5, 0, "2"},
-        {3.5, 0, "4"},
-        {0.125, 2, "0.12"},
-        {2.675, 2, "2.67"},
-        {-0.001, 2, "-0.00"},
-        {1e22, 1, "10000000000000000000000.0"},
-        {1.5, -1, "1.500000"},
-        {kInfinity, 2, "inf"},
-        {-kInfinity, 2, "-inf"},
-        {kNan, 2, "nan"},
-        {-kNan, 2, "nan"},
-    };
+    } cases[] = {{3.5, 0, "4"},         {2.675, 2, "2.67"},    {-0.001, 2, "-0.00"},
+                 {1.5, -1, "1.500000"}, {kInfinity, 2, "inf"}, {-kNan, 2, "nan"}};
     for (const auto& one : cases) EXPECT_STREQ(quor::formatDouble(one.value, one.precision), one.text);
     EXPECT_EQ(quor::formatDouble(-1e308, 2).GetLength(), 1 + 309 + 3);
     EXPECT_EQ(quor::formatDouble(0.5, 500).GetLength(), 502);

@@ -48,12 +48,10 @@ private:
 
 TEST(CustomColumnDependents, AColumnReachesWhatItsFormulasName) {
     const struct {
-        const char* name;
-        const char* selected;
+        const char *name, *selected;
         bool depends;
-    } cases[] = {{"A", "A", true},     {"B", "A", true},    {"D", "A", true},
-                 {"A", "D", false},    {"E", "A", false},   {"D", "E", false},
-                 {"Rate", "A", false}, {"B", "Rate", true}, {"Rate", "Rate", false}};
+    } cases[] = {{"A", "A", true},  {"B", "A", true},     {"D", "A", true},    {"A", "D", false},
+                 {"E", "A", false}, {"Rate", "A", false}, {"B", "Rate", true}, {"Rate", "Rate", false}};
     for (const ListFamily family : {ListFamily::grid, ListFamily::marketWatch}) {
         const Columns columns(family);
         for (const auto& expected : cases)
@@ -62,17 +60,18 @@ TEST(CustomColumnDependents, AColumnReachesWhatItsFormulasName) {
     }
 }
 
+std::vector<int> dependentsOf(const Columns& columns, const char* column) {
+    std::vector<int> dependents;
+    std::set<int> seen;
+    RemoveCustColRecursively(columns.scope(), column, dependents, seen);
+    return dependents;
+}
+
 TEST(CustomColumnDependents, TheDeepestComeFirstAndEachOnce) {
     for (const ListFamily family : {ListFamily::grid, ListFamily::marketWatch}) {
         const Columns columns(family);
-        std::vector<int> dependents;
-        std::set<int> seen;
-        RemoveCustColRecursively(columns.scope(), "\"A\"", dependents, seen);
-        EXPECT_EQ(dependents, (std::vector<int>{5, 4, 3}));  // D, C, B
-        dependents.clear();
-        seen.clear();
-        RemoveCustColRecursively(columns.scope(), "\"D\"", dependents, seen);
-        EXPECT_TRUE(dependents.empty());
+        EXPECT_EQ(dependentsOf(columns, "\"A\""), (std::vector<int>{5, 4, 3}));  // D, C, B
+        EXPECT_TRUE(dependentsOf(columns, "\"D\"").empty());
     }
 }
 
@@ -80,17 +79,13 @@ TEST(CustomColumnDependents, CyclesOfADamagedProfileEnd) {
     const Columns columns(ListFamily::grid, {{"X", " \"Y\""}, {"Y", " \"X\" + \"Y\""}});
     EXPECT_FALSE(CheckBaseColRecursively(columns.scope(), "A", "X"));
     EXPECT_TRUE(CheckBaseColRecursively(columns.scope(), "Y", "X"));
-    std::vector<int> dependents;
-    std::set<int> seen;
-    RemoveCustColRecursively(columns.scope(), "\"X\"", dependents, seen);
+    std::vector<int> dependents = dependentsOf(columns, "\"X\"");
     std::sort(dependents.begin(), dependents.end());
     EXPECT_EQ(dependents, (std::vector<int>{7, 8}));
 }
 
-std::string text(const CArray<int, int>& array) {
-    std::string all;
-    for (INT_PTR i = 0; i < array.GetCount(); ++i) all += std::to_string(array.GetAt(i)) + " ";
-    return all;
+std::vector<int> numbers(const CArray<int, int>& array) {
+    return {array.GetData(), array.GetData() + array.GetCount()};
 }
 
 TEST(CustomColumnDependents, DeletedColumnsCloseThePlacesUp) {
@@ -103,15 +98,14 @@ TEST(CustomColumnDependents, DeletedColumnsCloseThePlacesUp) {
     EXPECT_EQ(removeColumnRecord(arrays, 3), -1) << "a hidden column has no place to leave";
     EXPECT_EQ(removeColumnRecord(arrays, 2), 1);
     EXPECT_EQ(removeColumnRecord(arrays, 9), -1);
-    EXPECT_EQ(text(order), "0 2 1 3 ");
-    EXPECT_EQ(text(widths), "10 11 13 14 16 ") << "the width of the hidden column stays";
+    EXPECT_EQ(numbers(order), (std::vector<int>{0, 2, 1, 3}));
+    EXPECT_EQ(numbers(widths), (std::vector<int>{10, 11, 13, 14, 16})) << "the width of the hidden column stays";
     EXPECT_EQ(lists.columns.GetCount(), 4);
     EXPECT_STREQ(lists.columns.GetAt(2).szColumnName, "C");
     CArray<sVisibleColumn, sVisibleColumn> visible;
     rebuildVisible(order, visible);
-    EXPECT_EQ(columnAtPlace(visible, 1), 2);
-    EXPECT_EQ(columnAtPlace(visible, 3), 3);
     EXPECT_EQ(visible.GetCount(), 4);
+    EXPECT_EQ(columnAtPlace(visible, 1), 2);
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 using namespace quor::list;
 using namespace quor::watch;
 using namespace quor::expression;
@@ -15,76 +13,6 @@ using namespace quor::expression;
 namespace {
 
 constexpr char kIdForm[] = " \"4\" * 2", kDisplayForm[] = " \"Rate\" * 2";
-
-// ---- The stored texts: how a record of column 112 is written, and the record that comes of a text.
-
-ProfileEntry entryOf(const sQuorColInfo& record) {
-    ProfileEntry entry;
-    entry.columnIndex = 112;
-    entry.place = 0;
-    entry.width = 60;
-    entry.isUserColumn = true;
-    entry.name = record.szColumnName;
-    entry.expression = record.csExpression;
-    entry.toolTip = record.csToolTip;
-    return entry;
-}
-
-WatchColumn watchColumnOf(const sQuorColInfo& record) {
-    return {112,
-            0,
-            60,
-            record.szColumnName,
-            idExpression(record, ListFamily::marketWatch),
-            displayExpression(record, ListFamily::marketWatch)};
-}
-
-CString writeProfile(const sQuorColInfo& record) { return formatColumnProfile({entryOf(record)}); }
-sQuorColInfo readProfile(const CString& text) {
-    ColumnSetInput input;
-    input.widths.assign(112, 80);
-    input.hasProfile = true;
-    input.profile = parseColumnProfile(text, 112);
-    return planColumnSet(input).userColumns.at(0).second;
-}
-
-CString writeExchange(const sQuorColInfo& record) { return formatExchangeProfile({entryOf(record)}); }
-sQuorColInfo readExchange(const CString& text) {
-    return planColumnImport({{"Rate", 80}}, parseExchangeProfile(text)).userColumns.at(0).second;
-}
-
-CString writeWatch(const sQuorColInfo& record) { return formatWatchUserColumns({watchColumnOf(record)}); }
-sQuorColInfo readWatch(const CString& text) { return makeWatchUserColumn(parseWatchUserColumns(text).at(0), 80); }
-
-CString writeWatchFile(const sQuorColInfo& record) { return formatWatchExport({watchColumnOf(record)}); }
-sQuorColInfo readWatchFile(const CString& text) { return importWatch(text, {}).userColumns.at(0); }
-
-struct Case {
-    const char* name;
-    ListFamily family;
-    const char *first, *second;  // csExpression, csToolTip
-    const char* stored;
-    CString (*write)(const sQuorColInfo& record);
-    sQuorColInfo (*read)(const CString& text);
-    int dataType;
-};
-
-constexpr char kProfileText[] = "112,0,60,Twice# \"4\" * 2# \"Rate\" * 2";
-constexpr char kExchangeText[] = ",CUSTOMCOLUMN,112,0,60,Twice,Twice# \"4\" * 2# \"Rate\" * 2,";
-
-const Case kCases[] = {
-    {"profile", ListFamily::grid, kIdForm, kDisplayForm, kProfileText, writeProfile, readProfile, 2},
-    {"file", ListFamily::grid, kIdForm, kDisplayForm, kExchangeText, writeExchange, readExchange, 2},
-    {"profile", ListFamily::multiLine, kIdForm, kDisplayForm, kProfileText, writeProfile, readProfile, 2},
-    {"file", ListFamily::multiLine, kIdForm, kDisplayForm, kExchangeText, writeExchange, readExchange, 2},
-    {"watches' store", ListFamily::marketWatch, kDisplayForm, kIdForm, "112\xA7Twice\xA7 \"4\" * 2\xA7 \"Rate\" * 2",
-     writeWatch, readWatch, 7},
-    {"watch's file", ListFamily::marketWatch, kDisplayForm, kIdForm,
-     ",CUSTOMCOLUMN,112\xA7"
-     "0\xA7"
-     "60\xA7Twice\xA7 \"4\" * 2\xA7 \"Rate\" * 2",
-     writeWatchFile, readWatchFile, 7},
-};
 
 // A row of "0", "10", "20"...; the display form's heading would be column 0.
 class Tens : public CustomCellSource {
@@ -95,31 +23,66 @@ public:
     }
 };
 
-TEST(CustomColumnFamilies, EachKeepsWritesReadsAndEvaluatesItsOwnWay) {
-    for (const Case& expected : kCases) {
-        SCOPED_TRACE(expected.name + std::to_string(static_cast<int>(expected.family)));
-        sQuorColInfo defined;
-        setColumnName(defined, "Twice");
-        setExpressions(defined, expected.family, kIdForm, kDisplayForm);
-        EXPECT_STREQ(defined.csExpression, expected.first);
-        EXPECT_STREQ(defined.csToolTip, expected.second);
-        EXPECT_STREQ(expected.write(defined), expected.stored);
+// A record of column 112 as a definition makes it.
+sQuorColInfo defined(ListFamily family) {
+    sQuorColInfo record;
+    setColumnName(record, "Twice");
+    setExpressions(record, family, kIdForm, kDisplayForm);
+    return record;
+}
 
-        const sQuorColInfo read = expected.read(expected.stored);
-        EXPECT_STREQ(read.szColumnName, "Twice");
-        EXPECT_STREQ(read.csExpression, expected.first);
-        EXPECT_STREQ(read.csToolTip, expected.second);
-        EXPECT_EQ(read.iDataType, expected.dataType);
-        EXPECT_EQ(read.iFormat, kFormatRight);
-        EXPECT_STREQ(displayExpression(read, expected.family), kDisplayForm) << "what the header explains";
+void expectRead(const sQuorColInfo& read, ListFamily family, int dataType) {
+    EXPECT_STREQ(read.szColumnName, "Twice");
+    EXPECT_EQ(read.csExpression, defined(family).csExpression);
+    EXPECT_EQ(read.csToolTip, defined(family).csToolTip);
+    EXPECT_EQ(read.iDataType, dataType);
+    EXPECT_EQ(read.iFormat, kFormatRight);
+    EXPECT_STREQ(displayExpression(read, family), kDisplayForm) << "what the header explains";
+    Tens row;
+    CString text;
+    CustomColumnText cells;
+    EXPECT_EQ(cells.evaluate(family, {1, 112}, idExpression(read, family), row, text), CustomCellOutcome::done);
+    EXPECT_STREQ(text, "80.00");
+}
 
-        Tens row;
-        CString text;
-        CustomColumnText cells;
-        EXPECT_EQ(cells.evaluate(expected.family, {1, 112}, idExpression(read, expected.family), row, text),
-                  CustomCellOutcome::done);
-        EXPECT_STREQ(text, "80.00");
+TEST(CustomColumnFamilies, GridsAndMultiLineListsKeepTheIdFormFirst) {
+    for (const ListFamily family : {ListFamily::grid, ListFamily::multiLine}) {
+        const sQuorColInfo record = defined(family);
+        EXPECT_STREQ(record.csExpression, kIdForm);
+        ProfileEntry entry;
+        entry.columnIndex = 112;
+        entry.place = 0;
+        entry.width = 60;
+        entry.isUserColumn = true;
+        entry.name = record.szColumnName;
+        entry.expression = record.csExpression;
+        entry.toolTip = record.csToolTip;
+
+        const CString profile = formatColumnProfile({entry});
+        EXPECT_STREQ(profile, "112,0,60,Twice# \"4\" * 2# \"Rate\" * 2");
+        ColumnSetInput input;
+        input.widths.assign(112, 80);
+        input.hasProfile = true;
+        input.profile = parseColumnProfile(profile, 112);
+        expectRead(planColumnSet(input).userColumns.at(0).second, family, 2);
+
+        const CString file = formatExchangeProfile({entry});
+        EXPECT_STREQ(file, ",CUSTOMCOLUMN,112,0,60,Twice,Twice# \"4\" * 2# \"Rate\" * 2,");
+        expectRead(planColumnImport({{"Rate", 80}}, parseExchangeProfile(file)).userColumns.at(0).second, family, 2);
     }
+}
+
+TEST(CustomColumnFamilies, WatchesKeepTheDisplayFormFirstAndStoreItLast) {
+    const ListFamily family = ListFamily::marketWatch;
+    const sQuorColInfo record = defined(family);
+    EXPECT_STREQ(record.csExpression, kDisplayForm);
+    const WatchColumn column{
+        112, 0, 60, record.szColumnName, idExpression(record, family), displayExpression(record, family)};
+    const CString store = formatWatchUserColumns({column}), file = formatWatchExport({column});
+    EXPECT_STREQ(store, "112\247Twice\247 \"4\" * 2\247 \"Rate\" * 2");
+    EXPECT_STREQ(file, ",CUSTOMCOLUMN,112\2470\24760\247Twice\247 \"4\" * 2\247 \"Rate\" * 2");
+    expectRead(makeWatchUserColumn(parseWatchUserColumns(store).at(0), 80), family, 7);
+    expectRead(importWatch(file, {}).userColumns.at(0), family, 7);
 }
 
 }  // namespace

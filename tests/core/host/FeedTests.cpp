@@ -16,148 +16,102 @@ std::vector<MarketTime> everyMillisecond(int count) {
     return times;
 }
 
-Feed feedOf(std::vector<MarketTime> times, Speed speed, TickSource::Next last = TickSource::Next::end) {
-    return Feed(std::make_unique<ListedTicks>(std::move(times), last), speed);
-}
+// A feed with its clock and its sink.
+struct Replay {
+    explicit Replay(std::vector<MarketTime> times, Speed speed = {}, TickSource::Next last = TickSource::Next::end)
+        : feed(std::make_unique<ListedTicks>(std::move(times), last), speed) {}
+    Slice take(std::int64_t micros, SliceLimit limit = {}) {
+        clock.now = micros;
+        return feed.take(clock, limit, log);
+    }
+
+    Feed feed;
+    SetClock clock;
+    EventLog log;
+};
+
+constexpr Speed kMax{.max = true};
+constexpr std::int64_t kStart = 123'456;  // the clock's own start says nothing
 
 TEST(Feed, TakesWhatIsDueAtItsSpeed) {
     struct {
         double factor;
         std::int64_t afterMicros;
         int ticks;
-    } const cases[] = {{1, 0, 1}, {1, 999, 1}, {1, 1'000, 2}, {1, 50'000, 51}, {2, 50'000, 100}, {0.5, 50'000, 26}};
+    } const cases[] = {{1, 999, 1}, {1, 1'000, 2}, {1, 50'000, 51}, {2, 50'000, 100}, {0.5, 50'000, 26}};
     for (const auto& c : cases) {
-        Feed feed = feedOf(everyMillisecond(100), {.max = false, .factor = c.factor});
-        SetClock clock;
-        NoSink sink;
-        clock.now = 123'456;  // the clock's own start says nothing
-        const int first = feed.take(clock, {}, sink).ticks;
-        clock.now += c.afterMicros;
-        EXPECT_EQ(first, 1);
-        EXPECT_EQ(first + feed.take(clock, {}, sink).ticks, c.ticks) << c.factor << " " << c.afterMicros;
-        EXPECT_EQ(feed.ticksTaken(), c.ticks);
+        Replay run(everyMillisecond(100), {.factor = c.factor});
+        EXPECT_EQ(run.take(kStart).ticks, 1);
+        EXPECT_EQ(run.take(kStart + c.afterMicros).ticks, c.ticks - 1) << c.factor << " " << c.afterMicros;
+        EXPECT_EQ(run.feed.ticksTaken(), c.ticks);
     }
 }
 
 TEST(Feed, AChangeOfSpeedCountsFromTheTickThatWaits) {
-    Feed feed = feedOf(everyMillisecond(100), {});
-    SetClock clock;
-    NoSink sink;
-    clock.now = 5'000;
-    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 1);
-    clock.now = 60'005'000;  // a minute's pause
-    feed.setSpeed({.max = false, .factor = 10});
-    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 1);
-    clock.now += 1'000;
-    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 10);
-    feed.setSpeed({.max = true});
-    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 88);
+    Replay run(everyMillisecond(100));
+    EXPECT_EQ(run.take(5'000).ticks, 1);
+    run.feed.setSpeed({.factor = 10});
+    const std::int64_t minute = 60'005'000;
+    EXPECT_EQ(run.take(minute).ticks, 1);
+    EXPECT_EQ(run.take(minute + 1'000).ticks, 10);
+    run.feed.setSpeed(kMax);
+    EXPECT_EQ(run.take(minute + 1'000).ticks, 88);
 }
 
-TEST(Feed, ASliceEndsAtItsTickLimitAndSaysThatMoreIsDue) {
-    Feed feed = feedOf(everyMillisecond(25), {.max = true});
-    SetClock clock;
-    NoSink sink;
-    Slice slice = feed.take(clock, {.maxTicks = 20}, sink);
-    EXPECT_EQ(slice.ticks, 20);
-    EXPECT_TRUE(slice.more);
-    EXPECT_EQ(slice.state, FeedState::running);
-    slice = feed.take(clock, {.maxTicks = 20}, sink);
-    EXPECT_EQ(slice.ticks, 5);
-    EXPECT_FALSE(slice.more);
-    EXPECT_EQ(slice.state, FeedState::ended);
-    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 0);
-}
-
-TEST(Feed, ASliceEndsAtItsDeadline) {
-    Feed feed = feedOf(everyMillisecond(1'000), {.max = true});
-    SetClock clock;
-    clock.stepPerRead = 1'000;
-    NoSink sink;
-    const Slice slice = feed.take(clock, {.maxMicros = 8'000}, sink);
+TEST(Feed, ASliceEndsAtItsLimitsAndSaysThatMoreIsDue) {
+    for (const auto last : {TickSource::Next::end, TickSource::Next::failed}) {
+        Replay run(everyMillisecond(25), kMax, last);
+        Slice slice = run.take(0, {.maxTicks = 20});
+        EXPECT_EQ(slice.ticks, 20);
+        EXPECT_TRUE(slice.more);
+        EXPECT_EQ(slice.state, FeedState::running);
+        slice = run.take(0, {.maxTicks = 20});
+        EXPECT_EQ(slice.ticks, 5);
+        EXPECT_FALSE(slice.more);
+        EXPECT_EQ(slice.state, last == TickSource::Next::end ? FeedState::ended : FeedState::failed);
+        EXPECT_EQ(run.feed.error(), last == TickSource::Next::end ? "" : "it broke");
+        EXPECT_EQ(run.take(0).ticks, 0);
+    }
+    Replay run(everyMillisecond(1'000), kMax);
+    run.clock.stepPerRead = 1'000;
+    const Slice slice = run.take(0, {.maxMicros = 8'000});
     EXPECT_TRUE(slice.more);
     EXPECT_EQ(slice.ticks, 8 * 16);
+    run.clock.stepPerRead = 100'000;
+    EXPECT_GE(run.take(0).ticks, 1) << "a late slice still takes one";
 }
 
-// A tick each millisecond; `taken` of them are taken at the clock's start, and the next one waits.
 TEST(Feed, TellsHowLongTheTickThatWaitsHasBeenDue) {
     struct {
         Speed speed;
-        int taken;
         std::int64_t afterMicros, behindMicros;
-    } const cases[] = {
-        {{.factor = 1}, 1, 999, 0},    // not due yet
-        {{.factor = 1}, 1, 1'000, 0},  // due now
-        {{.factor = 1}, 1, 31'000, 30'000},   {{.factor = 1}, 3, 31'000, 28'000}, {{.factor = 2}, 1, 31'000, 30'500},
-        {{.factor = 0.5}, 1, 31'000, 29'000}, {{.max = true}, 1, 31'000, 0},  // as fast as possible is never late
-        {{.factor = 1}, 0, 31'000, 0},                                        // no tick was ever asked for
-    };
+    } const cases[] = {{{.factor = 1}, 999, 0},           {{.factor = 1}, 1'000, 0},
+                       {{.factor = 1}, 31'000, 30'000},   {{.factor = 2}, 31'000, 30'500},
+                       {{.factor = 0.5}, 31'000, 29'000}, {kMax, 31'000, 0}};
     for (const auto& c : cases) {
-        Feed feed = feedOf(everyMillisecond(5), c.speed);
-        SetClock clock;
-        clock.now = 500;
-        NoSink sink;
-        if (c.taken) feed.take(clock, {}, sink);  // the first one: its moment is the clock's
-        if (c.taken > 1) {
-            clock.now += (c.taken - 1) * 1'000;
-            feed.take(clock, {}, sink);
-        }
-        EXPECT_EQ(feed.behindMicros(500 + c.afterMicros), c.behindMicros) << c.speed.factor << " " << c.afterMicros;
+        Replay run(everyMillisecond(5), c.speed);
+        EXPECT_EQ(run.feed.behindMicros(kStart + c.afterMicros), 0) << "no tick was ever asked for";
+        run.take(kStart);
+        EXPECT_EQ(run.feed.behindMicros(kStart + c.afterMicros), c.behindMicros) << c.speed.factor;
     }
+    Replay run(everyMillisecond(100));
+    run.take(0);
+    EXPECT_TRUE(run.take(90'000, {.maxTicks = 10}).more);
+    EXPECT_EQ(run.feed.behindMicros(90'000), 79'000) << "tick 11 was due at 11 ms";
+    run.take(90'000);
+    EXPECT_EQ(run.feed.behindMicros(90'000), 0);
+    run.feed.setSpeed({.factor = 1});
+    EXPECT_EQ(run.feed.behindMicros(140'000), 0) << "what was due before the change is not due by it";
 }
 
-TEST(Feed, WhatALimitLeavesIsBehindUntilItIsTaken) {
-    Feed feed = feedOf(everyMillisecond(100), {});
-    SetClock clock;
-    NoSink sink;
-    feed.take(clock, {}, sink);
-    clock.now = 90'000;
-    EXPECT_TRUE(feed.take(clock, {.maxTicks = 10}, sink).more);
-    EXPECT_EQ(feed.behindMicros(clock.now), 79'000) << "tick 11 was due at 11 ms";
-    feed.take(clock, {}, sink);
-    EXPECT_EQ(feed.behindMicros(clock.now), 0);
-    feed.setSpeed({.max = false, .factor = 1});  // what was due before the change is not due by it
-    EXPECT_EQ(feed.behindMicros(clock.now + 50'000), 0);
-    feed.take(clock, {}, sink);
-    EXPECT_EQ(feed.behindMicros(clock.now + 5'000), 4'000);
-}
-
-TEST(Feed, ALateSliceStillTakesOneTick) {
-    Feed feed = feedOf(everyMillisecond(3), {.max = true});
-    SetClock clock;
-    clock.stepPerRead = 100'000;
-    NoSink sink;
-    EXPECT_GE(feed.take(clock, {}, sink).ticks, 1);
-}
-
-TEST(Feed, ATimeThatStepsBackIsDueAtOnce) {
-    Feed feed = feedOf({10 * millisecond, 12 * millisecond, 3 * millisecond, 13 * millisecond}, {});
-    SetClock clock;
-    EventLog log;
-    feed.take(clock, {}, log);
-    clock.now = 2'000;
-    feed.take(clock, {}, log);
-    EXPECT_EQ(log.ticks.size(), 3u);
-}
-
-TEST(Feed, AFailureComesAfterEverythingBeforeIt) {
-    Feed feed = feedOf(everyMillisecond(3), {.max = true}, TickSource::Next::failed);
-    SetClock clock;
-    NoSink sink;
-    const Slice slice = feed.take(clock, {}, sink);
-    EXPECT_EQ(slice.ticks, 3);
-    EXPECT_EQ(slice.state, FeedState::failed);
-    EXPECT_EQ(feed.error(), "it broke");
-}
-
-TEST(Feed, AGapOfCenturiesOverflowsNothing) {
-    const MarketTime last = std::numeric_limits<MarketTime>::max() - 1;
-    Feed feed = feedOf({0, last}, {.max = false, .factor = 1'000'000});
-    SetClock clock;
-    NoSink sink;
-    feed.take(clock, {}, sink);
-    clock.now = std::int64_t{3'600} * 1'000'000;
-    EXPECT_EQ(feed.take(clock, {}, sink).ticks, 0);
+TEST(Feed, TimesMayStepBackOrLeapCenturies) {
+    Replay run({10 * millisecond, 12 * millisecond, 3 * millisecond, 13 * millisecond});
+    run.take(0);
+    run.take(2'000);
+    EXPECT_EQ(run.log.ticks.size(), 3u);
+    Replay far({0, std::numeric_limits<MarketTime>::max() - 1}, {.factor = 1'000'000});
+    far.take(0);
+    EXPECT_EQ(far.take(std::int64_t{3'600} * 1'000'000).ticks, 0);
 }
 
 class TallyTest : public testing::Test {
@@ -193,27 +147,13 @@ TEST_F(TallyTest, ContradictionsAreCountedAndPassedOver) {
     EXPECT_EQ(m_tally.liveOrders().at(1).order.quantity, 1);
 }
 
-TEST_F(TallyTest, QuotesMergeFieldByField) {
-    m_tally.quote({.instrument = 0, .fields = quoteLast | quoteHigh, .time = 1, .last = 5, .high = 9});
-    m_tally.quote({.instrument = 0, .fields = quoteLast, .time = 2, .last = 6});
-    const Quote& quote = m_tally.instruments()[0].quote;
-    EXPECT_EQ(quote, (Quote{.instrument = 0, .fields = quoteLast | quoteHigh, .time = 2, .last = 6, .high = 9}));
-}
-
 TEST_F(TallyTest, LevelsStandFromTheWorstAskToTheWorstBid) {
-    m_tally.level({.instrument = 0, .side = Side::sell, .level = 1, .price = 4, .quantity = 1});
-    m_tally.level({.instrument = 0, .side = Side::sell, .level = 0, .price = 3, .quantity = 1});
+    for (const int level : {1, 0})
+        m_tally.level({.instrument = 0, .side = Side::sell, .level = level, .price = 3 + level, .quantity = 1});
     m_tally.level({.instrument = 0, .side = Side::buy, .level = 1, .price = 1, .quantity = 1});
     std::vector<Price> prices;
     for (const BookLevel& level : m_tally.instruments()[0].levels) prices.push_back(level.price);
     EXPECT_EQ(prices, (std::vector<Price>{4, 3, noPrice, 1}));
-}
-
-TEST_F(TallyTest, TheLastTradeAndTheirNumberAreKept) {
-    m_tally.trade({.instrument = 0, .price = 5, .quantity = 1, .time = 1});
-    m_tally.trade({.instrument = 0, .price = 4, .quantity = 2, .time = 2});
-    EXPECT_EQ(m_tally.tradeCount(), 2);
-    EXPECT_EQ(m_tally.instruments()[0].lastTrade, (Trade{.instrument = 0, .price = 4, .quantity = 2, .time = 2}));
 }
 
 }  // namespace

@@ -1,43 +1,16 @@
-// What the tests of the terminal's windowless half share: files that go away, a clock that is set, a sink that
-// remembers.
+// What the tests of the terminal's windowless half share: a clock that is set, a sink that remembers, files that go
+// away.
 #pragma once
 
-#include <cstdio>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/core/Feed.h"
+#include "tests/support/TestFile.h"
 
 namespace terminal::test {
 
-// A file in the working folder, removed at the end.
-class TestFile {
-public:
-    explicit TestFile(std::string_view bytes) : TestFile() {
-        std::FILE* const file = std::fopen(name.c_str(), "wb");
-        std::fwrite(bytes.data(), 1, bytes.size(), file);
-        std::fclose(file);
-    }
-    TestFile() : name("host-test-" + std::to_string(++s_number) + ".tmp") {}
-    ~TestFile() { std::remove(name.c_str()); }
-    TestFile(const TestFile&) = delete;
-    TestFile& operator=(const TestFile&) = delete;
-
-    std::string bytes() const {
-        std::string all;
-        if (std::FILE* const file = std::fopen(name.c_str(), "rb")) {
-            for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file)) all += static_cast<char>(c);
-            std::fclose(file);
-        }
-        return all;
-    }
-
-    const std::string name;
-
-private:
-    inline static int s_number = 0;
-};
+using ::test::TestFile;
 
 struct SetClock final : Clock {
     std::int64_t now = 0;
@@ -75,14 +48,6 @@ private:
         ticks.back().events.push_back(std::move(event));
     }
     bool m_open = false;
-};
-
-struct NoSink final : FeedSink {
-    void instrument(const Instrument&) override {}
-    void quote(const Quote&) override {}
-    void order(const OrderEvent&) override {}
-    void trade(const Trade&) override {}
-    void level(const BookLevel&) override {}
 };
 
 // Everything a feed has to give, without waiting for anything but its limits.

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <map>
 #include <set>
 
@@ -87,9 +86,6 @@ public:
         ASSERT_GE(time, lastTime);
         lastTime = time;
     }
-    std::size_t liveOrders() const { return m_live.size(); }
-    std::size_t ordersEver() const { return m_everSeen.size(); }
-
     MarketTime lastTime = 0;
     int trades = 0;
 
@@ -106,64 +102,23 @@ private:
     std::map<InstrumentId, Quantity> m_traded;
 };
 
-TEST(Simulator, EveryEventKeepsThePromises) {
-    for (const SimulatorSettings& settings :
-         {SimulatorSettings{.seed = 1}, SimulatorSettings{.seed = 99, .instruments = 1},
-          SimulatorSettings{.seed = 3, .instruments = 3, .ticksPerSecond = 100, .ordersPerInstrument = 1}}) {
-        const auto source = makeSimulator(settings);
-        PromiseKeeper keeper;
-        Tick tick;
-        for (int i = 0; i < 60'000 && !HasFatalFailure(); ++i) {
-            ASSERT_EQ(source->next(tick), TickSource::Next::tick);
-            dispatch(tick, keeper);
-        }
-        EXPECT_GT(keeper.trades, 6'000);
-        EXPECT_GT(keeper.ordersEver(), 6'000u);
-    }
-}
-
-TEST(Simulator, SymbolsAreUniqueInLargeMarkets) {
-    for (const int count : {40'000, 50'000}) {
-        const auto source = makeSimulator({.seed = 1, .instruments = count});
-        std::set<std::string> symbols;
-        Tick tick;
-        for (int i = 0; i < count; ++i) {
-            source->next(tick);
-            symbols.insert(std::get<Instrument>(tick.events.front()).symbol);
-        }
-        EXPECT_EQ(symbols.size(), static_cast<std::size_t>(count));
-    }
-}
-
-TEST(Simulator, TheRateHoldsOnAverageAndRisesInBursts) {
-    constexpr int perSecond = 10'000, ticks = 600'000;
-    const auto source = makeSimulator({.seed = 5, .instruments = 100, .ticksPerSecond = perSecond});
-    Tick tick;
-    std::map<MarketTime, int> ticksOfTenth;
-    MarketTime first = 0, last = 0;
-    for (int i = 0; i < ticks; ++i) {
-        source->next(tick);
-        if (i == 0) first = tick.time;
-        last = tick.time;
-        ++ticksOfTenth[(tick.time - first) / 100'000'000];
-    }
-    const double rate = ticks / (static_cast<double>(last - first) / 1e9);
-    EXPECT_NEAR(rate, perSecond, perSecond * 0.1);
-    int most = 0;
-    for (const auto& entry : ticksOfTenth) most = std::max(most, entry.second);
-    EXPECT_GT(most, perSecond / 10 * 3);
-}
-
-TEST(Simulator, TheNumberOfLiveOrdersSwingsAboutTheOneAimedAt) {
-    const auto source = makeSimulator({.seed = 8, .instruments = 50, .ordersPerInstrument = 4});
+int tradesThatKeepThePromises(const SimulatorSettings& settings) {
+    const auto source = makeSimulator(settings);
     PromiseKeeper keeper;
     Tick tick;
-    for (int i = 0; i < 100'000 && !HasFatalFailure(); ++i) {
-        source->next(tick);
+    for (int i = 0; i < 60'000 && !testing::Test::HasFatalFailure(); ++i) {
+        EXPECT_EQ(source->next(tick), TickSource::Next::tick);
         dispatch(tick, keeper);
-        if (i < 20'000) continue;
-        ASSERT_NEAR(static_cast<double>(keeper.liveOrders()), 180, 80);
     }
+    return keeper.trades;
+}
+
+TEST(Simulator, EveryEventKeepsThePromises) {
+    EXPECT_GT(tradesThatKeepThePromises({.seed = 1}), 6'000);
+    EXPECT_GT(tradesThatKeepThePromises({.seed = 99, .instruments = 1}), 6'000);
+    EXPECT_GT(tradesThatKeepThePromises({.seed = 3, .instruments = 3, .ticksPerSecond = 100, .ordersPerInstrument = 1}),
+              6'000);
+    tradesThatKeepThePromises({.seed = 1, .instruments = 50'000});
 }
 
 }  // namespace

@@ -85,11 +85,8 @@ TEST(Tape, OddButGoodFilesAreRead) {
         {"\xEF\xBB\xBF" + trades + "09:30:00,1,1\n", 1},
         {"\n\n" + trades + "\n09:30:00,1,1\n\n\n", 1},
         {trades, 0},
-        {"Time,Price,Volume", 0},
         {trades + "09:30:00,-400000,0\n", 1},
-        {"1,1,1,1", 1},
         {"9999999999,0,-9999999999,0\r\n", 1},
-        {own, 0},
         {ownWithOne + at + "T0,1.5,7\n1970-01-01 00:00:02\n", 3},
         {"quor-tape 1\n1970-01-01 00:00:00\n", 1},
     };
@@ -102,81 +99,48 @@ TEST(Tape, OddButGoodFilesAreRead) {
     }
 }
 
-TEST(Tape, AnEscapeEndsASymbol) {
-    const TestFile file(own + "1970-01-01 00:00:00;I0,0.05,2,E%2C,A%20\n");
-    const auto instruments = replay(file.name).log.all<Instrument>();
-    ASSERT_EQ(instruments.size(), 1u);
-    EXPECT_EQ(instruments[0].series, "E,");
-    EXPECT_EQ(instruments[0].symbol, "A ");
-}
-
-struct BadCase {
-    std::string bytes;
-    const char* message;  // after the file's name
-};
-
 TEST(Tape, BadLinesAreNamedWithWhatWasFoundAndExpected) {
-    const std::string firstLine =
-        ", expected \"quor-tape 1\", \"Time,Price,Volume\" or a book snapshot of whole numbers";
-    const BadCase cases[] = {
+    const std::pair<std::string, const char*> cases[] = {
+        // what follows the file's name
         {"", " is empty; expected a tape"},
-        {"\r\n\n", " is empty; expected a tape"},
-        {"Time;Price\n", ": line 1: first line: found \"Time;Price\", expected \"quor-tape 1\""},
         {"\0\0\0"s, ": line 1: first line: found \"\\x00\\x00\\x00\", expected"},
-        {"quor-tape 2\n", ": line 1: first line: found \"quor-tape 2\""},
-        {"1,2,3\n", ": line 1: first line: found \"1,2,3\""},
+        {"1,2,3\n",
+         ": line 1: first line: found \"1,2,3\", expected \"quor-tape 1\", \"Time,Price,Volume\" or a book snapshot of "
+         "whole numbers"},
         {trades + "09:30:00,1\n", ": line 2: line: found \"09:30:00,1\", expected three fields: time, price, volume"},
-        {trades + "09:30:00,1,1,1\n", ": line 2: line: found \"09:30:00,1,1,1\""},
         {trades + "\n9:30,1,1\n", ": line 3: time: found \"9:30\", expected a time such as"},
         {trades + "09:30:00,12x,1\n", ": line 2: price: found \"12x\", expected an integer of 1/10000"},
-        {trades + "09:30:00,1.123456789,1\n", ": line 2: price: found \"1.123456789\""},
-        {trades + "09:30:00,99999999999999999999,1\n", ": line 2: price: found"},
         {trades + "09:30:00,1,-5\n", ": line 2: volume: found \"-5\", expected a whole number from 0"},
-        {trades + "09:30:00,1,\n", ": line 2: volume: found \"\""},
         {trades + "09:30:00,1,1\0\n"s, ": line 2: volume: found \"1\\x00\""},
-        {trades + "09:30:00,1,1 \n", ": line 2: volume: found \"1 \""},
         {"1,2,3,4\n1,2,3,4,5,6,7,8\n", ": line 2: line of 8 fields: found \"1,2,3,4,5,6,7,8\", expected 4 fields"},
         {"1,2,3,4\n1,2,3,-4\n", ": line 2: size of bid 1: found \"-4\", expected a whole number from 0"},
         {"1,2,3,4,5,6,7,8\n1,2,3,4,1.5,6,7,8\n", ": line 2: price of ask 2: found \"1.5\", expected an integer"},
-        {"1,2,3,4\n1,2,,4\n", ": line 2: price of bid 1: found \"\""},
-        {own + "x\n", ": line 2: time: found \"x\""},
         {own + at + "\xFFZ\n", ": line 2: event: found \"\\xFFZ\", expected an event that begins with"},
-        {own + at + ";\n", ": line 2: event: found \"\""},
-        {own + at + "T,0,1,1\n", ": line 2: instrument: found \"\""},
         {own + at + "T0,1,1\n", ": line 2: instrument: found \"0\", expected the number of an announced instrument"},
         {own + at + "I1,0,0,EQ,A\n", ": line 2: instrument: found \"1\", expected the next number in turn"},
-        {own + at + "I0,0,0,EQ,\n", ": line 2: symbol: found \"\""},
         {own + at + "I0,0,0,EQ,A%00\n", ": line 2: symbol: found \"A%00\""},
-        {own + at + "I0,0,0,EQ,A%2\n", ": line 2: symbol: found \"A%2\""},
         {own + at + "I0,0,1001,EQ,A\n", ": line 2: levels: found \"1001\""},
         {own + at + "X1\n", ": line 2: order: found \"1\", expected the number of a live order"},
         {ownWithOne + at + "O1,0,B,5,7;O1,0,B,5,7\n",
          ": line 3: order: found \"1\", expected a number that no live order has"},
         {ownWithOne + at + "O1,0,B,5,0\n", ": line 3: quantity: found \"0\", expected a whole number from 1"},
         {ownWithOne + at + "O1,0,C,5,1\n", ": line 3: side: found \"C\", expected B or S"},
-        {ownWithOne + at + "O1,0,B,-,1\n", ": line 3: price: found \"-\""},
         {ownWithOne + at + "O1,0,B,5,1;X1;M1,5,1\n",
          ": line 3: order: found \"1\", expected the number of a live order"},
         {ownWithOne + at + "T0,5\n", ": line 3: event: found \"T0,5\", expected more fields"},
         {ownWithOne + at + "T0,5,1,1\n", ": line 3: event: found \"T0,5,1,1\", expected fewer fields"},
-        {ownWithOne + at + "Q0,l1,l2\n", ": line 3: quote field: found \"l2\""},
         {ownWithOne + at + "Q0,unan\n", ": line 3: value: found \"nan\", expected a number"},
         {ownWithOne + at + "L0,B,2,5,1\n", ": line 3: level: found \"2\", expected a level of the instrument's book"},
         {ownWithOne + at + "L0,B,0,-,1\n", ": line 3: event: found \"L0,B,0,-,1\", expected size 0 with the price -"},
     };
-    for (const BadCase& c : cases) {
-        const TestFile file(c.bytes);
+    for (const auto& [bytes, message] : cases) {
+        const TestFile file(bytes);
         const std::string error = checkTape({file.name, "SYM"});
-        EXPECT_TRUE(error.starts_with(file.name + c.message)) << error << "\n  not " << c.message;
+        EXPECT_TRUE(error.starts_with(file.name + message)) << error << "\n  not " << message;
         const Replay result = replay(file.name);
         EXPECT_EQ(result.state, FeedState::failed);
         EXPECT_EQ(result.error, error);
     }
-    const TestFile file("a,b,c,d\n");
-    EXPECT_TRUE(checkTape({file.name, "SYM"}).ends_with(firstLine));
-}
-
-TEST(Tape, AFileThatIsNotThereIsNamed) {
     EXPECT_EQ(checkTape({"no/such.csv", "SYM"}), "no/such.csv cannot be opened for reading");
     EXPECT_EQ(replay("no/such.csv").error, "no/such.csv cannot be opened for reading");
 }
@@ -194,11 +158,8 @@ TEST(Tape, TheCheckReadsAThousandLinesAndTheFeedStopsWhereALaterOneIsBad) {
         EXPECT_EQ(result.ticks, badLine - 2);
         EXPECT_EQ(result.error, error);
     }
-}
-
-TEST(Tape, EmptyLinesDoNotCarryTheCheckBeyondItsThousandLines) {
     const TestFile file(trades + std::string(2'000, '\n') + "bad\n");
-    EXPECT_EQ(checkTape({file.name, "SYM"}), "");
+    EXPECT_EQ(checkTape({file.name, "SYM"}), "") << "empty lines count";
 }
 
 TEST(Tape, LinesUpToTheLongestAreReadWhereverTheBufferEnds) {
@@ -207,32 +168,17 @@ TEST(Tape, LinesUpToTheLongestAreReadWhereverTheBufferEnds) {
     ASSERT_EQ(longest.size(), longestTapeLine);
     std::string bytes = trades;
     for (int i = 0; i < 3; ++i) bytes += longest + (i == 1 ? "\r\n" : "\n") + "09:30:01,1,1\n";
+    const auto price = [](int i) { return 1 + i * 37 % 100'000; };
+    for (int i = 0; i < 60'000; ++i) bytes += "09:30:00," + std::to_string(price(i)) + ",1\n";
     const TestFile good(bytes);
     const Replay result = replay(good.name);
     EXPECT_EQ(result.state, FeedState::ended) << result.error;
-    EXPECT_EQ(result.ticks, 6);
+    const auto done = result.log.all<Trade>();
+    ASSERT_EQ(done.size(), 60'006u);
+    for (int i = 0; i < 60'000; ++i) ASSERT_EQ(done[static_cast<std::size_t>(i) + 6].price, price(i) * 10'000) << i;
     const TestFile bad(trades + "0" + longest + "\n");
     EXPECT_NE(replay(bad.name).error.find(": line 2: line: found \"009:30:00,"), std::string::npos);
     EXPECT_TRUE(replay(bad.name).error.ends_with("expected a line of at most 1048576 bytes"));
-}
-
-TEST(Tape, ALineIsTheSameWhereverItFallsInTheBuffer) {
-    std::string bytes = trades;
-    for (int i = 0; i < 60'000; ++i) bytes += "09:30:00," + std::to_string(1 + i * 37 % 100'000) + ",1\n";
-    const TestFile file(bytes);
-    const Replay result = replay(file.name);
-    const auto done = result.log.all<Trade>();
-    ASSERT_EQ(done.size(), 60'000u);
-    for (std::size_t i = 0; i < done.size(); ++i)
-        ASSERT_EQ(done[i].price, static_cast<Price>((1 + i * 37 % 100'000) * 10'000)) << i;
-}
-
-void expectSameTicks(const std::vector<Tick>& one, const std::vector<Tick>& other) {
-    ASSERT_EQ(one.size(), other.size());
-    for (std::size_t i = 0; i < one.size(); ++i) {
-        ASSERT_EQ(one[i].time, other[i].time) << i;
-        ASSERT_EQ(one[i].events, other[i].events) << i;
-    }
 }
 
 // Runs a source, recording it; the recording gives the same ticks.
@@ -246,13 +192,17 @@ void expectRoundTrip(std::unique_ptr<TickSource> source, int ticks) {
     ASSERT_TRUE(recorder.close()) << recorder.error();
     const Replay result = replay(file.name);
     EXPECT_EQ(result.state, FeedState::ended) << result.error;
-    expectSameTicks(played.ticks, result.log.ticks);
+    ASSERT_EQ(played.ticks.size(), result.log.ticks.size());
+    for (std::size_t i = 0; i < played.ticks.size(); ++i) {
+        ASSERT_EQ(played.ticks[i].time, result.log.ticks[i].time) << i;
+        ASSERT_EQ(played.ticks[i].events, result.log.ticks[i].events) << i;
+    }
 }
 
 TEST(TapeRecorder, ARecordingGivesTheSameTicks) {
     expectRoundTrip(makeSimulator({.seed = 7, .instruments = 20}), 20'000);
     const TestFile tape(trades + "2012-06-21 09:30:00.017460000,2238200,1\n2012-06-21 09:30:00.19,0.00012345,21\n");
-    expectRoundTrip(openTape({tape.name, "a,b;c%\n\x7F\xA7 d"}), 100);
+    expectRoundTrip(openTape({tape.name, "a,b;c%\n\x7F\xA7 d,"}), 100);
     const TestFile book("1,2,3,4,9999999999,0,-9999999999,0\n1,2,3,4,5,6,2,7\n9999999999,0,-9999999999,0,5,6,2,0\n");
     expectRoundTrip(openTape({book.name, "SYM"}), 100);
 }

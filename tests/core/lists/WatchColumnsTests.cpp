@@ -1,4 +1,6 @@
 #include "src/lists/core/WatchColumns.h"
+#include "src/lists/core/WatchTexts.h"
+#include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -37,12 +39,10 @@ struct Watch {
 };
 
 TEST(WatchColumns, PlacesMeetTheColumns) {
-    EXPECT_EQ(Watch(0, {0, 1, 2}).sequence(), "0 1 2");
     EXPECT_EQ(Watch(0, {2, 0, -1, 1}).sequence(), "1 3 0");
     EXPECT_EQ(Watch(0, {0, 4, 9}).sequence(), "0 1 2") << "gaps close up";
     EXPECT_EQ(Watch(0, {0, 1, 1}).sequence(), "0 2") << "the later of two stays";
     EXPECT_EQ(Watch(0, {0, 300, 1}).sequence(), "0 2") << "a place that no column can have";
-    EXPECT_EQ(Watch(1, {0, 1}).user(2, 33).sequence(), "0 1 112");
     EXPECT_EQ(Watch(1, {1, 2}).user(0, 33).sequence(), "112 0 1");
     EXPECT_EQ(Watch(1, {0, 1}).user(-1, 33).sequence(), "0 1 112") << "a hidden user column comes back";
     EXPECT_EQ(Watch(1, {0, 1}).user(0, 33).sequence(), "0 1 112") << "its place is taken";
@@ -99,7 +99,6 @@ TEST(WatchColumns, ImportsKnowColumnsByName) {
         {"0,0,10,Renamed,1,1,20,Last,CUSTOMCOLUMN,", "-1 1 -1", "100 20 100"},
         {"2,0,10,Bid", "0 1 0", "70 70 10"},                                  // no marker: nothing hides
         {"0,0,10,Symbol,4096,1,20,Last,CUSTOMCOLUMN,", "0 1 2", "70 70 70"},  // does not fit
-        {"0,5000,10,Symbol,CUSTOMCOLUMN,", "0 1 2", "70 70 70"},
     };
     for (const auto& expected : cases) {
         const WatchImport made = importWatch(expected.stored, builtIn);
@@ -110,12 +109,8 @@ TEST(WatchColumns, ImportsKnowColumnsByName) {
 }
 
 TEST(WatchColumns, ImportedUserColumnsAreNumberedAnew) {
-    const WatchImport made = importWatch(
-        "0,0,10,Symbol,CUSTOMCOLUMN,500\xA7"
-        "1\xA7"
-        "60\xA7Twice\xA7i\xA7"
-        "d",
-        records({"Symbol"}));
+    const WatchImport made =
+        importWatch("0,0,10,Symbol,CUSTOMCOLUMN,500\2471\24760\247Twice\247i\247d", records({"Symbol"}));
     ASSERT_EQ(made.userColumns.size(), 1u);
     EXPECT_EQ(text(made.arrays.order), "0 1");
     EXPECT_EQ(text(made.arrays.widths), "10 60");
@@ -123,8 +118,10 @@ TEST(WatchColumns, ImportedUserColumnsAreNumberedAnew) {
 
 // Whatever the arrays hold, each place from 0 up comes once, and the arrays are as long as the records.
 TEST(WatchColumns, EveryPlanIsInStep) {
-    std::mt19937 random(7);
-    for (int round = 0; round < 300; ++round) {
+    const unsigned seed = test::anySeed();
+    SCOPED_TRACE("QUOR_SEED=" + std::to_string(seed));
+    std::mt19937 random(seed);
+    for (long round = test::rounds("QUOR_WATCH_PLANS", 3000); round > 0; --round) {
         const int user = static_cast<int>(random() % 4);
         Watch watch(user, {});
         watch.input.arrays.order.resize(random() % 130);
@@ -146,6 +143,51 @@ TEST(WatchColumns, EveryPlanIsInStep) {
         ASSERT_EQ(places.size(), plan.bySequence.size());
         for (std::size_t i = 0; i < places.size(); ++i) ASSERT_EQ(places[i], static_cast<int>(i));
     }
+}
+
+// "number,place,width,name,id,display" of each column, with blanks between.
+std::string shown(const std::vector<WatchColumn>& columns) {
+    std::string all;
+    for (const WatchColumn& c : columns)
+        all += (all.empty() ? "" : " ") + std::to_string(c.columnIndex) + "," + std::to_string(c.place) + "," +
+               std::to_string(c.width) + "," + c.name.GetString() + "," + c.idForm.GetString() + "," +
+               c.displayForm.GetString();
+    return all;
+}
+
+const std::vector<WatchColumn> kColumns = {{0, 1, 80, "Symbol", {}, {}},
+                                           {1, -1, 0, "Last", {}, {}},
+                                           {112, 0, 60, "Twice", "\"1\" * 2", "\"Last\" * 2"},
+                                           {113, 2, 90, "X", "1", "2"}};
+
+TEST(WatchTexts, AreWrittenByteForByte) {
+    const WatchColumn userWithoutName{112, -1, 0, "", "", ""};
+    EXPECT_STREQ(formatWatchProfile(kColumns), "0,1,80,1,-1,0,112,0,60,113,2,90");
+    EXPECT_STREQ(formatWatchUserColumns({kColumns[2], kColumns[3]}),
+                 "112\247Twice\247\"1\" * 2\247\"Last\" * 2\247113\247X\2471\2472");
+    EXPECT_STREQ(formatWatchExport(kColumns),
+                 "0,1,80,Symbol,1,-1,0,Last,CUSTOMCOLUMN,"
+                 "112\2470\24760\247Twice\247\"1\" * 2\247\"Last\" * 2\247113\2472\24790\247X\2471\2472");
+    EXPECT_STREQ(formatWatchExport({kColumns[0], userWithoutName}), "0,1,80,Symbol,CUSTOMCOLUMN,");
+    EXPECT_STREQ(formatWatchUserColumns({kColumns[0], userWithoutName}), "") << "no column of the user's";
+}
+
+TEST(WatchTexts, ComeBackAsWrittenAndCutOnesGiveWhatTheyHold) {
+    const WatchExport made = parseWatchExport(formatWatchExport(kColumns));
+    EXPECT_TRUE(made.hasMarker);
+    EXPECT_EQ(shown(made.builtIn), shown({kColumns[0], kColumns[1]}));
+    EXPECT_EQ(shown(made.user), shown({kColumns[2], kColumns[3]}));
+    EXPECT_EQ(shown(parseWatchUserColumns(formatWatchUserColumns({kColumns[2]}))),
+              "112,-1,0,Twice,\"1\" * 2,\"Last\" * 2");
+    const std::pair<const char*, const char*> profiles[] = {
+        {"", ""}, {"0,1", ""}, {"0,1,2,3,4", "0,1,2,,,"}, {"x,,-1,y", "0,-1,0,,,"}};
+    for (const auto& [text, columns] : profiles) EXPECT_EQ(shown(parseWatchProfile(text)), columns) << text;
+    EXPECT_EQ(shown(parseWatchUserColumns("112\247A\247i")), "");
+    EXPECT_EQ(shown(parseWatchUserColumns("5\247A\247\247i\247d\247")), "5,-1,0,A,i,d");
+    EXPECT_EQ(shown(parseWatchExport("3").builtIn), "3,-1,0,,,") << "a missing place is hidden";
+    EXPECT_FALSE(parseWatchExport("3,1,2,N,").hasMarker);
+    EXPECT_TRUE(parseWatchExport("CUSTOMCOLUMN").hasMarker);
+    EXPECT_EQ(shown(parseWatchExport("CUSTOMCOLUMN,112\2471\2472\247N\247i").user), "");
 }
 
 }  // namespace

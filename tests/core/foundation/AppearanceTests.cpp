@@ -1,4 +1,7 @@
+// Appearance settings: their stored texts, and who owns what after an assignment.
 #include "src/foundation/core/AppearanceRecords.h"
+#include "src/foundation/core/ColumnRecords.h"
+#include "src/foundation/core/Globals.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +11,9 @@ using namespace quor::foundation;
 
 namespace {
 
-// A record that frees its arrays.
+// Records free nothing themselves, so each test frees what it made.
 struct Record : cCustomizedAppearanceSettings {
+    using cCustomizedAppearanceSettings::operator=;
     Record() = default;
     Record(const Record&) = delete;
     ~Record() { freeKeywordArrays(); }
@@ -27,28 +31,23 @@ std::string looks(const cCustomizedAppearanceSettings& settings) {
 }
 
 std::string keywords(const cCustomizedAppearanceSettings& s) {
-    if (!s.pKeywords) return "none";
-    std::string text;
-    for (INT_PTR i = 0; i < s.pKeywords->GetCount(); ++i) {
+    std::string text = s.pKeywords ? "" : "none";
+    for (INT_PTR i = 0; s.pKeywords && i < s.pKeywords->GetCount(); ++i)
         text += std::string(s.pKeywords->GetAt(i)) + "=" + hex(s.pKeywordColors->GetAt(i)) + ";";
-    }
     return text;
 }
 
 std::string userKeywords(const cCustomizedAppearanceSettings& s) {
-    if (!s.pUserKeywords) return "none";
-    std::string text;
-    for (INT_PTR i = 0; i < s.pUserKeywords->GetCount(); ++i) {
+    std::string text = s.pUserKeywords ? "" : "none";
+    for (INT_PTR i = 0; s.pUserKeywords && i < s.pUserKeywords->GetCount(); ++i)
         text += std::string(s.pUserKeywords->GetAt(i)) + "=" + hex(s.pUserTextColors->GetAt(i)) + "/" +
                 hex(s.pUserBackColors->GetAt(i)) + ";";
-    }
     return text;
 }
 
-TEST(AppearanceRecord, ReadsAs) {
+TEST(AppearanceRecords, ReadAs) {
     struct {
-        const char* text;
-        const char* looks;
+        const char *text, *looks;
         int column;
         const char* keywords;
     } const cases[] = {
@@ -67,7 +66,6 @@ TEST(AppearanceRecord, ReadsAs) {
         {"word,+,A,8", "0 FF00 A 8", -1, "none"},  // no number: the colour stays
         {"0x,0xz,A,8", "0 0 A 8", -1, "none"},
         {"1,,2,A,8", "1 2 A 8", -1, "none"},  // an empty field is none
-        {"1,2,A,8,word,K,1,", "1 2 A 8", -1, "none"},
     };
     for (const auto& row : cases) {
         Record settings;
@@ -75,44 +73,26 @@ TEST(AppearanceRecord, ReadsAs) {
         EXPECT_EQ(looks(settings), row.looks) << row.text;
         EXPECT_EQ(settings.iKeywordColumn, row.column) << row.text;
         EXPECT_EQ(keywords(settings), row.keywords) << row.text;
-        EXPECT_EQ(userKeywords(settings), "none");
     }
-}
-
-TEST(UserAppearanceRecord, ReadsAs) {
-    struct {
-        const char* text;
-        const char* keywords;
-    } const cases[] = {
+    const std::pair<const char*, const char*> users[] = {
         {"0,FF,Arial,9", "none"},
         {"0,FF,Arial,9,Buy,FF,1,sell,FF00,2,", "BUY=FF/1;SELL=FF00/2;"},
         {"0,FF,Arial,9,Buy,FF,1,sell,FF00", "BUY=FF/1;"},  // what was read before the cut stays
-        {"0,FF,Arial,9,Buy", ""},
-    };
-    for (const auto& row : cases) {
+        {"0,FF,Arial,9,Buy", ""}};
+    for (const auto& [text, expected] : users) {
         Record settings;
-        parseUserAppearanceRecord(row.text, settings);
-        EXPECT_EQ(looks(settings), "0 FF Arial 9");
-        EXPECT_EQ(userKeywords(settings), row.keywords) << row.text;
-        EXPECT_EQ(settings.iKeywordColumn, -1);
+        parseUserAppearanceRecord(text, settings);
+        EXPECT_EQ(looks(settings) + keywords(settings), "0 FF Arial 9none") << text;
+        EXPECT_EQ(userKeywords(settings), expected) << text;
     }
 }
 
-TEST(AppearanceRecords, ReadingAgainReplacesTheKeywords) {
-    Record settings;
-    for (const char* keyword : {"old", "new"}) {
-        const std::string text = std::string("0,FF,Arial,9,");
-        parseAppearanceRecord((text + "3," + keyword + ",1,").c_str(), settings);
-        parseUserAppearanceRecord((text + keyword + ",1,2,").c_str(), settings);
-    }
-    EXPECT_EQ(keywords(settings), "NEW=1;");
-    EXPECT_EQ(userKeywords(settings), "NEW=1/2;");
-}
-
-TEST(AppearanceRecords, WhatIsWrittenReadsBack) {
+TEST(AppearanceRecords, WhatIsWrittenReadsBackInPlaceOfWhatWasThere) {
     const char* const record = "A0B0C0,FF,Arial,9,3,BUY,FF,SELL,FF00,";
     const char* const userRecord = "A0B0C0,FF,Arial,9,BUY,FF,1,SELL,FF00,2,";
     Record settings;
+    parseAppearanceRecord("0,FF,Arial,9,3,old,1,", settings);
+    parseUserAppearanceRecord("0,FF,Arial,9,old,1,2,", settings);
     parseAppearanceRecord(record, settings);
     parseUserAppearanceRecord(userRecord, settings);
     EXPECT_STREQ(formatAppearanceRecord(settings), "A0B0C0,FF,Arial,9");  // keywords are not enabled
@@ -124,6 +104,44 @@ TEST(AppearanceRecords, WhatIsWrittenReadsBack) {
     settings.pUserTextColors->RemoveAt(1);
     settings.pUserBackColors->RemoveAll();
     EXPECT_STREQ(formatUserAppearanceRecord(settings), "A0B0C0,FF,Arial,9,BUY,FF,FFFFFFFF,SELL,FF,FFFFFFFF,");
+}
+
+TEST(Appearance, AssignmentCopiesDeeplyKeepsWhatTheSourceLacksAndFreesNothingShared) {
+    Record source, target;
+    parseAppearanceRecord("0,FF,Arial,9,3,buy,1,", source);
+    parseAppearanceRecord("0,FF,Arial,9,3,old,1,", target);
+    cCustomizedAppearanceSettings sharing(target);
+    target = source;
+    source.pKeywords->SetAt(0, "SELL");
+    EXPECT_EQ(keywords(target), "BUY=1;");
+    EXPECT_EQ(target.pUserKeywords, nullptr);
+    EXPECT_EQ(keywords(sharing), "OLD=1;");  // a read of freed memory if assignment freed it
+    sharing.freeKeywordArrays();
+
+    const CStringArray* kept = target.pKeywords;
+    target = cCustomizedAppearanceSettings();
+    EXPECT_EQ(target.pKeywords, kept);
+    EXPECT_EQ(looks(target), "0 FF00 MS Shell Dlg 2 8");
+    EXPECT_EQ(target.iKeywordColumn, -1);
+}
+
+TEST(Appearance, GlobalIsHandedOutSharedAndTakenInDeep) {
+    Record mine;
+    parseAppearanceRecord("0,FF,Arial,9,3,buy,1,", mine);
+    EXPECT_TRUE(Set_Apperance_setting(mine));
+    const cCustomizedAppearanceSettings first = Get_Apperance_setting();
+    EXPECT_NE(first.pKeywords, mine.pKeywords);
+    EXPECT_EQ(first.pKeywords, Get_Apperance_setting().pKeywords);
+    EXPECT_EQ(first.iKeywordColumn, 3);
+    cCustomizedAppearanceSettings(first).freeKeywordArrays();  // the test ends the global's arrays with itself
+}
+
+TEST(ColumnRecord, LongNamesAreCutAndTerminated) {
+    sQuorColInfo column;
+    setColumnName(column, CString('x', 200));
+    EXPECT_STREQ(column.szColumnName, CString('x', 63));
+    setColumnName(column, "Qty");
+    EXPECT_STREQ(column.szColumnName, "Qty");
 }
 
 }  // namespace
