@@ -74,7 +74,7 @@ MUTANTS = [
     core("filter-several-limits", "grid/core/FilterTokens.cpp", "m_greater = std::min(m_greater, number);",
          "m_greater = std::max(m_greater, number);", "FilterTokens*", "of several > the greatest decides"),
     core("filter-removed", "grid/core/FilterStore.cpp", "        m_compiled.erase(m_compiled.begin() + found);\n", "",
-         "FilterStore*", "after a filter was emptied, the next column's is judged by its texts"),
+         "GridMix*", "after a filter was emptied, the next column's is judged by its texts"),
     shell("filter-exact-once", "grid/FilterListCtrlFilter.cpp", "    if (walk.gone()) return;\n    MatchExact = 0;\n",
           "    if (walk.gone()) return;\n", "grid_tests:*Filter*", "an exact filter makes all later ones exact"),
     shell("filter-setter-mute", "grid/FilterListCtrlFilter.cpp", "        if (i + 1 == count) SetDoFilter(1);\n", "",

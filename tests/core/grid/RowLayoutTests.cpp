@@ -15,24 +15,11 @@ RowLayout scrolled() {
     return layout;
 }
 
-TEST(RowLayout, RowsStandBelowTheHeaderAndMoveWithTheScroll) {
-    const RECT rect = scrolled().rowRect(102);
-    EXPECT_EQ(rect.left, -30);
-    EXPECT_EQ(rect.right, 370);
-    EXPECT_EQ(rect.top, 52);
-    EXPECT_EQ(rect.bottom, 68);
-}
-
 TEST(RowLayout, ARowFarAwayHasARectangleThatDoesNotWrap) {
     RowLayout layout = scrolled();
     EXPECT_GT(layout.rowRect(INT_MAX).top, 1000);
     layout.topIndex = INT_MAX;
     EXPECT_LT(layout.rowRect(0).bottom, -1000);
-}
-
-TEST(RowLayout, ThePageEndsAtTheLastRow) {
-    EXPECT_EQ(scrolled().pageEnd(1000), 109);
-    EXPECT_EQ(scrolled().pageEnd(105), 104);
 }
 
 TEST(RowLayout, AFallingCountPullsThePageUp) {
@@ -55,19 +42,6 @@ TEST(DirtyArea, AFlushKeepsTheRectangleAndForgetsTheNews) {
     const RECT rect = dirty.flush(layout);
     EXPECT_EQ(rect.top, 36);
     EXPECT_EQ(rect.bottom, 100);
-}
-
-// A row stays where it stood when it changed, whatever scrolls afterwards.
-TEST(DirtyArea, RowsAreFoldedInTheLayoutOfTheirTime) {
-    RowLayout layout = scrolled();
-    DirtyArea dirty;
-    dirty.addRow(layout, 105);
-    dirty.fold(layout);
-    layout.topIndex = 200;
-    dirty.addRow(layout, 201);
-    const RECT rect = dirty.flush(layout);
-    EXPECT_EQ(rect.top, 36);
-    EXPECT_EQ(rect.bottom, 116);
 }
 
 }  // namespace

@@ -22,26 +22,6 @@ struct StoreSort : testing::Test {
     StoreHarness grid;
 };
 
-TEST_F(StoreSort, RowsKnowTheirSlotsAfterwards) {
-    fill(4);
-    grid.reorder({2, 0, 3, 1});
-    EXPECT_EQ(shown(), "cadb");
-    EXPECT_EQ(grid.store.displayOrder(), (std::vector<std::int32_t>{2, 0, 3, 1}));
-    EXPECT_EQ(grid.store.displayedInMapOrder(), (std::vector<std::int32_t>{0, 1, 2, 3}));
-    EXPECT_EQ(grid.store.Check(), "");
-    EXPECT_EQ(grid.store.slotOf(rows[3].get()), 2);
-}
-
-TEST_F(StoreSort, RowsOutOfTheDisplayStayOut) {
-    fill(4);
-    grid.test.function = [](const void*, RowData data) { return rowOf(data)->value != 1; };
-    grid.rebuild();
-    grid.reorder({3, 2, 0});
-    EXPECT_EQ(shown(), "dca");
-    EXPECT_EQ(grid.store.displayedInMapOrder(), (std::vector<std::int32_t>{0, 2, 3}));
-    EXPECT_EQ(grid.store.Check(), "");
-}
-
 TEST_F(StoreSort, ANewMapOrderTakesChecksAndTombstonesAlong) {
     fill(4);
     grid.store.setCheckOfMapIndex(3, 1);

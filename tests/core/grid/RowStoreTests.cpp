@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <sstream>
-#include <stdexcept>
 
 using namespace quor::grid;
 
@@ -219,32 +218,6 @@ TEST(RowStore, AHiddenWindowIsNeverDirty) {
     grid.harness().setLayout({.rowHeight = 10, .countPerPage = 4, .totalWidth = 100});
     grid.run("+a +b! ~a -a end");
     EXPECT_FALSE(grid.harness().store.hasNews());
-}
-
-TEST(RowStore, ReserveRefusesWhatNoStoreCanHold) {
-    RowStore store;
-    store.reserve(1000);
-    try {
-        store.reserve(-1);
-        FAIL() << "no exception";
-    } catch (const std::length_error& error) {
-        EXPECT_STREQ(error.what(), "vector too long");
-    }
-}
-
-TEST(RowStore, TombstonesCountAsItemsAndNotAsDisplayed) {
-    Pictured grid(false);
-    grid.run("+a +b +c end -a -c end +d end");
-    EXPECT_EQ(grid.harness().store.itemCount(), 4);
-    EXPECT_EQ(grid.harness().store.displayCount(), 2);
-}
-
-TEST(RowStore, ARebuildReturnsToMapOrderAndPassesTombstonesBy) {
-    Pictured grid(false);
-    grid.run("<5 +a +b +c +d end b=7 ~b b=1 ~b -c end a=9");
-    grid.harness().rebuild();
-    EXPECT_EQ(grid.picture(), "bd");
-    EXPECT_EQ(grid.harness().store.Check(), "");
 }
 
 // The fourth grid is the second one outside the row; grids leave in an order that empties both places.

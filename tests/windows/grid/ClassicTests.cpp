@@ -35,8 +35,6 @@ TEST_P(ClassicOnEachRoad, StepsEndInThePictureOfTheTable) {
     };
     const auto data = [this](const char* name) { return dataOf(row(name)); };
     const Step table[] = {
-        {"0 appends", false, "abc", [](auto& grid) { return grid.GetDisplayCount(); }, 3, "abc"},
-        {"the newest on top", true, "abc", [](auto& grid) { return grid.GetDisplayCount(); }, 3, "cba"},
         {"an insertion in the middle", false, "abc",
          [&](auto& grid) {
              const int mapIndex = grid.InsertItem(1, "");
@@ -44,8 +42,6 @@ TEST_P(ClassicOnEachRoad, StepsEndInThePictureOfTheTable) {
              return mapIndex;
          },
          1, "axbc"},
-        {"data for a full last row replace those of the item", false, "ab",
-         [&](auto& grid) { return grid.SetItemData(0, data("x")); }, 1, "xb"},
         {"data beyond the rows", false, "ab", [&](auto& grid) { return grid.SetItemData(7, data("x")); }, 0, "ab"},
         {"delete by visual index", true, "abc", [](auto& grid) { return grid.DeleteItem(0); }, 1, "ba"},
         {"delete beyond the rows", false, "ab", [](auto& grid) { return grid.DeleteItem(2); }, 0, "ab"},
@@ -100,25 +96,6 @@ TEST_F(Classic, WithoutACallbackNothingIsStored) {
     EXPECT_EQ(grid.DeleteItem(0), 0);
 }
 
-TEST_F(Classic, ChangesInvalidateWhatMoved) {
-    CFilterListCtrl grid;
-    createClassic(grid);
-    append(grid, "abcd");
-    pumpUntilIdle();
-    CRect client, second;
-    grid.GetClientRect(&client);
-    grid.GetItemRect(1, &second, LVIR_BOUNDS);
-    grid.RedrawWindow();
-    ASSERT_TRUE(dirty(grid).IsRectEmpty());
-    grid.RepaintMapItem(1);
-    EXPECT_EQ(dirty(grid), second);
-    grid.ValidateRect(nullptr);
-    grid.InsertItem(1, "");
-    grid.SetItemData(1, dataOf(row("x")));
-    EXPECT_LE(dirty(grid).top, second.top);
-    EXPECT_EQ(dirty(grid).bottom, client.bottom);
-}
-
 // The repaint timer has the auto-sort timer's id, and is over after one shot.
 TEST_F(Classic, ADeletedRowRepaintsTheWholeAreaAfterHalfASecond) {
     CFilterListCtrl grid;
@@ -131,24 +108,6 @@ TEST_F(Classic, ADeletedRowRepaintsTheWholeAreaAfterHalfASecond) {
     owner.asked = 0;
     EXPECT_TRUE(pumpFor([this] { return owner.asked >= 2; }, 2000));
     EXPECT_FALSE(::KillTimer(grid, 1));
-}
-
-TEST_F(Classic, ChecksFollowTheirRows) {
-    CFilterListCtrl grid;
-    createClassic(grid, true);
-    append(grid, "abc");
-    EXPECT_EQ(grid.SetCheck(0, 1), 1);  // c
-    EXPECT_EQ(grid.SetMapItemCheck(0, 1), 1);
-    EXPECT_EQ(grid.SetCheck(3, 1), 0);
-    EXPECT_EQ(grid.SetMapItemCheck(3, 1), 0);
-    EXPECT_EQ(grid.GetCheck(3), 0);
-    EXPECT_EQ(grid.GetCheck(2), 1);
-    EXPECT_EQ(grid.GetMapItemCheck(2), 1);
-    EXPECT_EQ(grid.GetCheckedItemCount(), 2);
-    grid.DeleteItem(1);
-    EXPECT_EQ(grid.GetCheck(1), 1);
-    grid.ResetCheckedItems();
-    EXPECT_EQ(grid.GetCheckedItemCount(), 0);
 }
 
 TEST_F(Classic, TypingFindsTheMarkedRow) {

@@ -57,7 +57,10 @@ TEST_F(ColumnWidths, OnlyTheCellsInViewAreAskedForAndOnlyWhereTheyCount) {
     EXPECT_GT(grid.WidestCellInView(0), 10 * name);
 }
 
-TEST_F(ColumnWidths, AnOwnerMayDestroyTheListThatAsksForATextToMeasure) {
+// By the command, or by a double click on a divider.
+class ColumnWidthsAskedFor : public ColumnWidths, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(ColumnWidthsAskedFor, AnOwnerMayDestroyTheListThatAsksForATextToMeasure) {
     class Asking : public Owner {
     public:
         int text(DWORD_PTR, int, CString& text, COLORREF&, COLORREF&, int&) {
@@ -72,11 +75,20 @@ TEST_F(ColumnWidths, AnOwnerMayDestroyTheListThatAsksForATextToMeasure) {
     asking.list = &grid;
     grid.SetOwner(&asking);
     grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&Asking::text));
-    grid.AutoSizeColumns(kFitColumnsToData);
+    CRect item;
+    grid.GetHeaderCtrl()->GetItemRect(1, &item);
+    const LPARAM divider = MAKELPARAM(item.right - 1, 5);
+    if (GetParam()) {
+        grid.AutoSizeColumns(kFitColumnsToData);
+    } else {
+        grid.GetHeaderCtrl()->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, divider);
+    }
     EXPECT_EQ(asking.left, 0) << "and nobody was asked afterwards";
     EXPECT_EQ(grid.m_hWnd, nullptr);
     asking.DestroyWindow();
 }
+
+INSTANTIATE_TEST_SUITE_P(, ColumnWidthsAskedFor, ::testing::Bool());
 
 }  // namespace
 }  // namespace grid_tests

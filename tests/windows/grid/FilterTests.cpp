@@ -65,25 +65,6 @@ protected:
 using GridFilterOnEachRoad = test::OnEachRoad<GridFilter>;
 INSTANTIATE_TEST_SUITE_P(, GridFilterOnEachRoad, test::eachRoad, test::roadName);
 
-TEST_F(GridFilter, RowsPassAllColumnsAndFollowTheirUpdates) {
-    begin();
-    addSix();
-    EXPECT_EQ(filtered({{1, "x"}}), "acdf");
-    EXPECT_EQ(filtered({{1, "x"}, {2, ">1"}}), "cd");
-    EXPECT_EQ(filtered({{1, "*y"}, {2, "<5~>10"}}), "bd");
-    EXPECT_EQ(filtered({{1, "~"}}), "");
-    EXPECT_EQ(filtered({}), "abcdef");
-    EXPECT_EQ(filtered({{1, "X"}}), "acdf");
-    row("b")->cells[1] = "xx";
-    EXPECT_EQ(grid.UpdateRow(row("b")), 1);
-    row("a")->cells[1] = "";
-    EXPECT_EQ(grid.UpdateRow(row("a")), -1);
-    add("g", "Y", "1");
-    EXPECT_EQ(picture(grid), "cdfb");  // a row comes in behind those that arrived after it
-    grid.PopulateList();
-    EXPECT_EQ(picture(grid), "bcdf");
-}
-
 // Such a control makes its header late.
 TEST_P(GridFilterOnEachRoad, AGridThatWasCreatedHiddenFiltersToo) {
     begin(false, (kGridStyle | LVS_OWNERDRAWFIXED) & ~WS_VISIBLE);
@@ -115,20 +96,6 @@ TEST_F(GridFilter, TheHostIsAskedUpToTheFirstFilterThatFails) {
     EXPECT_EQ(owner.asked, 1);
     EXPECT_EQ(grid.CheckForFilteredData(dataOf(row("b"))), 1);
     EXPECT_EQ(owner.asked, 3);
-}
-
-// A callback that writes no text leaves an empty cell, not that of the row before.
-TEST_F(GridFilter, NoCellInheritsTheTextOfTheRowBefore) {
-    begin();
-    addSix();
-    row("b")->cells.erase(1);
-    EXPECT_EQ(filtered({{1, "x"}}), "acdf");
-}
-
-TEST_F(GridFilter, ReverseDisplayShowsTheNewestOnTop) {
-    begin(true);
-    addSix();
-    EXPECT_EQ(filtered({{1, "x"}}), "fdca");
 }
 
 TEST_F(GridFilter, BadArgumentsOfTheArrayFormChangeNothing) {
@@ -322,27 +289,6 @@ protected:
         CString filter = text;
         return grid.SetMapColumnFilter(columnIndex, filter, exact);
     }
-    int setAll(std::initializer_list<std::pair<int, const char*>> filters, int exact = 0) {
-        CArray<int, int> columns;
-        CArray<CString, CString> texts;
-        for (const auto& [column, text] : filters) {
-            columns.Add(column);
-            texts.Add(text);
-        }
-        return grid.SetMapColumnFilter(&columns, &texts, exact);
-    }
-    // Takes the column off the screen; those behind move up.
-    void hide(int columnIndex) {
-        CArray<int, int> places, widths;
-        for (int i = 0; i < 3; ++i) {
-            if (i == columnIndex) continue;
-            places.Add(grid.m_arrOrder.GetAt(i));
-            widths.Add(60);
-        }
-        grid.LoadHeaders(&places, &widths);
-        ASSERT_EQ(grid.m_arrOrder.GetAt(columnIndex), -1);
-        store();
-    }
     std::string populated() {
         grid.PopulateList();
         return picture(grid);
@@ -353,24 +299,6 @@ protected:
 
 using GridFilterBarOnEachRoad = test::OnEachRoad<GridFilterBar>;
 INSTANTIATE_TEST_SUITE_P(, GridFilterBarOnEachRoad, test::eachRoad, test::roadName);
-
-TEST_P(GridFilterBarOnEachRoad, AFieldsTextReachesStoreAndOwner) {
-    CString text = "x";
-    EXPECT_EQ(grid.SetVisibleColumnFilter(1, text, 0), 1);
-    EXPECT_EQ(field(1), "x");
-    EXPECT_EQ(store(), "1=x (1)");
-    EXPECT_EQ(picture(grid), "abcdef");  // the owner rebuilds, not the grid
-    EXPECT_EQ(populated(), "acdf");
-    EXPECT_EQ(setOne(2, ">1"), 1);
-    EXPECT_EQ(store(), "1=x 2=>1 (1)");
-    EXPECT_EQ(populated(), "cd");
-    setOne(1, "");
-    EXPECT_EQ(store(), "2=>1 (1)");
-    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
-    EXPECT_EQ(store(), "(1)");
-    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
-    EXPECT_EQ(store(), "(0)");
-}
 
 // Custom draw brings the whole item; what lies below its caption is the header's.
 TEST_F(GridFilterBar, ATintedItemIsPaintedInItsCaptionAlone) {
@@ -403,67 +331,6 @@ TEST_F(GridFilterBar, DoFilterZeroSwallowsEverything) {
     setOne(1, "x");
     EXPECT_EQ(store(), "(0)");
     EXPECT_EQ(field(1), "x");
-}
-
-TEST_F(GridFilterBar, ManyFiltersAreOneNotification) {
-    setOne(0, "old");
-    store();
-    EXPECT_EQ(setAll({{2, ">1"}, {0, "*"}, {1, "x"}}), 1);
-    EXPECT_EQ(store(), "2=>1 0=* 1=x (1)");
-    EXPECT_EQ(grid.CheckDoFilter(), 1);
-    EXPECT_EQ(populated(), "cd");
-    EXPECT_EQ(setAll({}), 1);
-    EXPECT_EQ(store(), "(1)");
-    EXPECT_EQ(field(0) + field(1) + field(2), "");
-}
-
-TEST_F(GridFilterBar, AColumnThatIsHiddenIsStoredAndOnlyRemovedWithAll) {
-    hide(2);
-    setOne(1, "x");
-    store();
-    setOne(2, ">1");
-    EXPECT_EQ(store(), "1=x 2=>1 (1)");
-    EXPECT_EQ(populated(), "cd");
-    EXPECT_EQ(grid.RemoveMapColumnFilter(2), 1);
-    EXPECT_EQ(store(), "1=x 2=>1 (0)");
-    grid.SendMessage(WM_COMMAND, kCommandResetFilters);
-    EXPECT_EQ(store(), "(1)");
-    // The empty text that makes the header notify is the filter of the first place.
-    setOne(0, "a");
-    store();
-    setOne(2, ">1");
-    EXPECT_EQ(store(), "2=>1 (1)");
-    // With several at once the first place gets its own text back.
-    setAll({{0, "c"}, {2, ">1"}});
-    EXPECT_EQ(store(), "0=c 2=>1 (1)");
-    EXPECT_EQ(populated(), "c");
-}
-
-TEST_F(GridFilterBar, ExactLastsForOneRebuild) {
-    setOne(1, "x", 1);
-    EXPECT_EQ(populated(), "acf");
-    EXPECT_EQ(populated(), "acdf");
-    setAll({{1, "x"}}, 1);
-    EXPECT_EQ(populated(), "acf");
-}
-
-TEST_F(GridFilterBar, TheMenusChoiceLastsAndAsksForARebuild) {
-    const auto choose = [&] {
-        MSG command{grid.m_hWnd, WM_COMMAND, kCommandMatchExactly, 0, 0, {}};
-        EXPECT_TRUE(grid.PreTranslateMessage(&command));
-    };
-    setOne(1, "x");
-    store();
-    choose();
-    EXPECT_EQ(store(), "1=x (1)");
-    EXPECT_EQ(populated(), "acf");
-    EXPECT_EQ(populated(), "acf");
-    choose();
-    EXPECT_EQ(populated(), "acdf");
-    grid.RemoveAllFilters();
-    store();
-    choose();
-    EXPECT_EQ(store(), "(1)");
 }
 
 TEST_F(GridFilterBar, ALongFilterIsCutToTheBuffer) {

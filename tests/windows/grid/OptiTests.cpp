@@ -7,15 +7,7 @@
 namespace grid_tests {
 namespace {
 
-class Opti : public GridFixture {
-protected:
-    // "name mapIndex visual" of a row.
-    std::string numbers(const std::string& name, CFilterListCtrl& grid) {
-        int mapIndex, visual;
-        CFilterListCtrl::getRowIndices(row(name), &grid, mapIndex, visual);
-        return name + " " + std::to_string(mapIndex) + " " + std::to_string(visual);
-    }
-};
+class Opti : public GridFixture {};
 
 using OptiOnEachRoad = test::OnEachRoad<Opti>;
 INSTANTIATE_TEST_SUITE_P(, OptiOnEachRoad, test::eachRoad, test::roadName);
@@ -51,39 +43,6 @@ TEST_P(OptiOnEachRoad, BatchesKeepSelectionAndFocusOnTheirRows) {
         processEndofBatchUpdates();
         EXPECT_EQ(picture(grid), batch.after);
     }
-}
-
-TEST_F(Opti, AnOpenBatchShowsDeletedRowsAsEmptyOnes) {
-    CFilterListCtrl grid;
-    createOpti(grid);
-    fill(grid, "abc");
-    EXPECT_EQ(grid.DeleteRow(row("b"), false), 1);
-    freeRow("b");  // the batch is open, and the grid has let go of the row
-    grid.RedrawWindow();
-    EXPECT_EQ(picture(grid), "a_c");
-    EXPECT_EQ(grid.GetItemData(1), 0u);
-    EXPECT_EQ(grid.GetItemText(1, 0), "");
-    processEndofBatchUpdates();
-    EXPECT_EQ(picture(grid), "ac");
-    EXPECT_EQ(grid.GetItemCount(), 3);
-    EXPECT_EQ(grid.GetDisplayCount(), 2);
-}
-
-TEST_F(Opti, ARowKnowsItsPlaceInEveryGrid) {
-    CFilterListCtrl forward, reversed, third;
-    createOpti(forward);
-    createOpti(reversed, true);
-    createOpti(third);
-    fill(forward, "abc");
-    fill(reversed, "cba");
-    fill(third, "b");
-    EXPECT_EQ(numbers("a", forward), "a 0 0");
-    EXPECT_EQ(numbers("a", reversed), "a 2 0");
-    EXPECT_EQ(numbers("b", third), "b 0 0");
-    EXPECT_EQ(numbers("a", third), "a -1 -1");
-    EXPECT_EQ(reversed.GetMapIndexFromDisplayIndex(0), 0);  // a slot: the oldest, which stands last
-    EXPECT_EQ(reversed.GetMapIndexFromDisplayIndex(3), -1);
-    EXPECT_EQ(rowOf(reversed.GetItemData(0))->name, "a");
 }
 
 TEST_F(Opti, TheVoidPointerOfARowIsThatOfItsGridPart) {
@@ -138,22 +97,6 @@ TEST_F(Opti, ClassicCallsAreRefusedWithABoxAndLeaveTheStore) {
     EXPECT_EQ(grid.GetItemCount(), 2);
 }
 
-TEST_F(Opti, ItemOperationsGoToTheRow) {
-    CFilterListCtrl grid;
-    createOpti(grid, true);
-    fill(grid, "abcd");  // d on top
-    EXPECT_EQ(grid.DeleteItem(0), 3);
-    EXPECT_EQ(grid.DeleteItem(0), 0);  // a tombstone now
-    EXPECT_EQ(grid.DeleteMapItem(0), 0);
-    EXPECT_EQ(grid.DeleteMapItem(0), 0);
-    EXPECT_EQ(grid.DeleteMapItem(9), 0);
-    EXPECT_EQ(grid.RepaintMapItem(1), 0);
-    EXPECT_EQ(grid.RepaintDisplayItem(9), 0);
-    EXPECT_EQ(picture(grid), "_cb_");
-    processEndofBatchUpdates();
-    EXPECT_EQ(picture(grid), "cb");
-}
-
 TEST_F(Opti, TheModeIsEnteredOnceAndForGood) {
     CFilterListCtrl grid;
     create(grid);
@@ -167,32 +110,6 @@ TEST_F(Opti, TheModeIsEnteredOnceAndForGood) {
     EXPECT_TRUE(grid.GetOptiDataMode());
     EXPECT_EQ(CFilterListCtrl::g_OptiDataFilterLists.GetCount(), before + 1);
     EXPECT_TRUE(grid.GetExtendedStyle() & LVS_EX_DOUBLEBUFFER);
-}
-
-TEST_F(Opti, EmptyingLetsGoOfEveryRow) {
-    CFilterListCtrl grid;
-    createOpti(grid);
-    fill(grid, "ab*!c");
-    EXPECT_EQ(grid.DeleteAllItems(), 1);
-    EXPECT_EQ(numbers("b", grid), "b -1 -1");
-    EXPECT_EQ(picture(grid), "");
-    EXPECT_EQ(grid.GetItemCount(), 0);
-    fill(grid, "cb");
-    EXPECT_EQ(picture(grid), "cb");
-    EXPECT_EQ(grid.DeleteAllMapListItems(), 1);
-    EXPECT_EQ(grid.DeleteRow(row("c"), true), -1);
-}
-
-TEST_F(Opti, ARebuildPassesDeletedRowsBy) {
-    CFilterListCtrl grid;
-    createOpti(grid);
-    fill(grid, "abc");
-    grid.DeleteRow(row("b"), false);
-    grid.PopulateList();
-    EXPECT_EQ(picture(grid), "ac");
-    EXPECT_EQ(numbers("c", grid), "c 2 1");
-    processEndofBatchUpdates();
-    EXPECT_EQ(picture(grid), "ac");
 }
 
 TEST_F(Opti, ReserveRefusesWhatNoStoreCanHold) {
@@ -323,27 +240,6 @@ TEST_F(Flush, ATickMarksTheRowsThatChangedWhereTheyStand) {
         EXPECT_EQ(dirtyRect, CRect(first.left, first.top, first.right, last.bottom) & client);
         fresh.DeleteAllItems();
     }
-}
-
-// What changed before the list scrolled is repainted where it stood then.
-TEST_F(Flush, ATickBeforeAScrollMarksWhereTheRowStood) {
-    for (char name = '0'; name <= 'Z'; ++name) grid.AddRow(row({name}), false);
-    processEndofBatchUpdates();
-    grid.SendMessage(WM_TIMER, 4001);
-    pumpUntilIdle();
-    CRect before;
-    grid.GetItemRect(20, &before, LVIR_BOUNDS);  // below the page: outside of everything dirty so far
-    CRect client;
-    grid.GetClientRect(&client);
-    ASSERT_GT(before.top, client.bottom);
-    grid.UpdateRow(rowOf(grid.GetItemData(20)));
-    grid.Scroll(CSize(0, before.top - client.bottom / 2));
-    grid.SetWindowPos(nullptr, 0, 0, client.right, before.bottom + 50, SWP_NOMOVE | SWP_NOZORDER);
-    pumpUntilIdle();
-    grid.SendMessage(WM_TIMER, 4001);
-    CRect dirtyRect;
-    grid.GetUpdateRect(&dirtyRect);
-    EXPECT_EQ(dirtyRect.bottom, before.bottom);
 }
 
 // Hiding a parent sends the list nothing, and showing it again nothing but paint.
