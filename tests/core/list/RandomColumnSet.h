@@ -41,7 +41,7 @@ public:
 
 private:
     CString name(int number) {
-        std::string text = std::to_string(number);
+        std::string text = std::to_string(number) + ":";
         for (int i = below(12); i > 0; --i) {
             const char c = static_cast<char>(1 + below(255));
             text += c == ',' || c == '#' ? '.' : c;
