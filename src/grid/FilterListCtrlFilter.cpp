@@ -33,11 +33,12 @@ public:
 // ---- The test of a row
 
 // A walk asks with a text of the store, which has it compiled.
-int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
-    const bool exact = matchesExactly();
-    if (const int own = m_parts->filters.indexOf(filter); own != -1)
-        return m_parts->filters.tokensAt(own, exact).passes(cell);
-    return FilterTokens({filter.GetString(), static_cast<std::size_t>(filter.GetLength())}, exact).passes(cell);
+inline int CFilterListCtrl::IsItemMatchingFilter(CString& cell, CString& filter) {
+    const std::string_view text(cell.GetString(), static_cast<std::size_t>(cell.GetLength()));
+    const int own = m_parts->filters.indexOf(filter);
+    if (own != -1) return m_parts->filters.tokensAt(own, matchesExactly()).passes(text);
+    return FilterTokens({filter.GetString(), static_cast<std::size_t>(filter.GetLength())}, matchesExactly())
+        .passes(text);
 }
 
 // The host may end the grid, change its filters or free the row while it gives a text.

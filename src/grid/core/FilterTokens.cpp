@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -44,6 +45,7 @@ bool equalFolded(const char* text, std::string_view lower) {
 }
 
 constexpr std::size_t kWordSize = sizeof(std::uint64_t);
+constexpr std::uint64_t kEach = 0x0101010101010101;  // times a byte: that byte eight times
 
 // Eight bytes from here on.
 std::uint64_t wordAt(const char* text) {
@@ -55,22 +57,48 @@ std::uint64_t wordAt(const char* text) {
 // fold of each byte. The sums of a byte's lower seven bits reach its top bit from A, or from behind Z, on; a byte with
 // a top bit of its own is no letter.
 std::uint64_t foldedWord(std::uint64_t word) {
-    constexpr std::uint64_t kEach = 0x0101010101010101;
     const std::uint64_t low = word & 0x7f * kEach;
     const std::uint64_t fromA = low + (0x80 - 'A') * kEach, behindZ = low + (0x80 - 'Z' - 1) * kEach;
     const std::uint64_t capitals = (fromA ^ behindZ) & ~word & 0x80 * kEach;
     return word | capitals >> 2;  // 0x80 becomes the bit that tells a from A
 }
 
+// The top bit of each byte that is this one.
+std::uint64_t bytesThatAre(std::uint64_t word, char c) {
+    const std::uint64_t other = word ^ kEach * static_cast<unsigned char>(c);
+    return ~(((other & 0x7f * kEach) + 0x7f * kEach) | other) & 0x80 * kEach;
+}
+
 bool endsWith(std::string_view cell, std::string_view lower) {
     return cell.size() >= lower.size() && equalFolded(cell.data() + (cell.size() - lower.size()), lower);
 }
 
+// The folded word of a cell from a byte on; zeros, which no text has, behind its end. The cell ends with NUL: seven
+// bytes and that fill a word.
+std::uint64_t cellWord(std::string_view cell, std::size_t from) {
+    std::uint64_t word = 0;
+    if (cell.size() + 1 >= from + kWordSize) {
+        word = wordAt(cell.data() + from);
+    } else {
+        std::memcpy(&word, cell.data() + from, cell.size() - from);
+    }
+    return foldedWord(word);
+}
+
+// Eight places at a time, by the first two bytes; of the last place in a word only the first is known.
 bool contains(std::string_view cell, std::string_view lower) {
+    constexpr std::uint64_t kLastPlace = 0x80ull << 56;
     if (cell.size() < lower.size()) return false;
-    const char* const last = cell.data() + (cell.size() - lower.size());
-    for (const char* at = cell.data(); at <= last; ++at)
-        if (fold(*at) == lower.front() && equalFolded(at, lower)) return true;
+    const std::size_t last = cell.size() - lower.size();
+    for (std::size_t from = 0; from <= last; from += kWordSize) {
+        const std::uint64_t word = cellWord(cell, from);
+        std::uint64_t places = bytesThatAre(word, lower.front());
+        if (lower.size() > 1) places &= bytesThatAre(word, lower[1]) >> 8 | kLastPlace;
+        for (; places != 0; places &= places - 1) {
+            const std::size_t place = from + static_cast<std::size_t>(std::countr_zero(places)) / 8;
+            if (place <= last && equalFolded(cell.data() + place, lower)) return true;
+        }
+    }
     return false;
 }
 
@@ -165,17 +193,10 @@ bool FilterTokens::TextSet::containsWhole(std::string_view cell) const {
     return holds(hash, cell);
 }
 
-// A cell of seven bytes and its NUL fill a word; a shorter one is put into one, zeros behind it. A text that is longer
-// than the cell has a byte where the word has a zero.
+// A text that is longer than the cell has a byte where the word has a zero.
 bool FilterTokens::TextSet::beginsWithOneOfFew(std::string_view cell) const {
     if (m_words.empty()) return false;
-    std::uint64_t first = 0;
-    if (cell.size() + 1 >= kWordSize) {
-        first = foldedWord(wordAt(cell.data()));
-    } else {
-        std::memcpy(&first, cell.data(), cell.size());
-        first = foldedWord(first);
-    }
+    const std::uint64_t first = cellWord(cell, 0);
     for (std::size_t i = 0; i < m_words.size(); ++i) {
         const Text& text = m_texts[i];
         if (((first ^ m_words[i].bytes) & m_words[i].mask) != 0 || text.length > cell.size()) continue;
