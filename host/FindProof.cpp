@@ -14,8 +14,8 @@
 #include "host/TerminalRun.h"
 #include "host/core/Utf8.h"
 #include "host/core/WatchStore.h"
-#include "platform/win/UserInput.h"
-#include "platform/win/WindowCapture.h"
+#include "platform/proving/UserInput.h"
+#include "platform/proving/WindowCapture.h"
 #include "src/grid/FilterText.h"
 
 namespace terminal {

@@ -9,6 +9,7 @@
 #include "host/Theme.h"
 #include "host/core/Utf8.h"
 #include "host/resource.h"
+#include "platform/proving/WindowCapture.h"
 
 namespace terminal {
 

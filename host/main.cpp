@@ -12,7 +12,7 @@
 #include "host/TerminalRun.h"
 #include "host/Theme.h"
 #include "host/core/Utf8.h"
-#include "platform/win/UserInput.h"
+#include "platform/proving/UserInput.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrl.h"
 

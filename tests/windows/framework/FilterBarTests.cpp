@@ -13,7 +13,7 @@
 #include "platform/Framework.h"
 #include "support/CallRecorder.h"
 #include "support/Input.h"
-#include "platform/win/WindowCapture.h"
+#include "platform/proving/WindowCapture.h"
 #include "support/WindowFixture.h"
 
 namespace {

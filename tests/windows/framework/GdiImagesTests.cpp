@@ -6,9 +6,8 @@
 #include <string>
 #include <vector>
 
-#include <wincodec.h>
-
 #include "platform/Framework.h"
+#include "platform/proving/WindowCapture.h"
 #include "support/WindowFixture.h"
 
 namespace {
@@ -115,36 +114,8 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(TwoColours, CWnd)
-ON_WM_PAINT()
+    ON_WM_PAINT()
 END_MESSAGE_MAP()
-
-// Reads a PNG file back; empty on failure.
-WindowPicture readPng(const wchar_t* path) {
-    WindowPicture picture;
-    ::CoInitialize(nullptr);
-    {
-        IWICImagingFactory* factory = nullptr;
-        IWICBitmapDecoder* decoder = nullptr;
-        IWICBitmapFrameDecode* frame = nullptr;
-        UINT width = 0;
-        UINT height = 0;
-        if (SUCCEEDED(::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                                         reinterpret_cast<void**>(&factory))) &&
-            SUCCEEDED(factory->CreateDecoderFromFilename(path, nullptr, GENERIC_READ, WICDecodeMetadataCacheOnDemand,
-                                                         &decoder)) &&
-            SUCCEEDED(decoder->GetFrame(0, &frame)) && SUCCEEDED(frame->GetSize(&width, &height))) {
-            picture.width = static_cast<int>(width);
-            picture.height = static_cast<int>(height);
-            picture.pixels.resize(width * height);
-            frame->CopyPixels(nullptr, width * 4, width * height * 4, reinterpret_cast<BYTE*>(picture.pixels.data()));
-        }
-        if (frame) frame->Release();
-        if (decoder) decoder->Release();
-        if (factory) factory->Release();
-    }
-    ::CoUninitialize();
-    return picture;
-}
 
 TEST_F(GdiImages, APictureOfAWindowHasItsSizeItsColoursAndItsChildren) {
     TwoColours window;
@@ -157,7 +128,8 @@ TEST_F(GdiImages, APictureOfAWindowHasItsSizeItsColoursAndItsChildren) {
     const char path[] = "capture-test.png";
     CString error;
     ASSERT_TRUE(quorSaveClientAreaPng(window, path, &error)) << error.GetString();
-    const WindowPicture picture = readPng(L"capture-test.png");
+    WindowPicture picture;
+    EXPECT_TRUE(quorReadPng(L"capture-test.png", picture));
     std::remove(path);
     ASSERT_EQ(picture.width, 60);
     ASSERT_EQ(picture.height, 30);

@@ -1,6 +1,6 @@
 // Both roads to a window, the registries, and the end.
 #include "ListFixture.h"
-#include "platform/win/WindowCapture.h"
+#include "platform/proving/WindowCapture.h"
 #include "support/HandleCounts.h"
 
 namespace {

@@ -1,3 +1,5 @@
+#include "platform/proving/WindowCapture.h"
+
 #include "platform/Framework.h"
 
 #include <wincodec.h>
@@ -80,6 +82,30 @@ Step writePng(const WindowPicture& picture, const wchar_t* path) {
     return {nullptr, S_OK};
 }
 
+HRESULT readPng(LPCWSTR path, WindowPicture& picture) {
+    ComPointer<IWICImagingFactory> factory;
+    ComPointer<IWICBitmapDecoder> decoder;
+    ComPointer<IWICBitmapFrameDecode> frame;
+    ComPointer<IWICFormatConverter> converter;
+    UINT width = 0, height = 0;
+    HRESULT result = ::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
+                                        reinterpret_cast<void**>(factory.out()));
+    if (FAILED(result) ||
+        FAILED(result = factory->CreateDecoderFromFilename(path, nullptr, GENERIC_READ, WICDecodeMetadataCacheOnDemand,
+                                                           decoder.out())) ||
+        FAILED(result = decoder->GetFrame(0, frame.out())) ||
+        FAILED(result = factory->CreateFormatConverter(converter.out())) ||
+        FAILED(result = converter->Initialize(frame.get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone,
+                                              nullptr, 0, WICBitmapPaletteTypeCustom)) ||
+        FAILED(result = converter->GetSize(&width, &height)))
+        return result;
+    picture.width = static_cast<int>(width);
+    picture.height = static_cast<int>(height);
+    picture.pixels.resize(std::size_t{width} * height);
+    return converter->CopyPixels(nullptr, width * 4, width * height * 4,
+                                 reinterpret_cast<BYTE*>(picture.pixels.data()));
+}
+
 }  // namespace
 
 bool quorCaptureClientArea(HWND window, WindowPicture& picture) {
@@ -112,6 +138,13 @@ bool quorSavePng(const WindowPicture& picture, LPCWSTR path, CString* error) {
     const Step failure = empty ? Step{"the picture is empty", S_OK} : writePng(picture, path);
     if (failure.name && error) error->Format("%s (0x%08x)", failure.name, static_cast<unsigned>(failure.result));
     return failure.name == nullptr;
+}
+
+bool quorReadPng(LPCWSTR path, WindowPicture& picture) {
+    const ComScope com;
+    if (SUCCEEDED(readPng(path, picture))) return true;
+    picture = {};
+    return false;
 }
 
 bool quorSaveClientAreaPng(HWND window, LPCWSTR path, CString* error) {

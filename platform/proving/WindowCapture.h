@@ -1,7 +1,6 @@
-// Pictures of windows as PNG files, for tests and for the demo's headless run.
+// Pictures of windows as PNG files.
 #pragma once
 
-#include "platform/base/Export.h"
 #include "platform/base/Strings.h"
 #include "platform/base/WinTypes.h"
 
@@ -18,13 +17,16 @@ struct WindowPicture {
 // Reads the client area with its child windows as they stand on the screen (a parent with WS_CLIPCHILDREN leaves holes
 // where its children are, as seen by the system). Menus, tips and other popups need a call of their own. False for a
 // window that is gone or has an empty client area.
-QUOR_FRAMEWORK_API bool quorCaptureClientArea(HWND window, WindowPicture& picture);
+bool quorCaptureClientArea(HWND window, WindowPicture& picture);
 
 // Writes a picture to `path`, replacing the file. COM is initialised meanwhile. On failure the result is false and
 // `error`, if given, says which step failed, after the path where that is narrow.
-QUOR_FRAMEWORK_API bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error = nullptr);
-QUOR_FRAMEWORK_API bool quorSavePng(const WindowPicture& picture, LPCWSTR path, CString* error = nullptr);
+bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error = nullptr);
+bool quorSavePng(const WindowPicture& picture, LPCWSTR path, CString* error = nullptr);
+
+// The pixels of a PNG file. False, and an empty picture: it is none.
+bool quorReadPng(LPCWSTR path, WindowPicture& picture);
 
 // Captures the client area and writes it as quorSavePng does.
-QUOR_FRAMEWORK_API bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error = nullptr);
-QUOR_FRAMEWORK_API bool quorSaveClientAreaPng(HWND window, LPCWSTR path, CString* error = nullptr);
+bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error = nullptr);
+bool quorSaveClientAreaPng(HWND window, LPCWSTR path, CString* error = nullptr);

@@ -1,4 +1,4 @@
-#include "platform/win/UserInput.h"
+#include "platform/proving/UserInput.h"
 
 #include <vector>
 
