@@ -87,21 +87,18 @@ TEST(Summary, OneLineTellsTheRun) {
     run.behindFirstHalfMs = 12;
     run.behindSecondHalfMs = 7.75;
     run.watchWaiting = 3;
-    run.layoutsRestored = 2;
-    run.layoutsTried = 5;
-    run.findHeld = 18;
-    run.findTried = 19;
+    run.proofs = {{"find_checks", 18, 19}, {"layouts_restored", 0, 5}};
     run.ending = "time is up";
     EXPECT_EQ(summaryLine(run),
               "summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 "
               "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=900 "
               "feed_behind_ms=2.2 feed_behind_ms_max_first_half=12.0 feed_behind_ms_max_second_half=7.8 "
-              "watch_rows_waiting=3 layouts_restored=2/5 find_checks=18/19 ending=\"time is up\"");
-    EXPECT_EQ(summaryLine({.ending = "bad line"}),
+              "watch_rows_waiting=3 find_checks=18/19 layouts_restored=0/5 ending=\"time is up\"");
+    EXPECT_EQ(summaryLine({.proofs = {{"find_checks"}}, .ending = "bad line"}),
               "summary: instruments=0 rows=0 ticks=0 ticks_per_second=0 repaints=0 "
               "tick_to_paint_ms_median=none tick_to_paint_ms_p99=none first_row_ms=none options_priced=0 "
               "feed_behind_ms=none feed_behind_ms_max_first_half=none feed_behind_ms_max_second_half=none "
-              "watch_rows_waiting=0 layouts_restored=none find_checks=none ending=\"bad line\"");
+              "watch_rows_waiting=0 find_checks=none ending=\"bad line\"");
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 #include "ChildProcess.h"
 #include "Picture.h"
-#include "host/Theme.h"
+#include "host/panes/Theme.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The market watch pane in a window of the test's own: its two watches, levels chosen in its menu, and what comes back.
 #include "host/HostEntries.h"
-#include "host/LevelsMenu.h"
-#include "host/ListMenu.h"
-#include "host/WatchPane.h"
+#include "host/panes/LevelsMenu.h"
+#include "host/panes/ListMenu.h"
+#include "host/panes/WatchPane.h"
 #include "host/resource.h"
 #include "src/foundation/ControlBlock.h"
 #include "src/foundation/TimerIds.h"
