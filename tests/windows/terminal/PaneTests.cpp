@@ -1,14 +1,14 @@
-// The market watch pane in a window of the test's own: its two watches, levels chosen in its menu, and what comes back.
+// The panes in a window of the test's own: the market watch with its two watches and the levels chosen in its menu, and
+// the pump between a scripted feed and the three panes that it fills.
+#include "host/FeedPump.h"
 #include "host/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
-#include "host/panes/WatchPane.h"
 #include "host/resource.h"
 #include "src/foundation/ControlBlock.h"
-#include "src/foundation/TimerIds.h"
 #include "src/foundation/core/Globals.h"
 #include "support/WindowFixture.h"
-#include "tests/windows/terminal/NoDisk.h"
+#include "tests/core/host/HostTestTools.h"
 
 namespace terminal {
 namespace {
@@ -17,18 +17,25 @@ constexpr const char* market = "MarketWatchNew_Market";
 constexpr const char* futures = "MarketWatchNew_Futures";
 constexpr const char* levelsKey = "COLUMN_SORT_ORDER_PROFILE";
 
-struct WatchPaneTest : test::WindowFixture {
+struct PaneTest : ::test::WindowFixture {
+    PaneTest() { useSettings(&settings); }
+    void TearDown() override {
+        WindowFixture::TearDown();
+        useSettings(nullptr);
+    }
+
+    test::SetClock clock;
+    PaintFigures figures{clock};
+    quor::Disk device;  // never asked: nothing is saved
+    SettingsFile settings{device, ""};
+};
+
+struct WatchPaneTest : PaneTest {
     WatchPaneTest() {
         CMrktWatchListCtrl::g_nMarketWatchesBuilt = 0;
         iMrktInfoColCount = watchBuiltInColumns - 1;
         iNewDataArrCnt = 0;
-        useSettings(&settings);
         open();
-    }
-    void TearDown() override {
-        close();
-        useSettings(nullptr);
-        WindowFixture::TearDown();
     }
     // A pane over the settings, with eight instruments: A to H, every second one a future, prices that repeat.
     void open() {
@@ -36,47 +43,31 @@ struct WatchPaneTest : test::WindowFixture {
         ASSERT_TRUE(pane->CreatePane(&frame(), IDC_PANE_WATCH));
         pane->MoveWindow(0, 0, 780, 400);
         for (InstrumentId id = 0; id < 8; ++id) {
-            const char* const series = id % 2 ? "FUT" : "EQ";
-            pane->addInstrument({.id = id,
-                                 .symbol = std::string(1, static_cast<char>('A' + id)),
-                                 .series = series,
-                                 .tickSize = priceOne / 100,
-                                 .bookLevels = 0});
+            add(id, static_cast<char>('A' + id), id % 2 ? "FUT" : "EQ");
             pane->quote({.instrument = id, .fields = quoteLast, .time = 1, .last = (id / 2 % 2 + 1) * priceOne});
         }
         pane->showChanged();
     }
-    void close() {
-        if (pane) pane->DestroyWindow();  // a view: it goes with its window
-        pane = nullptr;
+    void add(InstrumentId id, char symbol, const char* series) {
+        pane->addInstrument(
+            {.id = id, .symbol = {symbol}, .series = series, .tickSize = priceOne / 100, .bookLevels = 0});
     }
     void restart() {
-        close();
+        pane->DestroyWindow();  // a view: it goes with its window
         open();
     }
     CWatchList& list() { return pane->list(); }
-    // As a user's choice in the combo.
-    void choose(int watch) {
-        CWnd* const combo = pane->GetDlgItem(IDC_WATCH_NAMES);
-        combo->SendMessage(CB_SETCURSEL, static_cast<WPARAM>(watch));
-        pane->SendMessage(WM_COMMAND, MAKEWPARAM(IDC_WATCH_NAMES, CBN_SELCHANGE),
-                          reinterpret_cast<LPARAM>(combo->GetSafeHwnd()));
-    }
     // The symbols from top to bottom.
     std::string rows() {
         std::string all;
         for (int row = 0; row < list().GetItemCount(); ++row) all += pane->record(row)->symbol;
         return all;
     }
+    std::string headingOf(int item) { return list().m_arrColumns[list().GetOriginalColumnPosition(item)].szColumnName; }
     // The first headings from left to right.
-    std::string columns(int count = 5) {
+    std::string columns() {
         std::string all;
-        for (int i = 0; i < count; ++i)
-            all +=
-                std::string(list()
-                                .m_arrColumns[list().GetOriginalColumnPosition(list().GetHeaderCtrl()->OrderToIndex(i))]
-                                .szColumnName) +
-                " ";
+        for (int i = 0; i < 5; ++i) all += headingOf(list().GetHeaderCtrl()->OrderToIndex(i)) + " ";
         return all;
     }
     // Headings with an arrow.
@@ -87,14 +78,12 @@ struct WatchPaneTest : test::WindowFixture {
             record.mask = HDI_FORMAT | HDI_IMAGE;
             list().GetHeaderCtrl()->GetItem(item, &record);
             if (!(record.fmt & HDF_IMAGE) || record.iImage > 1) continue;
-            all += list().m_arrColumns[list().GetOriginalColumnPosition(item)].szColumnName;
-            all += record.iImage == 0 ? "+ " : "- ";
+            all += headingOf(item) + (record.iImage == 0 ? "+ " : "- ");
         }
         return all;
     }
     std::string stored(const char* section, const char* key) {
-        const auto text = settings.get(section, key);
-        return text ? std::string(*text) : "nothing";
+        return std::string(settings.get(section, key).value_or("nothing"));
     }
     // Chooses an item of the levels' menu by its captions, each one's beginning; false: it is not offered.
     bool chooseItem(std::vector<std::string> path) {
@@ -119,10 +108,6 @@ struct WatchPaneTest : test::WindowFixture {
         }
     }
 
-    SteadyClock clock;
-    PaintFigures figures{clock};
-    quor::Disk device;  // never asked: nothing is saved
-    SettingsFile settings{device, ""};
     CWatchPane* pane = nullptr;
 };
 
@@ -135,7 +120,6 @@ TEST_F(WatchPaneTest, LevelsAreChosenInTheMenuAndStoredAtOnce) {
         const char* arrows;
     } steps[] = {
         {{"Level 2"}, false, "ABCDEFGH", "nothing", ""},
-        {{"Sort by"}, false, "ABCDEFGH", "nothing", ""},
         {{"Level 1", "Series"}, true, "ABCDEFGH", "Series->-1#0", ""},
         {{"Sort by"}, false, "ABCDEFGH", "Series->-1#0", ""},  // two are the least
         {{"Level 2", "Last"}, true, "ABCDEFGH", "Series->-1,Last->-1#0", ""},
@@ -144,70 +128,47 @@ TEST_F(WatchPaneTest, LevelsAreChosenInTheMenuAndStoredAtOnce) {
         {{"Level 3", "Symbol"}, true, "CGAEDHBF", "Series->-1,Last->1,Symbol->-1#1", "Symbol+ Series+ Last- "},
         {{"Level 3", "Falling"}, true, "GCEAHDFB", "Series->-1,Last->1,Symbol->1#1", "Symbol- Series+ Last- "},
         {{"Level 1", "Last"}, true, "FBEAHDGC", "Last->-1,Series->1,Symbol->1#1", "Symbol- Series- Last+ "},
-        {{"Level 2", "None"}, true, "", "Last->-1,Symbol->1#1", "Symbol- Last+ "},
-        {{"Level 2", "None"}, true, "", "Last->-1#0", ""},  // too few: no longer active
-        {{"Clear"}, true, "", "", ""},
-        {{"Clear"}, false, "", "", ""},
+        {{"Level 2", "None"}, true, "FEBAHGDC", "Last->-1,Symbol->1#1", "Symbol- Last+ "},
+        {{"Level 2", "None"}, true, "FEBAHGDC", "Last->-1#0", ""},  // too few: no longer active
+        {{"Clear"}, true, "FEBAHGDC", "", ""},
+        {{"Clear"}, false, "FEBAHGDC", "", ""},
     };
     for (const auto& step : steps) {
         const std::string what = step.choice[0] + " " + step.stored;
         EXPECT_EQ(chooseItem(step.choice), step.offered) << what;
-        if (*step.rows) {
-            EXPECT_EQ(rows(), step.rows) << what;
-        }
+        EXPECT_EQ(rows(), step.rows) << what;
         EXPECT_EQ(stored(market, levelsKey), step.stored) << what;
         EXPECT_EQ(arrows(), step.arrows) << what;
     }
 }
 
-TEST_F(WatchPaneTest, TheComboShowsAWatchWithColumnsAndSortOfItsOwn) {
+// What else a watch keeps for itself is held against a restart by the proof of the layouts.
+TEST_F(WatchPaneTest, AnotherWatchHasRowsColumnsAndSortOfItsOwn) {
     showOrHideColumn(list(), static_cast<int>(WatchColumn::lastSize));
     setLevels(list(), {{"Last", 1}, {"Symbol", 1}}, true);
-    const std::string marketRows = "HGDCFEBA", marketColumns = "Symbol Series Last Change Change % ";
-    EXPECT_EQ(rows(), marketRows);
-
-    choose(1);
+    pane->showWatch(1);
     CString title;
     pane->GetWindowText(title);
     EXPECT_EQ(title, "Futures");
-    EXPECT_NE(stored(market, "COLUMNPROFILE"), "nothing") << "the watch before is saved";
     EXPECT_EQ(stored(futures, "COLUMNPROFILE"), "nothing");
-    EXPECT_EQ(rows(), "BDFH");
-    EXPECT_EQ(pane->remark(), "4 instruments");
-    EXPECT_EQ(columns(), "Symbol Series Last LTQ Change ");
-    EXPECT_EQ(list().m_bMultiSortActive, 0) << "nobody has sorted this one";
-    EXPECT_EQ(arrows(), "");
-    showOrHideColumn(list(), static_cast<int>(WatchColumn::series));
+    EXPECT_EQ(rows() + ", " + pane->remark() + ", " + columns() + arrows(),
+              "BDFH, 4 instruments, Symbol Series Last LTQ Change ");
     setLevels(list(), {{"Last", -1}, {"Symbol", 1}}, true);
+    pane->showWatch(0);
+    EXPECT_EQ(rows() + ", " + columns() + arrows(), "HGDCFEBA, Symbol Series Last Change Change % Symbol- Last- ");
+    pane->showWatch(1);
     EXPECT_EQ(rows(), "FBHD");
-
-    for (int round = 0; round < 2; ++round) {
-        choose(0);
-        EXPECT_EQ(rows(), marketRows);
-        EXPECT_EQ(columns(), marketColumns);
-        EXPECT_EQ(arrows(), "Symbol- Last- ");
-        choose(1);
-        EXPECT_EQ(rows(), "FBHD");
-        EXPECT_EQ(columns(), "Symbol Last LTQ Change Change % ");
-        EXPECT_EQ(arrows(), "Symbol- Last+ ");
-    }
-    restart();
-    EXPECT_EQ(rows(), marketRows) << "the first watch is shown, as it was left";
-    EXPECT_EQ(columns(), marketColumns);
 }
 
-TEST_F(WatchPaneTest, LevelsThatAreNotActiveComeBackSo) {
+TEST_F(WatchPaneTest, LevelsComeBackActiveOrNotAndTakeInRowsThatCome) {
     setLevels(list(), {{"Last", 1}, {"Symbol", 1}}, false);
     restart();
     EXPECT_EQ(levelsOf(list()), (SortLevels{{"Last", 1}, {"Symbol", 1}}));
     EXPECT_EQ(rows(), "ABCDEFGH");
     EXPECT_TRUE(chooseItem({"Sort by"}));
     EXPECT_EQ(rows(), "HGDCFEBA");
-}
-
-TEST_F(WatchPaneTest, RowsThatComeInTakeTheirPlacesInTheLevels) {
     setLevels(list(), {{"Series", 1}, {"Symbol", 1}}, true);
-    pane->addInstrument({.id = 8, .symbol = "E", .series = "EQ", .tickSize = 1, .bookLevels = 0});
+    add(8, 'E', "EQ");
     pane->showChanged();
     EXPECT_EQ(rows(), "HFDBGEECA");
 }
@@ -225,27 +186,10 @@ TEST_F(WatchPaneTest, LevelsEndALockAndAutoSort) {
     EXPECT_EQ(list().m_bSortLocked, 0);
 }
 
-TEST_F(WatchPaneTest, AutoSortFollowsItsColumnThroughADrag) {
-    list().SortOn(static_cast<int>(WatchColumn::last), 1);
-    EXPECT_EQ(rows(), "CDGHABEF") << "falling";
-    switchAutoSort(list(), true);
-    int order[] = {2, 0, 1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17};
-    ASSERT_EQ(list().GetHeaderCtrl()->GetItemCount(), 18);
-    list().GetHeaderCtrl()->SetOrderArray(18, order);
-    restart();
-    EXPECT_EQ(columns(3), "Last Symbol Series ");
-    list().SendMessage(WM_TIMER, kAutoSortTimer);
-    EXPECT_EQ(arrows(), "Last- ");
-    EXPECT_EQ(rows(), "CDGHABEF");
-    choose(1);
-    EXPECT_EQ(list().m_bAutoSort, 0) << "it belongs to the other watch";
-    EXPECT_EQ(rows(), "BDFH");
-}
-
 TEST_F(WatchPaneTest, HidingALevelsColumnAsksAndStoresWhatIsLeft) {
     setLevels(list(), {{"Last", 1}, {"Symbol", 1}, {"Series", 1}}, true);
     {
-        test::MessageBoxAnswerer boxes({IDNO, IDYES});
+        ::test::MessageBoxAnswerer boxes({IDNO, IDYES});
         showOrHideColumn(list(), static_cast<int>(WatchColumn::last));
         EXPECT_EQ(stored(market, levelsKey), "Last->1,Symbol->1,Series->1#1");
         showOrHideColumn(list(), static_cast<int>(WatchColumn::last));
@@ -257,20 +201,17 @@ TEST_F(WatchPaneTest, HidingALevelsColumnAsksAndStoresWhatIsLeft) {
 }
 
 TEST_F(WatchPaneTest, TheMenuKeyOpensTheMenuBelowTheFocusedRow) {
-    const auto expected = [this](int row) {
-        CRect area(0, 0, 0, 0);
-        if (row >= 0) list().GetItemRect(row, &area, LVIR_BOUNDS);
-        CPoint point(row < 0 ? CPoint(0, 0) : CPoint((std::max)(LONG{0}, area.left), area.bottom));
-        list().ClientToScreen(&point);
-        return point;
-    };
-    EXPECT_EQ(keyboardMenuPoint(list()), expected(-1)) << "no row has the focus";
+    CPoint corner(0, 0);
+    list().ClientToScreen(&corner);
+    EXPECT_EQ(keyboardMenuPoint(list()), corner) << "no row has the focus";
     list().SetItemState(3, LVIS_FOCUSED, LVIS_FOCUSED);
-    EXPECT_EQ(keyboardMenuPoint(list()), expected(3));
+    CRect row;
+    list().GetItemRect(3, &row, LVIR_BOUNDS);
+    EXPECT_EQ(keyboardMenuPoint(list()), CPoint(corner.x, corner.y + row.bottom));
     pane->MoveWindow(0, 0, 780, 100);
     list().EnsureVisible(7, FALSE);
     ASSERT_GT(list().GetTopIndex(), 3);
-    EXPECT_EQ(keyboardMenuPoint(list()), expected(-1)) << "the focused row is out of view";
+    EXPECT_EQ(keyboardMenuPoint(list()), corner) << "the focused row is out of view";
 }
 
 TEST_F(WatchPaneTest, TheStoreOfTheListsRefusesTextsWithANul) {
@@ -281,6 +222,43 @@ TEST_F(WatchPaneTest, TheStoreOfTheListsRefusesTextsWithANul) {
     EXPECT_EQ(g_pControlBlock->UserSetting(1, "list", kept, cut), 0);
     EXPECT_EQ(g_pControlBlock->UserSettingMWColumns(1, "list", cut), 0);
     EXPECT_EQ(settings.text(), "[list]\r\nkey=kept\r\n");
+}
+
+// A tick a millisecond, each one a new order at a higher price than all before it.
+struct RisingOrders final : test::ListedTicks {
+    RisingOrders() : ListedTicks({1'000'000, 2'000'000, 3'000'000, 4'000'000}) {}
+    Next next(Tick& tick) override {
+        if (const Next came = ListedTicks::next(tick); came != Next::tick) return came;
+        const auto id = static_cast<OrderId>(tick.time / 1'000'000);
+        if (id == 1) tick.events.push_back(Instrument{.id = 0, .symbol = "A", .series = "EQ"});
+        const auto price = static_cast<Price>(id) * priceOne;
+        tick.events.push_back(OrderEvent{OrderAction::add, {.id = id, .price = price, .quantity = 1}});
+        return Next::tick;
+    }
+};
+
+TEST_F(PaneTest, APauseLeavesTheOrdersInTheirLockedOrder) {
+    const Panes panes{new CWatchPane(figures), new COrdersPane(figures), new CTradesPane(figures, 100)};
+    panes.watch->CreatePane(&frame(), IDC_PANE_WATCH);
+    panes.orders->CreatePane(&frame(), IDC_PANE_ORDERS);
+    panes.trades->CreatePane(&frame(), IDC_PANE_TRADES);
+    const auto shown = [&panes] {
+        std::vector<OrderId> ids;
+        CLiveGrid& grid = panes.orders->grid();
+        for (int visual = 0; visual < grid.GetDisplayCount(); ++visual)
+            ids.push_back(static_cast<const OrderRow*>(grid.rowAt(visual))->order.id);
+        return ids;
+    };
+    constexpr std::int64_t millisecond = 1'000;
+    Feed feed(std::make_unique<RisingOrders>(), {});
+    FeedPump pump(feed, {}, clock, panes);
+    clock.now = 1'000 * millisecond;
+    pump.slice();
+    clock.now += 2 * millisecond;  // too soon for a sort of its own
+    pump.slice();
+    ASSERT_EQ(shown(), (std::vector<OrderId>{1, 2, 3}));
+    pump.pause(true);
+    EXPECT_EQ(shown(), (std::vector<OrderId>{3, 2, 1}));
 }
 
 }  // namespace
