@@ -319,6 +319,8 @@ void Steps::putBack() {
         m_told.add(back);
         send(OrderAction::add, m_removed->former);
     }
+    m_grid.RemoveAllFilters();  // a step that failed may have left some
+    showAll();
     endBatch();
     m_grid.CListCtrl::SetItemState(-1, 0, LVIS_SELECTED | LVIS_FOCUSED);
     if (headerHeight() > m_captionHeight) m_grid.PutListFilter();
