@@ -6,11 +6,11 @@
 
 #include <cstdint>
 
-#include "host/OrdersPane.h"
-#include "host/TradesPane.h"
-#include "host/WatchPane.h"
 #include "host/core/Feed.h"
 #include "host/core/Statistics.h"
+#include "host/panes/OrdersPane.h"
+#include "host/panes/TradesPane.h"
+#include "host/panes/WatchPane.h"
 
 namespace terminal {
 

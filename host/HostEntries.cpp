@@ -2,11 +2,11 @@
 // this program's static objects exist: nothing here may touch anything but zero-initialised data.
 #include "host/HostEntries.h"
 
-#include "host/ListPane.h"
-#include "host/LogPane.h"
-#include "host/Theme.h"
-#include "host/WatchPane.h"
 #include "host/core/WatchStore.h"
+#include "host/panes/ListPane.h"
+#include "host/panes/LogPane.h"
+#include "host/panes/Theme.h"
+#include "host/panes/WatchPane.h"
 
 #define HOST_ENTRY extern "C" __declspec(dllexport)
 

@@ -1,37 +1,21 @@
 #include "host/MainFrame.h"
 
 #include <algorithm>
-#include <cstdarg>
-#include <cstdio>
-#include <cstdlib>
 
-#include "host/SelfCheck.h"
-#include "host/Theme.h"
 #include "host/core/Utf8.h"
 #include "host/resource.h"
 
 namespace terminal {
 
 namespace {
-constexpr UINT_PTR tickTimer = 1;
 constexpr UINT tickPeriod = 10;  // milliseconds: the shortest that the system's timers give
 constexpr int statusPeriod = 500;
 constexpr unsigned long statusOffset = 601;  // of WM_USER: the message by which m_timer calls for the status bar
 constexpr UINT WM_REFRESH_STATUS = WM_USER + statusOffset;
 
-constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.68, chainShare = 0.66;
 constexpr std::int64_t pauseAfterFailure = 1'000'000;  // microseconds between two saves
 constexpr double slowest = 1.0 / 64, fastest = 4096;
 constexpr int largestWidth = 1680, largestHeight = 1000;
-
-__attribute__((format(printf, 1, 2))) std::string formatted(const char* format, ...) {
-    char text[128];
-    va_list values;
-    va_start(values, format);
-    std::vsnprintf(text, sizeof text, format, values);
-    va_end(values);
-    return text;
-}
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
@@ -76,8 +60,6 @@ BOOL CMainFrame::createWindow() {
     for (CListPane* pane : listPanes()) pane->fitNewColumns();
     return TRUE;
 }
-
-std::vector<CListPane*> CMainFrame::listPanes() { return {m_panes.watch, m_panes.orders, m_panes.trades, m_chain}; }
 
 BOOL CMainFrame::CreateRestored() {
     m_finished = true;
@@ -124,83 +106,6 @@ int CMainFrame::OnCreate(LPCREATESTRUCT create) {
 
 BOOL CMainFrame::OnCreateClient(LPCREATESTRUCT, CCreateContext*) { return createPanes(); }
 
-bool CMainFrame::createPanes() {
-    if (!m_splitLog.CreatePane(this, IDC_SPLIT_LOG) || !m_splitWatch.CreatePane(&m_splitLog, IDC_SPLIT_WATCH) ||
-        !m_splitBooks.CreatePane(&m_splitWatch, IDC_SPLIT_BOOKS) ||
-        !m_splitBottom.CreatePane(&m_splitLog, IDC_SPLIT_BOTTOM) || !m_log.CreatePane(&m_splitBottom, IDC_LOG))
-        return false;
-    // The views delete themselves with their windows, also when their creation fails half-way.
-    const auto watched = [this](auto* pane) {
-        pane->setOnGone([this, pane] { paneGone(pane); });
-        return pane;
-    };
-    m_panes.watch = watched(new CWatchPane(m_run.figures));
-    if (!m_panes.watch->CreatePane(&m_splitWatch, IDC_PANE_WATCH)) return false;
-    m_panes.orders = watched(new COrdersPane(m_run.figures));
-    if (!m_panes.orders->CreatePane(&m_splitBooks, IDC_PANE_ORDERS)) return false;
-    m_panes.trades = watched(new CTradesPane(m_run.figures, m_run.options.keep));
-    if (!m_panes.trades->CreatePane(&m_splitBooks, IDC_PANE_TRADES)) return false;
-    m_chain = watched(new CChainPane(m_run.figures, *m_panes.watch));
-    if (!m_chain->CreatePane(&m_splitBottom, IDC_PANE_CHAIN)) return false;
-    m_splitBooks.SetPanes(m_panes.orders, m_panes.trades);
-    m_splitWatch.SetPanes(m_panes.watch, &m_splitBooks);
-    m_splitBottom.SetPanes(m_chain, &m_log);
-    m_splitLog.SetPanes(&m_splitWatch, &m_splitBottom);
-    return true;
-}
-
-// A pane that goes before the frame does, or whose list goes, leaves nothing to show: the terminal ends, and the other
-// panes with it.
-void CMainFrame::paneGone(const CListPane* pane) {
-    if (m_panes.watch == pane) m_panes.watch = nullptr;
-    if (m_panes.orders == pane) m_panes.orders = nullptr;
-    if (m_panes.trades == pane) m_panes.trades = nullptr;
-    if (m_chain == pane) m_chain = nullptr;
-    for (CPaneSplitter* splitter : {&m_splitLog, &m_splitBottom, &m_splitWatch, &m_splitBooks})
-        splitter->SetPanes(nullptr, nullptr);
-    if (m_ending) return;
-    m_ending = true;
-    KillTimer(tickTimer);
-    EnableWindow(FALSE);
-    Log::instance().add("A pane was closed: the terminal ends.");
-    if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
-    PostMessage(WM_CLOSE);
-}
-
-void CMainFrame::RecalcLayout(BOOL) {
-    if (!m_status.GetSafeHwnd() || !m_splitLog.GetSafeHwnd()) return;
-    CRect area, bar;
-    GetClientRect(&area);
-    m_status.SendMessage(WM_SIZE);  // the bar finds its own place and height
-    m_status.GetWindowRect(&bar);
-    m_splitLog.MoveWindow(0, 0, area.Width(), (std::max)(0, area.Height() - bar.Height()));
-}
-
-void CMainFrame::readLayout() {
-    m_layoutRead = true;
-    const auto share = [this](const char* key, double otherwise) {
-        const auto text = m_run.settings.get("Layout", key);
-        const double value = text ? std::atof(std::string(*text).c_str()) : 0;
-        return value > 0.02 && value < 0.98 ? value : otherwise;
-    };
-    m_splitLog.setShare(share("Bottom", panesShare));
-    m_splitBottom.setShare(share("Chain", chainShare));
-    m_splitWatch.setShare(share("Watch", watchShare));
-    m_splitBooks.setShare(share("Orders", ordersShare));
-    const auto shown = m_run.settings.get("Layout", "LogShown");
-    m_logShown = !shown || *shown != "0";
-    m_splitBottom.showSecond(m_logShown);
-}
-
-void CMainFrame::writeLayout() {
-    if (!m_layoutRead) return;
-    m_run.settings.set("Layout", "Bottom", formatted("%.4f", m_splitLog.share()));
-    m_run.settings.set("Layout", "Chain", formatted("%.4f", m_splitBottom.share()));
-    m_run.settings.set("Layout", "Watch", formatted("%.4f", m_splitWatch.share()));
-    m_run.settings.set("Layout", "Orders", formatted("%.4f", m_splitBooks.share()));
-    m_run.settings.set("Layout", "LogShown", m_logShown ? "1" : "0");
-}
-
 // Between two ticks: what is refused now is tried again later, and at the end.
 void CMainFrame::saveSettings() {
     const std::int64_t now = m_run.clock.nowMicros();
@@ -208,17 +113,6 @@ void CMainFrame::saveSettings() {
     m_nextSave = now + pauseAfterFailure;
     if (!m_saveFailed) Log::instance().add(settingsNotWritten);
     m_saveFailed = true;
-}
-
-// Once this returns, the system may end the process without another word to its windows.
-void CMainFrame::OnEndSession(BOOL ending) {
-    if (ending) {
-        for (CListPane* pane : listPanes())
-            if (pane) pane->saveState();
-        writeLayout();
-        m_run.saveStores();
-    }
-    CFrameWnd::OnEndSession(ending);
 }
 
 void CMainFrame::OnTimer(UINT_PTR id) {
@@ -237,126 +131,6 @@ void CMainFrame::OnTimer(UINT_PTR id) {
         finish(m_feedEnding);
     else if (m_deadline && now >= m_deadline)
         finish("time is up");
-}
-
-void CMainFrame::feedOver(const std::string& reason) {
-    m_feedEnding = reason;
-    if (m_run.feed->state() == FeedState::failed) {
-        m_run.exitCode = exitBadInput;
-        m_status.showFault();
-        Log::instance().add(m_run.feed->error().c_str());
-        printError(m_run.feed->error());
-    }
-    Log::instance().add(
-        ("The feed has ended: " + reason + ", " + std::to_string(m_run.feed->ticksTaken()) + " ticks").c_str());
-    logLastPrices();
-    refreshStatus();
-}
-
-// A line each for a few instruments, none for a whole market.
-void CMainFrame::logLastPrices() {
-    constexpr std::size_t few = 4;
-    const WatchMarket& rows = m_panes.watch->market();
-    for (std::size_t i = 0; i < rows.size() && rows.size() <= few; ++i) {
-        TextBuffer buffer;
-        const std::string last(watchText(rows[i], WatchColumn::last, buffer));
-        if (!last.empty()) Log::instance().add((rows[i].instrument.symbol + ": last price " + last).c_str());
-    }
-}
-
-void CMainFrame::logChainCosts() {
-    const Percentiles& costs = m_chain->costs();
-    if (!costs.count()) return;
-    Log::instance().add(
-        formatted("Option chain: %s in %s, median %.2f ms, longest %.2f ms",
-                  counted(m_chain->chain().priced(), "option").c_str(), counted(costs.count(), "recompute").c_str(),
-                  static_cast<double>(costs.median()) / 1000, static_cast<double>(costs.largest()) / 1000)
-            .c_str());
-}
-
-void CMainFrame::paintEverything() {
-    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-}
-
-void CMainFrame::finish(const std::string& ending) {
-    if (m_finished) return;
-    m_finished = true;
-    KillTimer(tickTimer);
-    m_pump->settle();
-    if (m_run.options.selfTestFault) {
-        const bool spoilt = m_panes.orders->spoil() || m_panes.trades->spoil() || m_panes.watch->spoil();
-        Log::instance().add(spoilt ? "Self-test: one row is wrong on purpose."
-                                   : "Self-test: there is no row to spoil.");
-        processEndofBatchUpdates();
-    }
-    logChainCosts();
-    Log::instance().add(
-        ("Orders: " + counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " + m_panes.orders->orderText())
-            .c_str());
-    refreshStatus();
-    paintEverything();
-    if (m_run.options.headless) savePictures();
-    checkMyself();
-    RunSummary& summary = m_run.summary;
-    summary.instruments = static_cast<std::int64_t>(m_panes.watch->market().size());
-    summary.rows = m_pump->rows();
-    summary.ticks = m_run.feed->ticksTaken();
-    summary.seconds = m_pump->secondsRun();
-    summary.repaints = m_run.figures.repaints();
-    if (const Percentiles& latency = m_run.figures.latency(); latency.count()) {
-        summary.tickToPaintMedianMs = static_cast<double>(latency.median()) / 1000;
-        summary.tickToPaintP99Ms = static_cast<double>(latency.percentile(99)) / 1000;
-    }
-    if (!m_run.options.speed.max) {
-        const auto most = m_pump->mostBehind();
-        summary.feedBehindMs = static_cast<double>(m_pump->behindMicros()) / 1000;
-        summary.behindFirstHalfMs = static_cast<double>(most.first) / 1000;
-        summary.behindSecondHalfMs = static_cast<double>(most.second) / 1000;
-    }
-    summary.watchWaiting = m_pump->mostUnpainted().second;
-    summary.firstRowMs = m_run.figures.firstRowMs();
-    summary.optionsPriced = m_chain->chain().priced();
-    summary.ending = ending;
-    if (m_run.options.headless) {
-        m_run.openProofStore();
-        m_run.layoutsLeft = leaveLayouts(proofPanes());
-    }
-    if (IsWindow(m_hWnd)) DestroyWindow();
-}
-
-void CMainFrame::checkMyself() {
-    const auto findings = selfCheck(m_run.feed->tally(), m_panes, m_run.options.keep);
-    for (const std::string& finding : findings) {
-        Log::instance().add(("Self-check: " + finding).c_str());
-        std::fprintf(stderr, "self-check: %s\n", finding.c_str());
-    }
-    if (!findings.empty() && m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
-}
-
-bool CMainFrame::savePictures() {
-    const struct {
-        CWnd* window;
-        const char* name;
-    } pictures[] = {{this, "terminal.png"},
-                    {m_panes.watch, "watch.png"},
-                    {m_panes.orders, "orders.png"},
-                    {m_panes.trades, "trades.png"},
-                    {m_chain, "chain.png"}};
-    bool all = true;
-    for (const auto& [window, name] : pictures) {
-        const std::string path = m_run.outPath(name);
-        CString error;
-        window->ModifyStyle(WS_CLIPCHILDREN, 0);  // or the children would be holes in the picture
-        const bool saved = quorSaveClientAreaPng(window->GetSafeHwnd(), wideText(path).c_str(), &error);
-        window->ModifyStyle(0, WS_CLIPCHILDREN);
-        if (saved) continue;
-        all = false;
-        const std::string message = path + ": this picture could not be written: " + static_cast<const char*>(error);
-        Log::instance().add(message.c_str());
-        printError(message);
-        if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
-    }
-    return all;
 }
 
 void CMainFrame::refreshStatus() {
@@ -380,51 +154,6 @@ void CMainFrame::refreshStatus() {
 LRESULT CMainFrame::OnRefreshStatus(WPARAM, LPARAM) {
     if (!m_ending) refreshStatus();
     return 0;
-}
-
-void CMainFrame::OnClose() {
-    if (m_ending) {
-        DestroyWindow();
-    } else if (!m_finished) {
-        finish("window closed");
-    }
-}
-
-// The lists go after this, and write their layouts then: the settings are saved when the frame is gone.
-void CMainFrame::OnDestroy() {
-    m_ending = true;
-    KillTimer(tickTimer);
-    writeLayout();
-    CFrameWnd::OnDestroy();
-}
-
-void CMainFrame::OnFilePictures() {
-    paintEverything();
-    if (savePictures()) Log::instance().add(("The pictures are in " + m_run.options.outDirectory).c_str());
-}
-
-void CMainFrame::OnFileExit() { SendMessage(WM_CLOSE); }
-
-void CMainFrame::OnViewLog() {
-    m_logShown = !m_logShown;
-    m_splitBottom.showSecond(m_logShown);
-}
-
-void CMainFrame::OnUpdateViewLog(CCmdUI* ui) { ui->SetCheck(m_logShown ? 1 : 0); }
-
-void CMainFrame::OnViewFitColumns() {
-    m_panes.watch->fitColumns();
-    m_panes.orders->fitColumns();
-    m_panes.trades->fitColumns();
-    m_chain->fitColumns();
-}
-
-void CMainFrame::OnViewResetLayout() {
-    m_splitLog.setShare(panesShare);
-    m_splitBottom.setShare(chainShare);
-    m_splitWatch.setShare(watchShare);
-    m_splitBooks.setShare(ordersShare);
-    if (!m_logShown) OnViewLog();
 }
 
 void CMainFrame::OnFeedPause() {
@@ -454,6 +183,7 @@ void CMainFrame::OnFeedFaster() {
 }
 
 void CMainFrame::OnFeedRealTime() { setSpeed({false, 1}); }
+
 void CMainFrame::OnFeedMax() { setSpeed({true, 1}); }
 
 void CMainFrame::OnUpdateFeedSpeed(CCmdUI* ui) {

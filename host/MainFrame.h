@@ -9,16 +9,24 @@
 #include <string>
 #include <vector>
 
-#include "host/ChainPane.h"
 #include "host/FeedPump.h"
-#include "host/LogPane.h"
-#include "host/TerminalRun.h"
 #include "host/Splitter.h"
 #include "host/StatusStrip.h"
+#include "host/TerminalRun.h"
+#include "host/panes/ChainPane.h"
+#include "host/panes/LogPane.h"
 #include "platform/Framework.h"
 #include "src/foundation/ZTTimer.h"
 
 namespace terminal {
+
+// The panes with a list.
+struct ListPanes {
+    CWatchPane& watch;
+    COrdersPane& orders;
+    CTradesPane& trades;
+    CChainPane& chain;
+};
 
 class CMainFrame : public CFrameWnd {
 public:
@@ -30,15 +38,15 @@ public:
 
     // The frame of a restart: as CreateTerminal, with the market as the feed left it, and without a feed.
     BOOL CreateRestored();
-    // The lists, for the proof that they survive a restart.
-    ProofPanes proofPanes() { return {*m_panes.watch, *m_panes.orders, *m_panes.trades, *m_chain}; }
-    COrdersPane& ordersPane() { return *m_panes.orders; }
+    ListPanes panes() { return {*m_panes.watch, *m_panes.orders, *m_panes.trades, *m_chain}; }
 
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;
     void RecalcLayout(BOOL notify = TRUE) override;
 
 private:
+    static constexpr UINT_PTR tickTimer = 1;
+
     int OnCreate(LPCREATESTRUCT create);
     void OnDestroy();
     void OnEndSession(BOOL ending);
@@ -74,6 +82,7 @@ private:
     void feedOver(const std::string& reason);
     // The end of the run: last paint, pictures, self-check, figures.
     void finish(const std::string& ending);
+    void fillSummary();
     void logLastPrices();
     void logChainCosts();
     void paintEverything();

@@ -1,6 +1,6 @@
 #include "host/Splitter.h"
 
-#include "host/Theme.h"
+#include "host/panes/Theme.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "host/StatusStrip.h"
 
-#include "host/Theme.h"
 #include "host/core/Utf8.h"
+#include "host/panes/Theme.h"
 
 namespace terminal {
 

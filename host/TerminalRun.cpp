@@ -4,11 +4,11 @@
 #include <system_error>
 
 #include "host/HostEntries.h"
-#include "host/LogPane.h"
 #include "host/core/Simulator.h"
 #include "host/core/Tape.h"
 #include "host/core/Utf8.h"
 #include "host/core/WatchStore.h"
+#include "host/panes/LogPane.h"
 
 namespace terminal {
 

@@ -4,15 +4,13 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "host/LayoutProof.h"
-#include "host/PaintFigures.h"
 #include "host/core/Feed.h"
 #include "host/core/Options.h"
 #include "host/core/SettingsFile.h"
 #include "host/core/Summary.h"
 #include "host/core/TapeRecorder.h"
+#include "host/panes/PaintFigures.h"
 
 namespace terminal {
 
@@ -49,7 +47,6 @@ public:
     quor::Disk disk;
     SettingsFile settings;
     SettingsFile proofStore;
-    LeftLayouts layoutsLeft;  // how the lists stood when their frame closed for the restart
     std::unique_ptr<TapeRecorder> recorder;
     std::unique_ptr<Feed> feed;
     RunSummary summary;

@@ -3,16 +3,16 @@
 #include <optional>
 #include <vector>
 
-#include "host/BoxGuard.h"
-#include "host/FindProof.h"
 #include "host/HostEntries.h"
-#include "host/LogPane.h"
 #include "host/MainFrame.h"
 #include "host/OutFolder.h"
 #include "host/TerminalRun.h"
-#include "host/Theme.h"
 #include "host/core/Utf8.h"
-#include "platform/win/UserInput.h"
+#include "host/panes/LogPane.h"
+#include "host/panes/Theme.h"
+#include "host/proof/BoxGuard.h"
+#include "host/proof/Proofs.h"
+#include "platform/proving/UserInput.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrl.h"
 
@@ -24,7 +24,8 @@ namespace {
 
 class CTerminalApp : public CWinApp {
 public:
-    explicit CTerminalApp(TerminalRun& run) : CWinApp("Quor Terminal"), m_run(run) {}
+    // `guard` is that of a headless run, else null.
+    CTerminalApp(TerminalRun& run, BoxGuard* guard) : CWinApp("Quor Terminal"), m_run(run), m_guard(guard) {}
 
     BOOL InitInstance() override {
         auto* const frame = new CMainFrame(m_run);  // deletes itself with its window
@@ -36,44 +37,14 @@ public:
         return FALSE;
     }
     int ExitInstance() override {
-        if (!m_run.layoutsLeft.lists.empty()) {
-            proveFinding(m_run);
-            proveRestart();
-        }
+        const bool ranToItsEnd = !m_run.summary.ending.empty();
+        if (m_guard && ranToItsEnd) runProofs(m_run, *m_guard);
         return m_run.exitCode;
     }
 
 private:
-    void restartFails(const std::string& line) {
-        std::fprintf(stderr, "restart: %s\n", line.c_str());
-        if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
-    }
-
-    // A second frame over what the first one left; what it shows is held against what that one showed.
-    void proveRestart() {
-        RunSummary& summary = m_run.summary;
-        const std::vector<ListLayout>& left = m_run.layoutsLeft.lists;
-        summary.layoutsTried = static_cast<int>(left.size());
-        summary.layoutsRestored = 0;
-        for (const std::string& line : m_run.layoutsLeft.failures) restartFails(line);
-        std::vector<ListLayout> found;
-        if (m_run.reopenProofStore()) {
-            auto* const frame = new CMainFrame(m_run);
-            m_pMainWnd = frame;
-            if (frame->CreateRestored()) {
-                found = findLayouts(frame->proofPanes());
-                frame->DestroyWindow();
-            }
-        }
-        found.resize(left.size());
-        for (std::size_t i = 0; i < left.size(); ++i) {
-            const std::vector<std::string> lines = differences(left[i], found[i]);
-            if (lines.empty()) ++*summary.layoutsRestored;
-            for (const std::string& line : lines) restartFails(line);
-        }
-    }
-
     TerminalRun& m_run;
+    BoxGuard* m_guard;
 };
 
 // Every list starts in the terminal's colours and font; a user's own choice for a list wins.
@@ -120,6 +91,7 @@ int runTerminal(Options options) {
         Log::instance().add(folder.remark().c_str());
     }
     TerminalRun run(options);
+    run.summary.proofs = proofFigures();
     if (const std::string message = run.open(); !message.empty()) return badInput(message);
     if (options.headless && !quor::useOwnDesktop("quor-terminal")) {
         std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
@@ -129,9 +101,9 @@ int runTerminal(Options options) {
     setAppearance();
     std::optional<BoxGuard> guard;
     if (options.headless) guard.emplace();
-    CTerminalApp app(run);
+    CTerminalApp app(run, guard ? &*guard : nullptr);
     int code = AfxWinMain(::GetModuleHandleA(nullptr), ::GetCommandLineA(), SW_SHOWNORMAL);
-    for (const std::string& text : guard ? guard->texts() : std::vector<std::string>{}) {
+    for (const std::string& text : guard ? guard->takeTexts() : std::vector<std::string>{}) {
         std::fprintf(stderr, "unexpected message box: %s\n", text.c_str());
         if (code == exitWell) code = exitCheckFailed;
     }
@@ -152,7 +124,7 @@ ParsedOptions parseCommandLine() {
     ::LocalFree(words);
     std::vector<const char*> arguments;
     for (const std::string& text : texts) arguments.push_back(text.c_str());
-    ParsedOptions parsed = parseOptions(static_cast<int>(arguments.size()), arguments.data());
+    ParsedOptions parsed = parseOptions(static_cast<int>(arguments.size()), arguments.data(), proofNames());
     if (auto& tape = parsed.options.tape) tape->symbol = codePageText(tape->symbol);
     return parsed;
 }
@@ -165,7 +137,7 @@ int main() {
     terminal::ParsedOptions parsed = terminal::parseCommandLine();
     if (!parsed.error.empty()) return terminal::badInput(parsed.error);
     if (parsed.options.help) {
-        std::fputs(terminal::usageText(), stdout);
+        std::fputs(terminal::usageText(terminal::proofNames()).c_str(), stdout);
         return 0;
     }
     return terminal::runTerminal(parsed.options);

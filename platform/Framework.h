@@ -33,6 +33,5 @@
 #include "platform/win/StandardControls.h"
 #include "platform/win/CommonControls.h"
 #include "platform/win/CommonDialogs.h"
-#include "platform/win/WindowCapture.h"
 #include "platform/vendor/Bcgp.h"
 #endif

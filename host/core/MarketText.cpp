@@ -2,6 +2,8 @@
 
 #include <charconv>
 #include <chrono>
+#include <cstdarg>
+#include <cstdio>
 
 namespace terminal {
 namespace {
@@ -247,6 +249,15 @@ std::optional<MarketTime> parseTime(std::string_view text) {
 
 std::string counted(std::int64_t count, const char* what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string formatted(const char* format, ...) {
+    char text[128];
+    va_list values;
+    va_start(values, format);
+    std::vsnprintf(text, sizeof text, format, values);
+    va_end(values);
+    return text;
 }
 
 std::string quoteForMessage(std::string_view text) {

@@ -39,6 +39,9 @@ std::optional<MarketTime> parseTime(std::string_view text);
 
 std::string counted(std::int64_t count, const char* what);  // "1 row", "2 rows"
 
+// As printf writes it, cut to 127 characters.
+__attribute__((format(printf, 1, 2))) std::string formatted(const char* format, ...);
+
 // `text` in quotes for a message: bytes that are not plain ASCII as \xNN, cut to 40 bytes with "..." after it.
 std::string quoteForMessage(std::string_view text);
 

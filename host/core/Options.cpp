@@ -1,5 +1,6 @@
 #include "host/core/Options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 #include <system_error>
@@ -13,13 +14,22 @@ namespace {
 constexpr double largestSpeed = 1'000'000;
 constexpr int headlessSeconds = 15;
 
+std::string joined(const std::vector<std::string>& names, const char* between) {
+    std::string all;
+    for (const std::string& name : names) all += (all.empty() ? "" : between) + name;
+    return all;
+}
+
 // Walks the arguments; the first mistake ends it.
 class Parser {
 public:
-    Parser(int count, const char* const* arguments) : m_count(count), m_arguments(arguments) {}
+    Parser(int count, const char* const* arguments, const std::vector<std::string>& proofs)
+        : m_count(count), m_arguments(arguments), m_proofs(proofs) {}
 
     ParsedOptions run() {
         while (m_next < m_count && m_parsed.error.empty()) takeArgument(m_arguments[m_next++]);
+        const Options& o = m_parsed.options;
+        if (!o.proof.empty() && !o.headless && !o.help) fail("--proof", o.proof, "--headless with it");
         return std::move(m_parsed);
     }
 
@@ -55,6 +65,8 @@ private:
             o.instruments = number(name, 1, 1'000'000);
         else if (name == "--keep")
             o.keep = number(name, 1, 10'000'000);
+        else if (name == "--proof")
+            o.proof = proof();
         else if (name == "--record")
             o.recordFile = text(name, "a file");
         else
@@ -113,8 +125,16 @@ private:
         return name;
     }
 
+    std::string proof() {
+        const std::string expected = joined(m_proofs, " or ");
+        const std::string value = text("--proof", expected);
+        if (std::find(m_proofs.begin(), m_proofs.end(), value) == m_proofs.end()) fail("--proof", value, expected);
+        return value;
+    }
+
     int m_count;
     const char* const* m_arguments;
+    const std::vector<std::string>& m_proofs;
     int m_next = 0;
     bool m_hasInline = false;  // the argument under way brought its value with it, and it is not yet taken
     std::string_view m_inline;
@@ -147,7 +167,9 @@ std::optional<int> secondsToRun(const Options& options) {
     return headlessSeconds;
 }
 
-ParsedOptions parseOptions(int count, const char* const* arguments) { return Parser(count, arguments).run(); }
+ParsedOptions parseOptions(int count, const char* const* arguments, const std::vector<std::string>& proofs) {
+    return Parser(count, arguments, proofs).run();
+}
 
 std::string checkFiles(const Options& options) {
     if (!options.tape) return {};
@@ -159,17 +181,21 @@ std::string checkFiles(const Options& options) {
     return checkTape(*options.tape);
 }
 
-const char* usageText() {
-    return "Options of the demo terminal:\n"
-           "  --tape FILE[:SYMBOL]  replay a tape; SYMBOL names its instrument (default: the file's stem)\n"
-           "  --speed X|max         times as fast as it happened, or without waiting (default 1)\n"
-           "  --seconds N           end after N seconds (default: none; 15 with --headless)\n"
-           "  --headless            no window to be seen: pictures, a summary line and the self-check\n"
-           "  --out DIR             where the pictures go (default out)\n"
-           "  --seed N              of the simulated market (default 1)\n"
-           "  --instruments N       of the simulated market (default 500)\n"
-           "  --keep N              trades kept in the trades pane (default 100000)\n"
-           "  --record FILE         write what happens as a tape\n"
+std::string usageText(const std::vector<std::string>& proofs) {
+    return std::string(
+               "Options of the demo terminal:\n"
+               "  --tape FILE[:SYMBOL]  replay a tape; SYMBOL names its instrument (default: the file's stem)\n"
+               "  --speed X|max         times as fast as it happened, or without waiting (default 1)\n"
+               "  --seconds N           end after N seconds (default: none; 15 with --headless)\n"
+               "  --headless            no window to be seen: pictures, a summary line and the self-check\n"
+               "  --out DIR             where the pictures go (default out)\n"
+               "  --seed N              of the simulated market (default 1)\n"
+               "  --instruments N       of the simulated market (default 500)\n"
+               "  --keep N              trades kept in the trades pane (default 100000)\n"
+               "  --record FILE         write what happens as a tape\n"
+               "  --proof NAME          with --headless: of what it proves at its end, this alone: ") +
+           joined(proofs, ", ") +
+           "\n"
            "  --self-test-fault     make the self-check find a fault\n"
            "  --help                this text\n";
 }

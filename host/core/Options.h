@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/core/Feed.h"
 #include "host/core/Tape.h"
@@ -20,8 +21,9 @@ struct Options {
     int instruments = 500;             // --instruments N, 1 to 1,000,000
     int keep = 100'000;                // --keep N, 1 to 10,000,000: trades kept in the trades pane
     std::string recordFile;            // --record FILE; empty: none
+    std::string proof;                 // --proof NAME; empty: all of a headless run
     bool selfTestFault = false;        // --self-test-fault: the self-check must find something
-    bool help = false;                 // --help: print usageText() and end with 0
+    bool help = false;                 // --help: print the usage and end with 0
 };
 
 // How long a run lasts; nothing: until its window is closed.
@@ -35,14 +37,14 @@ inline constexpr int exitBadInput = 2;
 
 // `arguments` without the program's name, in UTF-8. A value follows as the next argument or after a '=' (`--speed=max`)
 // and does not begin with "--" (a file of such a name is given as "./--name"). An option given twice counts the last
-// time. No file is touched.
-ParsedOptions parseOptions(int count, const char* const* arguments);
+// time. `proofs` is what --proof may name, which asks for --headless. No file is touched.
+ParsedOptions parseOptions(int count, const char* const* arguments, const std::vector<std::string>& proofs);
 
 // What must be found out before any window opens: a bad tape (checkTape), or a recording that would overwrite the tape
 // it is made from. "" or what to print before ending with exitBadInput. Writes nothing.
 std::string checkFiles(const Options& options);
 
-const char* usageText();
+std::string usageText(const std::vector<std::string>& proofs);
 
 // Splits at the last colon that is no drive letter's; without one the symbol is the file's stem. A drive letter's colon
 // follows a single letter at the start of the path. The symbol is empty if nothing stands after the colon.

@@ -32,9 +32,8 @@ std::string summaryLine(const RunSummary& s) {
     put("feed_behind_ms_max_first_half", orNone(s.behindFirstHalfMs, 1));
     put("feed_behind_ms_max_second_half", orNone(s.behindSecondHalfMs, 1));
     put("watch_rows_waiting", std::to_string(s.watchWaiting));
-    put("layouts_restored",
-        s.layoutsRestored ? std::to_string(*s.layoutsRestored) + "/" + std::to_string(s.layoutsTried) : "none");
-    put("find_checks", s.findHeld ? std::to_string(*s.findHeld) + "/" + std::to_string(s.findTried) : "none");
+    for (const ProofFigure& proof : s.proofs)
+        put(proof.field.c_str(), proof.tried ? std::to_string(proof.held) + "/" + std::to_string(proof.tried) : "none");
     put("ending", "\"" + s.ending + "\"");
     return line;
 }

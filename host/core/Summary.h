@@ -4,8 +4,16 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace terminal {
+
+// What a proof of a headless run comes to, in a field of its own: checks that held, of those that were tried.
+struct ProofFigure {
+    std::string field;
+    int held = 0;
+    int tried = 0;  // 0: it ran nothing
+};
 
 struct RunSummary {
     std::int64_t instruments = 0;
@@ -22,18 +30,15 @@ struct RunSummary {
     // Rows of the watch in view whose news no paint had shown before the next news came, the most at any time in the
     // second half of the run.
     std::int64_t watchWaiting = 0;
-    std::optional<int> layoutsRestored{};  // lists whose layout a restart brought back; none: no restart was tried
-    int layoutsTried = 0;
-    std::optional<int> findHeld{};         // checks of finding and sorting by real input; none: there were no rows
-    int findTried = 0;
+    std::vector<ProofFigure> proofs{};  // a field each
     std::string ending{};  // "time is up", "end of tape", "window closed", "bad line", ...; no quotes, no line ends
 };
 
 // One line without its end, `name=value` with blanks between; a figure that there is not is "none":
 // summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 tick_to_paint_ms_median=31.2
 //   tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=300 feed_behind_ms=0.0
-//   feed_behind_ms_max_first_half=9.5 feed_behind_ms_max_second_half=0.0 watch_rows_waiting=0 layouts_restored=5/5
-//   find_checks=19/19 ending="time is up"
+//   feed_behind_ms_max_first_half=9.5 feed_behind_ms_max_second_half=0.0 watch_rows_waiting=0 find_checks=19/19
+//   layouts_restored=5/5 ending="time is up"
 std::string summaryLine(const RunSummary& summary);
 
 }  // namespace terminal

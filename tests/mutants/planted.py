@@ -4,7 +4,7 @@ it. A fault is of a kind that was or could be made by hand, and a user would see
 kind    tests
 core    a googletest filter of core_tests; the others are run where these find nothing
 shell   a test program and a filter of it; no others are run
-proofs  the proof of a headless run that must say what is wrong: restart or find
+proofs  the proof of a headless run that must say what is wrong: layout or find
 """
 from dataclasses import dataclass
 
@@ -37,7 +37,7 @@ def shell(name, file, old, new, tests, why):
 
 
 def restart(name, file, old, new, why):
-    return Mutant(name, "proofs", f"{LIBRARY}/{file}", old, new, "restart", why)
+    return Mutant(name, "proofs", f"{LIBRARY}/{file}", old, new, "layout", why)
 
 
 def find(name, file, old, new, why):

@@ -57,7 +57,7 @@ inline void drain(Feed& feed, FeedSink& sink) {
 }
 
 // A source of `count` ticks, `gap` nanoseconds apart, that then ends or fails.
-class ListedTicks final : public TickSource {
+class ListedTicks : public TickSource {
 public:
     explicit ListedTicks(std::vector<MarketTime> times, Next last = Next::end)
         : m_times(std::move(times)), m_last(last), m_error(last == Next::failed ? "it broke" : "") {}

@@ -17,13 +17,13 @@ ParsedOptions parse(const std::string& line) {
     for (std::string word; in >> word;) words.push_back(word == "''" ? "" : word);
     std::vector<const char*> arguments;
     for (const std::string& word : words) arguments.push_back(word.c_str());
-    return parseOptions(static_cast<int>(arguments.size()), arguments.data());
+    return parseOptions(static_cast<int>(arguments.size()), arguments.data(), {"find", "layout"});
 }
 
 TEST(Options, AllOfThemAreRead) {
     const ParsedOptions parsed = parse(
         "--tape a.csv:SYM --speed 2.5 --seconds 20 --headless --out pictures --seed 9 "
-        "--instruments 10 --keep 5 --record b.tape --self-test-fault");
+        "--instruments 10 --keep 5 --record b.tape --proof layout --self-test-fault");
     ASSERT_EQ(parsed.error, "");
     const Options& options = parsed.options;
     EXPECT_EQ(options.tape->file + "|" + options.tape->symbol, "a.csv|SYM");
@@ -34,6 +34,7 @@ TEST(Options, AllOfThemAreRead) {
     EXPECT_EQ(options.seed, 9u);
     EXPECT_EQ(options.instruments, 10);
     EXPECT_EQ(options.keep, 5);
+    EXPECT_EQ(options.proof, "layout");
     EXPECT_TRUE(parse("--speed max").options.speed.max);
     EXPECT_EQ(parse("--keep 1 --keep=2").options.keep, 2);
     EXPECT_EQ(parse("--tape=a=b.csv:c").options.tape->file, "a=b.csv");
@@ -54,6 +55,9 @@ TEST(Options, MistakesNameTheOptionWhatWasFoundAndWhatWasExpected) {
         {"--tape --seconds 2", "--tape: found \"--seconds\", expected FILE or FILE:SYMBOL"},
         {"--out ''", "--out: found \"\", expected a directory"},
         {"--record=--x", "--record: found \"--x\", expected a file"},
+        {"--headless --proof nothing", "--proof: found \"nothing\", expected find or layout"},
+        {"--proof", "--proof: found nothing after it, expected find or layout"},
+        {"--proof find", "--proof: found \"find\", expected --headless with it"},
         {"--headless=1", "--headless: found \"1\", expected no value"},
         {"--bogus=1", "unknown option \"--bogus\"; --help lists them"},
         {"a.csv", "unknown option \"a.csv\"; --help lists them"}};

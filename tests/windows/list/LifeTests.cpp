@@ -1,6 +1,6 @@
 // Both roads to a window, the registries, the clipboard, and the end.
 #include "ListFixture.h"
-#include "platform/win/WindowCapture.h"
+#include "platform/proving/WindowCapture.h"
 #include "src/list/ListCommands.h"
 #include "support/HandleCounts.h"
 

@@ -1,0 +1,147 @@
+#include "host/panes/ChainPane.h"
+
+#include <cstdio>
+
+#include "host/panes/Theme.h"
+#include "host/resource.h"
+
+namespace terminal {
+
+namespace {
+using Column = ChainColumn;
+constexpr int columnCount = static_cast<int>(Column::count);
+constexpr int right = 1, centred = 2, typeDecimal = 2;
+constexpr ColumnSpec columns[columnCount] = {
+    {"Call Vega", 68, right, typeDecimal},  {"Call Theta", 72, right, typeDecimal},
+    {"Call Gamma", 78, right, typeDecimal}, {"Call Delta", 70, right, typeDecimal},
+    {"Call IV", 62, right, typeDecimal},    {"Call", 76, right, typeDecimal},
+    {"Strike", 84, centred, typeDecimal},   {"Put", 76, right, typeDecimal},
+    {"Put IV", 62, right, typeDecimal},     {"Put Delta", 70, right, typeDecimal},
+    {"Put Gamma", 78, right, typeDecimal},  {"Put Theta", 72, right, typeDecimal},
+    {"Put Vega", 68, right, typeDecimal},
+};
+
+// The put's column of the same meaning.
+constexpr Column mirrored(Column column) { return static_cast<Column>(columnCount - 1 - static_cast<int>(column)); }
+
+std::string_view number(double value, int decimals, const char* unit, TextBuffer& buffer) {
+    const int length = std::snprintf(buffer.text, sizeof buffer.text, "%.*f%s", decimals, value, unit);
+    return withoutZeroSign({buffer.text, (std::min)(static_cast<std::size_t>(length), sizeof buffer.text - 1)});
+}
+
+// One side's cell; `column` is the put's. What is not known is empty.
+std::string_view sideText(const OptionFigures& side, Column column, int decimals, TextBuffer& buffer) {
+    if (!side.values) return {};
+    switch (column) {
+        case Column::putPrice:
+            return number(side.values->price, decimals, "", buffer);
+        case Column::putVolatility:
+            return side.volatility ? number(*side.volatility * 100, 2, "%", buffer) : std::string_view();
+        case Column::putDelta:
+            return number(side.values->delta, 4, "", buffer);
+        case Column::putGamma:
+            return number(side.values->gamma, 5, "", buffer);
+        case Column::putTheta:
+            return number(side.values->theta, 4, "", buffer);
+        case Column::putVega:
+            return number(side.values->vega, 4, "", buffer);
+        default:
+            return {};
+    }
+}
+
+COLORREF sideColour(Column column) {
+    if (column == Column::putPrice) return palette::text;
+    return column == Column::putVolatility ? palette::symbol : palette::dim;
+}
+}  // namespace
+
+CChainPane::CChainPane(PaintFigures& figures, const CWatchPane& watch)
+    : CListPane("Option chain"), m_figures(figures), m_watch(watch), m_grid(figures) {
+    for (int i = 0; i < OptionChain::strikes; ++i) m_rows[static_cast<std::size_t>(i)].index = i;
+}
+
+BOOL CChainPane::createList() {
+    describeColumns(columns, columnCount);
+    m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&CChainPane::cellText));
+    if (!m_grid.CreateGrid(this, IDC_CHAIN)) return FALSE;
+    // Each cell has colours of its own: custom draw, by which the grid paints cell by cell. The rows keep their height.
+    m_grid.CustomDrawMode = true;
+    m_grid.m_bCustomDraw = 1;
+    m_grid.ModifyStyle(LVS_OWNERDRAWFIXED, 0);
+    m_grid.InsertColumnsForList(nullptr);
+    return TRUE;
+}
+
+int CChainPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int&) {
+    if (columnIndex < 0 || columnIndex >= columnCount) return 0;
+    const int index = static_cast<const Row*>(reinterpret_cast<const CFilterListBaseData*>(data))->index;
+    const ChainRow& row = m_chain.rows()[static_cast<std::size_t>(index)];
+    const Price price = m_chain.basis().price;
+    const int decimals = decimalsOf(m_chain.basis().tickSize);
+    const auto column = static_cast<Column>(columnIndex);
+    TextBuffer buffer;
+    std::string_view cell;
+    if (column == Column::strike) {
+        cell = formatPrice(row.strike, decimals, buffer);
+        color = palette::symbol;
+        back = palette::surface;
+    } else {
+        const bool call = column < Column::strike;
+        const Column meaning = call ? mirrored(column) : column;
+        cell = sideText(call ? row.call : row.put, meaning, decimals, buffer);
+        color = sideColour(meaning);
+        back = call && row.strike < price    ? palette::upBack
+               : !call && row.strike > price ? palette::downBack
+                                             : palette::background;
+    }
+    if (index == m_chain.atTheMoney()) {
+        back = palette::atMoney;
+        if (color == palette::dim) color = palette::text;
+    }
+    assignText(text, cell);
+    return 1;
+}
+
+std::optional<ChainBasis> CChainPane::basisNow() {
+    const WatchMarket& rows = m_watch.market();
+    const auto shown = m_chain.empty() ? std::nullopt : std::optional(m_chain.basis().instrument);
+    const auto chosen = chooseUnderlying(rows.size(), m_watch.selectedInstrument(), shown, [&rows](InstrumentId id) {
+        return candidateOf(rows[id].instrument, rows[id].quote);
+    });
+    if (!chosen) return {};
+    const WatchData& row = rows[*chosen];
+    return ChainBasis{*chosen, row.instrument.series == "FUT", *underlyingPrice(row.quote), row.instrument.tickSize,
+                      row.quote.time};
+}
+
+void CChainPane::update(std::int64_t now) {
+    if (!m_chain.due(now)) return;
+    const auto basis = basisNow();
+    if (!basis) return;
+    const bool first = m_chain.empty();
+    const std::int64_t begin = m_figures.now();
+    if (!m_chain.recompute(*basis, now, m_pricer)) return;
+    m_costs.add(m_figures.now() - begin);
+    for (Row& row : m_rows) {
+        if (first)
+            m_grid.add(&row);
+        else
+            m_grid.UpdateRow(&row);
+    }
+    processEndofBatchUpdates();
+    show();
+}
+
+void CChainPane::show() {
+    const ChainBasis& basis = m_chain.basis();
+    const Instrument& instrument = m_watch.market()[basis.instrument].instrument;
+    TextBuffer price, expiry;
+    std::string remark = instrument.symbol;
+    if (!instrument.series.empty()) remark.append(" ").append(instrument.series);
+    remark.append("  ").append(formatPrice(basis.price, decimalsOf(instrument.tickSize), price));
+    remark.append("    expires ").append(formatDateTime(m_chain.expiry(), expiry).substr(0, 10));
+    setRemark(remark);
+}
+
+}  // namespace terminal

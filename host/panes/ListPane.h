@@ -1,0 +1,85 @@
+// One pane of the frame: a form view with a caption strip and one list that fills the rest.
+//
+// It is a form view so that its list finds a customisable parent: the list then registers itself, takes its font and
+// hears of changes to it. The view deletes itself with its window, as views do; the list and the rows are its members.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "host/core/MarketText.h"
+#include "platform/Framework.h"
+#include "src/list/CommonListCtrl.h"
+
+namespace terminal {
+
+// Puts `text` into a string of the framework without a new buffer where the old one has room.
+void assignText(CString& text, std::string_view value);
+// All bytes of a string, for as long as it is left alone.
+inline std::string_view viewOf(const CString& text) {
+    return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+
+// A column of a list: heading, width in pixels, list column format (0 left, 1 right, 2 centred), sort type.
+struct ColumnSpec {
+    const char* heading;
+    int width;
+    int format;
+    int dataType;
+};
+
+class CListPane : public CBCGPFormView {
+public:
+    // `title` stands in the caption strip, and is the name under which the list's settings are kept.
+    explicit CListPane(const char* title);
+
+    // Makes the pane, its list included, as a child of `parent`. FALSE: the system gave no window.
+    BOOL CreatePane(CWnd* parent, UINT id);
+
+    virtual CCommonListCtrl& list() = 0;
+    const char* title() const { return m_title; }
+    // Writes what the list writes when its window goes, for a session that ends.
+    virtual void saveState();
+    // Called when the pane or its list loses its window, and before the view deletes itself.
+    void setOnGone(std::function<void()> onGone) { m_onGone = std::move(onGone); }
+    // Shown at the right of the caption strip; repainted only when it changes.
+    void setRemark(const std::string& remark);
+    const std::string& remark() const { return m_remark; }
+
+    // Gives the columns their first widths again, widened in proportion where they leave room at the right.
+    void fitColumns();
+    // The same for a list that no former run has left a layout for.
+    void fitNewColumns();
+
+protected:
+    // The section of the settings in which the list's columns are kept.
+    virtual std::string layoutSection() const { return m_title; }
+    virtual BOOL createList() = 0;
+    // Gives the list its name, columns and colours; for createList, before the list's window exists.
+    void describeColumns(const ColumnSpec* columns, int count);
+
+    void OnInitialUpdate() override;
+    void PostNcDestroy() override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    // Gives the list its place below the caption strip.
+    virtual void layOut();
+
+private:
+    int OnCreate(LPCREATESTRUCT create);
+    void OnSize(UINT type, int width, int height);
+    void OnPaint();
+    BOOL OnEraseBkgnd(CDC* dc);
+    void OnContextMenu(CWnd* window, CPoint point);
+    void OnParentNotify(UINT message, LPARAM lParam);
+    LRESULT OnFiltersChanged(WPARAM, LPARAM);
+
+    const char* m_title;
+    bool m_filtersChanged = false;  // the message that rebuilds the list is on its way
+    std::string m_remark;
+    std::function<void()> m_onGone;
+    CFont m_captionFont;
+
+    DECLARE_MESSAGE_MAP()
+};
+
+}  // namespace terminal

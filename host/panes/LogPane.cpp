@@ -1,0 +1,120 @@
+#include "host/panes/LogPane.h"
+
+#include "host/core/Utf8.h"
+#include "host/panes/Theme.h"
+
+namespace terminal {
+
+namespace {
+constexpr UINT editId = 1;
+constexpr int mostCharacters = 200'000;  // beyond it the older half leaves the window; the file keeps everything
+
+std::string stamped(const char* text) {
+    SYSTEMTIME now;
+    ::GetLocalTime(&now);
+    char stamp[24];
+    std::snprintf(stamp, sizeof stamp, "%02d:%02d:%02d.%03d  ", now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+    std::string line(stamp);
+    for (const char* p = text; *p; ++p) line.push_back(*p == '\r' || *p == '\n' ? ' ' : *p);
+    return line;
+}
+}  // namespace
+
+Log& Log::instance() {
+    static Log log;
+    return log;
+}
+
+void Log::openFile(const std::string& path) {
+    m_file.reset(terminal::openFile(path, "wb"));
+    if (!m_file) return;
+    for (const std::string& line : m_early) std::fprintf(m_file.get(), "%s\n", line.c_str());
+    std::fflush(m_file.get());
+}
+
+void Log::add(const char* text) {
+    if (!text) return;
+    const std::string line = stamped(text);
+    if (m_file) {
+        std::fprintf(m_file.get(), "%s\n", line.c_str());
+        std::fflush(m_file.get());
+    }
+    if (m_pane)
+        m_pane->appendLine(line);
+    else
+        m_early.push_back(line);
+}
+
+void Log::attach(CLogPane* pane) {
+    m_pane = pane;
+    if (!pane) return;
+    for (const std::string& line : m_early) pane->appendLine(line);
+    m_early.clear();
+}
+
+BEGIN_MESSAGE_MAP(CLogPane, CWnd)
+    ON_WM_CREATE()
+    ON_WM_DESTROY()
+    ON_WM_SIZE()
+    ON_WM_ERASEBKGND()
+    ON_WM_CTLCOLOR()
+END_MESSAGE_MAP()
+
+BOOL CLogPane::CreatePane(CWnd* parent, UINT id) {
+    const CRect none(0, 0, 0, 0);
+    return Create(AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW)), "",
+                  WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, none, parent, id);
+}
+
+int CLogPane::OnCreate(CREATESTRUCT* create) {
+    if (CWnd::OnCreate(create) == -1) return -1;
+    m_brush.CreateSolidBrush(palette::background);
+    m_font.CreatePointFont(80, "Tahoma");
+    // Not one of the framework's: a line may name a file that the code page has no name for.
+    m_edit = ::CreateWindowExW(0, L"EDIT", L"",
+                               WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, 0, 0,
+                               0, 0, m_hWnd, reinterpret_cast<HMENU>(editId), nullptr, nullptr);
+    if (!m_edit) return -1;
+    ::SendMessageW(m_edit, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.GetSafeHandle()), FALSE);
+    ::SendMessageW(m_edit, EM_SETLIMITTEXT, 0, 0);
+    Log::instance().attach(this);
+    return 0;
+}
+
+void CLogPane::OnDestroy() {
+    Log::instance().attach(nullptr);
+    m_edit = nullptr;  // it goes with its parent
+    CWnd::OnDestroy();
+}
+
+void CLogPane::OnSize(UINT type, int width, int height) {
+    CWnd::OnSize(type, width, height);
+    if (m_edit)
+        ::MoveWindow(m_edit, cellPadding, 2, (std::max)(0, width - cellPadding), (std::max)(0, height - 2), TRUE);
+}
+
+BOOL CLogPane::OnEraseBkgnd(CDC* dc) {
+    CRect area;
+    GetClientRect(&area);
+    dc->FillSolidRect(&area, palette::background);
+    return TRUE;
+}
+
+HBRUSH CLogPane::OnCtlColor(CDC* dc, CWnd*, UINT) {
+    dc->SetTextColor(palette::dim);
+    dc->SetBkColor(palette::background);
+    return m_brush;
+}
+
+void CLogPane::appendLine(const std::string& line) {
+    if (!m_edit) return;
+    const auto replace = [this](int from, int to, LPCWSTR by) {
+        ::SendMessageW(m_edit, EM_SETSEL, static_cast<WPARAM>(from), to);
+        ::SendMessageW(m_edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(by));
+    };
+    if (const int length = ::GetWindowTextLengthW(m_edit); length > mostCharacters) replace(0, length / 2, L"");
+    const int end = ::GetWindowTextLengthW(m_edit);
+    replace(end, end, wideText(end ? "\r\n" + line : line).c_str());
+}
+
+}  // namespace terminal

@@ -1,0 +1,28 @@
+// The host's row objects: what the orders pane and the trades pane show, one object a row, typed fields and no text.
+//
+// The panes own them; a row outlives its time in a grid. Panes without a window may be dropped in any order.
+#pragma once
+
+#include "host/core/MarketData.h"
+#include "host/panes/PaintFigures.h"
+#include "src/grid/core/FilterListBaseData.h"
+
+namespace terminal {
+
+// A live order, or one level of a book when the feed brings books.
+struct OrderRow : CFilterListBaseData {
+    Order order;
+    std::uint64_t arrival = 0;  // counts the rows that the pane ever added
+    int level = -1;             // of a book, 0 is the best; -1: this row is an order
+    PaintStamp stamp;
+};
+
+struct TradeRow : CFilterListBaseData {
+    Trade trade;
+    std::int64_t number = 0;  // 1 is the first trade of the run
+    Price change = 0;         // against the trade before it of the same instrument
+    Move move = Move::none;
+    PaintStamp stamp;
+};
+
+}  // namespace terminal

@@ -1,0 +1,56 @@
+// How a list stands, as facts with a name: columns from left to right, widths, user columns, levels and whether they
+// are active, lock, auto-sort, arrows, the order of the rows, and that a mere click has left nothing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "src/list/CommonListCtrl.h"
+
+namespace terminal {
+
+struct LayoutFact {
+    std::string name, value;
+    bool operator==(const LayoutFact&) const = default;
+};
+
+// One list, or one watch of the market watch.
+struct ListLayout {
+    std::string list;
+    std::vector<LayoutFact> facts;
+};
+
+// What the user did last to the rows of a list.
+enum class LastSort { levels, autoSort, lock, click };
+
+struct Subject {
+    std::string name;
+    CCommonListCtrl& list;
+    LastSort sort;
+    int sortColumn;     // columnIndex; of levels, the one that decides last but one
+    bool keepsDrag;     // the order on screen is stored; other lists come back by place
+    int arrivalColumn;  // rises with the rows as they come; it falls where the newest row is the first
+    int arrivalOrder;
+};
+
+// How the list stands; with `left`, as it has to come back.
+ListLayout layoutOf(const Subject& subject, bool left);
+
+// A line for each fact that is not as it was left. Empty: all are.
+std::vector<std::string> differences(const ListLayout& left, const ListLayout& found);
+
+// Header items from left to right: as they stand on screen, or by place.
+std::vector<int> itemsOf(CCommonListCtrl& list, bool onScreen);
+
+// Of the control.
+int rowsOf(const CCommonListCtrl& list);
+
+struct SortBy {
+    int columnIndex;
+    int order;  // -1 rising, 1 falling
+};
+
+// Whether the rows really stand as the sort says ("in order"), and what they show there.
+std::string rowsBy(CCommonListCtrl& list, const std::vector<SortBy>& by, bool withTexts);
+
+}  // namespace terminal

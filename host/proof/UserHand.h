@@ -1,0 +1,32 @@
+// A user's hand in a proof: keys and mouse through the system's own input queue, and the wait for what they do.
+// Each call returns when the messages that the input made are dispatched.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+
+#include "platform/Framework.h"
+#include "platform/proving/UserInput.h"
+
+namespace terminal {
+
+inline constexpr ULONGLONG patience = 10'000;   // milliseconds that a step may take on a busy machine
+inline constexpr ULONGLONG impatience = 1'000;  // after a check that failed: others will, too
+
+// Dispatches what comes until the condition holds. False: it did not within the time.
+bool pumpUntil(const std::function<bool()>& condition, ULONGLONG milliseconds = patience);
+void pumpAll();
+
+void bringToFront(CFrameWnd& frame);
+
+// The point is in the window's client area.
+void click(HWND window, POINT point, quor::MouseButton button = quor::MouseButton::left);
+// Virtual keys, pressed in order and released in reverse.
+void press(std::initializer_list<WORD> keys);
+void type(const std::string& text);
+
+// Opens a menu by the right button and presses the letter of an item.
+void chooseInMenu(HWND window, POINT point, WORD letter);
+
+}  // namespace terminal
