@@ -1,6 +1,5 @@
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-
 #include "src/calculators/core/Black76.h"
 
 #include <cmath>

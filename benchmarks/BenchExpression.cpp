@@ -2,7 +2,6 @@
 // xorshift stream, seed 42, a million of each kind, built before the clock starts.
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-
 #include "src/expression/core/ExpressionEvaluator.h"
 
 #include <cmath>

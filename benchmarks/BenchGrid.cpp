@@ -2,8 +2,8 @@
 // them. A tick is three cells of one random row rewritten by the host and then UpdateRow; batches of 1,000; messages
 // are pumped when a flush is due; the last flush and its paint are part of the time.
 #include "benchmarks/Bench.h"
-#include "benchmarks/PrivateBytes.h"
 #include "benchmarks/Median.h"
+#include "benchmarks/PrivateBytes.h"
 #include "benchmarks/WorkloadGrid.h"
 
 #include <algorithm>

@@ -3,8 +3,8 @@
 // callback gives. The clock covers ticks, batch ends, flushes and their paints, at most one every 200 ms.
 //
 // Every answer of a grid has to be exact. Runs without a clock, before and after the timed ones, compare the result of
-// each tick, and every so often the places of rows, with a plain array that is moved by the rule; at the end they compare
-// the whole display. A timed run is checked for the rows that it must and must not show.
+// each tick, and every so often the places of rows, with a plain array that is moved by the rule; at the end they
+// compare the whole display. A timed run is checked for the rows that it must and must not show.
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
 #include "benchmarks/WorkloadGrid.h"

@@ -1,6 +1,5 @@
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-
 #include "src/settings/ZTSettingsLibrary.h"
 
 #include <cstdio>

@@ -1,9 +1,7 @@
 #include "benchmarks/PrivateBytes.h"
 
 #include <windows.h>
-
 #include <psapi.h>
-
 #include <stdexcept>
 
 // Windows has the same number as PrivateUsage too; Wine does not.

@@ -21,8 +21,7 @@ elseif(QUOR_SANITIZE)
     target_link_options(quor_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# Windowless code: the conversions are checked, and the framework door shows no window to it.
+# Windowless code: the conversions are checked.
 add_library(quor_core_options INTERFACE)
 target_link_libraries(quor_core_options INTERFACE quor_options)
 target_compile_options(quor_core_options INTERFACE -Wconversion)
-target_compile_definitions(quor_core_options INTERFACE QUOR_WINDOWLESS)

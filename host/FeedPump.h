@@ -4,13 +4,13 @@
 // the window stays alive however fast the feed is. Nothing here posts a message or waits.
 #pragma once
 
-#include <cstdint>
-
 #include "host/core/Feed.h"
 #include "host/core/Statistics.h"
 #include "host/panes/OrdersPane.h"
 #include "host/panes/TradesPane.h"
 #include "host/panes/WatchPane.h"
+
+#include <cstdint>
 
 namespace terminal {
 

@@ -1,9 +1,9 @@
 #include "host/MainFrame.h"
 
-#include <algorithm>
-
 #include "host/core/Utf8.h"
-#include "host/resource.h"
+#include "host/resource/resource.h"
+
+#include <algorithm>
 
 namespace terminal {
 

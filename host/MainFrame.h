@@ -5,10 +5,6 @@
 // pictures, checks itself and closes; one with a user stays open, and is checked when it closes.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "host/FeedPump.h"
 #include "host/Splitter.h"
 #include "host/StatusStrip.h"
@@ -17,6 +13,10 @@
 #include "host/panes/LogPane.h"
 #include "platform/Framework.h"
 #include "src/foundation/ZTTimer.h"
+
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace terminal {
 

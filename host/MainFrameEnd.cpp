@@ -1,12 +1,9 @@
 // The end of a run: of its feed, of its session, of its window; last paint, pictures, self-check and figures.
 #include "host/MainFrame.h"
+#include "host/core/Utf8.h"
+#include "platform/proving/WindowCapture.h"
 
 #include <cstdio>
-
-#include "host/core/Utf8.h"
-#include "host/proof/SelfCheck.h"
-#include "host/proof/SelfTestFault.h"
-#include "platform/proving/WindowCapture.h"
 
 namespace terminal {
 
@@ -54,9 +51,9 @@ void CMainFrame::finish(const std::string& ending) {
     m_finished = true;
     KillTimer(tickTimer);
     m_pump->settle();
-    if (m_run.options.selfTestFault)
-        Log::instance().add(plantFault(m_panes) ? "Self-test: one row is wrong on purpose."
-                                                : "Self-test: there is no row to spoil.");
+    if (m_run.plantFault)
+        Log::instance().add(m_run.plantFault(m_panes) ? "Self-test: one row is wrong on purpose."
+                                                      : "Self-test: there is no row to spoil.");
     logChainCosts();
     Log::instance().add(
         ("Orders: " + counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " + m_panes.orders->orderText())
@@ -94,7 +91,8 @@ void CMainFrame::fillSummary() {
 }
 
 void CMainFrame::checkMyself() {
-    const auto findings = selfCheck(m_run.feed->tally(), m_panes, m_run.options.keep);
+    if (!m_run.selfCheck) return;
+    const auto findings = m_run.selfCheck(m_panes);
     for (const std::string& finding : findings) {
         Log::instance().add(("Self-check: " + finding).c_str());
         std::fprintf(stderr, "self-check: %s\n", finding.c_str());

@@ -1,10 +1,9 @@
 // The panes in their splitters: made, laid out, and kept over a restart.
 #include "host/MainFrame.h"
+#include "host/resource/resource.h"
 
 #include <algorithm>
 #include <cstdlib>
-
-#include "host/resource.h"
 
 namespace terminal {
 

@@ -1,9 +1,9 @@
 #include "host/OutFolder.h"
 
+#include "host/core/Utf8.h"
+
 #include <filesystem>
 #include <system_error>
-
-#include "host/core/Utf8.h"
 
 namespace terminal {
 

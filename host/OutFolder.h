@@ -2,9 +2,9 @@
 // object lives: a terminal that wants a folder that another one holds takes one below it, terminal-2, terminal-3, ...
 #pragma once
 
-#include <string>
-
 #include "platform/Framework.h"
+
+#include <string>
 
 namespace terminal {
 

@@ -2,10 +2,10 @@
 // terminal's colours.
 #pragma once
 
+#include "platform/Framework.h"
+
 #include <string>
 #include <vector>
-
-#include "platform/Framework.h"
 
 namespace terminal {
 

@@ -1,14 +1,14 @@
 #include "host/TerminalRun.h"
 
-#include <filesystem>
-#include <system_error>
-
-#include "host/HostEntries.h"
 #include "host/core/Simulator.h"
 #include "host/core/Tape.h"
 #include "host/core/Utf8.h"
 #include "host/core/WatchStore.h"
+#include "host/panes/HostEntries.h"
 #include "host/panes/LogPane.h"
+
+#include <filesystem>
+#include <system_error>
 
 namespace terminal {
 

@@ -2,9 +2,6 @@
 // application owns it and the frame works on it; it outlives every window.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "host/core/Feed.h"
 #include "host/core/Options.h"
 #include "host/core/SettingsFile.h"
@@ -12,10 +9,17 @@
 #include "host/core/TapeRecorder.h"
 #include "host/panes/PaintFigures.h"
 
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace terminal {
 
 inline constexpr int exitWell = 0;
 inline constexpr int exitCheckFailed = 1;  // exitBadInput is 2
+
+struct Panes;
 
 inline constexpr const char* settingsNotWritten = "The settings could not be written.";
 
@@ -51,6 +55,10 @@ public:
     std::unique_ptr<Feed> feed;
     RunSummary summary;
     int exitCode = exitWell;
+    // What the program does to the panes and sees in them when the feed has ended, all settled; empty: nothing. The
+    // fault says whether it was planted, the check what does not hold.
+    std::function<bool(const Panes&)> plantFault;
+    std::function<std::vector<std::string>(const Panes&)> selfCheck;
 
 private:
     void loadSettings();

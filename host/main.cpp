@@ -1,22 +1,23 @@
 // The demo terminal: a Windows program over the library, fed by a simulator or a recorded tape.
-#include <cstdio>
-#include <optional>
-#include <vector>
-
-#include "host/HostEntries.h"
 #include "host/MainFrame.h"
 #include "host/OutFolder.h"
 #include "host/TerminalRun.h"
 #include "host/core/Utf8.h"
+#include "host/panes/HostEntries.h"
 #include "host/panes/LogPane.h"
 #include "host/panes/Theme.h"
 #include "host/proof/BoxGuard.h"
 #include "host/proof/Proofs.h"
+#include "host/proof/SelfCheck.h"
+#include "host/proof/SelfTestFault.h"
 #include "platform/proving/UserInput.h"
 #include "src/foundation/core/Globals.h"
 #include "src/list/CommonListCtrl.h"
 
+#include <cstdio>
+#include <optional>
 #include <shellapi.h>
+#include <vector>
 
 namespace terminal {
 
@@ -97,6 +98,8 @@ int runTerminal(Options options) {
         std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
         return exitBadInput;
     }
+    if (options.selfTestFault) run.plantFault = &plantFault;
+    run.selfCheck = [&run](const Panes& panes) { return selfCheck(run.feed->tally(), panes, run.options.keep); };
     setRecoveryFiles(run);
     setAppearance();
     std::optional<BoxGuard> guard;

@@ -3,11 +3,11 @@
 // waits.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "host/core/MarketData.h"
 #include "host/core/Tally.h"
+
+#include <memory>
+#include <string>
 
 namespace terminal {
 

@@ -1,8 +1,8 @@
 #include "host/core/LineReader.h"
 
-#include <cstring>
-
 #include "host/core/Utf8.h"
+
+#include <cstring>
 
 namespace terminal {
 namespace {

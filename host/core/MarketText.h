@@ -1,11 +1,12 @@
 // Prices, quantities and times as text, both ways: the tapes' fields and the cells' texts. No locale, no allocation.
 #pragma once
 
+#include "host/core/MarketData.h"
+#include "platform/Base.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "host/core/MarketData.h"
 
 namespace terminal {
 
@@ -40,7 +41,7 @@ std::optional<MarketTime> parseTime(std::string_view text);
 std::string counted(std::int64_t count, const char* what);  // "1 row", "2 rows"
 
 // As printf writes it, cut to 127 characters.
-__attribute__((format(printf, 1, 2))) std::string formatted(const char* format, ...);
+std::string formatted(const char* format, ...) QUOR_PRINTF(1, 2);
 
 // `text` in quotes for a message: bytes that are not plain ASCII as \xNN, cut to 40 bytes with "..." after it.
 std::string quoteForMessage(std::string_view text);

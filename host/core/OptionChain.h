@@ -5,12 +5,12 @@
 // the underlying's tick size as an exchange would. Implied volatility and Greeks are then computed from the quote.
 #pragma once
 
+#include "host/core/MarketData.h"
+
 #include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
-
-#include "host/core/MarketData.h"
 
 namespace terminal {
 

@@ -1,12 +1,12 @@
 #include "host/core/Options.h"
 
+#include "host/core/MarketText.h"
+#include "host/core/Utf8.h"
+
 #include <algorithm>
 #include <charconv>
 #include <string_view>
 #include <system_error>
-
-#include "host/core/MarketText.h"
-#include "host/core/Utf8.h"
 
 namespace terminal {
 namespace {
@@ -84,7 +84,7 @@ private:
             m_parsed.error = std::string(name) + ": found nothing after it, expected " + expected;
             return {};
         }
-        const std::string value = m_hasInline ? std::string(m_inline) : m_arguments[m_next++];
+        std::string value = m_hasInline ? std::string(m_inline) : m_arguments[m_next++];
         m_hasInline = false;
         if (value.empty() || value.starts_with("--")) fail(name, value, expected);
         return value;
@@ -127,7 +127,7 @@ private:
 
     std::string proof() {
         const std::string expected = joined(m_proofs, " or ");
-        const std::string value = text("--proof", expected);
+        std::string value = text("--proof", expected);
         if (std::find(m_proofs.begin(), m_proofs.end(), value) == m_proofs.end()) fail("--proof", value, expected);
         return value;
     }

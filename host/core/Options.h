@@ -1,13 +1,13 @@
 // The command line of the demo terminal.
 #pragma once
 
+#include "host/core/Feed.h"
+#include "host/core/Tape.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "host/core/Feed.h"
-#include "host/core/Tape.h"
 
 namespace terminal {
 

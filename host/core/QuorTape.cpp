@@ -1,11 +1,11 @@
 // The project's own tape, both ways: the parser and the writer stand side by side, so that they stay each other's
 // reverse. docs/formats.md, section "Tape", tells the form.
+#include "host/core/MarketText.h"
+#include "host/core/TapeFormat.h"
+
 #include <charconv>
 #include <cmath>
 #include <unordered_map>
-
-#include "host/core/MarketText.h"
-#include "host/core/TapeFormat.h"
 
 namespace terminal {
 namespace {

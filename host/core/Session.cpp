@@ -1,5 +1,7 @@
 #include "host/core/Session.h"
 
+#include "platform/Base.h"
+
 namespace terminal {
 
 Quote Session::take(const Trade& trade) {
@@ -15,7 +17,7 @@ Quote Session::take(const Trade& trade) {
     if (!m_open || trade.price > m_high) set(quoteHigh, news.high, m_high = trade.price);
     if (!m_open || trade.price < m_low) set(quoteLow, news.low, m_low = trade.price);
     m_open = true;
-    if (__builtin_add_overflow(m_volume, trade.quantity, &m_volume)) m_volume = std::numeric_limits<Quantity>::max();
+    if (quor::addOverflows(m_volume, trade.quantity, m_volume)) m_volume = std::numeric_limits<Quantity>::max();
     m_value += static_cast<double>(trade.price) * static_cast<double>(trade.quantity) / static_cast<double>(priceOne);
     news.volume = m_volume;
     news.value = m_value;

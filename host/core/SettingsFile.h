@@ -5,13 +5,13 @@
 // nothing that an earlier save() wrote (quor::replaceFile).
 #pragma once
 
+#include "platform/Base.h"
+
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/base/FileDevice.h"
 
 namespace terminal {
 

@@ -2,10 +2,10 @@
 // ones), and one thing happens to it: its quote moves, an order comes, changes, leaves or is filled, or it trades.
 #include "host/core/Simulator.h"
 
+#include "host/core/Session.h"
+
 #include <algorithm>
 #include <array>
-
-#include "host/core/Session.h"
 
 namespace terminal {
 namespace {

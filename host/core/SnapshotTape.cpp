@@ -1,9 +1,9 @@
 // Tapes of order book snapshots: no header, no time; for each level of the book its ask price, ask size, bid price and
 // bid size. Only what changed against the line before becomes events.
-#include <charconv>
-
 #include "host/core/MarketText.h"
 #include "host/core/TapeFormat.h"
+
+#include <charconv>
 
 namespace terminal {
 namespace {
@@ -87,7 +87,7 @@ private:
         }
         news->side = side;
         news->level = level;
-        BookLevel& known = m_book[static_cast<std::size_t>(level * 2 + (side == Side::buy ? 1 : 0))];
+        BookLevel& known = m_book[2 * static_cast<std::size_t>(level) + (side == Side::buy ? 1 : 0)];
         if (known.price == news->price && known.quantity == news->quantity) return true;
         known = *news;
         tick.events.emplace_back(*news);

@@ -15,7 +15,7 @@ int Percentiles::bucketOf(std::int64_t value) {
 std::int64_t Percentiles::bucketEnd(int bucket) {
     if (bucket < exactValues) return bucket;
     const int shift = (bucket - exactValues) / steps + 1;
-    const auto step = static_cast<std::uint64_t>((bucket - exactValues) % steps + steps);
+    const auto step = static_cast<std::uint64_t>((bucket - exactValues) % steps) + steps;
     return static_cast<std::int64_t>(((step + 1) << shift) - 1);
 }
 

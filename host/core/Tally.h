@@ -1,10 +1,10 @@
 // The feed's own account of what it handed out, kept apart from every row: what a self-check holds the windows against.
 #pragma once
 
+#include "host/core/FeedSink.h"
+
 #include <unordered_map>
 #include <vector>
-
-#include "host/core/FeedSink.h"
 
 namespace terminal {
 

@@ -3,9 +3,9 @@
 // length.
 #pragma once
 
-#include <string>
-
 #include "host/core/Feed.h"
+
+#include <string>
 
 namespace terminal {
 

@@ -1,11 +1,11 @@
 // What a tape's format is to the reader: something that turns one line into one tick.
 #pragma once
 
+#include "host/core/MarketData.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
-
-#include "host/core/MarketData.h"
 
 namespace terminal {
 

@@ -1,11 +1,11 @@
 // Writes what a feed hands out as a tape of the project's own format. Replayed, it gives the same ticks.
 #pragma once
 
+#include "host/core/FeedSink.h"
+
 #include <cstdio>
 #include <memory>
 #include <string>
-
-#include "host/core/FeedSink.h"
 
 namespace terminal {
 

@@ -2,6 +2,8 @@
 // so that a cell's colour can follow its text; what shows as zero has none.
 #include "host/core/WatchColumns.h"
 
+#include "platform/Base.h"
+
 #include <array>
 #include <cmath>
 #include <cstdarg>
@@ -37,7 +39,7 @@ View meanPrice(Cell cell, double units) {
 // noPrice for a difference that no price can be: two hostile prices lie further apart than a number holds.
 Price minus(Price of, Price from) {
     Price result = 0;
-    return __builtin_sub_overflow(of, from, &result) ? noPrice : result;
+    return quor::subtractOverflows(of, from, result) ? noPrice : result;
 }
 double units(Price price) { return static_cast<double>(price); }
 
@@ -388,9 +390,9 @@ std::string_view watchText(const WatchData& data, int columnIndex, TextBuffer& b
 }
 
 WatchTone userColumnTone(std::string_view text) {
-    const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
-    const bool number = text.size() > sign && text[sign] >= '0' && text[sign] <= '9';
-    return number ? WatchTone::sign : WatchTone::dim;
+    const std::size_t first = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
+    const bool numeric = text.size() > first && text[first] >= '0' && text[first] <= '9';
+    return numeric ? WatchTone::sign : WatchTone::dim;
 }
 
 }  // namespace terminal

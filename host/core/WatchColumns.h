@@ -5,10 +5,10 @@
 // `watchShownColumns` are those of a new watch; user columns are numbered from `watchBuiltInColumns` on.
 #pragma once
 
-#include <string_view>
-
 #include "host/core/MarketText.h"
 #include "host/core/WatchData.h"
+
+#include <string_view>
 
 namespace terminal {
 

@@ -1,5 +1,7 @@
 #include "host/core/WatchData.h"
 
+#include "platform/Base.h"
+
 #include <algorithm>
 
 namespace terminal {
@@ -85,7 +87,7 @@ void WatchMarket::quote(const Quote& news) {
     ++row.quoteUpdates;
     if (!row.hasBid() || !row.hasAsk()) return;
     Price spread = 0;
-    if (__builtin_sub_overflow(row.quote.ask, row.quote.bid, &spread)) return;  // further apart than prices can be
+    if (quor::subtractOverflows(row.quote.ask, row.quote.bid, spread)) return;  // further apart than prices can be
     if (row.widestSpread == noPrice || spread > row.widestSpread) row.widestSpread = spread;
     if (row.narrowestSpread == noPrice || spread < row.narrowestSpread) row.narrowestSpread = spread;
 }

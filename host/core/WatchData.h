@@ -6,14 +6,14 @@
 // their own below the first: a quote and the orders around it come as separate news, and no depth shown is crossed.
 #pragma once
 
+#include "host/core/FeedSink.h"
+
 #include <array>
 #include <map>
 #include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
-
-#include "host/core/FeedSink.h"
 
 namespace terminal {
 

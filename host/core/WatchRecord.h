@@ -4,10 +4,10 @@
 // pointer to the pair and one to the record are one address, and the record tells itself from anything else.
 #pragma once
 
+#include "host/core/WatchData.h"
+
 #include <cstddef>
 #include <string>
-
-#include "host/core/WatchData.h"
 
 struct sMWStruct {
     static constexpr std::size_t textRoom = 135;  // its terminating zero included; longer texts are cut

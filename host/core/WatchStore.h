@@ -1,11 +1,11 @@
 // What the market watch finds in its settings when it starts for the first time: user columns and the watches.
 #pragma once
 
+#include "host/core/MarketData.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "host/core/MarketData.h"
 
 namespace terminal {
 

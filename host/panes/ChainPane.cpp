@@ -1,9 +1,9 @@
 #include "host/panes/ChainPane.h"
 
-#include <cstdio>
-
 #include "host/panes/Theme.h"
-#include "host/resource.h"
+#include "host/resource/resource.h"
+
+#include <cstdio>
 
 namespace terminal {
 

@@ -4,14 +4,14 @@
 // a second. The sides in the money are tinted and the row at the money stands out.
 #pragma once
 
-#include <array>
-
 #include "host/core/OptionChain.h"
 #include "host/core/Statistics.h"
 #include "host/panes/ChainPricer.h"
 #include "host/panes/ListPane.h"
 #include "host/panes/LiveGrid.h"
 #include "host/panes/WatchPane.h"
+
+#include <array>
 
 namespace terminal {
 

@@ -1,10 +1,10 @@
 #include "host/panes/ChainPricer.h"
 
-#include <cmath>
-
 #include "host/panes/LogPane.h"
-#include "platform/win/ComError.h"
+#include "platform/Framework.h"
 #include "src/calculators/QuorCOMWrapApp.h"
+
+#include <cmath>
 
 namespace terminal {
 

@@ -1,7 +1,6 @@
 #include "host/panes/HeaderPaint.h"
 
 #include "host/panes/Theme.h"
-#include "platform/win/HeaderCaption.h"
 #include "src/grid/FilterListCtrl.h"
 
 namespace terminal {

@@ -1,10 +1,10 @@
 #include "host/panes/ListMenu.h"
 
-#include <algorithm>
-
 #include "host/panes/LevelsMenu.h"
 #include "src/grid/FilterListCtrl.h"
 #include "src/list/ListCommands.h"
+
+#include <algorithm>
 
 namespace terminal {
 

@@ -1,14 +1,14 @@
 #include "host/panes/ListPane.h"
 
-#include <algorithm>
-#include <cstring>
-
-#include "host/HostEntries.h"
+#include "host/panes/HostEntries.h"
 #include "host/panes/ListMenu.h"
 #include "host/panes/LiveGrid.h"
 #include "host/panes/Theme.h"
-#include "host/resource.h"
+#include "host/resource/resource.h"
 #include "src/grid/FilterListCtrl.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace terminal {
 

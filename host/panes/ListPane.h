@@ -4,12 +4,12 @@
 // hears of changes to it. The view deletes itself with its window, as views do; the list and the rows are its members.
 #pragma once
 
-#include <functional>
-#include <string>
-
 #include "host/core/MarketText.h"
 #include "platform/Framework.h"
 #include "src/list/CommonListCtrl.h"
+
+#include <functional>
+#include <string>
 
 namespace terminal {
 

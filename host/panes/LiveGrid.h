@@ -5,14 +5,14 @@
 // that it gives, so that the grid knows what its paint drew.
 #pragma once
 
+#include "host/panes/DrawnRows.h"
+#include "host/panes/PaintFigures.h"
+#include "platform/Framework.h"
+#include "src/grid/FilterListCtrl.h"
+
 #include <functional>
 #include <string_view>
 #include <vector>
-
-#include "host/panes/PaintFigures.h"
-#include "host/proof/DrawnRows.h"
-#include "platform/Framework.h"
-#include "src/grid/FilterListCtrl.h"
 
 namespace terminal {
 

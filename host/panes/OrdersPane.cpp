@@ -1,11 +1,11 @@
 #include "host/panes/OrdersPane.h"
 
+#include "host/panes/HostEntries.h"
+#include "host/panes/Theme.h"
+#include "host/resource/resource.h"
+
 #include <algorithm>
 #include <cstdio>
-
-#include "host/HostEntries.h"
-#include "host/panes/Theme.h"
-#include "host/resource.h"
 
 namespace terminal {
 

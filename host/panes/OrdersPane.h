@@ -6,14 +6,14 @@
 // takes them into the locked order, a few times a second.
 #pragma once
 
-#include <memory>
-#include <unordered_map>
-#include <vector>
-
 #include "host/core/Tally.h"
 #include "host/panes/ListPane.h"
 #include "host/panes/LiveGrid.h"
 #include "host/panes/Rows.h"
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
 
 namespace terminal {
 

@@ -5,11 +5,11 @@
 // scrolled away from are void: the grid starts a new generation then.
 #pragma once
 
-#include <cstdint>
-#include <optional>
-
 #include "host/core/Feed.h"
 #include "host/core/Statistics.h"
+
+#include <cstdint>
+#include <optional>
 
 namespace terminal {
 

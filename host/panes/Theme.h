@@ -2,9 +2,9 @@
 // Windowless data and plain GDI on a device context that the caller owns; nothing here keeps a handle.
 #pragma once
 
-#include <string_view>
-
 #include "platform/Framework.h"
+
+#include <string_view>
 
 namespace terminal {
 

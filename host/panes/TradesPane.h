@@ -2,12 +2,12 @@
 // owns the rows and keeps the newest of them.
 #pragma once
 
-#include <deque>
-#include <vector>
-
 #include "host/panes/ListPane.h"
 #include "host/panes/LiveGrid.h"
 #include "host/panes/Rows.h"
+
+#include <deque>
+#include <vector>
 
 namespace terminal {
 

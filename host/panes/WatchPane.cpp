@@ -1,12 +1,12 @@
 #include "host/panes/WatchPane.h"
 
-#include <algorithm>
-
 #include "host/core/WatchStore.h"
 #include "host/panes/HeaderPaint.h"
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/Theme.h"
-#include "host/resource.h"
+#include "host/resource/resource.h"
+
+#include <algorithm>
 
 namespace terminal {
 

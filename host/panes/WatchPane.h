@@ -9,17 +9,17 @@
 // finds and saves its columns. Everything else that a watch keeps goes by that name, too: levels, lock, auto-sort.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "host/core/WatchColumns.h"
 #include "host/core/WatchData.h"
 #include "host/core/WatchRecord.h"
+#include "host/panes/DrawnRows.h"
 #include "host/panes/ListPane.h"
 #include "host/panes/PaintFigures.h"
-#include "host/proof/DrawnRows.h"
 #include "src/lists/MrktWatchListCtrl.h"
+
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace terminal {
 

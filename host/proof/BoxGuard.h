@@ -2,11 +2,11 @@
 // for an answer for ever.
 #pragma once
 
+#include "platform/Framework.h"
+
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "platform/Framework.h"
 
 namespace terminal {
 

@@ -1,8 +1,5 @@
 #include "host/proof/FindProof.h"
 
-#include <algorithm>
-#include <optional>
-
 #include "host/MainFrame.h"
 #include "host/TerminalRun.h"
 #include "host/core/Utf8.h"
@@ -10,6 +7,9 @@
 #include "host/proof/UserHand.h"
 #include "platform/proving/WindowCapture.h"
 #include "src/grid/FilterText.h"
+
+#include <algorithm>
+#include <optional>
 
 namespace terminal {
 

@@ -8,9 +8,9 @@
 // leaves it so, too.
 #pragma once
 
-#include <memory>
-
 #include "host/proof/Proof.h"
+
+#include <memory>
 
 namespace terminal {
 

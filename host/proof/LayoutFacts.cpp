@@ -1,11 +1,11 @@
 #include "host/proof/LayoutFacts.h"
 
+#include "host/panes/LevelsMenu.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <utility>
-
-#include "host/panes/LevelsMenu.h"
 
 namespace terminal {
 

@@ -2,10 +2,10 @@
 // are active, lock, auto-sort, arrows, the order of the rows, and that a mere click has left nothing.
 #pragma once
 
+#include "src/list/CommonListCtrl.h"
+
 #include <string>
 #include <vector>
-
-#include "src/list/CommonListCtrl.h"
 
 namespace terminal {
 

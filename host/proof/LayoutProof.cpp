@@ -5,7 +5,7 @@
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
 #include "host/proof/LayoutFacts.h"
-#include "host/resource.h"
+#include "host/resource/resource.h"
 #include "src/foundation/TimerIds.h"
 #include "src/list/ListCommands.h"
 

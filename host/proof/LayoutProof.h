@@ -8,9 +8,9 @@
 // shown.
 #pragma once
 
-#include <memory>
-
 #include "host/proof/Proof.h"
+
+#include <memory>
 
 namespace terminal {
 

@@ -1,9 +1,5 @@
 #include "host/proof/Proofs.h"
 
-#include <cstdio>
-#include <functional>
-#include <memory>
-
 #include "host/MainFrame.h"
 #include "host/TerminalRun.h"
 #include "host/panes/LogPane.h"
@@ -11,6 +7,10 @@
 #include "host/proof/FindProof.h"
 #include "host/proof/LayoutProof.h"
 #include "host/proof/UserHand.h"
+
+#include <cstdio>
+#include <functional>
+#include <memory>
 
 namespace terminal {
 

@@ -7,10 +7,10 @@
 // Keys and mouse go to whatever window is in front: the run must have a desktop of its own (quor::useOwnDesktop).
 #pragma once
 
+#include "host/core/Summary.h"
+
 #include <string>
 #include <vector>
-
-#include "host/core/Summary.h"
 
 namespace terminal {
 

@@ -1,10 +1,10 @@
 #include "host/proof/SelfCheck.h"
 
-#include <algorithm>
-#include <unordered_set>
-
 #include "host/core/MarketText.h"
 #include "host/core/WatchStore.h"
+
+#include <algorithm>
+#include <unordered_set>
 
 namespace terminal {
 

@@ -4,11 +4,11 @@
 // in them, and the texts that the last paint really drew. The tally never saw a row, and the rows never saw the tally.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "host/FeedPump.h"
 #include "host/core/Tally.h"
+
+#include <string>
+#include <vector>
 
 namespace terminal {
 

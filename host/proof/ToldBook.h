@@ -2,14 +2,14 @@
 // proof has asked for; and what the pane shows, to be held against them. The tally never saw a row of the pane.
 #pragma once
 
+#include "host/core/Tally.h"
+#include "host/panes/OrdersPane.h"
+
 #include <cstddef>
 #include <functional>
 #include <set>
 #include <string>
 #include <vector>
-
-#include "host/core/Tally.h"
-#include "host/panes/OrdersPane.h"
 
 namespace terminal {
 

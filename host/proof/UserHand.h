@@ -2,12 +2,12 @@
 // Each call returns when the messages that the input made are dispatched.
 #pragma once
 
+#include "platform/Framework.h"
+#include "platform/proving/UserInput.h"
+
 #include <functional>
 #include <initializer_list>
 #include <string>
-
-#include "platform/Framework.h"
-#include "platform/proving/UserInput.h"
 
 namespace terminal {
 

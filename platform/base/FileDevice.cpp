@@ -11,9 +11,8 @@
 #else
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
 #include <thread>
+#include <unistd.h>
 #endif
 
 namespace quor {

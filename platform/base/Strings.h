@@ -13,6 +13,7 @@
 // A CString must not be passed through `...`; give Format its GetString().
 #pragma once
 
+#include "platform/base/Compiler.h"
 #include "platform/base/Exception.h"
 
 #include <compare>
@@ -21,13 +22,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
-
-// The compiler checks formats against the C99 rules that Format follows (the old runtime DLL's own differ).
-#if defined(_WIN32)
-#define QUOR_PRINTF(formatIndex, firstArgument) __attribute__((format(gnu_printf, formatIndex, firstArgument)))
-#else
-#define QUOR_PRINTF(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))
-#endif
 
 class QUOR_FRAMEWORK_API CString {
 public:
@@ -42,6 +36,7 @@ public:
     explicit CString(char character, int repeat = 1);
     ~CString() { release(); }
 
+    // Its own text is counted up before it is let go. NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
     CString& operator=(const CString& other) noexcept {
         char* const shared = other.m_text;
         if (shared != nullptr) ++header(shared)->references;
@@ -183,7 +178,7 @@ private:
     // larger pieces.
     static std::size_t lengthOf(LPCSTR text) noexcept {
         constexpr std::size_t kUsual = 16;
-        if (!__builtin_constant_p(__builtin_strlen(text))) {
+        if (!QUOR_KNOWS_LENGTH(text)) {
             for (std::size_t length = 0; length < kUsual; ++length)
                 if (text[length] == '\0') return length;
         }

@@ -15,10 +15,6 @@
 #define WIN32_LEAN_AND_MEAN
 #endif
 #include <windows.h>
-#if !defined(QUOR_WINDOWLESS)
-#include <commctrl.h>
-#include <commdlg.h>
-#endif
 // Empty macros of 16-bit days, which take two plain words from everyone. The headers themselves use the upper case.
 #undef near
 #undef far
@@ -120,6 +116,14 @@ constexpr BYTE GetGValue(COLORREF colour) { return LOBYTE(colour >> 8); }
 constexpr BYTE GetBValue(COLORREF colour) { return LOBYTE(colour >> 16); }
 
 #endif
+
+// Records of these types go through the system's calls and into stored bytes: the same in both builds.
+static_assert(sizeof(LONG) == 4 && sizeof(DWORD) == 4 && sizeof(COLORREF) == 4 && sizeof(WORD) == 2);
+static_assert(sizeof(WPARAM) == 8 && sizeof(LPARAM) == 8 && sizeof(DWORD_PTR) == 8);
+static_assert(sizeof(POINT) == 8 && offsetof(POINT, y) == 4);
+static_assert(sizeof(SIZE) == 8 && offsetof(SIZE, cy) == 4);
+static_assert(sizeof(RECT) == 16 && offsetof(RECT, top) == 4 && offsetof(RECT, right) == 8 &&
+              offsetof(RECT, bottom) == 12);
 
 #ifndef _T
 #define _T(text) text

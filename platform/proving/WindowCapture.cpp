@@ -1,7 +1,6 @@
 #include "platform/proving/WindowCapture.h"
 
 #include "platform/Framework.h"
-#include "platform/base/ComPointer.h"
 
 #include <wincodec.h>
 

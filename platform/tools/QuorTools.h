@@ -2,7 +2,7 @@
 // compiled natively too, into the library of windowless code.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <cstddef>
 

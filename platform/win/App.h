@@ -12,8 +12,8 @@ class QUOR_FRAMEWORK_API CWinApp : public CCmdTarget {
     DECLARE_DYNAMIC(CWinApp)
 public:
     // The program's object becomes AfxGetApp(); at most one lives at a time. A static object of a DLL is that library's
-    // own: m_hInstance is the DLL, InitInstance and ExitInstance run when it is loaded and unloaded (DllMain.cpp, which
-    // is compiled into such a DLL), and AfxGetApp() does not see it.
+    // own: m_hInstance is the DLL, InitInstance and ExitInstance run when it is loaded and unloaded (by its DllMain,
+    // which calls quorGetLibraryApp), and AfxGetApp() does not see it.
     explicit CWinApp(LPCSTR lpszAppName = nullptr);
     ~CWinApp() override;
 
@@ -54,7 +54,7 @@ private:
 
 // The application object, or null.
 QUOR_FRAMEWORK_API CWinApp* AfxGetApp();
-// The object of a DLL, or null. For DllMain.cpp; libraries know their own object.
+// The object of a DLL, or null. For its DllMain; libraries know their own object.
 QUOR_FRAMEWORK_API CWinApp* quorGetLibraryApp(HINSTANCE hInstance);
 // The application's main window; without an application the one given to AfxSetMainWnd.
 QUOR_FRAMEWORK_API CWnd* AfxGetMainWnd();

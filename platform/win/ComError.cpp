@@ -1,6 +1,5 @@
 #include "platform/win/ComError.h"
 
-#include "platform/base/ComPointer.h"
 #include "platform/base/Export.h"
 
 namespace {

@@ -1,12 +1,12 @@
 // Errors of COM servers as exceptions: _com_error, _bstr_t and what belongs to them. The classes come from the
 // compiler's <comdef.h>; the three functions that its runtime lacks are in this library.
-//
-// Not part of Framework.h, as <comdef.h> is not part of the framework: who calls a server includes it.
 #pragma once
 
 #include "platform/base/WinTypes.h"
 
 #include <comdef.h>
+// A macro of the system's, which takes a plain word from everyone.
+#undef small
 
 // void _com_issue_errorex(HRESULT hr, IUnknown* server, REFIID iid)
 //

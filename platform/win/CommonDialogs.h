@@ -3,8 +3,8 @@
 // window of their own.
 #pragma once
 
-#include "platform/base/Strings.h"
 #include "platform/base/List.h"
+#include "platform/base/Strings.h"
 #include "platform/win/Dialog.h"
 
 #include <commdlg.h>

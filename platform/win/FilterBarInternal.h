@@ -2,15 +2,15 @@
 // Private to platform/win.
 #pragma once
 
+#include "platform/win/FilterBar.h"
+#include "platform/win/FilterBarRecord.h"
+#include "platform/win/core/FilterBarLayout.h"
+
 #include <algorithm>
 #include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
-
-#include "platform/base/FilterBarLayout.h"
-#include "platform/win/FilterBar.h"
-#include "platform/win/FilterBarRecord.h"
 
 namespace quor {
 

@@ -5,9 +5,8 @@
 // headerCaption where they are now.
 #include "platform/win/FilterBarInternal.h"
 
-#include <uxtheme.h>
-
 #include <cwchar>
+#include <uxtheme.h>
 
 namespace quor {
 

@@ -1,8 +1,8 @@
 // Whether a header class has a filter bar, found out by asking: the style may be known to the class and still do
 // nothing.
-#include "platform/base/FilterBarLayout.h"
 #include "platform/win/FilterBar.h"
 #include "platform/win/FilterTextItem.h"
+#include "platform/win/core/FilterBarLayout.h"
 
 namespace quor {
 

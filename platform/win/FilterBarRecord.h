@@ -1,9 +1,9 @@
 // The filter of one header item and its way in and out of a header's item record. Private to platform/win.
 #pragma once
 
-#include <string>
-
 #include "platform/Framework.h"
+
+#include <string>
 
 namespace quor {
 

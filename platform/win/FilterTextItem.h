@@ -1,7 +1,10 @@
 // A header item's record that carries nothing but its filter text, to be set or read: the A form or the W form.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/base/Export.h"
+#include "platform/base/WinTypes.h"
+
+#include <commctrl.h>
 
 namespace quor {
 

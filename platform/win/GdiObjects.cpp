@@ -1,5 +1,4 @@
 #include "platform/Framework.h"
-
 #include "platform/win/HandleMapInternal.h"
 
 IMPLEMENT_DYNAMIC(CGdiObject, CObject)

@@ -2,7 +2,10 @@
 // whole item; in a header with a filter bar the item's filter field is part of that, and belongs to the header.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/base/Export.h"
+#include "platform/base/WinTypes.h"
+
+#include <commctrl.h>
 
 namespace quor {
 

@@ -5,6 +5,7 @@
 // The class adds no data to CWnd: a pointer from GetDlgItem may be used through it.
 #pragma once
 
+#include "platform/base/List.h"
 #include "platform/base/Strings.h"
 #include "platform/win/HeaderCtrl.h"
 #include "platform/win/Wnd.h"

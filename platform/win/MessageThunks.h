@@ -2,9 +2,9 @@
 // the functions (thunks) that call a handler. Only MessageMap.h uses it.
 #pragma once
 
-#include <tuple>
-
 #include "platform/win/Wnd.h"
+
+#include <tuple>
 
 class CScrollBar;
 

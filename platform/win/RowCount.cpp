@@ -2,8 +2,9 @@
 // filter of 100,000 rows takes (Wine: 4 to 5 ms). Then it hears the count as if it were hidden, and what it would have
 // invalidated is invalidated here. Whether that pays and is right is asked of a list outside the screen, once a
 // process; where the control is quick, or invalidates in another way, or cannot be asked, its own way runs.
-#include "platform/Framework.h"
 #include "platform/win/RowCount.h"
+
+#include "platform/Framework.h"
 
 #include <algorithm>
 #include <chrono>

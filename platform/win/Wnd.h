@@ -20,6 +20,8 @@
 #include "platform/base/Strings.h"
 #include "platform/win/CmdTarget.h"
 
+#include <commctrl.h>
+
 #undef GetNextWindow  // a macro of the system's header that would eat the member
 
 class CBitmap;

@@ -1,11 +1,11 @@
 // What the window classes share: the state of the one GUI thread. Private to platform/win.
 #pragma once
 
+#include "platform/Framework.h"
+
 #include <exception>
 #include <unordered_map>
 #include <vector>
-
-#include "platform/Framework.h"
 
 namespace quor {
 

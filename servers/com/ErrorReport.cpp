@@ -1,6 +1,5 @@
 #include "servers/com/ErrorReport.h"
 
-#include "platform/base/ComPointer.h"
 #include "servers/core/Refusal.h"
 #include "servers/interfaces/CalculationServers.h"
 

@@ -1,6 +1,5 @@
 #include "servers/com/Module.h"
 
-#include "platform/base/ComPointer.h"
 #include "servers/com/Registration.h"
 
 #include <atomic>

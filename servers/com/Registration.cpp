@@ -1,7 +1,5 @@
 #include "servers/com/Registration.h"
 
-#include "platform/base/ComPointer.h"
-
 #include <olectl.h>
 
 namespace servers {

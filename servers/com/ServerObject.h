@@ -2,7 +2,6 @@
 // library, ISupportErrorInfo, and the guard around every method.
 #pragma once
 
-#include "platform/base/ComPointer.h"
 #include "servers/com/ErrorReport.h"
 #include "servers/core/Refusal.h"
 

@@ -1,12 +1,10 @@
 // The generalised Black-Scholes formula. One sign serves both rights: a put is the call's formula with the signs of the
 // payments and of d1 and d2 turned, which keeps small prices exact where parity would cancel them.
 #include "servers/core/OptionModelInternal.h"
-
 #include "servers/core/Refusal.h"
 
-#include <boost/math/distributions/normal.hpp>
-
 #include <algorithm>
+#include <boost/math/distributions/normal.hpp>
 #include <cmath>
 #include <limits>
 

@@ -1,10 +1,8 @@
 #include "servers/core/OptionModelInternal.h"
-
 #include "servers/core/Refusal.h"
 
-#include <boost/math/tools/toms748_solve.hpp>
-
 #include <algorithm>
+#include <boost/math/tools/toms748_solve.hpp>
 #include <cmath>
 #include <cstdint>
 

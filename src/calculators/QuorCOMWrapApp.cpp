@@ -1,6 +1,5 @@
 #include "src/calculators/QuorCOMWrapApp.h"
 
-#include "platform/win/ComError.h"
 #include "servers/interfaces/CalculationServers.h"
 #include "src/calculators/core/Black76.h"
 

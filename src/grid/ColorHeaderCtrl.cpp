@@ -1,6 +1,5 @@
 #include "src/grid/ColorHeaderCtrl.h"
 
-#include "platform/win/HeaderCaption.h"
 #include "src/grid/FilterListCtrl.h"
 
 namespace {

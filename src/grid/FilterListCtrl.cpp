@@ -1,11 +1,10 @@
 // Construction, message map, modes, header, timers.
 //
 // Every message passes NativeList first: the native row count may lag behind, and whoever looks must not see that.
-#include "src/grid/FilterListCtrlInternal.h"
-
 #include "src/foundation/ControlBlock.h"
 #include "src/foundation/HostServices.h"
 #include "src/foundation/TimerIds.h"
+#include "src/grid/FilterListCtrlInternal.h"
 #include "src/grid/FilterText.h"
 #include "src/resource/resource.h"
 

@@ -1,7 +1,6 @@
 // Classic mode: rows one at a time, and the routes from its operations to the row in opti-data mode.
-#include "src/grid/FilterListCtrlInternal.h"
-
 #include "src/foundation/HostServices.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 using namespace quor::grid;
 using namespace quor::foundation;

@@ -1,8 +1,6 @@
 // The header's filter bar: its fields, their notifications, the pop-up of values, the keys.
-#include "src/grid/FilterListCtrlInternal.h"
-
-#include "platform/win/FilterTextItem.h"
 #include "src/foundation/RedrawScope.h"
+#include "src/grid/FilterListCtrlInternal.h"
 #include "src/grid/FilterText.h"
 #include "src/grid/core/FilterValues.h"
 #include "src/resource/resource.h"

@@ -4,13 +4,12 @@
 //
 // The host is asked for every cell and may change the rows meanwhile, or end the grid: a row is painted on only while
 // it stands where it stood.
+#include "src/foundation/ControlBlock.h"
 #include "src/grid/FilterListCtrlInternal.h"
+#include "src/list/core/ListLayout.h"
 
 #include <cstring>
 #include <vector>
-
-#include "src/foundation/ControlBlock.h"
-#include "src/list/core/ListLayout.h"
 
 using namespace quor::grid;
 using namespace quor::list;

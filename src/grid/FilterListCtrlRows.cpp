@@ -1,7 +1,6 @@
 // Opti-data mode: from the host's call to the rows; the end of a batch.
-#include "src/grid/FilterListCtrlInternal.h"
-
 #include "src/foundation/TimerIds.h"
+#include "src/grid/FilterListCtrlInternal.h"
 
 using namespace quor::grid;
 

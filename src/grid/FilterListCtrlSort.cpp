@@ -2,11 +2,10 @@
 //
 // The arrows of the heading follow rules of the grid's own: a click takes the old column's arrow off by giving it a
 // plain text format (its alignment goes with it); the lock path leaves the old arrow where it is.
-#include "src/grid/FilterListCtrlInternal.h"
-
 #include "platform/tools/QuorTools.h"
+#include "src/grid/FilterListCtrlInternal.h"
 #include "src/grid/core/GridSort.h"
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/HeaderImages.h"
 
 #include <algorithm>
 #include <utility>
@@ -262,8 +261,8 @@ SortKeys CFilterListCtrl::SortRun::readKeys(const Request& request, const std::v
     for (std::size_t i = 0; i < mapIndices.size(); ++i) {
         if (i + kAhead < mapIndices.size()) {
             const RowData next = rows.dataOfMapIndex(mapIndices[i + kAhead]);
-            __builtin_prefetch(reinterpret_cast<const void*>(next));
-            __builtin_prefetch(reinterpret_cast<const void*>(next + kLine));
+            quor::prefetch(reinterpret_cast<const void*>(next));
+            quor::prefetch(reinterpret_cast<const void*>(next + kLine));
         }
         const RowData data = rows.dataOfMapIndex(m_walk.present(mapIndices[i]));
         if (data != 0) {

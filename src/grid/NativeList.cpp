@@ -1,6 +1,6 @@
 #include "src/grid/NativeList.h"
 
-#include "platform/win/RowCount.h"
+#include "platform/Framework.h"
 #include "src/grid/core/CellPainting.h"
 
 #include <algorithm>

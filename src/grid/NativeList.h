@@ -3,6 +3,7 @@
 // list, which must outlive this object. Without a window every call does nothing and answers 0 or -1.
 #pragma once
 
+#include "platform/Framework.h"
 #include "src/grid/core/RowPort.h"
 
 namespace quor::grid {

@@ -18,11 +18,12 @@
 // destructor. Everything runs on the thread of the window; nothing is locked.
 #pragma once
 
-#include <memory>
-#include <vector>
-
+#include "platform/Framework.h"
 #include "src/foundation/core/ColumnRecords.h"
 #include "src/list/SortOrderChooser.h"
+
+#include <memory>
+#include <vector>
 
 // Callbacks on the owner window. They run only on a permanent window object of the framework; hosts make them from
 // their own members by static_cast.

@@ -6,8 +6,6 @@
 
 #include <algorithm>
 
-#include "platform/base/Numbers.h"
-
 using namespace quor::list;
 using namespace quor::foundation;
 

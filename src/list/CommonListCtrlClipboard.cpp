@@ -1,7 +1,7 @@
 // The selected rows as text, and the clipboard.
-#include <cstring>
-
 #include "src/list/CommonListCtrlInternal.h"
+
+#include <cstring>
 
 namespace {
 

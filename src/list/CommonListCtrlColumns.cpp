@@ -1,6 +1,7 @@
 // The column set: how it is built, replaced and sized. What is decided about it stands in core/.
 #include "src/foundation/Messages.h"
 #include "src/list/CommonListCtrlParts.h"
+#include "src/list/ListCommands.h"
 #include "src/list/core/ColumnArrays.h"
 
 #include <algorithm>
@@ -13,6 +14,19 @@ namespace {
 constexpr int kCellPadding = 12;
 constexpr int kHeadingPadding = 11;
 constexpr int kLongestHeading = 256;
+
+FitTo fitOf(int command) {
+    switch (command) {
+        case kFitColumnsToData:
+            return FitTo::data;
+        case kFitColumnsToHeader:
+            return FitTo::header;
+        case kFitColumnsToWindow:
+            return FitTo::window;
+        default:
+            return FitTo::dataAndHeader;
+    }
+}
 
 }  // namespace
 
@@ -184,15 +198,15 @@ std::optional<RowSpan> CCommonListCtrl::Parts::rowsToMeasure() const {
 void CCommonListCtrl::AutoSizeColumns(int command) {
     if (!GetHeaderCtrl()) return;
     const HWND window = m_hWnd;
-    std::vector<ColumnMeasure> measures = m_parts->measureColumns(command);
+    std::vector<ColumnMeasure> measures = m_parts->measureColumns(fitOf(command));
     if (!::IsWindow(window)) return;
-    m_parts->fitColumns(command, measures);
+    m_parts->fitColumns(fitOf(command), measures);
     if (m_bHeaderToolTips) LayOutHeaderToolTips();
     GetHeaderCtrl()->Invalidate();
 }
 
-// What the command reads, and nothing else: a list may have many rows.
-std::vector<ColumnMeasure> CCommonListCtrl::Parts::measureColumns(int command) {
+// What the fit reads, and nothing else: a list may have many rows.
+std::vector<ColumnMeasure> CCommonListCtrl::Parts::measureColumns(FitTo fit) {
     CHeaderCtrl& header = *m_list.GetHeaderCtrl();
     CRect client;
     m_list.GetClientRect(&client);
@@ -200,13 +214,13 @@ std::vector<ColumnMeasure> CCommonListCtrl::Parts::measureColumns(int command) {
     measure.client = client.Width();
     measure.columnCount = header.GetItemCount();
     std::vector<ColumnMeasure> measures(static_cast<std::size_t>(measure.columnCount), measure);
-    if (fitReadsHeadings(command)) {
+    if (fitReadsHeadings(fit)) {
         CClientDC dc(&header);
         const SelectScope select(&dc, header.GetFont());
         int item = 0;
         for (ColumnMeasure& column : measures) column.header = headingWidth(header, dc, item++);
     }
-    const std::optional<RowSpan> rows = fitReadsData(command) ? rowsToMeasure() : std::nullopt;
+    const std::optional<RowSpan> rows = fitReadsData(fit) ? rowsToMeasure() : std::nullopt;
     const HWND window = m_list.m_hWnd;
     int place = 0;
     for (ColumnMeasure& column : measures) {
@@ -216,10 +230,10 @@ std::vector<ColumnMeasure> CCommonListCtrl::Parts::measureColumns(int command) {
     return measures;
 }
 
-void CCommonListCtrl::Parts::fitColumns(int command, std::vector<ColumnMeasure>& measures) {
+void CCommonListCtrl::Parts::fitColumns(FitTo fit, std::vector<ColumnMeasure>& measures) {
     const FlagScope<BYTE> sizing(m_list.m_bRedrawEnabled, 0);
     const RedrawScope frozen(m_list);
-    const bool controlMeasures = fitReadsData(command) && !rowsToMeasure();
+    const bool controlMeasures = fitReadsData(fit) && !rowsToMeasure();
     int place = 0, others = 0;
     for (ColumnMeasure& measure : measures) {
         if (controlMeasures) {
@@ -227,8 +241,8 @@ void CCommonListCtrl::Parts::fitColumns(int command, std::vector<ColumnMeasure>&
             measure.data = m_list.CListCtrl::GetColumnWidth(place);
         }
         const bool isLast = &measure == &measures.back();
-        if (isLast && fitReadsHeadings(command)) measure.header = std::max(measure.header, measure.client - others);
-        const int width = fittedColumnWidth(command, measure);
+        if (isLast && fitReadsHeadings(fit)) measure.header = std::max(measure.header, measure.client - others);
+        const int width = fittedColumnWidth(fit, measure);
         m_list.CListCtrl::SetColumnWidth(place++, width);
         others += width;
     }

@@ -2,15 +2,15 @@
 // windowless parts of core/.
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <vector>
-
 #include "src/list/CommonListCtrlInternal.h"
 #include "src/list/core/ColumnSetPlan.h"
 #include "src/list/core/ListLayout.h"
 #include "src/list/core/ProfileEntry.h"
 #include "src/list/core/RowSort.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
 
 namespace quor::list {
 
@@ -40,9 +40,9 @@ struct CCommonListCtrl::Parts {
     void takePlan(const quor::list::ColumnSetPlan& plan);
     void showPlan(const quor::list::ColumnSetPlan& plan);
 
-    // What a command of AutoSizeColumns reads, and what it makes of it.
-    std::vector<quor::list::ColumnMeasure> measureColumns(int command);
-    void fitColumns(int command, std::vector<quor::list::ColumnMeasure>& measures);
+    // What AutoSizeColumns reads, and what it makes of it.
+    std::vector<quor::list::ColumnMeasure> measureColumns(quor::list::FitTo fit);
+    void fitColumns(quor::list::FitTo fit, std::vector<quor::list::ColumnMeasure>& measures);
     // As WidestCellInView, for these rows.
     int widestCell(int place, quor::list::RowSpan rows);
     // The rows that are in view, one that shows in part at the end included.

@@ -1,8 +1,8 @@
 // A double click on a divider, measured here: the control measures all rows, and only the texts that it holds itself,
 // without the heading.
-#include <algorithm>
-
 #include "src/list/CommonListCtrlInternal.h"
+
+#include <algorithm>
 
 using namespace quor::list;
 

@@ -1,6 +1,6 @@
 // The pictures of the header: an arrow up for rising values, one down for falling, and nothing. They are drawn here, a
 // line at a time, so that no picture file has to be found.
-#include "src/list/CommonListCtrlInternal.h"
+#include "src/list/HeaderImages.h"
 
 namespace quor::list {
 

@@ -2,9 +2,9 @@
 // lists one (CCommonListCtrl::SetSortOrderChooser).
 #pragma once
 
-#include <vector>
-
 #include "src/foundation/core/ColumnRecords.h"
+
+#include <vector>
 
 namespace quor::list {
 

@@ -1,5 +1,4 @@
 // Fonts, colours, what no row covers, the check box and the hit test.
-#include "platform/base/Numbers.h"
 #include "src/lists/MrktWatchListCtrlParts.h"
 
 namespace {

@@ -1,14 +1,14 @@
 // What only the sources of CMrktWatchListCtrl share.
 #pragma once
 
+#include "src/expression/core/CustomColumnText.h"
+#include "src/list/ListScopes.h"
+#include "src/lists/MrktWatchListCtrl.h"
+#include "src/lists/core/WatchTexts.h"
+
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include "src/expression/core/CustomColumnText.h"
-#include "src/list/CommonListCtrlInternal.h"
-#include "src/lists/MrktWatchListCtrl.h"
-#include "src/lists/core/WatchTexts.h"
 
 struct CMrktWatchListCtrl::Parts {
     explicit Parts(const CMrktWatchListCtrl& list) : m_list(list) {}

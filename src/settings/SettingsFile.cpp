@@ -4,7 +4,6 @@
 #include "src/settings/SettingsFile.h"
 
 #include <boost/property_tree/json_parser.hpp>
-
 #include <sstream>
 #include <streambuf>
 #include <utility>

@@ -1,11 +1,9 @@
 // The settings tree as a file: what is read and what may be written.
 #pragma once
 
-#include "platform/Framework.h"
-#include "platform/base/FileDevice.h"
+#include "platform/Base.h"
 
 #include <boost/property_tree/ptree.hpp>
-
 #include <string>
 #include <string_view>
 

@@ -14,7 +14,7 @@
 // Copies share one tree. Nobody owns it: a tree lives until the process ends. No lock: one thread at a time.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <functional>
 #include <string>

@@ -20,7 +20,7 @@ constexpr double kLimit = 10;  // beyond it the distribution is taken as exactly
 const double kRootOfTwoPi = std::sqrt(8 * std::atan(1.0));
 
 // Two points at a time, which every 64-bit processor multiplies at once.
-using Pair = double __attribute__((vector_size(16)));
+using Pair = DoublePair;
 using Block = std::array<Pair, kBlock / 2>;
 
 // The exponentials of one block, whose first point is ta. Two chains of powers, each two points wide, overlap.

@@ -3,7 +3,7 @@
 // that rule, not a library's erf, decides the digits of every result.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 namespace quor::black76 {
 

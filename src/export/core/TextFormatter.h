@@ -2,7 +2,7 @@
 // Knows nothing of windows. The stream is the caller's and must outlive the formatter.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <array>
 #include <ostream>

@@ -3,7 +3,6 @@
 // Columns inside columns come back through the host, so the levels are a stack of this object's, not of the program's.
 #include "src/expression/core/CustomColumnText.h"
 
-#include "platform/base/Numbers.h"
 #include "src/expression/core/ExpressionEvaluator.h"
 
 #include <algorithm>

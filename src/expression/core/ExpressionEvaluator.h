@@ -23,7 +23,7 @@
 // GetString().
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <cstdint>
 

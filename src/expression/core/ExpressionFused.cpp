@@ -6,7 +6,6 @@
 // since unbalanced parentheses come first. A lone operator character that the first stage took for an operand (its run
 // is no operator) is an operator again in the postfix text, where a blank follows it. And a signed token is never an
 // operator there, because of its parenthesis.
-#include "platform/base/ShortDecimal.h"
 #include "src/expression/core/ExpressionOperators.h"
 
 #include <memory>

@@ -2,7 +2,6 @@
 // colour mean what they meant there. They are read by hand, since a C library's long has two widths.
 #include "src/foundation/core/AppearanceRecords.h"
 
-#include "platform/base/Numbers.h"
 #include "src/foundation/core/StoredFields.h"
 
 namespace quor::foundation {

@@ -5,7 +5,7 @@
 // kept in step: column array (sQuorColInfo), order array (columnIndex to place), width array, visible array.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 // What szColumnName holds, its terminator included.
 inline constexpr int kColumnNameSize = 64;

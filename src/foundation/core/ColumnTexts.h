@@ -2,10 +2,10 @@
 // family of lists has its own delimiters and members; docs/formats.md shows the texts.
 #pragma once
 
-#include <array>
-
-#include "platform/base/Numbers.h"
+#include "platform/Base.h"
 #include "src/foundation/core/StoredFields.h"
+
+#include <array>
 
 namespace quor::foundation {
 

@@ -1,10 +1,10 @@
 // Reading the fields of a stored text, one after the other.
 #pragma once
 
+#include "platform/Base.h"
+
 #include <optional>
 #include <string_view>
-
-#include "platform/base/Strings.h"
 
 namespace quor::foundation {
 

@@ -2,10 +2,10 @@
 // CZTTimer (foundation/ZTTimer.h) is the shell that sends the messages.
 #pragma once
 
+#include "platform/Base.h"
+
 #include <cstdint>
 #include <functional>
-
-#include "platform/Framework.h"
 
 class CWnd;
 

@@ -2,7 +2,7 @@
 // event on to all of them, in the order of registration.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 // What travels with an event. Declared and read by the host alone.
 struct sUpdateData;

@@ -2,10 +2,10 @@
 // what nobody set, then check, and grey over all.
 #include "src/grid/core/CellPainting.h"
 
+#include "src/foundation/core/ColumnRecords.h"
+
 #include <cstdlib>
 #include <cstring>
-
-#include "src/foundation/core/ColumnRecords.h"
 
 namespace quor::grid {
 

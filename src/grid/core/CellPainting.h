@@ -2,7 +2,7 @@
 // Windowless; the shell turns the answers into GDI calls. Row numbers: see FilterListBaseData.h.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <cstdint>
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <emmintrin.h>
 
 namespace quor::grid {
 
@@ -13,20 +12,6 @@ namespace {
 constexpr int kLaidOutSize = DisplayOrder::kBlockCapacity * 3 / 4;  // room for rows that enter in the middle
 constexpr int kLaidOutBlocks = DisplayOrder::kGroupCapacity / 2;
 constexpr int kSparseBlocks = 64;  // an order with fewer blocks is never laid out anew
-
-__m128i fourAt(const std::int32_t* numbers) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(numbers)); }
-unsigned maskOf(__m128i fours) { return static_cast<unsigned>(_mm_movemask_ps(_mm_castsi128_ps(fours))); }
-
-int sumOf(const std::int32_t* numbers, int count) {
-    __m128i sums = _mm_setzero_si128();
-    int i = 0;
-    for (; i + 4 <= count; i += 4) sums = _mm_add_epi32(sums, fourAt(numbers + i));
-    alignas(16) std::int32_t parts[4];
-    _mm_store_si128(reinterpret_cast<__m128i*>(parts), sums);
-    int sum = parts[0] + parts[1] + parts[2] + parts[3];
-    for (; i < count; ++i) sum += numbers[i];
-    return sum;
-}
 
 using Sizes = std::array<std::uint8_t, DisplayOrder::kGroupCapacity>;
 
@@ -38,14 +23,7 @@ int sumOf(const Sizes& sizes, int count) {
         return bytes;
     }();
     const std::uint8_t* const mask = kMasks.data() + DisplayOrder::kGroupCapacity - count;
-    const __m128i zero = _mm_setzero_si128();
-    __m128i sums = zero;
-    for (std::size_t i = 0; i < sizes.size(); i += 16) {
-        const __m128i some = _mm_loadu_si128(reinterpret_cast<const __m128i*>(sizes.data() + i));
-        const __m128i wanted = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask + i));
-        sums = _mm_add_epi64(sums, _mm_sad_epu8(_mm_and_si128(some, wanted), zero));
-    }
-    return _mm_cvtsi128_si32(_mm_add_epi64(sums, _mm_unpackhi_epi64(sums, sums)));
+    return sumOfBytes(sizes.data(), mask, sizes.size());
 }
 
 // Counted by sums of neighbours: the instruction for it is not there on every machine.
@@ -88,41 +66,30 @@ Taken freeOf(const Taken& taken) { return {~taken[0], ~taken[1]}; }
 
 // The last place below `count` with a number above the limit, -1 when there is none.
 int lastAbove(const std::int32_t* numbers, int count, int limit) {
-    const __m128i four = _mm_set1_epi32(limit);
-    const auto above = [&](int at) { return _mm_cmpgt_epi32(fourAt(numbers + at), four); };
     int end = count;
-    while (end >= 16 && maskOf(_mm_or_si128(_mm_or_si128(above(end - 4), above(end - 8)),
-                                            _mm_or_si128(above(end - 12), above(end - 16)))) == 0)
-        end -= 16;
+    while (end >= 16 && bitsAbove16(numbers + end - 16, limit) == 0) end -= 16;
     for (; end >= 4; end -= 4)
-        if (const unsigned mask = maskOf(above(end - 4)); mask != 0)
-            return end - 5 + static_cast<int>(std::bit_width(mask));
+        if (const unsigned bits = bitsAbove4(numbers + end - 4, limit); bits != 0)
+            return end - 5 + static_cast<int>(std::bit_width(bits));
     while (end > 0 && numbers[end - 1] <= limit) --end;
     return end - 1;
 }
 
 // A bit for each of 64 numbers, set where it is above the limit. All are looked at: a loop that ends at the first one
 // found costs more, since where that is cannot be foretold.
-std::uint64_t above(const std::int32_t* numbers, __m128i limit) {
+std::uint64_t above(const std::int32_t* numbers, std::int32_t limit) {
     std::uint64_t bits = 0;
-    for (int i = 0; i < 64; i += 16) {
-        const std::int32_t* const at = numbers + i;
-        const __m128i low = _mm_packs_epi32(_mm_cmpgt_epi32(fourAt(at), limit), _mm_cmpgt_epi32(fourAt(at + 4), limit));
-        const __m128i high =
-            _mm_packs_epi32(_mm_cmpgt_epi32(fourAt(at + 8), limit), _mm_cmpgt_epi32(fourAt(at + 12), limit));
-        bits |= static_cast<std::uint64_t>(_mm_movemask_epi8(_mm_packs_epi16(low, high))) << i;
-    }
+    for (int i = 0; i < 64; i += 16) bits |= std::uint64_t{bitsAbove16(numbers + i, limit)} << i;
     return bits;
 }
 
 // The last place with a number above the limit; there is one.
 int lastAbove(const std::array<std::int32_t, DisplayOrder::kGroupCapacity>& maxima, int limit) {
-    return static_cast<int>(std::bit_width(above(maxima.data(), _mm_set1_epi32(limit)))) - 1;
+    return static_cast<int>(std::bit_width(above(maxima.data(), limit))) - 1;
 }
 
 int lastAbove(const std::array<std::int32_t, DisplayOrder::kBlockCapacity>& items, int limit) {
-    const __m128i four = _mm_set1_epi32(limit);
-    const std::uint64_t low = above(items.data(), four), high = above(items.data() + 64, four);
+    const std::uint64_t low = above(items.data(), limit), high = above(items.data() + 64, limit);
     return static_cast<int>(std::bit_width(high != 0 ? high : low)) + (high != 0 ? 63 : -1);
 }
 
@@ -209,7 +176,7 @@ int DisplayOrder::slotOf(int mapIndex) const {
 int DisplayOrder::slotOf(Position position) const {
     const Block& held = block(position.block);
     const Group& own = group(held.group);
-    return sumOf(m_groupSizes.data(), own.ordinal) + sumOf(own.sizes, held.place) +
+    return sumOfNumbers(m_groupSizes.data(), own.ordinal) + sumOf(own.sizes, held.place) +
            takenBefore(held.taken, position.index);
 }
 

@@ -15,7 +15,7 @@
 // sizes and maxima are those of the blocks; size() is their sum.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <array>
 #include <cstdint>
@@ -39,10 +39,10 @@ public:
     // What slotOf, erase and enter will read of a map index: the first before the second, a few rows before the call.
     void prefetchHome(int mapIndex) const {
         if (static_cast<std::size_t>(mapIndex) < m_home.size())
-            __builtin_prefetch(&m_home[static_cast<std::size_t>(mapIndex)], 1);
+            prefetchToWrite(&m_home[static_cast<std::size_t>(mapIndex)]);
     }
     void prefetchPlace(int mapIndex) const {
-        if (const int home = homeOf(mapIndex); home != -1) __builtin_prefetch(&itemAt(positionOf(home)), 1);
+        if (const int home = homeOf(mapIndex); home != -1) prefetchToWrite(&itemAt(positionOf(home)));
     }
 
     // -1 when the order does not hold the map index.

@@ -20,7 +20,7 @@
 //   - One thread: that of the windows.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <cstdint>
 #include <memory>
@@ -42,7 +42,9 @@ class CFilterListBaseData {
 public:
     CFilterListBaseData() = default;
     CFilterListBaseData(const CFilterListBaseData&) {}
-    CFilterListBaseData& operator=(const CFilterListBaseData&) { return *this; }
+    CFilterListBaseData& operator=(const CFilterListBaseData&) {  // NOLINT(bugprone-unhandled-self-assignment)
+        return *this;
+    }
     ~CFilterListBaseData() = default;
 
 private:

@@ -5,9 +5,6 @@
 // faster, eight bytes at a time.
 #include "src/grid/core/FilterTokens.h"
 
-#include "platform/base/Numbers.h"
-#include "platform/base/ShortDecimal.h"
-
 #include <algorithm>
 #include <array>
 #include <bit>

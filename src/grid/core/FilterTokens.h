@@ -14,7 +14,7 @@
 // many there are; all the numbers of a text are at most two comparisons; each *text* and *text is looked for in turn.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <cstdint>
 #include <limits>

@@ -1,7 +1,7 @@
 // The filter text that the pop-up makes of the values that the user chose.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <functional>
 #include <string>

@@ -300,7 +300,7 @@ void LiveRows::rebuild(RowWalk& walk, RowTest test) {
         if (present == -1) continue;
         if (optiData() && present + kAhead < itemCount()) {
             m_store.fetchToTell(present + kAhead);
-            __builtin_prefetch(reinterpret_cast<const void*>(m_store.dataAt(present + kAhead) + kLine));
+            prefetch(reinterpret_cast<const void*>(m_store.dataAt(present + kAhead) + kLine));
         }
         const RowData data = m_store.dataAt(present);
         if (data == 0) continue;

@@ -3,7 +3,7 @@
 // Row numbers: see FilterListBaseData.h. All sizes in pixels, client coordinates of the list.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -88,7 +88,7 @@ inline void RowStore::tell(int mapIndex, int displayIndex) {
 }
 
 inline void RowStore::fetchToTell(int mapIndex) const {
-    if (OptiDataMode) __builtin_prefetch(reinterpret_cast<const void*>(dataAt(mapIndex)), 1);
+    if (OptiDataMode) prefetchToWrite(reinterpret_cast<const void*>(dataAt(mapIndex)));
 }
 
 }  // namespace quor::grid

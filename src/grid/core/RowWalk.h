@@ -12,7 +12,7 @@
 // reach the host: if the rows or their window went, nothing may be touched any more.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <cstdint>
 #include <functional>

@@ -2,7 +2,6 @@
 // texts are watched for as they come in: a click on a column of one value is to move nothing.
 #include "src/grid/core/SortKeys.h"
 
-#include "platform/base/Numbers.h"
 #include "src/foundation/core/ColumnRecords.h"
 
 #include <string_view>

@@ -6,7 +6,7 @@
 // as 0, and so does a row without a key, whose text is empty.
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,9 @@
 // The rules of a list's column arrays that need no window.
 #pragma once
 
-#include <vector>
-
 #include "src/foundation/core/ColumnRecords.h"
+
+#include <vector>
 
 namespace quor::list {
 

@@ -86,7 +86,7 @@ ColumnSetPlan planBuiltInColumns(const std::vector<ImportColumn>& columns) {
 }
 
 ColumnSetPlan planColumnImport(const std::vector<ImportColumn>& columns, const ExchangeProfile& profile) {
-    const ColumnSetPlan unchanged = planBuiltInColumns(columns);
+    ColumnSetPlan unchanged = planBuiltInColumns(columns);
     if (!fits(profile, columns.size())) return unchanged;
     ColumnSetPlan plan = unchanged;
     std::vector<int> bySequence;

@@ -3,11 +3,10 @@
 // of all ages are on disks, and each has to mean what it always meant.
 #include "src/list/core/ColumnProfileText.h"
 
+#include "src/foundation/core/ColumnTexts.h"
+
 #include <cstddef>
 #include <optional>
-
-#include "platform/base/Numbers.h"
-#include "src/foundation/core/ColumnTexts.h"
 
 namespace quor::list {
 

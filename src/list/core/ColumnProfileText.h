@@ -7,9 +7,9 @@
 // name breaks its own record.
 #pragma once
 
-#include <vector>
-
 #include "src/list/core/ProfileEntry.h"
+
+#include <vector>
 
 namespace quor::list {
 

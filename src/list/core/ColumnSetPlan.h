@@ -14,10 +14,10 @@
 // second time is a gap. So a single gap in a profile that hides column 0 shows column 0 there, at order -1.
 #pragma once
 
+#include "src/list/core/ColumnProfileText.h"
+
 #include <utility>
 #include <vector>
-
-#include "src/list/core/ColumnProfileText.h"
 
 namespace quor::list {
 

@@ -1,10 +1,9 @@
 #include "src/list/core/DealSlipText.h"
 
-#include <cstddef>
-
-#include "platform/base/Numbers.h"
 #include "src/foundation/core/StoredFields.h"
 #include "src/list/core/ColumnProfileText.h"
+
+#include <cstddef>
 
 namespace quor::list {
 

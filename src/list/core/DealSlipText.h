@@ -5,10 +5,10 @@
 // the user part as index 0, and the pairs behind it shift by one. Stored texts depend on both, so both stay.
 #pragma once
 
+#include "src/list/core/ProfileEntry.h"
+
 #include <optional>
 #include <vector>
-
-#include "src/list/core/ProfileEntry.h"
 
 namespace quor::list {
 

@@ -6,23 +6,24 @@
 
 namespace quor::list {
 
-int fittedColumnWidth(int command, const ColumnMeasure& measure) {
-    switch (command) {
-        case kFitColumnsToData:
+int fittedColumnWidth(FitTo fit, const ColumnMeasure& measure) {
+    switch (fit) {
+        case FitTo::data:
             return std::max(measure.data, kMinColumnWidth);
-        case kFitColumnsToHeader:
+        case FitTo::header:
             return std::max(measure.header, kMinColumnWidth);
-        case kFitColumnsToWindow:
+        case FitTo::window:
             return measure.client > 0 && measure.columnCount > 0 ? measure.client / measure.columnCount
                                                                  : kMinColumnWidth;
-        default:
-            return std::max({measure.data, measure.header, kMinColumnWidth});
+        case FitTo::dataAndHeader:
+            break;
     }
+    return std::max({measure.data, measure.header, kMinColumnWidth});
 }
 
-bool fitReadsData(int command) { return command != kFitColumnsToHeader && command != kFitColumnsToWindow; }
+bool fitReadsData(FitTo fit) { return fit == FitTo::data || fit == FitTo::dataAndHeader; }
 
-bool fitReadsHeadings(int command) { return command != kFitColumnsToData && command != kFitColumnsToWindow; }
+bool fitReadsHeadings(FitTo fit) { return fit == FitTo::header || fit == FitTo::dataAndHeader; }
 
 Span headerItemSpan(const std::vector<int>& widths, const std::vector<int>& sequence, int item, int scroll) {
     int left = -scroll;

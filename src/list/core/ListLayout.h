@@ -1,10 +1,9 @@
 // Widths and rectangles of a list: the arithmetic behind column sizing, header tool tips and erasing.
 #pragma once
 
-#include <vector>
+#include "platform/Base.h"
 
-#include "platform/Framework.h"
-#include "src/list/ListCommands.h"
+#include <vector>
 
 namespace quor::list {
 
@@ -18,14 +17,16 @@ struct ColumnMeasure {
     int columnCount = 0;
 };
 
-// The width that a command (kFitColumnsTo...) gives a column. Data and heading never make it narrower than
-// kMinColumnWidth; an even share of the window may, and where there is no share to be had the result is
-// kMinColumnWidth.
-int fittedColumnWidth(int command, const ColumnMeasure& measure);
+// What columns are made to fit.
+enum class FitTo { dataAndHeader, data, header, window };
 
-// What such a command looks at.
-bool fitReadsData(int command);
-bool fitReadsHeadings(int command);
+// The width that a column gets. Data and heading never make it narrower than kMinColumnWidth; an even share of the
+// window may, and where there is no share to be had the result is kMinColumnWidth.
+int fittedColumnWidth(FitTo fit, const ColumnMeasure& measure);
+
+// What has to be measured for it.
+bool fitReadsData(FitTo fit);
+bool fitReadsHeadings(FitTo fit);
 
 // Where a header item stands along the list: from the widths left of it on screen, less the horizontal scroll. `widths`
 // is by header item, `sequence` the items in the order in which they stand; an item that is not in it gets nothing.

@@ -1,7 +1,7 @@
 // Natural order of texts: runs of digits count as numbers, so that "a9" stands before "a10".
 #pragma once
 
-#include "platform/Framework.h"
+#include "platform/Base.h"
 
 namespace quor::list {
 

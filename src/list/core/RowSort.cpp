@@ -3,14 +3,12 @@
 // be relied on.
 #include "src/list/core/RowSort.h"
 
-#include <cstring>
-#include <utility>
-
-#include "platform/base/DateTime.h"
-#include "platform/base/Numbers.h"
 #include "src/foundation/core/ColumnRecords.h"
 #include "src/list/core/MergeSort.h"
 #include "src/list/core/NaturalCompare.h"
+
+#include <cstring>
+#include <utility>
 
 namespace quor::list {
 

@@ -19,11 +19,11 @@
 // stableMergeSort only.
 #pragma once
 
+#include "platform/Base.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
-
-#include "platform/Framework.h"
 
 namespace quor::list {
 

@@ -1,6 +1,5 @@
 #include "src/list/core/SortTexts.h"
 
-#include "platform/base/Numbers.h"
 #include "src/foundation/core/StoredFields.h"
 #include "src/list/core/ColumnProfileText.h"
 

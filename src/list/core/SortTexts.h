@@ -1,9 +1,9 @@
 // The stored texts of a list's sort: the locked column and the levels of a multi-column sort.
 #pragma once
 
-#include <vector>
-
 #include "src/foundation/core/ColumnRecords.h"
+
+#include <vector>
 
 namespace quor::list {
 

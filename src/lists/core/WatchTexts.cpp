@@ -2,7 +2,6 @@
 // cannot part them.
 #include "src/lists/core/WatchTexts.h"
 
-#include "platform/base/Numbers.h"
 #include "src/foundation/core/ColumnTexts.h"
 
 #include <optional>

@@ -1,4 +1,4 @@
-#include "platform/base/FilterBarLayout.h"
+#include "platform/win/core/FilterBarLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/Framework.h"
+#include "platform/Base.h"
 #include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>

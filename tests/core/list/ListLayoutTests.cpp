@@ -7,25 +7,25 @@ using namespace quor::list;
 
 namespace {
 
-TEST(FittedColumnWidth, FollowsItsCommand) {
+TEST(FittedColumnWidth, FollowsWhatItFits) {
     struct {
-        int command;
+        FitTo fit;
         ColumnMeasure measure;
         int width;
     } const cases[] = {
-        {2129, {.data = 51, .header = 90}, 51},
-        {2129, {.data = 7, .header = 90}, 50},
-        {2130, {.data = 90, .header = 61}, 61},
-        {2131, {.data = 90, .header = 90, .client = 400, .columnCount = 3}, 133},
-        {2131, {.client = 400, .columnCount = 10}, 40},  // an even share may be narrow
-        {2131, {.client = 400, .columnCount = 0}, 50},
-        {2131, {.client = 0, .columnCount = 3}, 50},
-        {0, {.data = 80, .header = 70}, 80},
-        {0, {.data = 60, .header = 70}, 70},
-        {2132, {.data = 10, .header = 20}, 50},
+        {FitTo::data, {.data = 51, .header = 90}, 51},
+        {FitTo::data, {.data = 7, .header = 90}, 50},
+        {FitTo::header, {.data = 90, .header = 61}, 61},
+        {FitTo::window, {.data = 90, .header = 90, .client = 400, .columnCount = 3}, 133},
+        {FitTo::window, {.client = 400, .columnCount = 10}, 40},  // an even share may be narrow
+        {FitTo::window, {.client = 400, .columnCount = 0}, 50},
+        {FitTo::window, {.client = 0, .columnCount = 3}, 50},
+        {FitTo::dataAndHeader, {.data = 80, .header = 70}, 80},
+        {FitTo::dataAndHeader, {.data = 60, .header = 70}, 70},
+        {FitTo::dataAndHeader, {.data = 10, .header = 20}, 50},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(fittedColumnWidth(c.command, c.measure), c.width) << c.command << " " << c.measure.data;
+        EXPECT_EQ(fittedColumnWidth(c.fit, c.measure), c.width) << static_cast<int>(c.fit) << " " << c.measure.data;
 }
 
 TEST(HeaderItemSpan, CountsWhatStandsLeftOnScreenLessTheScroll) {

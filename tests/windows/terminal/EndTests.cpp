@@ -15,7 +15,7 @@
 #include <utility>
 
 #include "ChildProcess.h"
-#include "host/resource.h"
+#include "host/resource/resource.h"
 #include "tests/support/Rounds.h"
 
 namespace terminal {

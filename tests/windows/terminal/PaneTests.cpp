@@ -1,10 +1,10 @@
 // The panes in a window of the test's own: the market watch with its two watches and the levels chosen in its menu, and
 // the pump between a scripted feed and the three panes that it fills.
 #include "host/FeedPump.h"
-#include "host/HostEntries.h"
+#include "host/panes/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
-#include "host/resource.h"
+#include "host/resource/resource.h"
 #include "src/foundation/ControlBlock.h"
 #include "src/foundation/core/Globals.h"
 #include "support/WindowFixture.h"

@@ -1,6 +1,6 @@
 // The host's entry points, exported by name from the executable. The library looks them up while it is loaded, before
 // this program's static objects exist: nothing here may touch anything but zero-initialised data.
-#include "host/HostEntries.h"
+#include "host/panes/HostEntries.h"
 
 #include "host/core/WatchStore.h"
 #include "host/panes/ListPane.h"

@@ -1,5 +1,5 @@
-// The entry of a DLL that has an application object of its own. Compiled into that DLL: an entry cannot be shared. The
-// object's constructor has run before; its destructor runs after.
+// The library's entry, which starts and ends its application object. The object's constructor has run before; its
+// destructor runs after.
 #include "platform/Framework.h"
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, void*) {

@@ -1,6 +1,6 @@
 // Borders and margins grow with the screen's density, but a border never vanishes, and the glyph stays odd so that its
 // stem has a middle.
-#include "platform/base/FilterBarLayout.h"
+#include "platform/win/core/FilterBarLayout.h"
 
 #include <algorithm>
 
