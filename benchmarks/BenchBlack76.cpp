@@ -1,6 +1,6 @@
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-#include "src/calculators/core/Black76.h"
+#include "quor/calculators/core/Black76.h"
 
 #include <cmath>
 #include <stdexcept>

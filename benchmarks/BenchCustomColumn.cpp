@@ -2,7 +2,7 @@
 // decimals. The texts stand ready, so that what is measured is the library's part.
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-#include "src/expression/core/CustomColumnText.h"
+#include "quor/expression/core/CustomColumnText.h"
 
 #include <cmath>
 #include <cstdint>

@@ -2,7 +2,7 @@
 // xorshift stream, seed 42, a million of each kind, built before the clock starts.
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-#include "src/expression/core/ExpressionEvaluator.h"
+#include "quor/expression/core/ExpressionEvaluator.h"
 
 #include <cmath>
 #include <cstdint>

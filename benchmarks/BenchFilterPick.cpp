@@ -6,8 +6,8 @@
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
 #include "benchmarks/WorkloadGrid.h"
-#include "src/grid/FilterText.h"
-#include "src/grid/core/FilterValues.h"
+#include "quor/grid/FilterText.h"
+#include "quor/grid/core/FilterValues.h"
 
 #include <cstdio>
 #include <string>

@@ -4,7 +4,7 @@
 // number (the _typed figures) or read back from the text of two decimals that the grid shows.
 #include "benchmarks/Bench.h"
 #include "benchmarks/peers/common/workload.h"
-#include "src/grid/core/LiveRows.h"
+#include "quor/grid/core/LiveRows.h"
 
 #include <algorithm>
 #include <charconv>

@@ -4,8 +4,8 @@
 #include "benchmarks/Hundredths.h"
 #include "benchmarks/Median.h"
 #include "benchmarks/peers/common/workload.h"
-#include "src/grid/FilterListCtrl.h"
-#include "src/list/core/NaturalCompare.h"
+#include "quor/grid/FilterListCtrl.h"
+#include "quor/list/core/NaturalCompare.h"
 
 #include <algorithm>
 #include <charconv>

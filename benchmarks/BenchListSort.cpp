@@ -1,7 +1,7 @@
 // The base list's sort: 10,000 rows of eight columns, sorted by a decimal column as a click on the header does, falling
 // and rising in turn. Each sort is timed whole: reading the texts, moving the rows, the arrow. The order is checked.
 #include "benchmarks/Bench.h"
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
 
 #include <algorithm>
 #include <cstdio>

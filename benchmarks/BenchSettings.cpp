@@ -1,6 +1,6 @@
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-#include "src/settings/ZTSettingsLibrary.h"
+#include "quor/settings/ZTSettingsLibrary.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -2,8 +2,8 @@
 // as hosts do that draw their rows themselves.
 #include "benchmarks/Bench.h"
 #include "benchmarks/Median.h"
-#include "src/lists/MrktWatchListCtrl.h"
-#include "src/lists/core/WatchTexts.h"
+#include "quor/lists/MrktWatchListCtrl.h"
+#include "quor/lists/core/WatchTexts.h"
 #include "support/FakeHost.h"
 
 #include <cstdio>

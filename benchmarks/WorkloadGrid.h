@@ -3,7 +3,7 @@
 #pragma once
 
 #include "benchmarks/peers/common/workload.h"
-#include "src/grid/FilterListCtrl.h"
+#include "quor/grid/FilterListCtrl.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #include "host/FeedPump.h"
 
-#include "src/grid/FilterListCtrl.h"
+#include "quor/grid/FilterListCtrl.h"
 
 namespace terminal {
 

@@ -11,8 +11,8 @@
 #include "host/TerminalRun.h"
 #include "host/panes/ChainPane.h"
 #include "host/panes/LogPane.h"
-#include "platform/Framework.h"
-#include "src/foundation/ZTTimer.h"
+#include "quor/foundation/ZTTimer.h"
+#include "quor/platform/Framework.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 // The end of a run: of its feed, of its session, of its window; last paint, pictures, self-check and figures.
 #include "host/MainFrame.h"
 #include "host/core/Utf8.h"
-#include "platform/proving/WindowCapture.h"
+#include "quor/platform/proving/WindowCapture.h"
 
 #include <cstdio>
 

@@ -2,7 +2,7 @@
 // object lives: a terminal that wants a folder that another one holds takes one below it, terminal-2, terminal-3, ...
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <string>
 

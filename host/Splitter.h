@@ -4,7 +4,7 @@
 // destroyed by the framework's rules. The position is a share of the free space, so a resize keeps the proportions.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 namespace terminal {
 

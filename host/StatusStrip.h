@@ -2,7 +2,7 @@
 // terminal's colours.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <string>
 #include <vector>

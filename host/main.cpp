@@ -10,9 +10,9 @@
 #include "host/proof/Proofs.h"
 #include "host/proof/SelfCheck.h"
 #include "host/proof/SelfTestFault.h"
-#include "platform/proving/UserInput.h"
-#include "src/foundation/core/Globals.h"
-#include "src/list/CommonListCtrl.h"
+#include "quor/foundation/core/Globals.h"
+#include "quor/list/CommonListCtrl.h"
+#include "quor/platform/proving/UserInput.h"
 
 #include <cstdio>
 #include <optional>

@@ -2,7 +2,7 @@
 import os
 import re
 
-TOPS = ("platform", "src", "servers", "host", "tests", "benchmarks")
+TOPS = ("quor", "servers", "host", "tests", "benchmarks")
 NOT_OURS = ("benchmarks/peers",)
 SOURCE = (".cpp", ".h", ".rc")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(["<])([^">]+)[">]', re.M)

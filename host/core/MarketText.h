@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/core/MarketData.h"
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "host/core/Session.h"
 
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 namespace terminal {
 

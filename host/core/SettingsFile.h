@@ -5,7 +5,7 @@
 // nothing that an earlier save() wrote (quor::replaceFile).
 #pragma once
 
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <map>
 #include <optional>

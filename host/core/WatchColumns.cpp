@@ -2,7 +2,7 @@
 // so that a cell's colour can follow its text; what shows as zero has none.
 #include "host/core/WatchColumns.h"
 
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "host/core/WatchData.h"
 
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <algorithm>
 

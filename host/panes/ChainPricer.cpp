@@ -1,8 +1,8 @@
 #include "host/panes/ChainPricer.h"
 
 #include "host/panes/LogPane.h"
-#include "platform/Framework.h"
-#include "src/calculators/QuorCOMWrapApp.h"
+#include "quor/calculators/QuorCOMWrapApp.h"
+#include "quor/platform/Framework.h"
 
 #include <cmath>
 

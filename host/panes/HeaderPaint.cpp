@@ -1,7 +1,7 @@
 #include "host/panes/HeaderPaint.h"
 
 #include "host/panes/Theme.h"
-#include "src/grid/FilterListCtrl.h"
+#include "quor/grid/FilterListCtrl.h"
 
 namespace terminal {
 
@@ -17,7 +17,7 @@ void paintCell(CCommonListCtrl& list, HWND header, const NMCUSTOMDRAW& draw) {
     const int image = (item.fmt & HDF_IMAGE) ? item.iImage : -1;
     const int columnIndex = list.GetOriginalColumnPosition(static_cast<int>(draw.dwItemSpec));
     const int format = columnIndex < 0 ? item.fmt : list.m_arrColumns[columnIndex].iFormat;
-    drawHeaderCell(*CDC::FromHandle(draw.hdc), quor::headerCaption(draw), text, format & HDF_JUSTIFYMASK, image);
+    drawHeaderCell(*CDC::FromHandle(draw.hdc), quor::platform::headerCaption(draw), text, format & HDF_JUSTIFYMASK, image);
 }
 
 // What no column covers: right of the last one, as high as its caption.
@@ -28,7 +28,7 @@ void paintRest(HWND header, const NMCUSTOMDRAW& draw) {
         NMCUSTOMDRAW last = draw;
         last.dwItemSpec =
             static_cast<DWORD_PTR>(::SendMessageA(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(count - 1), 0));
-        area = quor::headerCaption(last);
+        area = quor::platform::headerCaption(last);
         RECT item{};
         ::SendMessageA(header, HDM_GETITEMRECT, last.dwItemSpec, reinterpret_cast<LPARAM>(&item));
         area.left = item.right;
@@ -48,7 +48,7 @@ bool paintHeader(CCommonListCtrl& list, const NMHDR* news, LRESULT* result) {
         *result = CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
     } else if (draw.dwDrawStage == CDDS_ITEMPREPAINT) {
         paintCell(list, header, draw);
-        *result = quor::headerCaptionPainted(draw);
+        *result = quor::platform::headerCaptionPainted(draw);
     } else {
         if (draw.dwDrawStage == CDDS_POSTPAINT) paintRest(header, draw);
         *result = CDRF_DODEFAULT;

@@ -1,7 +1,7 @@
 // The dark header of the terminal's lists, by custom draw of the header control.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 class CCommonListCtrl;
 

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "host/core/SortLevels.h"
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
 
 namespace terminal {
 

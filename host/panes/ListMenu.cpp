@@ -1,8 +1,8 @@
 #include "host/panes/ListMenu.h"
 
 #include "host/panes/LevelsMenu.h"
-#include "src/grid/FilterListCtrl.h"
-#include "src/list/ListCommands.h"
+#include "quor/grid/FilterListCtrl.h"
+#include "quor/list/ListCommands.h"
 
 #include <algorithm>
 

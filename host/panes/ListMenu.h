@@ -1,7 +1,7 @@
 // The context menu of a pane's list: what the library offers as commands, and a submenu to show and hide columns.
 #pragma once
 
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
 
 namespace terminal {
 

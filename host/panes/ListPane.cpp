@@ -5,7 +5,7 @@
 #include "host/panes/LiveGrid.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
-#include "src/grid/FilterListCtrl.h"
+#include "quor/grid/FilterListCtrl.h"
 
 #include <algorithm>
 #include <cstring>

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "host/core/MarketText.h"
-#include "platform/Framework.h"
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
+#include "quor/platform/Framework.h"
 
 #include <functional>
 #include <string>

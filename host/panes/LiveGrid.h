@@ -7,8 +7,8 @@
 
 #include "host/panes/DrawnRows.h"
 #include "host/panes/PaintFigures.h"
-#include "platform/Framework.h"
-#include "src/grid/FilterListCtrl.h"
+#include "quor/grid/FilterListCtrl.h"
+#include "quor/platform/Framework.h"
 
 #include <functional>
 #include <string_view>

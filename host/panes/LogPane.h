@@ -5,7 +5,7 @@
 // and shown when it has one.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <cstdio>
 #include <memory>

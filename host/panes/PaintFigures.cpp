@@ -1,6 +1,6 @@
 #include "host/panes/PaintFigures.h"
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 namespace terminal {
 

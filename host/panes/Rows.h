@@ -5,7 +5,7 @@
 
 #include "host/core/MarketData.h"
 #include "host/panes/PaintFigures.h"
-#include "src/grid/core/FilterListBaseData.h"
+#include "quor/grid/core/FilterListBaseData.h"
 
 namespace terminal {
 

@@ -2,7 +2,7 @@
 // Windowless data and plain GDI on a device context that the caller owns; nothing here keeps a handle.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <string_view>
 

@@ -15,7 +15,7 @@
 #include "host/panes/DrawnRows.h"
 #include "host/panes/ListPane.h"
 #include "host/panes/PaintFigures.h"
-#include "src/lists/MrktWatchListCtrl.h"
+#include "quor/lists/MrktWatchListCtrl.h"
 
 #include <memory>
 #include <string>

@@ -2,7 +2,7 @@
 // for an answer for ever.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <string>
 #include <utility>

@@ -5,8 +5,8 @@
 #include "host/core/Utf8.h"
 #include "host/proof/ToldBook.h"
 #include "host/proof/UserHand.h"
-#include "platform/proving/WindowCapture.h"
-#include "src/grid/FilterText.h"
+#include "quor/grid/FilterText.h"
+#include "quor/platform/proving/WindowCapture.h"
 
 #include <algorithm>
 #include <optional>

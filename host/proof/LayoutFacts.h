@@ -2,7 +2,7 @@
 // are active, lock, auto-sort, arrows, the order of the rows, and that a mere click has left nothing.
 #pragma once
 
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
 
 #include <string>
 #include <vector>

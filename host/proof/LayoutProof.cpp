@@ -6,8 +6,8 @@
 #include "host/panes/ListMenu.h"
 #include "host/proof/LayoutFacts.h"
 #include "host/resource/resource.h"
-#include "src/foundation/TimerIds.h"
-#include "src/list/ListCommands.h"
+#include "quor/foundation/TimerIds.h"
+#include "quor/list/ListCommands.h"
 
 namespace terminal {
 

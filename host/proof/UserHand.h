@@ -2,8 +2,8 @@
 // Each call returns when the messages that the input made are dispatched.
 #pragma once
 
-#include "platform/Framework.h"
-#include "platform/proving/UserInput.h"
+#include "quor/platform/Framework.h"
+#include "quor/platform/proving/UserInput.h"
 
 #include <functional>
 #include <initializer_list>

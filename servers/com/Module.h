@@ -2,7 +2,7 @@
 // into supplies serverDescription(); Module.cpp has the four exported functions (named in Module.def).
 #pragma once
 
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <ole2.h>
 

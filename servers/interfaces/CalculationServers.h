@@ -5,7 +5,7 @@
 // The meaning of every argument stands in docs/calculators.md.
 #pragma once
 
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <ole2.h>
 

@@ -2,11 +2,10 @@
 // body that finds a fault ends the process and says which text.
 #include "tests/fuzz/Fuzz.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <iterator>
 #include <random>
 #include <string>

@@ -1,4 +1,4 @@
-#include "src/grid/core/FilterTokens.h"
+#include "quor/grid/core/FilterTokens.h"
 #include "tests/core/grid/NaiveFilter.h"
 #include "tests/fuzz/Fuzz.h"
 

@@ -2,12 +2,12 @@
 // A body returns normally for every input, or ends the process by assertion: abort() with a line on stderr.
 #pragma once
 
+#include "quor/platform/base/Strings.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-
-#include "platform/base/Strings.h"
 
 inline void require(bool holds, const char* what) {
     if (holds) return;

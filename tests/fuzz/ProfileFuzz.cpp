@@ -1,6 +1,6 @@
-#include "src/foundation/core/AppearanceRecords.h"
-#include "src/list/core/ColumnImport.h"
-#include "src/list/core/DealSlipText.h"
+#include "quor/foundation/core/AppearanceRecords.h"
+#include "quor/list/core/ColumnImport.h"
+#include "quor/list/core/DealSlipText.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "src/settings/SettingsFile.h"
+#include "quor/settings/SettingsFile.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <boost/property_tree/json_parser/error.hpp>

@@ -1,4 +1,4 @@
-#include "src/list/core/SortTexts.h"
+#include "quor/list/core/SortTexts.h"
 #include "tests/fuzz/Fuzz.h"
 
 using namespace quor::list;

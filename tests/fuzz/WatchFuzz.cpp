@@ -1,4 +1,4 @@
-#include "src/lists/core/WatchColumns.h"
+#include "quor/lists/core/WatchColumns.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <algorithm>

@@ -8,8 +8,8 @@ proofs  the proof of a headless run that must say what is wrong: layout or find
 """
 from dataclasses import dataclass
 
-LIBRARY = "src"
-PLATFORM = "platform"
+LIBRARY = "quor"
+PLATFORM = "quor/platform"
 # The windowless sources, for the random mutants.
 CORE = [f"{LIBRARY}/*/core/*.cpp", f"{LIBRARY}/settings/*.cpp", "host/core/*.cpp", "servers/core/*.cpp",
         f"{PLATFORM}/base/*.cpp"]

@@ -1,7 +1,7 @@
 // A picture in memory to draw on and to look at pixel by pixel, as deep as a window's own.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 namespace test {
 

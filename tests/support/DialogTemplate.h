@@ -1,7 +1,7 @@
 // A dialog template in memory, built control by control (the extended form, so ids keep all their bits).
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <string>
 #include <vector>

@@ -5,12 +5,11 @@
 // What stands stored in the end must be whole: each value is one of an undisturbed moment, and none is gone.
 #pragma once
 
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
 #include "support/FakeHost.h"
 #include "support/MessageBoxAnswerer.h"
 
 #include <gtest/gtest.h>
-
 #include <set>
 #include <utility>
 

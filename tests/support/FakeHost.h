@@ -4,13 +4,13 @@
 // The entry points may be called before the executable's own statics are made; all state is function-local.
 #pragma once
 
+#include "quor/foundation/ControlBlock.h"
+
 #include <functional>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "src/foundation/ControlBlock.h"
 
 struct FakeHost {
     // Each call as its name and arguments, with blanks between.

@@ -2,7 +2,7 @@
 // that the process shares with the system, windows by enumeration, menus by asking about every handle value.
 #include "support/HandleCounts.h"
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <ostream>
 

@@ -1,7 +1,7 @@
 // Mouse and keyboard for tests; pump afterwards.
 #pragma once
 
-#include "platform/proving/UserInput.h"
+#include "quor/platform/proving/UserInput.h"
 
 namespace test {
 

@@ -1,9 +1,8 @@
 #include "support/MessageBoxAnswerer.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstring>
+#include <gtest/gtest.h>
 
 namespace test {
 

@@ -4,7 +4,7 @@
 // The framework's own dialogs are no message boxes and are left alone.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 
 #include <string>
 #include <vector>

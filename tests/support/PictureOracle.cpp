@@ -1,10 +1,9 @@
 #include "support/PictureOracle.h"
 
-#include "platform/Framework.h"
-
-#include <commctrl.h>
+#include "quor/platform/Framework.h"
 
 #include <algorithm>
+#include <commctrl.h>
 #include <cstdlib>
 
 namespace test {

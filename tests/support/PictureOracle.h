@@ -8,7 +8,7 @@
 // caret, and the pointer where nothing is hot.
 #pragma once
 
-#include "platform/proving/WindowCapture.h"
+#include "quor/platform/proving/WindowCapture.h"
 
 #include <string>
 #include <vector>

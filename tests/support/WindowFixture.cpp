@@ -1,6 +1,6 @@
 #include "support/WindowFixture.h"
 
-#include "platform/proving/UserInput.h"
+#include "quor/platform/proving/UserInput.h"
 
 #include <cstdio>
 

@@ -2,12 +2,11 @@
 // visible frame window to put controls into, and the framework's pump. Nothing sleeps: pumpFor waits for messages.
 #pragma once
 
-#include "platform/Framework.h"
+#include "quor/platform/Framework.h"
 #include "support/MessageBoxAnswerer.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 
 namespace test {

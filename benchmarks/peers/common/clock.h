@@ -1,15 +1,14 @@
 // Time, memory and the report of the peers that run on Linux: one JSON line a figure, README.md tells the fields.
 #pragma once
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <string>
+#include <sys/resource.h>
+#include <unistd.h>
 #include <vector>
 
 namespace workload {

@@ -1,12 +1,12 @@
 // W6: a million different texts of arithmetic, each parsed and evaluated once. The texts are made before the clock
 // starts, and every result is checked against the same arithmetic done here. Built once for each peer.
+#include "../common/clock.h"
+#include "../common/workload.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <string>
-
-#include "../common/clock.h"
-#include "../common/workload.h"
 
 #if defined(USE_MUPARSER)
 

@@ -1,14 +1,13 @@
 // Peer: GTK 4. A GtkColumnView over GListStore, GtkFilterListModel, GtkSortListModel and GtkMultiSelection; needs a
 // display. GTK paints on its own clock of 60 frames a second, so an action's time ends with the frame that shows it;
 // the note gives the part before that.
-#include <gtk/gtk.h>
+#include "../common/clock.h"
+#include "../common/workload.h"
 
 #include <cstring>
 #include <functional>
+#include <gtk/gtk.h>
 #include <set>
-
-#include "../common/clock.h"
-#include "../common/workload.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // Peer: Qt 6 Widgets. A QTableView on a QAbstractTableModel, alone and with a QSortFilterProxyModel between them; the
 // offscreen platform. The proxy is what a skilled user writes: a subclass that reads the typed store directly.
+#include "../common/clock.h"
+#include "../common/workload.h"
+
 #include <QCollator>
 #include <QtWidgets>
 #include <functional>
 #include <set>
-
-#include "../common/clock.h"
-#include "../common/workload.h"
 
 namespace {
 

@@ -2,9 +2,8 @@
 #include "core/base/Throws.h"
 #include "tests/support/Rounds.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <limits>
 #include <map>
 #include <random>

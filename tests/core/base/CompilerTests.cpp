@@ -1,8 +1,7 @@
 // The words of Compiler.h against their definitions, at the edges where a packed form goes wrong.
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <gtest/gtest.h>
-
 #include <limits>
 #include <numeric>
 #include <vector>

@@ -1,7 +1,6 @@
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 #include <gtest/gtest.h>
-
 #include <sstream>
 #include <string>
 #include <vector>

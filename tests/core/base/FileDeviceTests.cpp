@@ -1,10 +1,9 @@
 // Replacing a file: real files, with single steps that fail or are busy.
-#include "platform/base/FileDevice.h"
+#include "quor/platform/base/FileDevice.h"
 #include "tests/support/TestFile.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
 
 using quor::Disk;

@@ -1,9 +1,8 @@
-#include "platform/win/core/FilterBarLayout.h"
-
-#include <gtest/gtest.h>
+#include "quor/platform/win/core/FilterBarLayout.h"
 
 #include <algorithm>
 #include <array>
+#include <gtest/gtest.h>
 
 using quor::FilterBarMetrics;
 using quor::filterBarMetrics;

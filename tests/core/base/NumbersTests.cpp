@@ -1,11 +1,10 @@
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 #include "tests/support/Rounds.h"
-
-#include <gtest/gtest.h>
 
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <string>

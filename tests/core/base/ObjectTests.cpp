@@ -1,8 +1,7 @@
 #include "core/base/Throws.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
+#include <gtest/gtest.h>
 #include <memory>
 
 namespace {

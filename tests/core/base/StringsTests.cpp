@@ -1,7 +1,6 @@
 #include "core/base/Throws.h"
 
 #include <gtest/gtest.h>
-
 #include <limits>
 #include <string>
 #include <utility>

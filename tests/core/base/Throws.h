@@ -1,7 +1,7 @@
 // Whether an action throws the given framework exception, which is deleted as its catcher must.
 #pragma once
 
-#include "platform/Base.h"
+#include "quor/platform/Base.h"
 
 template <class Exception = CInvalidArgException, class Action>
 bool throwsException(Action action) {

@@ -1,10 +1,9 @@
 // Figures can be compared only while every build and every peer works on the same streams: these are their first draws.
-#include <gtest/gtest.h>
+#include "benchmarks/peers/common/workload.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <string>
-
-#include "benchmarks/peers/common/workload.h"
 
 namespace {
 

@@ -1,9 +1,8 @@
-#include "src/calculators/core/Black76.h"
+#include "quor/calculators/core/Black76.h"
 #include "tests/support/Rounds.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <string>

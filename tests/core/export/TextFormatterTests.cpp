@@ -1,7 +1,6 @@
-#include "src/export/core/TextFormatter.h"
+#include "quor/export/core/TextFormatter.h"
 
 #include <gtest/gtest.h>
-
 #include <sstream>
 
 namespace {

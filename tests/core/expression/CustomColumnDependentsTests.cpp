@@ -1,9 +1,8 @@
-#include "src/expression/core/CustomColumnDependents.h"
-#include "src/list/core/ColumnArrays.h"
-
-#include <gtest/gtest.h>
+#include "quor/expression/core/CustomColumnDependents.h"
+#include "quor/list/core/ColumnArrays.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 

@@ -1,8 +1,8 @@
 // Which string of a user column is which, in every kind of list and every text that stores it: the record that a
 // definition makes, the bytes that are written, the record that is read from them, what it evaluates and what it shows.
-#include "src/expression/core/CustomColumnText.h"
-#include "src/list/core/ColumnImport.h"
-#include "src/lists/core/WatchColumns.h"
+#include "quor/expression/core/CustomColumnText.h"
+#include "quor/list/core/ColumnImport.h"
+#include "quor/lists/core/WatchColumns.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,8 @@
-#include "src/expression/core/CustomColumnText.h"
-
-#include "platform/base/Numbers.h"
-
-#include <gtest/gtest.h>
+#include "quor/expression/core/CustomColumnText.h"
+#include "quor/platform/base/Numbers.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <map>
 #include <string>
 #include <vector>

@@ -1,9 +1,8 @@
 // Counts what goes through operator new while an expression is evaluated.
-#include "src/expression/core/ExpressionEvaluator.h"
-
-#include <gtest/gtest.h>
+#include "quor/expression/core/ExpressionEvaluator.h"
 
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <new>
 #include <string>
 

@@ -1,7 +1,7 @@
 // Texts for holding the fused evaluator to its two stages: made by a grammar, mutated, or of random bytes.
 #pragma once
 
-#include "src/expression/core/ExpressionEvaluator.h"
+#include "quor/expression/core/ExpressionEvaluator.h"
 
 #include <bit>
 #include <cstdint>

@@ -1,13 +1,12 @@
-#include "src/expression/core/ExpressionEvaluator.h"
-#include "src/expression/core/ExpressionOperators.h"
+#include "quor/expression/core/ExpressionEvaluator.h"
+#include "quor/expression/core/ExpressionOperators.h"
 #include "tests/core/expression/ExpressionGenerator.h"
 #include "tests/support/Rounds.h"
-
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <limits>
 
 namespace {

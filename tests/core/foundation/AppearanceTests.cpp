@@ -1,10 +1,9 @@
 // Appearance settings: their stored texts, and who owns what after an assignment.
-#include "src/foundation/core/AppearanceRecords.h"
-#include "src/foundation/core/ColumnRecords.h"
-#include "src/foundation/core/Globals.h"
+#include "quor/foundation/core/AppearanceRecords.h"
+#include "quor/foundation/core/ColumnRecords.h"
+#include "quor/foundation/core/Globals.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 
 using namespace quor::foundation;

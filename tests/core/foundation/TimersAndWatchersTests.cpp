@@ -1,8 +1,7 @@
-#include "src/foundation/core/TimerTable.h"
-#include "src/foundation/core/Watchers.h"
+#include "quor/foundation/core/TimerTable.h"
+#include "quor/foundation/core/Watchers.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 

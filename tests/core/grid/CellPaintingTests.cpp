@@ -1,4 +1,4 @@
-#include "src/grid/core/CellPainting.h"
+#include "quor/grid/core/CellPainting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,8 @@
 // The lazy display order against a plain array that moves everything, with enough rows for many groups of blocks.
-#include "src/grid/core/DisplayOrder.h"
-
-#include <gtest/gtest.h>
+#include "quor/grid/core/DisplayOrder.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <numeric>
 #include <random>
 #include <vector>

@@ -1,9 +1,7 @@
-#include "src/grid/core/FilterTokens.h"
-
+#include "quor/grid/core/FilterTokens.h"
 #include "tests/core/grid/NaiveFilter.h"
 
 #include <gtest/gtest.h>
-
 #include <random>
 #include <string>
 

@@ -1,7 +1,6 @@
-#include "src/grid/core/FilterValues.h"
+#include "quor/grid/core/FilterValues.h"
 
 #include <gtest/gtest.h>
-
 #include <random>
 #include <string>
 #include <vector>

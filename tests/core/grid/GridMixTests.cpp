@@ -1,15 +1,13 @@
 // The windowless part of the grid - row store, filter store, sort - under random mixes, beside the model that tells it
 // when to rebuild and when to sort.
+#include "quor/grid/core/FilterStore.h"
+#include "quor/grid/core/GridSort.h"
+#include "quor/platform/tools/QuorTools.h"
 #include "tests/core/grid/GridMix.h"
-
-#include "platform/tools/QuorTools.h"
-#include "src/grid/core/FilterStore.h"
-#include "src/grid/core/GridSort.h"
 #include "tests/core/grid/StoreHarness.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 
 using namespace quor::grid;
 

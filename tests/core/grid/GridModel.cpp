@@ -1,7 +1,7 @@
 #include "tests/core/grid/GridModel.h"
 
-#include "platform/tools/QuorTools.h"
-#include "src/list/core/NaturalCompare.h"
+#include "quor/list/core/NaturalCompare.h"
+#include "quor/platform/tools/QuorTools.h"
 #include "tests/core/grid/NaiveFilter.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 // purpose.
 #pragma once
 
-#include "src/grid/core/FilterListBaseData.h"
+#include "quor/grid/core/FilterListBaseData.h"
 #include "tests/core/grid/NaiveGrid.h"
 
 #include <array>

@@ -1,13 +1,11 @@
 // The grid's sort against the plain reading of its comparison.
-#include "src/grid/core/GridSort.h"
-
-#include "src/list/core/NaturalCompare.h"
-
-#include <gtest/gtest.h>
+#include "quor/grid/core/GridSort.h"
+#include "quor/list/core/NaturalCompare.h"
 
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <gtest/gtest.h>
 #include <limits>
 #include <numeric>
 #include <random>

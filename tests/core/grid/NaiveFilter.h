@@ -2,8 +2,8 @@
 // compiled form. Slow and plain on purpose.
 #pragma once
 
-#include "platform/base/Numbers.h"
-#include "platform/base/Strings.h"
+#include "quor/platform/base/Numbers.h"
+#include "quor/platform/base/Strings.h"
 
 namespace naive_filter {
 

@@ -3,7 +3,7 @@
 // the windowless tests and a real one in the tests on windows. Row numbers: see FilterListBaseData.h.
 #pragma once
 
-#include "src/grid/core/RowLayout.h"
+#include "quor/grid/core/RowLayout.h"
 
 #include <functional>
 #include <map>

@@ -6,10 +6,9 @@
 #include "tests/core/grid/StoreHarness.h"
 #include "tests/support/Rounds.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <map>
 #include <memory>
 #include <random>

@@ -1,8 +1,7 @@
-#include "src/grid/core/RowLayout.h"
-
-#include <gtest/gtest.h>
+#include "quor/grid/core/RowLayout.h"
 
 #include <climits>
+#include <gtest/gtest.h>
 
 using namespace quor::grid;
 

@@ -3,9 +3,8 @@
 // come in either way: followed up at once, or when somebody asks for a place.
 #include "tests/core/grid/StoreHarness.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <memory>
 #include <random>
 
@@ -16,9 +15,7 @@ namespace {
 class FlipMix {
 public:
     FlipMix(unsigned seed, int rows, bool later)
-        : m_slow(m_slowNative, [](NaiveGrid::Row row) { return shown(row); }),
-          m_random(seed),
-          m_later(later) {
+        : m_slow(m_slowNative, [](NaiveGrid::Row row) { return shown(row); }), m_random(seed), m_later(later) {
         m_fast.test.function = [](const void*, RowData data) { return shown(rowKey(data)); };
         m_fast.store.setReverse(m_slow.reverse = seed % 2 == 0);
         RowLayout layout;

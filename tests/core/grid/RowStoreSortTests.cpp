@@ -2,7 +2,6 @@
 #include "tests/core/grid/StoreHarness.h"
 
 #include <gtest/gtest.h>
-
 #include <memory>
 
 namespace {

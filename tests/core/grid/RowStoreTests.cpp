@@ -3,7 +3,6 @@
 #include "tests/core/grid/StoreHarness.h"
 
 #include <gtest/gtest.h>
-
 #include <memory>
 #include <sstream>
 

@@ -2,8 +2,8 @@
 // with each result what the grid does.
 #pragma once
 
+#include "quor/grid/core/LiveRows.h"
 #include "tests/core/grid/NaiveGrid.h"
-#include "src/grid/core/LiveRows.h"
 
 #include <functional>
 #include <string>

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "host/core/Feed.h"
 #include "tests/core/host/HostTestTools.h"
+
+#include <gtest/gtest.h>
 
 using namespace terminal;
 using namespace terminal::test;

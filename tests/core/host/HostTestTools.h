@@ -2,11 +2,11 @@
 // away.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "host/core/Feed.h"
 #include "tests/support/TestFile.h"
+
+#include <string>
+#include <vector>
 
 namespace terminal::test {
 

@@ -1,8 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "host/core/MarketText.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
 
 using namespace terminal;
 

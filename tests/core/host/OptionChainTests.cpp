@@ -1,10 +1,9 @@
 // The option chain without its window: underlying, strikes, expiry, quotes, and when it is computed again.
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "host/core/MarketText.h"
 #include "host/core/OptionChain.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
 
 using namespace terminal;
 

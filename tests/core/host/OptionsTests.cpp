@@ -1,9 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "host/core/Options.h"
 #include "tests/core/host/HostTestTools.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
 
 using namespace terminal;
 using terminal::test::TestFile;

@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
-#include <map>
-#include <random>
-
 #include "host/core/SettingsFile.h"
 #include "tests/support/Rounds.h"
 #include "tests/support/TestFile.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <random>
 
 using namespace terminal;
 using namespace std::string_literals;

@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
-#include <map>
-#include <set>
-
 #include "host/core/Simulator.h"
 #include "host/core/TapeFormat.h"
 #include "tests/core/host/HostTestTools.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
 
 using namespace terminal;
 using namespace terminal::test;

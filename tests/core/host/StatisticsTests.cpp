@@ -1,12 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <functional>
-#include <vector>
-
 #include "host/core/SortLevels.h"
 #include "host/core/Statistics.h"
 #include "host/core/Summary.h"
+
+#include <algorithm>
+#include <functional>
+#include <gtest/gtest.h>
+#include <vector>
 
 using namespace terminal;
 

@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "host/core/Simulator.h"
 #include "host/core/Tape.h"
 #include "host/core/TapeRecorder.h"
 #include "tests/core/host/HostTestTools.h"
+
+#include <gtest/gtest.h>
 
 using namespace terminal;
 using namespace terminal::test;

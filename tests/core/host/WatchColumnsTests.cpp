@@ -1,17 +1,16 @@
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <set>
-#include <sstream>
-
 #include "HostTestTools.h"
 #include "host/core/SettingsFile.h"
 #include "host/core/Simulator.h"
 #include "host/core/WatchColumns.h"
 #include "host/core/WatchRecord.h"
 #include "host/core/WatchStore.h"
-#include "src/expression/core/ExpressionEvaluator.h"
+#include "quor/expression/core/ExpressionEvaluator.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
 
 using namespace terminal;
 using namespace terminal::test;

@@ -1,10 +1,9 @@
 // The columns that come on screen, of a stored profile and of another list's export.
-#include <gtest/gtest.h>
+#include "core/list/RandomColumnSet.h"
+#include "quor/list/core/ColumnImport.h"
 
 #include <algorithm>
-
-#include "core/list/RandomColumnSet.h"
-#include "src/list/core/ColumnImport.h"
+#include <gtest/gtest.h>
 
 using namespace quor::list;
 

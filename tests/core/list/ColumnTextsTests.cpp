@@ -1,8 +1,8 @@
 // The stored texts of a list's columns: what they read as, and the bytes that are written.
-#include <gtest/gtest.h>
-
 #include "core/list/RandomColumnSet.h"
-#include "src/list/core/DealSlipText.h"
+#include "quor/list/core/DealSlipText.h"
+
+#include <gtest/gtest.h>
 
 using namespace quor::list;
 

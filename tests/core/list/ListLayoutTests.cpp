@@ -1,5 +1,5 @@
-#include "src/list/core/ListLayout.h"
-#include "src/list/core/ColumnArrays.h"
+#include "quor/list/core/ColumnArrays.h"
+#include "quor/list/core/ListLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,7 @@
-#include "src/list/core/NaturalCompare.h"
-
-#include <gtest/gtest.h>
+#include "quor/list/core/NaturalCompare.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 

@@ -1,11 +1,10 @@
 // Random column sets to store and to show.
 #pragma once
 
-#include "src/list/core/ColumnProfileText.h"
+#include "quor/list/core/ColumnProfileText.h"
 #include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
-
 #include <random>
 #include <string>
 #include <vector>

@@ -1,20 +1,18 @@
-#include "src/list/core/RowSort.h"
-
-#include <gtest/gtest.h>
+#include "quor/list/core/MergeSort.h"
+#include "quor/list/core/NaturalCompare.h"
+#include "quor/list/core/RowSort.h"
+#include "quor/list/core/SortTexts.h"
+#include "quor/platform/tools/QuorTools.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 #include <tuple>
 #include <vector>
-
-#include "platform/tools/QuorTools.h"
-#include "src/list/core/MergeSort.h"
-#include "src/list/core/NaturalCompare.h"
-#include "src/list/core/SortTexts.h"
-#include "tests/support/Rounds.h"
 
 using namespace quor::list;
 

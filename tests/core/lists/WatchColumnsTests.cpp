@@ -1,10 +1,9 @@
-#include "src/lists/core/WatchColumns.h"
-#include "src/lists/core/WatchTexts.h"
+#include "quor/lists/core/WatchColumns.h"
+#include "quor/lists/core/WatchTexts.h"
 #include "tests/support/Rounds.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 

@@ -3,9 +3,8 @@
 #include "servers/core/MarginBook.h"
 #include "servers/core/Refusal.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <optional>
 
 namespace {

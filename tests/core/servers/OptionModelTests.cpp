@@ -3,10 +3,9 @@
 #include "servers/core/OptionModel.h"
 #include "servers/core/Refusal.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <vector>
 

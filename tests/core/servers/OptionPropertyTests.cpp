@@ -3,10 +3,9 @@
 #include "servers/core/OptionModel.h"
 #include "tests/support/Rounds.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <iostream>
 #include <random>
 #include <sstream>

@@ -1,4 +1,4 @@
-#include "src/settings/SettingsFile.h"
+#include "quor/settings/SettingsFile.h"
 #include "tests/support/TestFile.h"
 
 #include <boost/property_tree/json_parser/error.hpp>

@@ -1,10 +1,9 @@
-#include "src/settings/SettingsFile.h"
-#include "src/settings/ZTSettingsLibrary.h"
+#include "quor/settings/SettingsFile.h"
+#include "quor/settings/ZTSettingsLibrary.h"
 #include "tests/support/TestFile.h"
 
 #include <boost/property_tree/json_parser/error.hpp>
 #include <gtest/gtest.h>
-
 #include <memory>
 
 namespace {

@@ -1,9 +1,8 @@
-#include "platform/tools/QuorTools.h"
-
-#include <gtest/gtest.h>
+#include "quor/platform/tools/QuorTools.h"
 
 #include <algorithm>
 #include <cstring>
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,8 +1,7 @@
 #include "windows/calculators/RecordingServer.h"
 
-#include <ole2.h>
-
 #include <cstdio>
+#include <ole2.h>
 #include <utility>
 
 namespace {

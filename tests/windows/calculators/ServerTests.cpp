@@ -1,15 +1,14 @@
 // The real calculation servers, as ./test registers them: through the library's wrappers, early bound by their vtables,
 // and late bound by their type libraries.
-#include "platform/Framework.h"
-#include "platform/win/ComError.h"
+#include "quor/calculators/QuorCOMWrapApp.h"
+#include "quor/platform/Framework.h"
+#include "quor/platform/win/ComError.h"
 #include "servers/interfaces/CalculationServers.h"
-#include "src/calculators/QuorCOMWrapApp.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>

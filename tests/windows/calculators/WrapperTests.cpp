@@ -2,18 +2,17 @@
 // back, and what happens when a server fails, is not registered, or cannot be loaded.
 //
 // Changes the registration of the real servers, so it runs in a Wine prefix of its own.
-#include "platform/win/ComError.h"
-#include "src/calculators/QuorCOMWrapApp.h"
+#include "quor/calculators/QuorCOMWrapApp.h"
+#include "quor/platform/win/ComError.h"
 #include "support/MessageBoxAnswerer.h"
 #include "support/WindowFixture.h"
 #include "windows/calculators/RecordingServer.h"
 
-#include <ole2.h>
-#include <process.h>
-
 #include <algorithm>
 #include <fstream>
 #include <functional>
+#include <ole2.h>
+#include <process.h>
 #include <string>
 
 namespace {

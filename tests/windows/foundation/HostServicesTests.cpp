@@ -1,5 +1,5 @@
 // The optional entry points of a host that has them all; NoHostTests.cpp is one that has none.
-#include "src/foundation/HostServices.h"
+#include "quor/foundation/HostServices.h"
 #include "support/FakeHost.h"
 
 #include <gtest/gtest.h>

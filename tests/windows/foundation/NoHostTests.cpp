@@ -1,9 +1,8 @@
 // An executable that exports nothing: a host that lacks every entry point.
-#include "src/foundation/HostServices.h"
-#include "src/foundation/Messages.h"
+#include "quor/foundation/HostServices.h"
+#include "quor/foundation/Messages.h"
 
 #include <gtest/gtest.h>
-
 #include <utility>
 
 using namespace quor::foundation;

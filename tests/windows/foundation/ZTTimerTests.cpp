@@ -1,4 +1,4 @@
-#include "src/foundation/ZTTimer.h"
+#include "quor/foundation/ZTTimer.h"
 #include "support/CallRecorder.h"
 #include "support/WindowFixture.h"
 

@@ -1,8 +1,6 @@
 // The filter bar of a list's header, driven by keys and mouse. Where the system brings its own bar, these tests hold
 // the stand-in's contract against it.
-#include "platform/win/FilterBar.h"
-#include "platform/win/HeaderCaption.h"
-
+#include "quor/platform/win/FilterBar.h"
 #include "support/CallRecorder.h"
 #include "support/Canvas.h"
 #include "support/Input.h"
@@ -432,10 +430,10 @@ TEST_F(OwnFilterBar, BeginsWhereTheCaptionEnds) {
         draw.hdc = canvas.dc;
         draw.rc = kOwnItem;
         const bool bar = style != 0;
-        const CRect caption = quor::headerCaption(draw);
+        const CRect caption = quor::platform::headerCaption(draw);
         EXPECT_EQ(caption, CRect(0, 0, 40, bar ? kOwnCaption : 37));
         canvas.dc.FillSolidRect(caption, 1);
-        EXPECT_EQ(quor::headerCaptionPainted(draw) & CDRF_SKIPDEFAULT, bar ? 0 : CDRF_SKIPDEFAULT);
+        EXPECT_EQ(quor::platform::headerCaptionPainted(draw) & CDRF_SKIPDEFAULT, bar ? 0 : CDRF_SKIPDEFAULT);
         canvas.dc.FillSolidRect(&kOwnItem, 2);  // as the header would
         EXPECT_EQ(canvas.dc.GetPixel(20, kOwnCaption - 1), bar ? 1u : 2u);
         EXPECT_EQ(canvas.dc.GetPixel(20, kOwnCaption), 2u);

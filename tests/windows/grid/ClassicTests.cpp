@@ -1,5 +1,5 @@
 // Classic mode on a real window, and the grid without a store.
-#include "src/foundation/TimerIds.h"
+#include "quor/foundation/TimerIds.h"
 #include "windows/grid/GridFixture.h"
 
 namespace grid_tests {

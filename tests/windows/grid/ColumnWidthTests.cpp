@@ -1,6 +1,6 @@
 // What the commands that size columns ask for, and what they make of it.
 #include "GridFixture.h"
-#include "src/list/ListCommands.h"
+#include "quor/list/ListCommands.h"
 
 namespace grid_tests {
 namespace {

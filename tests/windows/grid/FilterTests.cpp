@@ -1,7 +1,7 @@
 // Filters on real grids: the store and the rebuild, the pop-up of values, the combo box, the tint of the header. Rows
 // have the columns name, group and price.
-#include "src/grid/FilterText.h"
-#include "src/resource/resource.h"
+#include "quor/grid/FilterText.h"
+#include "quor/resource/resource.h"
 #include "support/Input.h"
 #include "windows/grid/GridFixture.h"
 

@@ -4,8 +4,8 @@
 // selected row and "!" behind the one with the focus; read from the native control by real messages.
 #pragma once
 
-#include "src/grid/FilterListCtrl.h"
-#include "src/grid/core/CellPainting.h"
+#include "quor/grid/FilterListCtrl.h"
+#include "quor/grid/core/CellPainting.h"
 #include "support/FakeHost.h"
 #include "support/Road.h"
 #include "support/WindowFixture.h"

@@ -1,8 +1,8 @@
 // Random mixes on one real grid in a window: its header is clicked, its fields are written, its owner answers for
 // texts.
 #include "core/grid/GridMix.h"
-#include "src/list/ListCommands.h"
-#include "src/resource/resource.h"
+#include "quor/list/ListCommands.h"
+#include "quor/resource/resource.h"
 #include "support/Input.h"
 #include "windows/grid/GridFixture.h"
 

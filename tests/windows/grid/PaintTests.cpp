@@ -1,7 +1,7 @@
 // What stands on the screen, pixel by pixel where it matters. The host's shaded fill paints its first colour flat.
-#include "windows/grid/GridFixture.h"
 #include "support/HandleCounts.h"
 #include "support/Input.h"
+#include "windows/grid/GridFixture.h"
 
 using namespace quor::grid;
 

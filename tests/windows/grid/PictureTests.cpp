@@ -2,7 +2,7 @@
 // pixel by pixel, what a full repaint puts there. And between flushes: in a picture grabbed at any moment no row stands
 // twice, and the rows in view are those of one moment.
 //   QUOR_PICTURE_STEPS  steps of all mixes together (2,000 by default), QUOR_GRABS likewise for the grabs
-#include "src/foundation/TimerIds.h"
+#include "quor/foundation/TimerIds.h"
 #include "support/PictureOracle.h"
 #include "tests/support/Rounds.h"
 #include "windows/grid/GridFixture.h"

@@ -5,9 +5,9 @@
 //
 // A deleted row's page, and the memory of a grid that went, cannot be touched: whoever does, crashes.
 //   QUOR_REENTRY_STEPS  steps of all grids together, 5,000 by default      QUOR_SEED  of the first grid
-#include "src/foundation/TimerIds.h"
-#include "src/grid/FilterListCtrlInternal.h"
-#include "src/list/ListCommands.h"
+#include "quor/foundation/TimerIds.h"
+#include "quor/grid/FilterListCtrlInternal.h"
+#include "quor/list/ListCommands.h"
 #include "tests/support/Rounds.h"
 #include "windows/grid/GridFixture.h"
 

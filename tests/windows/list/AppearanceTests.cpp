@@ -1,7 +1,7 @@
 #include "ListFixture.h"
 #include "PictureMix.h"
-#include "platform/tools/QuorTools.h"
-#include "src/foundation/core/Globals.h"
+#include "quor/foundation/core/Globals.h"
+#include "quor/platform/tools/QuorTools.h"
 #include "support/Canvas.h"
 
 namespace {

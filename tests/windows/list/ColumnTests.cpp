@@ -1,8 +1,8 @@
 // The column set on a real header, its tool tips, and columns that survive: the host's store, files, the factory, and
 // hosts that refuse. Which columns come and what a text means is tested in the core.
 #include "ListFixture.h"
-#include "platform/tools/QuorTools.h"
-#include "src/list/ListCommands.h"
+#include "quor/list/ListCommands.h"
+#include "quor/platform/tools/QuorTools.h"
 #include "support/EveryMoment.h"
 #include "support/Input.h"
 #include "support/MessageBoxAnswerer.h"

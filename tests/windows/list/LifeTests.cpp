@@ -1,7 +1,7 @@
 // Both roads to a window, the registries, the clipboard, and the end.
 #include "ListFixture.h"
-#include "platform/proving/WindowCapture.h"
-#include "src/list/ListCommands.h"
+#include "quor/list/ListCommands.h"
+#include "quor/platform/proving/WindowCapture.h"
 #include "support/HandleCounts.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // records what lists tell it.
 #pragma once
 
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
 #include "support/CallRecorder.h"
 #include "support/DialogTemplate.h"
 #include "support/FakeHost.h"

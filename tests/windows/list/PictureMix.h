@@ -1,7 +1,7 @@
 // Random handling of a list by its user and its owner; after each step the screen must show what a full repaint would.
 #pragma once
 
-#include "src/list/CommonListCtrl.h"
+#include "quor/list/CommonListCtrl.h"
 #include "support/PictureOracle.h"
 #include "support/Rounds.h"
 #include "support/WindowFixture.h"

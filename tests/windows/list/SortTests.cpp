@@ -1,7 +1,7 @@
 // Sorting: real clicks on the header, the lock, auto-sort, the levels of a multi-column sort, and what is stored.
 #include "ListFixture.h"
-#include "src/foundation/TimerIds.h"
-#include "src/list/ListCommands.h"
+#include "quor/foundation/TimerIds.h"
+#include "quor/list/ListCommands.h"
 #include "support/Input.h"
 #include "support/MessageBoxAnswerer.h"
 

@@ -3,8 +3,8 @@
 // columns.
 #pragma once
 
-#include "src/foundation/core/Globals.h"
-#include "src/lists/MrktWatchListCtrl.h"
+#include "quor/foundation/core/Globals.h"
+#include "quor/lists/MrktWatchListCtrl.h"
 #include "windows/list/ListFixture.h"
 
 #include <deque>

@@ -1,6 +1,6 @@
 // What a market watch looks like: fonts, colours, what no row covers, widths, the check box, and who is painted when.
 #include "MarketWatchFixture.h"
-#include "src/list/ListCommands.h"
+#include "quor/list/ListCommands.h"
 #include "support/Canvas.h"
 #include "windows/list/PictureMix.h"
 

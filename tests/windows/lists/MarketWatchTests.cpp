@@ -1,6 +1,6 @@
 // Columns, cells, levels and stored texts of a market watch.
 #include "MarketWatchFixture.h"
-#include "platform/tools/QuorTools.h"
+#include "quor/platform/tools/QuorTools.h"
 #include "support/EveryMoment.h"
 #include "support/MessageBoxAnswerer.h"
 

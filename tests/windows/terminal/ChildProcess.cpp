@@ -1,10 +1,10 @@
 #include "ChildProcess.h"
 
+#include "host/core/Utf8.h"
+
 #include <fstream>
 #include <regex>
 #include <sstream>
-
-#include "host/core/Utf8.h"
 
 namespace {
 Handle outputFile(const std::string& path) {

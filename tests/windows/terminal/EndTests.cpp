@@ -1,22 +1,20 @@
 // A terminal with a user ends: by its window, by the end of the session, by a kill, with windows that go before it
 // does, with a settings file that another program holds. Whenever that is, each stored setting is the one that stood
 // before the run, or the one that the user has made of it, and none is gone.
-#include <gtest/gtest.h>
-
 #include <windows.h>
+#include <gtest/gtest.h>
 // Needs what windows.h declares.
-#include <commctrl.h>
+#include "ChildProcess.h"
+#include "host/resource/resource.h"
+#include "tests/support/Rounds.h"
 
+#include <commctrl.h>
 #include <filesystem>
 #include <map>
 #include <random>
 #include <regex>
 #include <sstream>
 #include <utility>
-
-#include "ChildProcess.h"
-#include "host/resource/resource.h"
-#include "tests/support/Rounds.h"
 
 namespace terminal {
 namespace {

@@ -1,12 +1,11 @@
 // A process that saves settings all the time is ended at random moments: what it had saved before is there, whole.
-#include <gtest/gtest.h>
+#include "ChildProcess.h"
+#include "host/core/SettingsFile.h"
 
 #include <cstdlib>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <random>
-
-#include "ChildProcess.h"
-#include "host/core/SettingsFile.h"
 
 namespace terminal {
 namespace {

@@ -5,8 +5,8 @@
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
 #include "host/resource/resource.h"
-#include "src/foundation/ControlBlock.h"
-#include "src/foundation/core/Globals.h"
+#include "quor/foundation/ControlBlock.h"
+#include "quor/foundation/core/Globals.h"
 #include "support/WindowFixture.h"
 #include "tests/core/host/HostTestTools.h"
 

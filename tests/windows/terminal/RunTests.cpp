@@ -1,17 +1,16 @@
 // The terminal over its simulator and over tapes: summary, proofs, pictures, self-check, settings, exports.
-#include <gtest/gtest.h>
+#include "ChildProcess.h"
+#include "host/core/Utf8.h"
+#include "host/panes/Theme.h"
+#include "quor/platform/proving/WindowCapture.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <unordered_set>
-
-#include "ChildProcess.h"
-#include "host/core/Utf8.h"
-#include "host/panes/Theme.h"
-#include "platform/proving/WindowCapture.h"
 
 namespace terminal {
 namespace {

@@ -1,12 +1,11 @@
 // The INI pair on real files.
 
-#include "platform/tools/QuorTools.h"
-
-#include <gtest/gtest.h>
+#include "quor/platform/tools/QuorTools.h"
 
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <iterator>
 #include <string>
 
