@@ -12,10 +12,6 @@
 
 namespace {
 
-using Body = void (*)(const std::uint8_t*, std::size_t);
-
-void run(Body body, const std::string& text) { body(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()); }
-
 std::string mutant(std::string text, std::mt19937& random) {
     for (unsigned edits = 1 + random() % 4; edits > 0; --edits) {
         const std::size_t at = random() % (text.size() + 1);
@@ -34,15 +30,17 @@ std::string mutant(std::string text, std::mt19937& random) {
     return text;
 }
 
-void runFolder(const char* folder, Body body) {
-    constexpr int kMutants = 300;
+void runFolder(const char* folder, void (*body)(const std::uint8_t*, std::size_t)) {
+    constexpr int kMutants = 500;
     std::mt19937 random(20251121);
     int files = 0;
     for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(QUOR_CORPUS) / folder)) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-        run(body, text);
-        for (int i = 0; i < kMutants; ++i) run(body, mutant(text, random));
+        for (int i = 0; i <= kMutants; ++i) {
+            const std::string tried = i ? mutant(text, random) : text;
+            body(reinterpret_cast<const std::uint8_t*>(tried.data()), tried.size());
+        }
         ++files;
     }
     EXPECT_GT(files, 0);

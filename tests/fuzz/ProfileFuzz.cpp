@@ -54,6 +54,10 @@ void fuzzColumnProfile(const std::uint8_t* data, std::size_t size) {
     std::vector<int> places;
     for (const ProfileEntry& entry : input.profile) places.push_back(entry.place);
     if (!repeats(places)) require(!repeats(plan.order), "two columns at one place, though the text has none twice");
+    for (std::size_t place = 0; place < plan.inserts.size(); ++place) {
+        const int column = plan.inserts[place].columnIndex;  // column 0 alone may show in a gap
+        require(column == 0 || plan.order[static_cast<std::size_t>(column)] == static_cast<int>(place), "a hole");
+    }
 }
 
 void fuzzExchange(const std::uint8_t* data, std::size_t size) {

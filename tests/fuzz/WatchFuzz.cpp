@@ -25,7 +25,7 @@ std::vector<sQuorColInfo> builtInColumns() {
 // asked where columns are gone: the places behind them close up, and may meet.)
 void checkStanding(const WatchArrays& arrays, const WatchPlan& plan) {
     const auto count = static_cast<int>(plan.arrays.order.size());
-    if (static_cast<int>(arrays.order.size()) > count) return;
+    if (static_cast<int>(arrays.order.size()) > count || arrays.widths.size() < arrays.order.size()) return;
     for (std::size_t i = kMarketWatchColumns; i < arrays.order.size(); ++i) {
         const int place = arrays.order[i], width = arrays.widths[i];
         if (place < 0 || place >= count || std::count(arrays.order.begin(), arrays.order.end(), place) > 1) continue;
@@ -40,18 +40,24 @@ void checkPlan(const WatchArrays& arrays, int user) {
     input.arrays = arrays;
     input.recordWidths.assign(static_cast<std::size_t>(kMarketWatchColumns + user), kRecordWidth);
     input.lastColumn = kMarketWatchColumns - 1 + user;
-    for (const bool places : {true, false}) {
-        input.placesUserColumns = places;
-        const WatchPlan plan = planWatchColumns(input);
-        require(plan.arrays.order.size() == input.recordWidths.size(), "arrays of another length");
-        require(plan.arrays.widths.size() == plan.arrays.order.size(), "arrays of different length");
-        checkStanding(arrays, plan);
-        std::size_t shown = 0;
-        for (const int place : plan.arrays.order) shown += place != -1;
-        require(shown == plan.bySequence.size() && shown == plan.visible.size(), "shown columns out of step");
-        for (std::size_t place = 0; place < shown; ++place)
-            require(plan.arrays.order[static_cast<std::size_t>(plan.bySequence[place])] == static_cast<int>(place),
-                    "a column at another place");
+    for (const bool gap : {false, true}) {
+        for (const bool places : {true, false}) {
+            input.placesUserColumns = places;
+            const WatchPlan plan = planWatchColumns(input);
+            require(plan.arrays.order.size() == input.recordWidths.size(), "arrays of another length");
+            require(plan.arrays.widths.size() == plan.arrays.order.size(), "arrays of different length");
+            if (!gap) checkStanding(arrays, plan);
+            std::size_t shown = 0;
+            for (const int place : plan.arrays.order) shown += place != -1;
+            require(shown == plan.bySequence.size() && shown == plan.visible.size(), "shown columns out of step");
+            for (std::size_t place = 0; place < shown; ++place)
+                require(plan.arrays.order[static_cast<std::size_t>(plan.bySequence[place])] == static_cast<int>(place),
+                        "a column at another place");
+            require(!gap || plan.arrays.order[kMarketWatchColumns] == -1, "a column that is not there is shown");
+        }
+        if (user == 0) return;
+        input.recordWidths[kMarketWatchColumns] = kNoColumn;
+        --input.lastColumn;
     }
 }
 
@@ -59,6 +65,10 @@ void checkPlan(const WatchArrays& arrays, int user) {
 
 void fuzzWatchProfile(const std::uint8_t* data, std::size_t size) {
     WatchArrays arrays;
+    for (std::size_t i = 0; i < size % 130; ++i)
+        arrays.order.push_back(static_cast<int>((data[i] * 37 + i) % 140) - 10);
+    arrays.widths.resize(size * 7 % 130);
+    checkPlan(arrays, 2);
     const auto profile = parseWatchProfile(textOf(data, size));
     if (!placeByProfile(profile, kMarketWatchColumns + 2, arrays)) return;
     require(arrays.order.size() <= 4096 && arrays.order.size() == arrays.widths.size(), "arrays beyond the cap");

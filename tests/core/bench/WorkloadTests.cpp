@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(Workload, RowsAndTicksAreTheSameEverywhere) {
+TEST(Workload, RowsAndTicksAreTheSameEverywhereAndAChurnTakesEachRowOnce) {
     std::vector<workload::Row> rows;
     workload::makeRows(1'000, [&](std::uint32_t, const workload::Row& row) { rows.push_back(row); });
     EXPECT_EQ(std::string(rows[0].symbol), "SYM000535");
@@ -17,10 +17,6 @@ TEST(Workload, RowsAndTicksAreTheSameEverywhere) {
     for (int i = 0; i < 1'000; ++i) tick = workload::nextTick(random, 100'000);
     EXPECT_EQ(tick.row, 74'302u);
     EXPECT_EQ(tick.d5, 725.2);
-}
-
-TEST(Workload, AChurnTakesEachRowOnceAndBringsAsMany) {
-    workload::Random random(workload::operationSeed);
     const workload::Churn churn = workload::makeChurn(100'000, random);
     EXPECT_EQ(churn.leaving.size(), 10'000u);
     EXPECT_TRUE(std::is_sorted(churn.leaving.begin(), churn.leaving.end(), std::less_equal<>()));

@@ -1,11 +1,9 @@
 #include "quor/calculators/core/Black76.h"
-#include "tests/support/Rounds.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
-#include <string>
+#include <utility>
 
 namespace {
 
@@ -53,19 +51,11 @@ void expectSame(const quor::black76::Outputs& got, const quor::black76::Outputs&
 }
 
 TEST(Black76, NormalDistributionIsThePlainRuleWithin1e13) {
-    const unsigned seed = test::anySeed();
-    SCOPED_TRACE("QUOR_SEED=" + std::to_string(seed));
     const auto probe = [](double x) {
         EXPECT_NEAR(quor::black76::normalDistribution(x), plainSimpson(x), 1e-13) << "at " << x;
     };
-    for (int i = -1000; i <= 1000; ++i) probe(i / 100.0);  // 10 and -10 still go through the integral
+    for (int i = -2000; i <= 2000; ++i) probe(i / 200.0);  // 10 and -10 still go through the integral
     for (double x : {1e-310, 1e-300, 1e-16, 1e-8, -1e-8, -1e-310}) probe(x);
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<double> uniform(-10, 10);
-    for (long i = test::rounds("QUOR_NORMAL_CASES", 5000); i > 0; --i) probe(uniform(random));
-}
-
-TEST(Black76, NormalDistributionAtItsEdges) {
     const double infinity = std::numeric_limits<double>::infinity();
     const std::pair<double, double> edges[] = {
         {0, 0.5}, {10.000001, 1}, {-10.000001, 0}, {infinity, 1}, {-infinity, 0}};
@@ -86,8 +76,8 @@ TEST(Black76, AllOutputsAgainstTheClosedForm) {
 }
 
 TEST(Black76, NoTimeOrNoVolatilityIsWhatFloatingPointGives) {
-    for (const quor::black76::Inputs& in :
-         {quor::black76::Inputs{110, 0.05, 0, 0.2, 100}, quor::black76::Inputs{110, 0.05, 0.5, 0, 100}}) {
+    for (const double years : {0.0, 0.5}) {
+        const quor::black76::Inputs in{110, 0.05, years, years ? 0 : 0.2, 100};
         const quor::black76::Outputs call = quor::black76::call(in);
         const double discount = std::exp(-in.r * in.T);
         EXPECT_EQ(call.price, discount * 10);  // d1 and d2 are +infinity

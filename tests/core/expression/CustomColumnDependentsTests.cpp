@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <string>
+#include <set>
+#include <utility>
 #include <vector>
 
 using namespace quor::list;
@@ -11,76 +12,58 @@ using namespace quor::expression;
 
 namespace {
 
-struct Definition {
-    const char* name;
-    const char* display = "";
-};
-
-// Two built-in columns, then user columns that build on each other: D on C on B on A; E on the built-in Rate alone.
-class Columns {
-public:
-    explicit Columns(ListFamily family = ListFamily::grid, std::vector<Definition> more = {}) : m_family(family) {
-        std::vector<Definition> all = {{"Rate"},
-                                       {"Qty"},
-                                       {"A", " \"Rate\" * 2"},
-                                       {"B", " \"A\" + 1"},
-                                       {"C", " \"B\" / \"A\""},
-                                       {"D", " 2 * \"C\""},
-                                       {"E", " \"Rate\" + 1"}};
-        all.insert(all.end(), more.begin(), more.end());
-        for (const Definition& definition : all) {
+// Two built-in columns, then user columns that build on each other: D on C on B on A; E on the built-in Rate alone; of
+// a damaged profile, X and Y on each other.
+struct Columns {
+    explicit Columns(ListFamily kind) : family(kind) {
+        const std::pair<const char*, const char*> all[] = {{"Rate", ""},
+                                                           {"Qty", ""},
+                                                           {"A", " \"Rate\" * 2"},
+                                                           {"B", " \"A\" + 1"},
+                                                           {"C", " \"B\" / \"A\""},
+                                                           {"D", " 2 * \"C\""},
+                                                           {"E", " \"Rate\" + 1"},
+                                                           {"X", " \"Y\""},
+                                                           {"Y", " \"X\" + \"Y\""}};
+        for (const auto& [name, display] : all) {
             sQuorColInfo column;
-            setColumnName(column, definition.name);
-            setExpressions(column, family, "id", definition.display);
-            if (columns.GetCount() >= 2) names.Add(definition.name);
+            setColumnName(column, name);
+            setExpressions(column, family, "id", display);
+            if (columns.GetCount() >= 2) names.Add(name);
             columns.Add(column);
         }
     }
-    CustomColumnScope scope() const { return {columns, names, m_family, 2}; }
+    CustomColumnScope scope() const { return {columns, names, family, 2}; }
+    std::vector<int> dependentsOf(const char* column) const {
+        std::vector<int> dependents;
+        std::set<int> seen;
+        RemoveCustColRecursively(scope(), column, dependents, seen);
+        return dependents;
+    }
 
+    ListFamily family;
     CArray<sQuorColInfo, sQuorColInfo> columns;
     CStringArray names;
-
-private:
-    ListFamily m_family;
 };
 
-TEST(CustomColumnDependents, AColumnReachesWhatItsFormulasName) {
+TEST(CustomColumnDependents, AColumnReachesWhatItsFormulasNameAndTheDeepestComesFirst) {
     const struct {
         const char *name, *selected;
         bool depends;
-    } cases[] = {{"A", "A", true},  {"B", "A", true},     {"D", "A", true},    {"A", "D", false},
-                 {"E", "A", false}, {"Rate", "A", false}, {"B", "Rate", true}, {"Rate", "Rate", false}};
+    } cases[] = {{"A", "A", true},        {"B", "A", true},  {"D", "A", true},     {"A", "D", false},
+                 {"X", "A", false},       {"E", "A", false}, {"Rate", "A", false}, {"B", "Rate", true},
+                 {"Rate", "Rate", false}, {"X", "Y", true}};
     for (const ListFamily family : {ListFamily::grid, ListFamily::marketWatch}) {
         const Columns columns(family);
         for (const auto& expected : cases)
             EXPECT_EQ(CheckBaseColRecursively(columns.scope(), expected.selected, expected.name), expected.depends)
                 << expected.name << " on " << expected.selected;
+        EXPECT_EQ(columns.dependentsOf("\"A\""), (std::vector<int>{5, 4, 3}));  // D, C, B
+        EXPECT_TRUE(columns.dependentsOf("\"D\"").empty());
+        std::vector<int> cycle = columns.dependentsOf("\"X\"");
+        std::sort(cycle.begin(), cycle.end());
+        EXPECT_EQ(cycle, (std::vector<int>{7, 8}));
     }
-}
-
-std::vector<int> dependentsOf(const Columns& columns, const char* column) {
-    std::vector<int> dependents;
-    std::set<int> seen;
-    RemoveCustColRecursively(columns.scope(), column, dependents, seen);
-    return dependents;
-}
-
-TEST(CustomColumnDependents, TheDeepestComeFirstAndEachOnce) {
-    for (const ListFamily family : {ListFamily::grid, ListFamily::marketWatch}) {
-        const Columns columns(family);
-        EXPECT_EQ(dependentsOf(columns, "\"A\""), (std::vector<int>{5, 4, 3}));  // D, C, B
-        EXPECT_TRUE(dependentsOf(columns, "\"D\"").empty());
-    }
-}
-
-TEST(CustomColumnDependents, CyclesOfADamagedProfileEnd) {
-    const Columns columns(ListFamily::grid, {{"X", " \"Y\""}, {"Y", " \"X\" + \"Y\""}});
-    EXPECT_FALSE(CheckBaseColRecursively(columns.scope(), "A", "X"));
-    EXPECT_TRUE(CheckBaseColRecursively(columns.scope(), "Y", "X"));
-    std::vector<int> dependents = dependentsOf(columns, "\"X\"");
-    std::sort(dependents.begin(), dependents.end());
-    EXPECT_EQ(dependents, (std::vector<int>{7, 8}));
 }
 
 std::vector<int> numbers(const CArray<int, int>& array) {
@@ -88,7 +71,8 @@ std::vector<int> numbers(const CArray<int, int>& array) {
 }
 
 TEST(CustomColumnDependents, DeletedColumnsCloseThePlacesUp) {
-    Columns lists;
+    Columns lists(ListFamily::grid);
+    lists.columns.SetSize(7);
     CArray<int, int> order, widths;
     for (const int place : {0, 4, 1, -1, 2, 3, 5}) order.Add(place);
     for (const int width : {10, 11, 12, 13, 14, 15, 16}) widths.Add(width);

@@ -49,15 +49,7 @@ TEST(CustomColumnFamilies, GridsAndMultiLineListsKeepTheIdFormFirst) {
     for (const ListFamily family : {ListFamily::grid, ListFamily::multiLine}) {
         const sQuorColInfo record = defined(family);
         EXPECT_STREQ(record.csExpression, kIdForm);
-        ProfileEntry entry;
-        entry.columnIndex = 112;
-        entry.place = 0;
-        entry.width = 60;
-        entry.isUserColumn = true;
-        entry.name = record.szColumnName;
-        entry.expression = record.csExpression;
-        entry.toolTip = record.csToolTip;
-
+        const ProfileEntry entry{112, 0, 60, true, record.szColumnName, record.csExpression, record.csToolTip};
         const CString profile = formatColumnProfile({entry});
         EXPECT_STREQ(profile, "112,0,60,Twice# \"4\" * 2# \"Rate\" * 2");
         ColumnSetInput input;

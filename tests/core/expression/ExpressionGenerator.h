@@ -16,16 +16,9 @@ public:
     explicit Generator(std::uint64_t seed) : m_random(seed) {}
 
     std::string next() {
-        switch (below(4)) {
-            case 0:
-                return sum(0);
-            case 1:
-                return mutated(sum(0));
-            case 2:
-                return ofAlphabet();
-            default:
-                return below(3) ? mutated(ofAlphabet()) : randomBytes();
-        }
+        std::string text = sum(0);
+        for (std::uint32_t edits = below(2) * below(5); edits > 0; --edits) edit(text);
+        return text;
     }
 
 private:
@@ -72,37 +65,17 @@ private:
         return text;
     }
 
-    static constexpr std::string_view kAlphabet = "0123456789..ee()()()  \t*^/\\%<<>>-+-+&&||==!!<>x$aif";
-
-    std::string ofAlphabet() {
-        std::string text(below(24), ' ');
-        for (char& c : text) c = kAlphabet[below(static_cast<std::uint32_t>(kAlphabet.size()))];
-        return text;
-    }
-
-    std::string randomBytes() {
-        std::string text(below(16), ' ');
-        for (char& c : text) c = static_cast<char>(1 + below(255));
-        return text;
-    }
-
-    std::string mutated(std::string text) {
-        for (std::uint32_t edits = 1 + below(3); edits > 0; --edits) {
-            const std::size_t at = below(static_cast<std::uint32_t>(text.size() + 1));
-            const char c = kAlphabet[below(static_cast<std::uint32_t>(kAlphabet.size()))];
-            switch (below(3)) {
-                case 0:
-                    text.insert(at, 1, c);
-                    break;
-                case 1:
-                    text.erase(std::min(at, text.size()), 1);
-                    break;
-                default:
-                    if (at < text.size()) text[at] = c;
-                    break;
-            }
-        }
-        return text;
+    // A character of the grammar, or any byte, comes, goes or takes another's place.
+    void edit(std::string& text) {
+        static constexpr std::string_view kAlphabet = "0123456789..ee()()()  \t*^/\\%<<>>-+-+&&||==!!<>x$aif";
+        const std::uint32_t drawn = below(256), length = static_cast<std::uint32_t>(text.size());
+        const char c = drawn && below(8) == 0 ? static_cast<char>(drawn) : kAlphabet[drawn % kAlphabet.size()];
+        const std::size_t at = below(length + 1);
+        const std::uint32_t kind = below(3);
+        if (kind == 0)
+            text.insert(at, 1, c);
+        else
+            text.replace(at, 1, kind == 1 ? "" : std::string(1, c));
     }
 
     std::mt19937_64 m_random;

@@ -18,30 +18,25 @@ struct Record : cCustomizedAppearanceSettings {
     ~Record() { freeKeywordArrays(); }
 };
 
-std::string hex(DWORD value) {
+unsigned number(DWORD colour) { return static_cast<unsigned>(colour); }
+
+std::string looks(const cCustomizedAppearanceSettings& s) {
     CString text;
-    text.Format("%X", static_cast<unsigned>(value));
+    text.Format("%X %X %s %s", number(s.crBackground), number(s.crText), s.csFontName.GetString(),
+                s.csFontSize.GetString());
     return text.GetString();
 }
 
-std::string looks(const cCustomizedAppearanceSettings& settings) {
-    return hex(settings.crBackground) + " " + hex(settings.crText) + " " + settings.csFontName.GetString() + " " +
-           settings.csFontSize.GetString();
-}
-
+// Those of the list, and behind a line those of the user.
 std::string keywords(const cCustomizedAppearanceSettings& s) {
-    std::string text = s.pKeywords ? "" : "none";
+    CString text(s.pKeywords ? "" : "none");
     for (INT_PTR i = 0; s.pKeywords && i < s.pKeywords->GetCount(); ++i)
-        text += std::string(s.pKeywords->GetAt(i)) + "=" + hex(s.pKeywordColors->GetAt(i)) + ";";
-    return text;
-}
-
-std::string userKeywords(const cCustomizedAppearanceSettings& s) {
-    std::string text = s.pUserKeywords ? "" : "none";
+        text.AppendFormat("%s=%X;", s.pKeywords->GetAt(i).GetString(), number(s.pKeywordColors->GetAt(i)));
+    text += s.pUserKeywords ? "|" : "";
     for (INT_PTR i = 0; s.pUserKeywords && i < s.pUserKeywords->GetCount(); ++i)
-        text += std::string(s.pUserKeywords->GetAt(i)) + "=" + hex(s.pUserTextColors->GetAt(i)) + "/" +
-                hex(s.pUserBackColors->GetAt(i)) + ";";
-    return text;
+        text.AppendFormat("%s=%X/%X;", s.pUserKeywords->GetAt(i).GetString(), number(s.pUserTextColors->GetAt(i)),
+                          number(s.pUserBackColors->GetAt(i)));
+    return text.GetString();
 }
 
 TEST(AppearanceRecords, ReadAs) {
@@ -52,14 +47,11 @@ TEST(AppearanceRecords, ReadAs) {
     } const cases[] = {
         {"FF00,1a2B3c,Tahoma,10", "FF00 1A2B3C Tahoma 10", -1, "none"},
         {"0,FF,Arial,9,3,Buy,FF,sell,FF00,", "0 FF Arial 9", 3, "BUY=FF;SELL=FF00;"},
-        {"0,FF,Arial,9,3", "0 FF Arial 9", 3, "none"},
         {"0,FF,Arial,9,-1,Buy,FF,", "0 FF Arial 9", -1, "none"},
         {"0,FF,Arial,9,3,Buy,FF,sell", "0 FF Arial 9", 3, ""},  // a cut text loses all keywords
         {"0,FF,Arial,9,3,a,b,FF,", "0 FF Arial 9", 3, ""},      // so does a keyword with a comma
         {"0,FF,Arial,9,3,Buy,word,", "0 FF Arial 9", 3, "BUY=0;"},
         {"", "0 FF00 MS Shell Dlg 2 8", -1, "none"},
-        {"FF", "FF FF00 MS Shell Dlg 2 8", -1, "none"},
-        {"Settings not found", "0 FF00 MS Shell Dlg 2 8", -1, "none"},
         {"0x10, +20,A,8", "10 20 A 8", -1, "none"},
         {"-1,123456789,A,8", "FFFFFFFF FFFFFFFF A 8", -1, "none"},
         {"word,+,A,8", "0 FF00 A 8", -1, "none"},  // no number: the colour stays
@@ -75,14 +67,14 @@ TEST(AppearanceRecords, ReadAs) {
     }
     const std::pair<const char*, const char*> users[] = {
         {"0,FF,Arial,9", "none"},
-        {"0,FF,Arial,9,Buy,FF,1,sell,FF00,2,", "BUY=FF/1;SELL=FF00/2;"},
-        {"0,FF,Arial,9,Buy,FF,1,sell,FF00", "BUY=FF/1;"},  // what was read before the cut stays
-        {"0,FF,Arial,9,Buy", ""}};
+        {"0,FF,Arial,9,Buy,FF,1,sell,FF00,2,", "none|BUY=FF/1;SELL=FF00/2;"},
+        {"0,FF,Arial,9,Buy,FF,1,sell,FF00", "none|BUY=FF/1;"},  // what was read before the cut stays
+        {"0,FF,Arial,9,Buy", "none|"}};
     for (const auto& [text, expected] : users) {
         Record settings;
         parseUserAppearanceRecord(text, settings);
-        EXPECT_EQ(looks(settings) + keywords(settings), "0 FF Arial 9none") << text;
-        EXPECT_EQ(userKeywords(settings), expected) << text;
+        EXPECT_EQ(looks(settings), "0 FF Arial 9") << text;
+        EXPECT_EQ(keywords(settings), expected) << text;
     }
 }
 
@@ -122,17 +114,13 @@ TEST(Appearance, AssignmentCopiesDeeplyKeepsWhatTheSourceLacksAndFreesNothingSha
     EXPECT_EQ(target.pKeywords, kept);
     EXPECT_EQ(looks(target), "0 FF00 MS Shell Dlg 2 8");
     EXPECT_EQ(target.iKeywordColumn, -1);
-}
 
-TEST(Appearance, GlobalIsHandedOutSharedAndTakenInDeep) {
-    Record mine;
-    parseAppearanceRecord("0,FF,Arial,9,3,buy,1,", mine);
-    EXPECT_TRUE(Set_Apperance_setting(mine));
-    const cCustomizedAppearanceSettings first = Get_Apperance_setting();
-    EXPECT_NE(first.pKeywords, mine.pKeywords);
-    EXPECT_EQ(first.pKeywords, Get_Apperance_setting().pKeywords);
-    EXPECT_EQ(first.iKeywordColumn, 3);
-    cCustomizedAppearanceSettings(first).freeKeywordArrays();  // the test ends the global's arrays with itself
+    EXPECT_TRUE(Set_Apperance_setting(source));
+    cCustomizedAppearanceSettings global = Get_Apperance_setting();
+    EXPECT_NE(global.pKeywords, source.pKeywords) << "it is taken in deep";
+    EXPECT_EQ(global.pKeywords, Get_Apperance_setting().pKeywords) << "and handed out shared";
+    EXPECT_EQ(global.iKeywordColumn, 3);
+    global.freeKeywordArrays();  // the test ends the global's arrays with itself
 }
 
 TEST(ColumnRecord, LongNamesAreCutAndTerminated) {

@@ -13,8 +13,7 @@ TEST(TimerTable, FiresOnTheseTicks) {
         int interval;
         std::vector<std::uint32_t> ticks;
         std::vector<int> firesOn;  // tick numbers from 1
-    } cases[] = {{"every other tick of 60", 100, {60, 60, 60, 60, 60}, {2, 4}},
-                 {"never under two ticks", 1, {60, 60, 60, 60, 60, 60}, {2, 4, 6}},
+    } cases[] = {{"never under two ticks", 1, {60, 60, 60, 60, 60}, {2, 4}},
                  {"gathers", 100, {30, 30, 30, 30, 30, 30, 30, 30}, {4, 8}},
                  {"exactly due", 100, {50, 50}, {2}},
                  {"empty ticks do not load", 10, {0, 0, 60, 60}, {4}},
@@ -47,7 +46,8 @@ TEST(TimerTable, AHandlerMayAddEntries) {
     EXPECT_EQ(sent.size(), 2u + 2u + 20u);
 }
 
-std::vector<std::string> calls;
+using Calls = std::vector<std::string>;
+Calls calls;
 
 struct Recorder : CWatcher {
     explicit Recorder(std::string name) : m_name(std::move(name)) {}
@@ -63,8 +63,6 @@ struct Recorder : CWatcher {
 private:
     std::string m_name;
 };
-
-using Calls = std::vector<std::string>;
 
 TEST(Watchers, AreCalledOnceInTheirOrderAndOneThatLeavesMakesTheNextMissTheEvent) {
     CStore store;

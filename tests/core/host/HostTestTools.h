@@ -50,13 +50,7 @@ private:
     bool m_open = false;
 };
 
-// Everything a feed has to give, without waiting for anything but its limits.
-inline void drain(Feed& feed, FeedSink& sink) {
-    SetClock clock;
-    while (feed.state() == FeedState::running) feed.take(clock, {}, sink);
-}
-
-// A source of `count` ticks, `gap` nanoseconds apart, that then ends or fails.
+// A source of ticks without events at the given times, that then ends or fails.
 class ListedTicks : public TickSource {
 public:
     explicit ListedTicks(std::vector<MarketTime> times, Next last = Next::end)

@@ -4,8 +4,10 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <string>
 
 using namespace terminal;
+using namespace std::string_literals;
 
 namespace {
 
@@ -37,8 +39,7 @@ TEST(OptionChain, TheUnderlyingIsTheSelectedOneElseTheOneShownElseTheFirst) {
         int selected;
         std::optional<InstrumentId> shown, expected;
     } cases[] = {{{no, no}, 1, {}, {}},           {{no, other, good, good}, -1, {}, 2}, {{no, other, other}, -1, {}, 1},
-                 {{good, other, good}, 1, {}, 1}, {{good, no, good}, 1, 2, 2},          {{good, good, good}, -1, 2, 2},
-                 {{good, good, good}, 1, 2, 1}};
+                 {{good, other, good}, 1, {}, 1}, {{good, no, good}, 1, 2, 2},          {{good, good, good}, 1, 2, 1}};
     for (const auto& c : cases)
         EXPECT_EQ(chooseUnderlying(c.all.size(), c.selected, c.shown, [&](InstrumentId id) { return c.all.at(id); }),
                   c.expected);
@@ -63,21 +64,14 @@ TEST(OptionChain, ThePriceIsTheLastElseTheMiddle) {
 }
 
 TEST(OptionChain, StrikesAreOneTwoOrFiveApartAndExpireOnTheLastThursdayAWeekAhead) {
-    const std::pair<Price, Price> strikes[] = {{100 * priceOne, priceOne},
-                                               {101 * priceOne, 2 * priceOne},
-                                               {612 * priceOne, 10 * priceOne},
-                                               {500 * priceOne, 5 * priceOne},
-                                               {priceOne / 2, priceOne / 200},
-                                               {1, 1},
-                                               {largestPrice, 1'000'000'000 * priceOne}};
+    const std::pair<Price, Price> strikes[] = {
+        {100 * priceOne, priceOne},     {101 * priceOne, 2 * priceOne}, {612 * priceOne, 10 * priceOne},         {1, 1},
+        {500 * priceOne, 5 * priceOne}, {priceOne / 2, priceOne / 200}, {largestPrice, 1'000'000'000 * priceOne}};
     for (const auto& [price, step] : strikes) EXPECT_EQ(strikeStep(price), step) << price;
-    const std::pair<const char*, const char*> expiries[] = {{"1970-01-01 00:00:00", "1970-01-29 15:30:00.000000000"},
-                                                            {"2012-06-21 09:30:00", "2012-06-28 15:30:00.000000000"},
-                                                            {"2012-06-22 09:30:00", "2012-07-26 15:30:00.000000000"},
-                                                            {"2023-12-28 10:00:00", "2024-01-25 15:30:00.000000000"}};
-    TextBuffer buffer;
-    for (const auto& [now, expiry] : expiries)
-        EXPECT_EQ(formatDateTime(expiryAfter(*parseTime(now)), buffer), expiry) << now;
+    const std::pair<const char*, const char*> expiries[] = {
+        {"2012-06-21", "2012-06-28"}, {"2012-06-22", "2012-07-26"}, {"2023-12-28", "2024-01-25"}};
+    for (const auto& [today, expiry] : expiries)
+        EXPECT_EQ(expiryAfter(*parseTime(today + " 09:30:00"s)), parseTime(expiry + " 15:30:00"s)) << today;
 }
 
 TEST(OptionChain, QuotesAreWholeTicksAndGreeksFollowTheQuote) {
@@ -103,8 +97,8 @@ TEST(OptionChain, QuotesAreWholeTicksAndGreeksFollowTheQuote) {
 }
 
 TEST(OptionChain, RowsStandInOrderAroundTheMoney) {
-    for (const Price price : {Price{1}, 5 * priceOne, 612'35 * priceOne / 100, 99'999 * priceOne, largestPrice}) {
-        LinearPricer pricer;
+    LinearPricer pricer;
+    for (const Price price : {Price{1}, 612'35 * priceOne / 100, largestPrice}) {
         OptionChain chain;
         ASSERT_TRUE(chain.recompute({.price = price, .tickSize = 5'000'000}, 0, pricer));
         const auto& rows = chain.rows();
@@ -116,7 +110,6 @@ TEST(OptionChain, RowsStandInOrderAroundTheMoney) {
         EXPECT_TRUE(price == 1 || price == largestPrice || chain.atTheMoney() == OptionChain::strikes / 2) << price;
     }
     // They stay while the price swings by less than a step.
-    LinearPricer pricer;
     OptionChain chain;
     const struct {
         int price, lowest, atTheMoney;

@@ -26,14 +26,11 @@ TEST(Options, AllOfThemAreRead) {
     ASSERT_EQ(parsed.error, "");
     const Options& options = parsed.options;
     EXPECT_EQ(options.tape->file + "|" + options.tape->symbol, "a.csv|SYM");
+    EXPECT_EQ(options.outDirectory + "|" + options.recordFile + "|" + options.proof, "pictures|b.tape|layout");
     EXPECT_EQ(options.speed.factor, 2.5);
     EXPECT_EQ(secondsToRun(options), 20);
     EXPECT_TRUE(options.headless && options.selfTestFault);
-    EXPECT_EQ(options.outDirectory + "|" + options.recordFile, "pictures|b.tape");
-    EXPECT_EQ(options.seed, 9u);
-    EXPECT_EQ(options.instruments, 10);
-    EXPECT_EQ(options.keep, 5);
-    EXPECT_EQ(options.proof, "layout");
+    EXPECT_TRUE(options.seed == 9 && options.instruments == 10 && options.keep == 5);
     EXPECT_TRUE(parse("--speed max").options.speed.max);
     EXPECT_EQ(parse("--keep 1 --keep=2").options.keep, 2);
     EXPECT_EQ(parse("--tape=a=b.csv:c").options.tape->file, "a=b.csv");
@@ -44,22 +41,17 @@ TEST(Options, AllOfThemAreRead) {
 TEST(Options, MistakesNameTheOptionWhatWasFoundAndWhatWasExpected) {
     const std::pair<const char*, const char*> cases[] = {
         {"--speed 0", "--speed: found \"0\", expected a number above 0 and up to 1000000, or max"},
-        {"--speed 1e300", "--speed: found \"1e300\", expected a number above 0 and up to 1000000, or max"},
         {"--speed", "--speed: found nothing after it, expected a number above 0 and up to 1000000, or max"},
         {"--seconds 0", "--seconds: found \"0\", expected a whole number from 1 to 1000000"},
         {"--instruments 1.5", "--instruments: found \"1.5\", expected a whole number from 1 to 1000000"},
         {"--keep 10000001 --speed y", "--keep: found \"10000001\", expected a whole number from 1 to 10000000"},
         {"--tape a.csv:", "--tape: found \"a.csv:\", expected FILE or FILE:SYMBOL"},
-        {"--tape :SYM", "--tape: found \":SYM\", expected FILE or FILE:SYMBOL"},
         {"--tape --seconds 2", "--tape: found \"--seconds\", expected FILE or FILE:SYMBOL"},
         {"--out ''", "--out: found \"\", expected a directory"},
-        {"--record=--x", "--record: found \"--x\", expected a file"},
         {"--headless --proof nothing", "--proof: found \"nothing\", expected find or layout"},
-        {"--proof", "--proof: found nothing after it, expected find or layout"},
         {"--proof find", "--proof: found \"find\", expected --headless with it"},
         {"--headless=1", "--headless: found \"1\", expected no value"},
-        {"--bogus=1", "unknown option \"--bogus\"; --help lists them"},
-        {"a.csv", "unknown option \"a.csv\"; --help lists them"}};
+        {"--bogus=1", "unknown option \"--bogus\"; --help lists them"}};
     for (const auto& [line, error] : cases) EXPECT_EQ(parse(line).error, error) << line;
 }
 
@@ -76,16 +68,15 @@ TEST(Options, FilesAreCheckedBeforeAnythingOpens) {
 }
 
 TEST(Options, TheSymbolFollowsTheLastColonThatIsNoDriveLetters) {
-    struct {
+    const struct {
         const char *text, *file, *symbol;
-    } const cases[] = {{"a/b.c/trades-2012.x.csv", "a/b.c/trades-2012.x.csv", "trades-2012.x"},
-                       {"a\\trades.csv", "a\\trades.csv", "trades"},
-                       {"a:b.csv:ABC", "a:b.csv", "ABC"},
-                       {"C:trades.csv", "C:trades.csv", "trades"},
-                       {"z:/trades.csv:A B", "z:/trades.csv", "A B"},
-                       {"1:c", "1", "c"},
-                       {"folder/.hidden", "folder/.hidden", ".hidden"},
-                       {"folder/", "folder/", ""}};
+    } cases[] = {{"a\\b.c/trades-2012.x.csv", "a\\b.c/trades-2012.x.csv", "trades-2012.x"},
+                 {"a:b.csv:ABC", "a:b.csv", "ABC"},
+                 {"C:trades.csv", "C:trades.csv", "trades"},
+                 {"z:/trades.csv:A B", "z:/trades.csv", "A B"},
+                 {"1:c", "1", "c"},
+                 {"folder\\.hidden", "folder\\.hidden", ".hidden"},
+                 {"folder/", "folder/", ""}};
     for (const auto& c : cases) {
         const TapeName name = splitTapeName(c.text);
         EXPECT_EQ(name.file, c.file) << c.text;

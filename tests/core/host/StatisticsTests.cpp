@@ -3,7 +3,6 @@
 #include "host/core/Summary.h"
 
 #include <algorithm>
-#include <functional>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -22,22 +21,18 @@ TEST(Percentiles, AnswersAreWithinTheirBucketOfTheTruth) {
     }
     std::sort(values.begin(), values.end());
     for (const double percent : {0.0, 1.0, 50.0, 90.0, 99.0, 99.9, 100.0}) {
-        const auto rank = std::max<std::size_t>(1, static_cast<std::size_t>(percent / 100 * 20'000 + 0.999999));
-        const std::int64_t truth = values[rank - 1], answer = percentiles.percentile(percent);
+        const auto rank = static_cast<std::size_t>(percent / 100 * 20'000 + 0.999999);
+        const std::int64_t truth = values[std::max<std::size_t>(rank, 1) - 1], answer = percentiles.percentile(percent);
         EXPECT_GE(answer, truth) << percent;
         EXPECT_LE(static_cast<double>(answer), static_cast<double>(truth) * 1.032) << percent;
     }
     EXPECT_EQ(percentiles.largest(), values.back());
-}
-
-TEST(Percentiles, EdgesHold) {
-    Percentiles percentiles;
+    percentiles.clear();
     percentiles.add(-5);
     EXPECT_EQ(percentiles.median(), 0);
     percentiles.add(std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(percentiles.percentile(100), std::numeric_limits<std::int64_t>::max());
     percentiles.clear();
-    EXPECT_EQ(percentiles.median(), 0);
     for (const std::int64_t value : {63, 64, 65, 127, 128}) percentiles.add(value);
     EXPECT_EQ(percentiles.percentile(20), 63);
     EXPECT_EQ(percentiles.percentile(100), 128);
@@ -45,16 +40,13 @@ TEST(Percentiles, EdgesHold) {
 
 TEST(RateCounter, CountsTheLastFullSecondOrWhatHasPassedOfIt) {
     RateCounter rate, young;
-    EXPECT_EQ(rate.perSecond(0), 0);
     std::int64_t now = 5'000'000;
     for (int i = 0; i < 200; ++i, now += 10'000) rate.add(now, 3);
-    EXPECT_DOUBLE_EQ(rate.perSecond(now), 300);
-    EXPECT_DOUBLE_EQ(rate.perSecond(now + 500'000), 150);
-    EXPECT_DOUBLE_EQ(rate.perSecond(now + 2'000'000), 0);
+    for (const auto& [later, perSecond] : {std::pair(0, 300), {500'000, 150}, {2'000'000, 0}})
+        EXPECT_DOUBLE_EQ(rate.perSecond(now + later), perSecond);
     young.add(1'000'000, 10);
-    EXPECT_DOUBLE_EQ(young.perSecond(1'050'000), 0);
-    EXPECT_DOUBLE_EQ(young.perSecond(1'100'000), 100);
-    EXPECT_DOUBLE_EQ(young.perSecond(1'200'000), 50);
+    for (const auto& [later, perSecond] : {std::pair(50'000, 0), {100'000, 100}, {200'000, 50}})
+        EXPECT_DOUBLE_EQ(young.perSecond(1'000'000 + later), perSecond);
 }
 
 TEST(HalfMaxima, TheMiddleIsFoundAtTheEnd) {
@@ -83,30 +75,20 @@ TEST(Summary, OneLineTellsTheRun) {
               "watch_rows_waiting=3 find_checks=18/19 layouts_restored=none ending=\"time is up\"");
 }
 
-std::string picture(const SortLevels& levels) {
-    std::string text;
-    for (const SortLevel& level : levels) text += level.heading + (level.order < 0 ? "+" : "-");
-    return text;
-}
-
 TEST(SortLevels, EachChoiceLeavesEveryColumnOnce) {
-    struct {
-        const char* what;
-        std::function<void(SortLevels&)> choice;
-        const char* left;
-    } const cases[] = {{"another column keeps the order", [](SortLevels& l) { chooseColumn(l, 1, "D"); }, "A+D-C+"},
-                       {"two levels change columns", [](SortLevels& l) { chooseColumn(l, 0, "B"); }, "B+A-C+"},
-                       {"behind the last one is the next", [](SortLevels& l) { chooseColumn(l, 9, "D"); }, "A+B-C+D+"},
-                       {"a column moves to a new level", [](SortLevels& l) { chooseColumn(l, 3, "A"); }, "B-C+A+"},
-                       {"order", [](SortLevels& l) { chooseOrder(l, 0, 1); }, "A-B-C+"},
-                       {"order of no level", [](SortLevels& l) { chooseOrder(l, 3, 1); }, "A+B-C+"},
-                       {"one goes, the rest move up", [](SortLevels& l) { removeLevel(l, 0); }, "B-C+"},
-                       {"no level goes", [](SortLevels& l) { removeLevel(l, 3); }, "A+B-C+"}};
-    for (const auto& c : cases) {
+    const auto after = [](auto choice) {
         SortLevels levels{{"A", -1}, {"B", 1}, {"C", -1}};
-        c.choice(levels);
-        EXPECT_EQ(picture(levels), c.left) << c.what;
-    }
+        choice(levels);
+        std::string text;
+        for (const SortLevel& level : levels) text += level.heading + (level.order < 0 ? "+" : "-");
+        return text;
+    };
+    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 1, "D"); }), "A+D-C+") << "another column keeps the order";
+    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 0, "B"); }), "B+A-C+") << "two levels change columns";
+    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 9, "D"); }), "A+B-C+D+") << "behind the last one is the next";
+    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 3, "A"); }), "B-C+A+") << "a column moves to a new level";
+    EXPECT_EQ(after([](auto& l) { chooseOrder(l, 0, 1), chooseOrder(l, 3, 1); }), "A-B-C+") << "there is no level 3";
+    EXPECT_EQ(after([](auto& l) { removeLevel(l, 0), removeLevel(l, 3); }), "B-C+");
 }
 
 }  // namespace

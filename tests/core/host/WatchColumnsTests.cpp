@@ -11,21 +11,18 @@
 #include <gtest/gtest.h>
 #include <set>
 #include <sstream>
+#include <tuple>
 
 using namespace terminal;
 using namespace terminal::test;
 
 namespace {
 
-int columnOf(std::string_view heading) {
-    for (int i = 0; i < watchBuiltInColumns; ++i)
-        if (heading == watchColumn(i).heading) return i;
-    return -1;
-}
-
 std::string cell(const WatchData& data, std::string_view heading) {
+    int column = 0;
+    while (column < watchBuiltInColumns && heading != watchColumn(column).heading) ++column;
     TextBuffer buffer;
-    return std::string(watchText(data, columnOf(heading), buffer));
+    return std::string(watchText(data, column, buffer));
 }
 
 // Of several, both parted by commas.
@@ -74,15 +71,10 @@ TEST(WatchColumns, EveryHeadingIsItsOwnAndCanBeStored) {
         EXPECT_LT(std::strlen(heading), 64u);
     }
     for (const UserColumn& column : firstUserColumns()) EXPECT_TRUE(headings.insert(column.heading).second);
-    using enum WatchColumn;
-    const std::pair<WatchColumn, const char*> named[] = {
-        {symbol, "Symbol"}, {last, "Last"}, {change, "Change"}, {bid, "Bid"},       {ask, "Ask"},      {high, "High"},
-        {close, "Close"},   {time, "Time"}, {value, "Value"},   {spread, "Spread"}, {volume, "Volume"}};
-    for (const auto& [column, heading] : named) EXPECT_STREQ(watchColumn(static_cast<int>(column)).heading, heading);
 }
 
 TEST(WatchColumns, TextsFollowTheQuote) {
-    const OneFuture future;
+    OneFuture future;
     EXPECT_EQ(future["Symbol,Series,Last,Change,Change %,Last Before,Tick Change,Direction,Up Ticks,Down Ticks"],
               "ABCD,FUT,102.50,+2.50,+2.50,102.00,+0.50,Up,1,0");
     EXPECT_EQ(future["Bid,Ask Qty,Spread,Spread Ticks,Mid,Weighted Mid"], "102.40,100,0.20,4,102.50,102.55");
@@ -91,39 +83,11 @@ TEST(WatchColumns, TextsFollowTheQuote) {
     EXPECT_EQ(future["OI Change,OI Change %,OI High,OI Low"], "-50,-5.00,1000,950");
     EXPECT_EQ(future["Time,Quote Time,Trade Time,Date"], "01:00:01,01:00:00,01:00:01,1970-01-01");
     EXPECT_EQ(future["Delta,Updates,Number,Order Time,Total Bid Qty,Bid 2"], "-,2,1,,,");
-}
-
-// A last price against a close of 100.00, with ticks of 0.01.
-TEST(WatchColumns, WhatShowsAsZeroHasNoSign) {
-    const struct {
-        Price last;
-        const char* change;
-    } cases[] = {{100'00400000, "0.00"}, {99'99600000, "0.00"}, {100'01000000, "+0.01"}, {99'99000000, "-0.01"}};
-    for (const auto& [last, change] : cases) {
-        WatchMarket market;
-        market.instrument({.id = 0, .symbol = "X", .tickSize = priceOne / 100});
-        market.quote({.instrument = 0, .fields = quoteLast | quoteClose, .last = last, .close = 100 * priceOne});
-        EXPECT_EQ(cell(market[0], "Change"), change) << last;
-        EXPECT_EQ(cell(market[0], "Change %"), change) << last;
-    }
-    for (const char* kept : {"-", "-0.01", "+inf", "-nan", "0.00", ""}) EXPECT_EQ(withoutZeroSign(kept), kept);
-    EXPECT_EQ(withoutZeroSign("-0.00%"), "0.00%");
-    for (const char* none : {"Divided by ZERO error", "inf", "-nan", "-", ""})
-        EXPECT_EQ(userColumnTone(none), WatchTone::dim) << none;
-    EXPECT_EQ(userColumnTone("-0.25"), WatchTone::sign);
-}
-
-// Of news with one side the other stands as it was.
-TEST(WatchColumns, SpreadsFollowEitherSide) {
-    OneFuture future;
-    const struct {
-        std::uint16_t field;
-        double price;
-        const char* spreads;
-    } news[] = {{quoteBid, 102.20, "0.40,0.20"},
-                {quoteAsk, 102.30, "0.40,0.10"},
-                {quoteLast, 102.25, "0.40,0.10"},
-                {quoteAsk, 103.20, "1.00,0.10"}};
+    // Of news with one side the other stands as it was.
+    const std::tuple<std::uint16_t, double, const char*> news[] = {{quoteBid, 102.20, "0.40,0.20"},
+                                                                   {quoteAsk, 102.30, "0.40,0.10"},
+                                                                   {quoteLast, 102.25, "0.40,0.10"},
+                                                                   {quoteAsk, 103.20, "1.00,0.10"}};
     for (const auto& [field, price, spreads] : news) {
         Quote quote{.instrument = 0, .fields = field, .time = 3602 * second};
         quote.bid = quote.ask = quote.last = units(price);
@@ -133,15 +97,29 @@ TEST(WatchColumns, SpreadsFollowEitherSide) {
     EXPECT_EQ(future["Quote Updates"], "4");
 }
 
+// A last price against a close of 100.00, with ticks of 0.01.
+TEST(WatchColumns, WhatShowsAsZeroHasNoSign) {
+    const std::pair<Price, const char*> cases[] = {
+        {100'00400000, "0.00"}, {99'99600000, "0.00"}, {100'01000000, "+0.01"}, {99'99000000, "-0.01"}};
+    for (const auto& [last, change] : cases) {
+        WatchMarket market;
+        market.instrument({.id = 0, .symbol = "X", .tickSize = priceOne / 100});
+        market.quote({.instrument = 0, .fields = quoteLast | quoteClose, .last = last, .close = 100 * priceOne});
+        EXPECT_EQ(cell(market[0], "Change"), change) << last;
+        EXPECT_EQ(cell(market[0], "Change %"), change) << last;
+    }
+    for (const char* kept : {"-", "-0.01", "-nan", ""}) EXPECT_EQ(withoutZeroSign(kept), kept);
+    EXPECT_EQ(withoutZeroSign("-0.00%"), "0.00%");
+    for (const char* none : {"Divided by ZERO error", "inf", "-nan", "-", ""})
+        EXPECT_EQ(userColumnTone(none), WatchTone::dim) << none;
+    EXPECT_EQ(userColumnTone("-0.25"), WatchTone::sign);
+}
+
 // An instrument without news; then with figures at the ends of their ranges, whose texts fit their cells.
 TEST(WatchColumns, WhatTheFeedHasNotToldIsEmptyAndHostileFiguresFit) {
     WatchMarket market;
     market.instrument({.id = 0, .symbol = "X", .tickSize = 1});
-    for (const char* heading :
-         {"Last", "Change %", "Bid", "Spread", "Weighted Mid", "Range Position", "Time", "Delta"}) {
-        const std::string text = cell(market[0], heading);
-        EXPECT_TRUE(text.empty() || text == "-") << heading;
-    }
+    EXPECT_EQ(cells(market[0], "Last,Change %,Bid,Spread,Weighted Mid,Range Position,Time,Delta"), "-");
     TextBuffer buffer;
     for (const int outside : {-1, watchBuiltInColumns, 4095}) EXPECT_EQ(watchText(market[0], outside, buffer), "");
     constexpr Price most = largestPrice;
@@ -158,7 +136,7 @@ TEST(WatchColumns, WhatTheFeedHasNotToldIsEmptyAndHostileFiguresFit) {
     }
 }
 
-TEST(WatchData, DepthBelowTheTouchIsTheOrdersBehindIt) {
+TEST(WatchData, DepthBelowTheTouchIsTheOrdersBehindItOrTheBooks) {
     OneFuture future;
     future.order(1, Side::buy, 102.40, 10);  // at the touch
     future.order(2, Side::buy, 102.30, 20);
@@ -172,14 +150,11 @@ TEST(WatchData, DepthBelowTheTouchIsTheOrdersBehindIt) {
     EXPECT_EQ(future["Live Orders,Total Bid Qty,Total Ask Qty,Imbalance %"], "6,150,60,+42.86");
 
     future.market.order({OrderAction::change, {4, 0, Side::buy, units(102.30), 5, 0}});
-    future.market.order({OrderAction::remove, {2, 0, Side::buy, units(102.30), 20, 0}});
-    EXPECT_EQ(future["Bid Qty 2,Live Orders,Bid 3"], "35,5,");
-    future.market.order({OrderAction::remove, {2, 0, Side::buy, units(102.30), 20, 0}});  // again: not known
-    EXPECT_EQ(future["Live Orders"], "5");
-}
-
-TEST(WatchData, ABookOfLevelsIsShownAsItCame) {
-    WatchMarket market;
+    for (int twice = 0; twice < 2; ++twice) {  // at the second time it is not known
+        future.market.order({OrderAction::remove, {2, 0, Side::buy, units(102.30), 20, 0}});
+        EXPECT_EQ(future["Bid Qty 2,Live Orders,Bid 3"], "35,5,");
+    }
+    WatchMarket market;  // of a book, levels as they came
     market.instrument({.id = 0, .symbol = "X", .bookLevels = 10});
     for (int level = 0; level < 10; ++level) market.level({0, Side::sell, level, units(50 + level), 100 * (level + 1)});
     market.level({0, Side::sell, 2, noPrice, 0});
@@ -193,25 +168,21 @@ TEST(WatchData, DepthOfASimulatedMarketIsInOrderAndComplete) {
     SetClock clock;
     while (feed.ticksTaken() < 20'000) feed.take(clock, {}, market);
     std::vector<Quantity> resting(market.size());
-    std::vector<int> orders(market.size());
-    for (const auto& [id, live] : feed.tally().liveOrders()) {
-        resting[live.order.instrument] += live.order.quantity;
-        ++orders[live.order.instrument];
-    }
+    for (const auto& [id, live] : feed.tally().liveOrders()) resting[live.order.instrument] += live.order.quantity;
     int levels = 0;
     for (InstrumentId id = 0; id < market.size(); ++id) {
         const auto bids = market[id].total(Side::buy), asks = market[id].total(Side::sell);
         EXPECT_EQ((bids ? bids->quantity : 0) + (asks ? asks->quantity : 0), resting[id]);
-        EXPECT_EQ(cell(market[id], "Live Orders"), std::to_string(orders[id]));
         EXPECT_EQ(market[id].trades, feed.tally().instruments()[id].trades);
         EXPECT_EQ(market[id].quote, feed.tally().instruments()[id].quote);
-        for (const Side side : {Side::buy, Side::sell})
+        for (const int sign : {1, -1})
             for (int level = 1; level < watchDepth; ++level) {
+                const Side side = sign > 0 ? Side::buy : Side::sell;
                 const auto better = market[id].depth(side, level - 1), worse = market[id].depth(side, level);
                 if (!worse) continue;
                 ++levels;
                 ASSERT_TRUE(better);
-                EXPECT_TRUE(side == Side::buy ? worse->price < better->price : worse->price > better->price);
+                EXPECT_LT(sign * worse->price, sign * better->price);
                 EXPECT_GT(worse->quantity, 0);
             }
     }
@@ -234,7 +205,8 @@ TEST(WatchRecord, TextsStandAtTheOffsetsTheLibraryReads) {
     EXPECT_EQ(std::strlen(sMWStruct(longNamed).symbol), sMWStruct::textRoom - 1);
 }
 
-TEST(WatchStore, UserColumnsAreWrittenOnce) {
+// Each formula with the cells' texts put in place of its references gives what it says.
+TEST(WatchStore, TheFirstUserColumnsAreWrittenOnceAndCompute) {
     const TestFile file;
     quor::Disk disk;
     SettingsFile settings(disk, file.name);
@@ -245,10 +217,7 @@ TEST(WatchStore, UserColumnsAreWrittenOnce) {
     settings.set("MarketWatch", "UserColumns", "");
     writeFirstUserColumns(settings);
     EXPECT_EQ(settings.get("MarketWatch", "UserColumns"), "");
-}
 
-// Each formula with the cells' texts put in place of its references gives what it says.
-TEST(WatchStore, FormulasOfTheFirstUserColumnsCompute) {
     const OneFuture future;
     std::vector<double> expected{(102.50 - 103) / 103 * 100, 0.20 / 102.50 * 10'000};
     for (const UserColumn& column : firstUserColumns()) {

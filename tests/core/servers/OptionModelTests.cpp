@@ -14,15 +14,7 @@ namespace {
 using namespace servers;
 
 Option option(double spot, double strike, double years, double rate, double carry, double volatility, Right right) {
-    Option o;
-    o.spot = spot;
-    o.strike = strike;
-    o.years = years;
-    o.rate = rate;
-    o.carry = carry;
-    o.volatility = volatility;
-    o.right = right;
-    return o;
+    return {spot, strike, years, rate, carry, volatility, 0, right, Exercise::European, 0};
 }
 
 Option american(Option o) {
@@ -67,6 +59,12 @@ const Option kGreekCases[] = {
     option(42, 40, 0.75, 0.04, -0.04, 0.35, Right::Call),
 };
 
+// Without volatility an American one is exercised now, at expiry, or between, where what the asset loses equals what
+// the strike earns.
+const Option kCertainCases[] = {
+    option(90, 100, 1, 0.05, 0.05, 0, Right::Put), option(110, 100, 1, 0.05, 0, 0, Right::Call),
+    option(90, 100, 1, 0.02, -0.05, 0, Right::Put), option(30, 100, 2, 0.02, -0.05, 0, Right::Put)};
+
 // Of American ones with long steps: the price of a grid is not smooth.
 TEST(OptionModel, GreeksAreTheSlopesOfThePrice) {
     for (const Option& o : kGreekCases) {
@@ -82,6 +80,11 @@ TEST(OptionModel, GreeksAreTheSlopesOfThePrice) {
         EXPECT_NEAR(v.theta, d.theta, 0.05 * std::abs(d.theta) + 1e-5);
         EXPECT_NEAR(v.vega, d.vega, 1e-4 * o.spot);
         EXPECT_NEAR(v.rho, d.rho, 1e-4 * o.spot);
+    }
+    for (const Option& o : kCertainCases) {
+        const Valuation v = value(american(o)), d = differences(american(o), 1e-3, 1e-4);
+        EXPECT_NEAR(v.theta, d.theta, 1e-7) << o.spot;
+        EXPECT_NEAR(v.rho, d.rho, 1e-4) << o.spot;
     }
 }
 
@@ -119,19 +122,6 @@ TEST(OptionModel, AtExpiryAndWithoutVolatilityThePaymentIsCertain) {
     }
 }
 
-// Exercised now, at expiry, and between, where what the asset loses equals what the strike earns.
-TEST(OptionModel, SlopesWithoutVolatilityAreThoseOfTheBestTime) {
-    const Option rows[] = {option(90, 100, 1, 0.05, 0.05, 0, Right::Put), option(110, 100, 1, 0.05, 0, 0, Right::Call),
-                           option(90, 100, 1, 0.02, -0.05, 0, Right::Put),
-                           option(30, 100, 2, 0.02, -0.05, 0, Right::Put)};
-    for (const Option& row : rows) {
-        const Option o = american(row);
-        const Valuation v = value(o), d = differences(o, 1e-3, 1e-4);
-        EXPECT_NEAR(v.theta, d.theta, 1e-7) << o.spot;
-        EXPECT_NEAR(v.rho, d.rho, 1e-4) << o.spot;
-    }
-}
-
 // Tiny and huge volatilities too.
 TEST(OptionModel, PricesRiseWithTheVolatilityBetweenTheirBounds) {
     for (const Right right : {Right::Call, Right::Put})
@@ -149,22 +139,6 @@ TEST(OptionModel, PricesRiseWithTheVolatilityBetweenTheirBounds) {
             }
             EXPECT_NEAR(last, bounds.upper, 1e-9);
         }
-}
-
-TEST(ImpliedVolatility, OfEuropeanOptionsGivesThePriceBack) {
-    int searched = 0;
-    for (const Right right : {Right::Call, Right::Put})
-        for (const double strike : {20.0, 80.0, 100.0, 130.0, 400.0})
-            for (const double years : {1.0 / 365, 0.5, 3.0})
-                for (const double volatility : {0.01, 0.2, 0.9, 4.0}) {
-                    Option o = option(100, strike, years, 0.05, 0.02, volatility, right);
-                    const double target = price(o);
-                    if (target >= priceBounds(o).upper || target < priceBounds(o).lower) continue;
-                    o.volatility = impliedVolatility(o, target);
-                    EXPECT_NEAR(price(o), target, 1e-11) << strike << ' ' << years << ' ' << volatility;
-                    ++searched;
-                }
-    EXPECT_GT(searched, 100);
 }
 
 Reason refusalOf(const Option& o, double target) {

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -71,10 +72,9 @@ struct Servers : testing::Test {
 
 // Price, delta, gamma, theta, vega, rho; -7 where nothing was written.
 using Prices = std::array<double, 6>;
-constexpr Prices kUnwritten = {-7, -7, -7, -7, -7, -7};
 
 Prices pricesOf(const auto& call) {
-    Prices o = kUnwritten;
+    Prices o = {-7, -7, -7, -7, -7, -7};
     call(&o[0], &o[1], &o[2], &o[3], &o[4], &o[5]);
     return o;
 }
@@ -104,10 +104,9 @@ TEST_F(Servers, MethodsAndFormulasAgree) {
 
 TEST_F(Servers, WhatTheOptionServerRefusesIsThrownAndWritesNothing) {
     Thrown refused;
-    EXPECT_EQ(pricesOf([&](auto... o) {
-                  refused = thrownBy([&] { app.CalcPriceWra(-1, 100, 1, 0.05, 0, 0.2, 0, 0, 0, 0, o...); });
-              }),
-              kUnwritten);
+    const Prices unwritten = pricesOf(
+        [&](auto... o) { refused = thrownBy([&] { app.CalcPriceWra(-1, 100, 1, 0.05, 0, 0.2, 0, 0, 0, 0, o...); }); });
+    for (const double one : unwritten) EXPECT_EQ(one, -7);
     double volatility = -7;
     const Thrown outside =
         thrownBy([&] { app.CalculateImpVolatilityWra(101, 100, 90, 1, 0.05, 0.05, 0, 0, &volatility); });
@@ -162,25 +161,21 @@ TEST(CalculationServers, NullOutputsAreRefused) {
     const auto option = newOptionServer();
     const auto margin = newMarginServer();
     double o[6] = {-7, -7, -7, -7, -7, -7};
-    const struct {
-        std::function<HRESULT()> call;
-        const char* text;
-    } rows[] = {
-        {[&] {
+    const char* const refused = "An output has no address.";
+    const std::pair<const char*, std::function<HRESULT()>> rows[] = {
+        {refused,
+         [&] {
              return option->CalculateBlackScholes(42, 40, 0.5, 0.1, 0.2, 0, 0.1, 0, &o[0], &o[1], &o[2], &o[3], &o[4],
                                                   nullptr);
-         },
-         "An output has no address."},
-        {[&] { return option->CalculateImpliedVolatility(5, 42, 40, 0.5, 0.1, 0.1, 0, 0, nullptr); },
-         "An output has no address."},
-        {[&] { return margin->GetErrorDetails(nullptr); }, "An output has no address."},
-        {[&] { return option->GetTypeInfo(0, 0, nullptr); }, ""},
-        {[&] { return option->GetTypeInfoCount(nullptr); }, ""},
+         }},
+        {refused, [&] { return option->CalculateImpliedVolatility(5, 42, 40, 0.5, 0.1, 0.1, 0, 0, nullptr); }},
+        {refused, [&] { return margin->GetErrorDetails(nullptr); }},
+        {"", [&] { return option->GetTypeInfo(0, 0, nullptr); }},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, call] : rows) {
         EXPECT_EQ(margin->Calculate(), HRESULT_FROM_WIN32(ERROR_NOT_FOUND));
-        EXPECT_EQ(row.call(), E_POINTER);
-        EXPECT_EQ(takenErrorText(), row.text);
+        EXPECT_EQ(call(), E_POINTER);
+        EXPECT_EQ(takenErrorText(), text);
     }
     for (const double untouched : o) EXPECT_EQ(untouched, -7);
     margin->Calculate();
@@ -233,29 +228,20 @@ HRESULT invoke(IDispatch* server, const wchar_t* name, std::vector<VARIANT> argu
                           nullptr);
 }
 
-VARIANT variant(double number) {
+// A number, the place of one, or a text.
+template <class Value>
+VARIANT variant(Value value, VARTYPE type = VT_R8) {
     VARIANT v = {};
-    v.vt = VT_R8;
-    v.dblVal = number;
+    v.vt = type;
+    std::memcpy(&v.llVal, &value, sizeof value);
     return v;
 }
-VARIANT variant(double* output) {
-    VARIANT v = {};
-    v.vt = VT_R8 | VT_BYREF;
-    v.pdblVal = output;
-    return v;
-}
-VARIANT variant(const _bstr_t& text) {
-    VARIANT v = {};
-    v.vt = VT_BSTR;
-    v.bstrVal = const_cast<wchar_t*>(static_cast<const wchar_t*>(text));
-    return v;
-}
+VARIANT variant(const _bstr_t& text) { return variant(static_cast<const wchar_t*>(text), VT_BSTR); }
 
 TEST(CalculationServers, ScriptsReachTheMarginServerByName) {
     const auto server = newServer<IDispatch>(kMarginCalculatorClass, IID_IDispatch);
     const _bstr_t name("p"), product("A,100,9,0,0,0,1"), month("2606");
-    const std::vector<VARIANT> names = {variant(name), variant(name), variant(name)};
+    const std::vector<VARIANT> names(3, variant(name));
     EXPECT_EQ(invoke(server.get(), L"CreatePortfolio", names), S_OK);
     EXPECT_EQ(invoke(server.get(), L"selectportfolio", names), S_OK);
     EXPECT_EQ(invoke(server.get(), L"SetPortfPosition",
@@ -264,7 +250,9 @@ TEST(CalculationServers, ScriptsReachTheMarginServerByName) {
               S_OK);
     EXPECT_EQ(invoke(server.get(), L"Calculate", {}), S_OK);
     double requirement = 0;
-    EXPECT_EQ(invoke(server.get(), L"GetTotalRequirement", {variant(1.0), variant(1.0), variant(&requirement)}), S_OK);
+    EXPECT_EQ(invoke(server.get(), L"GetTotalRequirement",
+                     {variant(1.0), variant(1.0), variant(&requirement, VT_R8 | VT_BYREF)}),
+              S_OK);
     EXPECT_DOUBLE_EQ(requirement, 63);
 
     EXCEPINFO exception = {};
@@ -277,12 +265,11 @@ TEST(CalculationServers, ScriptsReachTheMarginServerByName) {
 
 // The type library counts positions as the vtable does.
 TEST(CalculationServers, TypeLibraryPositionsAreThoseOfTheTable) {
-    const Owned<IDispatch> servers[] = {newServer<IDispatch>(kOptionCalculatorClass, IID_IDispatch),
-                                        newServer<IDispatch>(kMarginCalculatorClass, IID_IDispatch)};
-    const int methods[] = {4, 18};
-    for (int i = 0; i < 2; ++i) {
+    const std::pair<CLSID, int> servers[] = {{kOptionCalculatorClass, 4}, {kMarginCalculatorClass, 18}};
+    for (const auto& [classId, methods] : servers) {
+        const auto server = newServer<IDispatch>(classId, IID_IDispatch);
         ITypeInfo* dispatch = nullptr;
-        ASSERT_EQ(servers[i]->GetTypeInfo(0, LOCALE_SYSTEM_DEFAULT, &dispatch), S_OK);
+        ASSERT_EQ(server->GetTypeInfo(0, LOCALE_SYSTEM_DEFAULT, &dispatch), S_OK);
         const Owned<ITypeInfo> owner(dispatch);
         int seen = 0;
         FUNCDESC* method = nullptr;
@@ -293,7 +280,7 @@ TEST(CalculationServers, TypeLibraryPositionsAreThoseOfTheTable) {
             }
             dispatch->ReleaseFuncDesc(method);
         }
-        EXPECT_EQ(seen, methods[i]);
+        EXPECT_EQ(seen, methods);
     }
 }
 

@@ -17,6 +17,14 @@
 
 namespace {
 
+// The outputs that a recorded call names.
+double written(std::string_view recorded) {
+    double count = 0;
+    for (std::size_t at = recorded.find("out"); at != std::string_view::npos; at = recorded.find("out", at + 1))
+        ++count;
+    return count;
+}
+
 // One bit a server that was created.
 constexpr int kOptionCreated = 1, kMarginCreated = 2;
 
@@ -40,16 +48,9 @@ struct Wrappers : test::WindowFixture {
     CQuorCOMWrapApp& app = quorCalculators();
     double o[6] = {};
     void prices(const auto& call) { call(&o[0], &o[1], &o[2], &o[3], &o[4], &o[5]); }
-};
 
-// ---- Where the values go
-
-TEST_F(Wrappers, EveryValueArrivesInItsPlace) {
-    struct Row {
-        const char* recorded;
-        std::function<void()> call;
-    };
-    const Row rows[] = {
+    // Every wrapper, and what the server gets of it.
+    const std::pair<const char*, std::function<void()>> rows[16] = {
         {"option 1: 1.5 2.25 3.5 4.5 5.5 6.5 7.5 8 -9 32767 out out out out out out\n",
          [&] {
              prices([&](auto... out) { app.CalcPriceWra(1.5, 2.25f, 3.5, 4.5, 5.5, 6.5, 7.5, 8, -9, 32767, out...); });
@@ -61,6 +62,14 @@ TEST_F(Wrappers, EveryValueArrivesInItsPlace) {
         {"margin 10: 'otn' '101' 'N/A'\n", [&] { app.CreatePortfolioWra(); }},
         {"margin 11: 'otn' '101' 'N/A'\n", [&] { app.SelectPortfolioWra(); }},
         {"margin 5:\n", [&] { app.DeleteWra(); }},
+        {"margin 2:\n", [&] { app.CalculateWra(); }},
+        {"margin 18:\n", [&] { app.GetErrorDetailsWra(); }},
+        // Four names for one reading.
+        {"margin 6: out\n", [&] { o[0] = app.GetPortfLongFutValueWra(); }},
+        {"margin 6: out\n", [&] { o[0] = app.GetPortfShortFutValueWra(); }},
+        {"margin 6: out\n", [&] { o[0] = app.GetPortfLongOptValueWra(); }},
+        {"margin 6: out\n", [&] { o[0] = app.GetPortfShortOptValueWra(); }},
+        {"margin 16: 1 1 out\n", [&] { o[0] = app.GetPortfTotReqWra(); }},
         // The fifth text is sent twice, three are dropped; the numbers are cut to 16 bits, the quantity is not.
         {"margin 14: 'NSCCL' 'NSE' 'c' 1 'e' 'e' 2 3.5f 4\n",
          [&] { app.SetPortfPositionWra("x", "y", "c", 1, "e", "f", 2, 3.5f, 4); }},
@@ -69,72 +78,37 @@ TEST_F(Wrappers, EveryValueArrivesInItsPlace) {
         {"margin 14: 'NSCCL' 'NSE' 'a\xA7 b' 0 '\xE9' '\xE9' 0 0f 0\n",
          [&] { app.SetPortfPositionWra("", "", "a\xA7 b", 0, "\xE9", "", 0, 0, 0); }},
     };
-    for (const Row& row : rows) {
-        test::answerWith(S_OK);
+};
+
+TEST_F(Wrappers, SendEveryValueToItsPlaceAndThrowEveryFailure) {
+    test::MessageBoxAnswerer answerer;
+    for (const auto& [recorded, call] : rows) {
         std::ranges::fill(o, 0);
-        row.call();
-        EXPECT_EQ(test::recordedCalls(), row.recorded);
+        test::answerWith(E_NOTIMPL);
+        try {
+            call();
+            ADD_FAILURE() << recorded << " returned";
+        } catch (const _com_error& error) {
+            EXPECT_EQ(error.Error(), E_NOTIMPL) << recorded;
+            EXPECT_EQ(error.ErrorInfo(), nullptr) << recorded;
+        }
+        for (const double untouched : o) EXPECT_EQ(untouched, 0) << recorded;
+        test::answerWith(S_OK);
+        call();
+        EXPECT_EQ(test::recordedCalls(), recorded);
         double number = 0;
-        for (const double output : o) EXPECT_TRUE(output == 0 || output == ++number) << row.recorded << output;
+        for (const double output : o) number += output == number + 1;
+        EXPECT_EQ(number, written(recorded)) << recorded;
     }
+    EXPECT_EQ(answerer.texts(), std::vector<std::string>{""}) << "the details of an error";
 }
 
-TEST_F(Wrappers, FourNamesForOneReading) {
-    EXPECT_EQ(app.GetPortfLongFutValueWra(), 1);
-    EXPECT_EQ(app.GetPortfShortFutValueWra(), 2);
-    EXPECT_EQ(app.GetPortfLongOptValueWra(), 3);
-    EXPECT_EQ(app.GetPortfShortOptValueWra(), 4);
-    EXPECT_EQ(app.GetPortfTotReqWra(), 5);
-    EXPECT_EQ(test::recordedCalls(),
-              "margin 6: out\nmargin 6: out\nmargin 6: out\nmargin 6: out\nmargin 16: 1 1 out\n");
-}
-
-TEST_F(Wrappers, CalculateReturnsTheSuccessCodeAndErrorDetailsShowAnEmptyBox) {
+TEST_F(Wrappers, CalculateReturnsTheSuccessCode) {
     for (const HRESULT success : {S_OK, S_FALSE, static_cast<HRESULT>(0x00040201)}) {
         test::answerWith(success);
         EXPECT_EQ(app.CalculateWra(), success);
-        EXPECT_EQ(test::recordedCalls(), "margin 2:\n");
     }
-    test::MessageBoxAnswerer answerer;
-    app.GetErrorDetailsWra();
-    EXPECT_EQ(answerer.texts(), std::vector<std::string>{""});
-    EXPECT_EQ(test::recordedCalls(), "margin 2:\nmargin 18:\n");
 }
-
-// ---- Failures
-
-TEST_F(Wrappers, AFailureIsThrownByEveryWrapper) {
-    const std::pair<const char*, std::function<void()>> wrappers[] = {
-        {"CalcPrice", [&] { prices([&](auto... out) { app.CalcPriceWra(1, 1, 1, 1, 1, 1, 1, 1, 1, 1, out...); }); }},
-        {"CalculateImpVolatility", [&] { app.CalculateImpVolatilityWra(1, 1, 1, 1, 1, 1, 1, 1, o); }},
-        {"CalculateBSPrice",
-         [&] { prices([&](auto... out) { app.CalculateBSPriceWra(1, 1, 1, 1, 1, 1, 1, 1, out...); }); }},
-        {"Calculate", [&] { app.CalculateWra(); }},
-        {"Delete", [&] { app.DeleteWra(); }},
-        {"LongFut", [&] { app.GetPortfLongFutValueWra(); }},
-        {"ShortFut", [&] { app.GetPortfShortFutValueWra(); }},
-        {"LongOpt", [&] { app.GetPortfLongOptValueWra(); }},
-        {"ShortOpt", [&] { app.GetPortfShortOptValueWra(); }},
-        {"CreatePortfolio", [&] { app.CreatePortfolioWra(); }},
-        {"SelectPortfolio", [&] { app.SelectPortfolioWra(); }},
-        {"SetPortfPosition", [&] { app.SetPortfPositionWra("", "", "", 0, "", "", 0, 0, 0); }},
-        {"GetPortfTotReq", [&] { app.GetPortfTotReqWra(); }},
-        {"GetErrorDetails", [&] { app.GetErrorDetailsWra(); }},
-    };
-    test::answerWith(E_NOTIMPL);
-    for (const auto& [name, call] : wrappers) {
-        try {
-            call();
-            ADD_FAILURE() << name << " returned";
-        } catch (const _com_error& error) {
-            EXPECT_EQ(error.Error(), E_NOTIMPL) << name;
-            EXPECT_EQ(error.ErrorInfo(), nullptr) << name;
-        }
-    }
-    for (const double untouched : o) EXPECT_EQ(untouched, 0);
-}
-
-// ---- The object of the library
 
 TEST_F(Wrappers, TheLibrarysObjectIsNotTheProgramsApplication) {
     EXPECT_EQ(app.m_hInstance, ::GetModuleHandleA("QuorControls.dll"));
@@ -206,14 +180,9 @@ int childMain(const std::string& mode) {
     return 0;
 }
 
-struct RealServer {
-    const char* dll;
-    const char* program;
-    const char* classId;
-    const char* library;  // type library
-};
-
-const RealServer kRealServers[] = {
+const struct RealServer {
+    const char *dll, *program, *classId, *typeLibrary;
+} kRealServers[] = {
     {"QuorOptionServer.dll", "Quor.OptionCalculator", "{0C332960-AC64-11D7-B457-00D0B7BD012C}",
      "{3E5B1B0A-52C4-4E7B-8E0B-6F3C2D9A7E10}"},
     {"QuorMarginServer.dll", "Quor.MarginCalculator", "{5B17F3FC-FBCD-4208-AF23-AA13B4717257}",
@@ -244,7 +213,7 @@ TEST(Activation, TheRealServersRegisterAndRemoveThemselves) {
         callBoth(registered ? "DllRegisterServer" : "DllUnregisterServer");
         for (const RealServer& server : kRealServers) {
             EXPECT_EQ(keyExists(std::string("CLSID\\") + server.classId), registered);
-            EXPECT_EQ(keyExists(std::string("TypeLib\\") + server.library), registered);
+            EXPECT_EQ(keyExists(std::string("TypeLib\\") + server.typeLibrary), registered);
             CLSID found = {};
             EXPECT_EQ(::CLSIDFromProgID(_bstr_t(server.program), &found) == S_OK, registered);
         }

