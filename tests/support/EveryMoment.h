@@ -24,11 +24,11 @@ public:
     void moment(CCommonListCtrl& list) {
         if (fakeHost().onStore) fakeHost().onStore(0);
         if (!m_undisturbed || !list.m_hWnd) return;
-        const Stored now = stored();
+        const FakeHost::Settings now = stored();
         const auto onStore = std::exchange(fakeHost().onStore, {});
         list.SaveState();
         note();
-        restore(now);
+        stored() = now;
         fakeHost().onStore = onStore;
     }
 
@@ -39,10 +39,9 @@ public:
             SCOPED_TRACE(std::string(name) + " at moment " + std::to_string(moment));
             int call = 0;
             run([&](int operation) { return call++ != moment || act(operation); });
-            const Stored now = stored();
             for (const auto& [key, value] : m_before) {
-                const auto found = now.find(key);
-                ASSERT_NE(found, now.end()) << key.first << " " << key.second;
+                const auto found = stored().find(key);
+                ASSERT_NE(found, stored().end()) << key.first << " " << key.second;
                 ASSERT_TRUE(m_whole[key].contains(found->second))
                     << key.first << " " << key.second << "=" << found->second;
             }
@@ -72,30 +71,12 @@ public:
     int moments() const { return m_moments; }
 
 private:
-    using Key = std::pair<std::string, std::string>;
-    using Stored = std::map<Key, std::string>;
-    static constexpr const char* kShared = "user columns of all watches";
-
-    static Stored stored() {
-        Stored all = fakeHost().settings;
-        for (const auto& [section, text] : fakeHost().marketWatchColumns) all[{section, kShared}] = text;
-        return all;
-    }
-    static void restore(const Stored& all) {
-        fakeHost().settings.clear();
-        fakeHost().marketWatchColumns.clear();
-        for (const auto& [key, text] : all) {
-            if (key.second == kShared)
-                fakeHost().marketWatchColumns[key.first] = text;
-            else
-                fakeHost().settings[key] = text;
-        }
-    }
+    static FakeHost::Settings& stored() { return fakeHost().settings; }
     void note() {
         for (const auto& [key, value] : stored()) m_whole[key].insert(value);
     }
     void run(const std::function<bool(int)>& onStore) {
-        restore(m_before);
+        stored() = m_before;
         fakeHost().onStore = onStore;
         m_life();
         fakeHost().onStore = {};
@@ -112,8 +93,8 @@ private:
     }
 
     std::function<void()> m_life;
-    Stored m_before;
-    std::map<Key, std::set<std::string>> m_whole;
+    const FakeHost::Settings m_before;
+    std::map<FakeHost::Key, std::set<std::string>> m_whole;
     bool m_undisturbed = false;
     int m_moments = 0;
 };

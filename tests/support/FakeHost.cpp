@@ -1,7 +1,5 @@
 #include "support/FakeHost.h"
 
-#include <algorithm>
-#include <sstream>
 #include <type_traits>
 
 // An exported function, of the type that the library calls it by.
@@ -20,30 +18,25 @@ void resetFakeHost() {
     g_pControlBlock->csAppdataHashCode.Empty();
 }
 
-int FakeHost::count(const std::string& call) const { return static_cast<int>(std::ranges::count(calls, call)); }
-
 namespace {
 
 template <class... Values>
-void record(const char* name, const Values&... values) {
-    std::ostringstream call;
-    call << name;
-    ((call << ' ' << values), ...);
-    fakeHost().calls.push_back(call.str());
+void record(const Values&... values) {
+    fakeHost().calls.record(values...);
 }
 
 // For entries that tell nothing but what the test set.
 template <class... Values>
-int answer(int result, const char* name, const Values&... values) {
-    record(name, values...);
+int answer(int result, const Values&... values) {
+    record(values...);
     return result;
 }
 
 const char* text(const CString& value) { return value.GetString(); }
 
 // Operation 0 reads, 1 writes.
-template <class Map>
-int store(Map& map, const typename Map::key_type& key, int operation, CString& value) {
+int store(const FakeHost::Key& key, int operation, CString& value) {
+    FakeHost::Settings& map = fakeHost().settings;
     if (fakeHost().onStore && !fakeHost().onStore(operation)) return 0;
     if (operation == 1) {
         if (fakeHost().refuseWrites) return 0;
@@ -72,7 +65,7 @@ HOST_ENTRY(void, pu_get_peer_data, CString& first, CString& second, CString& thi
 
 HOST_ENTRY(int, UserSettingMWColumns, int operation, CString section, CString& value) {
     record("UserSettingMWColumns", operation, text(section));
-    return store(fakeHost().marketWatchColumns, text(section), operation, value);
+    return store({text(section), FakeHost::sharedColumns}, operation, value);
 }
 
 HOST_ENTRY(void, AddToTabbedLog, const char* line, int first, int second) {
@@ -94,24 +87,23 @@ HOST_ENTRY(void, quoru_add_extra_columns) { record("quoru_add_extra_columns"); }
 HOST_ENTRY(void, MrktWatchGetColumnText, CWnd* parent, void* row, int columnIndex, CString& value) {
     if (fakeHost().marketCell) return fakeHost().marketCell(parent, row, columnIndex, value);
     record("MrktWatchGetColumnText", columnIndex);
-    value = fakeHost().marketText.c_str();
 }
 
 HOST_ENTRY(int, UserSetting, int operation, CString section, CString& value, CString key) {
     record("UserSetting", operation, text(section), text(key));
-    return store(fakeHost().settings, {text(section), text(key)}, operation, value);
+    return store({text(section), text(key)}, operation, value);
 }
 
-HOST_ENTRY(int, quoru_get_app_status) { return answer(fakeHost().appStatus, "quoru_get_app_status"); }
+HOST_ENTRY(int, quoru_get_app_status) { return answer(0, "quoru_get_app_status"); }
 
 HOST_ENTRY(int, pu_get_find_menu_item_in_roles, int menuId) {
-    return answer(fakeHost().roleForbids, "pu_get_find_menu_item_in_roles", menuId);
+    return answer(0, "pu_get_find_menu_item_in_roles", menuId);
 }
 
 HOST_ENTRY(int, IsOptimizedMWUpdate) { return answer(fakeHost().optimizedMarketWatch, "IsOptimizedMWUpdate"); }
 
 HOST_ENTRY(int, pu_RegisterForWindowDisplayAffinity, CWnd*) {
-    return answer(fakeHost().affinityResult, "pu_RegisterForWindowDisplayAffinity");
+    return answer(FakeHost::affinityResult, "pu_RegisterForWindowDisplayAffinity");
 }
 
 HOST_ENTRY(void, pu_GetScreenSharingStatus) { record("pu_GetScreenSharingStatus"); }

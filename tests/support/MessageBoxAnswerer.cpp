@@ -9,8 +9,6 @@ namespace test {
 namespace {
 
 constexpr int textControl = 0xFFFF;
-HHOOK hookHandle = nullptr;
-int watches = 0;
 MessageBoxAnswerer* current = nullptr;
 std::vector<HWND> answered;  // a box may be activated more than once
 
@@ -35,23 +33,18 @@ int anyButton(HWND box) {
 
 }  // namespace
 
-MessageBoxWatch::MessageBoxWatch() {
-    if (watches++ == 0) hookHandle = ::SetWindowsHookExA(WH_CBT, &hook, nullptr, ::GetCurrentThreadId());
-}
+struct MessageBoxHook {
+    static void answer(HWND box);
+    static LRESULT CALLBACK procedure(int code, WPARAM wParam, LPARAM lParam) {
+        const auto window = reinterpret_cast<HWND>(wParam);
+        if (code == HCBT_ACTIVATE && isMessageBox(window) && std::ranges::find(answered, window) == answered.end())
+            answer(window);
+        if (code == HCBT_DESTROYWND) std::erase(answered, window);
+        return ::CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+};
 
-MessageBoxWatch::~MessageBoxWatch() {
-    if (--watches == 0) ::UnhookWindowsHookEx(hookHandle);
-}
-
-LRESULT CALLBACK MessageBoxWatch::hook(int code, WPARAM wParam, LPARAM lParam) {
-    const auto window = reinterpret_cast<HWND>(wParam);
-    if (code == HCBT_ACTIVATE && isMessageBox(window) && std::ranges::find(answered, window) == answered.end())
-        answer(window);
-    if (code == HCBT_DESTROYWND) std::erase(answered, window);
-    return ::CallNextHookEx(hookHandle, code, wParam, lParam);
-}
-
-void MessageBoxWatch::answer(HWND box) {
+void MessageBoxHook::answer(HWND box) {
     answered.push_back(box);
     const MessageBoxSeen seen{textOf(::GetDlgItem(box, textControl)), textOf(box)};
     int button = 0;
@@ -68,9 +61,14 @@ void MessageBoxWatch::answer(HWND box) {
                    reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));
 }
 
+void watchMessageBoxes() {
+    static const HHOOK hook = ::SetWindowsHookExA(WH_CBT, &MessageBoxHook::procedure, nullptr, ::GetCurrentThreadId());
+    static_cast<void>(hook);
+}
+
 MessageBoxAnswerer::MessageBoxAnswerer(std::vector<int> buttons)
     : m_buttons(std::move(buttons)), m_outer(std::exchange(current, this)) {
-    static const MessageBoxWatch watch;  // usable without a fixture
+    watchMessageBoxes();
 }
 
 MessageBoxAnswerer::~MessageBoxAnswerer() { current = m_outer; }

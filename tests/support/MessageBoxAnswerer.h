@@ -30,7 +30,7 @@ public:
     std::vector<std::string> texts() const;
 
 private:
-    friend class MessageBoxWatch;
+    friend struct MessageBoxHook;
     int nextButton();
 
     std::vector<int> m_buttons;
@@ -38,18 +38,7 @@ private:
     MessageBoxAnswerer* m_outer;
 };
 
-// The hook behind it; installed while at least one lives. The fixture holds one.
-class MessageBoxWatch {
-public:
-    MessageBoxWatch();
-    ~MessageBoxWatch();
-    MessageBoxWatch(const MessageBoxWatch&) = delete;
-    MessageBoxWatch& operator=(const MessageBoxWatch&) = delete;
-
-private:
-    friend class MessageBoxAnswerer;
-    static LRESULT CALLBACK hook(int code, WPARAM wParam, LPARAM lParam);
-    static void answer(HWND box);
-};
+// From now on this thread's boxes are seen. The fixture calls it; so does an answerer.
+void watchMessageBoxes();
 
 }  // namespace test

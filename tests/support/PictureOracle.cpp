@@ -99,33 +99,6 @@ std::string color(std::uint32_t pixel) {
     return text;
 }
 
-// ", rows 3 to 4, right of the last column"
-std::string placeInList(HWND list, const RECT& area) {
-    const auto count = static_cast<int>(::SendMessageA(list, LVM_GETITEMCOUNT, 0, 0));
-    int first = -1, last = -1;
-    LONG right = 0;
-    for (auto row = static_cast<int>(::SendMessageA(list, LVM_GETTOPINDEX, 0, 0)); row < count; ++row) {
-        RECT bounds{LVIR_BOUNDS, 0, 0, 0};
-        if (!::SendMessageA(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds)) ||
-            bounds.top >= area.bottom)
-            break;
-        right = bounds.right;
-        if (bounds.bottom <= area.top) continue;
-        if (first == -1) first = row;
-        last = row;
-    }
-    if (first == -1) return ", outside the rows";
-    return ", rows " + std::to_string(first) + " to " + std::to_string(last) +
-           (area.left >= right ? ", right of the last column" : "");
-}
-
-std::string placeInWindow(HWND window, const RECT& area) {
-    RECT client{}, inside{};
-    ::GetClientRect(window, &client);
-    if (!::IntersectRect(&inside, &client, &area)) return ", in the frame";
-    return classOf(window) == WC_LISTVIEWA ? placeInList(window, area) : "";
-}
-
 std::string differenceOf(const WindowShot& shown, const WindowShot& repainted) {
     const std::string name = classOf(shown.window);
     const WindowPicture &before = shown.picture, &after = repainted.picture;
@@ -144,8 +117,8 @@ std::string differenceOf(const WindowShot& shown, const WindowShot& repainted) {
     }
     if (count == 0) return {};
     ::OffsetRect(&area, -shown.clientOrigin.x, -shown.clientOrigin.y);
-    return name + ": " + std::to_string(count) + " pixels differ in " + text(area) + placeInWindow(shown.window, area) +
-           "; the first shows " + color(before.pixels[firstAt]) + ", repainted " + color(after.pixels[firstAt]);
+    return name + ": " + std::to_string(count) + " pixels differ in " + text(area) + "; the first shows " +
+           color(before.pixels[firstAt]) + ", repainted " + color(after.pixels[firstAt]);
 }
 
 void keepPictures(const std::vector<WindowShot>& shown, const std::vector<WindowShot>& repainted) {

@@ -26,7 +26,7 @@ struct WindowShot {
 // painted for it.
 std::vector<WindowShot> takeShots(HWND window);
 
-// Empty if they are equal, pixel by pixel; else which window differs where, with the rows of a list view named.
+// Empty if they are equal, pixel by pixel; else which window differs where.
 std::string difference(const std::vector<WindowShot>& shown, const std::vector<WindowShot>& repainted);
 
 // Paints what is invalid, takes the pictures, invalidates all with frame and children, paints it, takes them again.

@@ -100,6 +100,7 @@ bool pumpFor(const std::function<bool()>& condition, DWORD limit) {
 
 WindowFixture::WindowFixture() : m_frame(nullptr) {
     useOwnDesktop();
+    watchMessageBoxes();
     m_frame = new TestFrame;
     m_frame->Create(nullptr, "Test", WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(20, 20, 820, 620));
     AfxSetMainWnd(m_frame);

@@ -49,7 +49,6 @@ protected:
     }
 
 private:
-    MessageBoxWatch m_watch;
     TestFrame* m_frame;  // deletes itself with its window
 };
 

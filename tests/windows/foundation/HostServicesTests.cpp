@@ -3,8 +3,10 @@
 #include "support/FakeHost.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 using namespace quor::foundation;
+using test::Calls;
 
 namespace {
 
@@ -27,51 +29,38 @@ TEST_F(HostServices, EveryEntryIsFound) {
     block.UserSetting(0, "list", text, "key");
     block.quoru_get_app_status();
     block.pu_get_find_menu_item_in_roles(64169);
-    block.IsOptimizedMWUpdate();
-    block.pu_RegisterForWindowDisplayAffinity(nullptr);
     block.pu_GetScreenSharingStatus();
-    block.pu_GetDefaultScreenSharingStatus(nullptr, 0, 0);
-    block.pu_GetAppdataHashCode(text);
-    block.pu_RemoveWindowFromDispAffinityWindowsMap(nullptr);
-    EXPECT_EQ(host.calls,
-              (std::vector<std::string>{
-                  "pu_get_application_iCon", "pu_get_peer_data", "UserSettingMWColumns 0 MarketWatch",
-                  "AddToTabbedLog line 0 0", "quoru_call_LoadLibrary no such library.dll", "quoru_add_extra_columns",
-                  "MrktWatchGetColumnText 3", "UserSetting 0 list key", "quoru_get_app_status",
-                  "pu_get_find_menu_item_in_roles 64169", "IsOptimizedMWUpdate", "pu_RegisterForWindowDisplayAffinity",
-                  "pu_GetScreenSharingStatus", "pu_GetDefaultScreenSharingStatus 0 0", "pu_GetAppdataHashCode",
-                  "pu_RemoveWindowFromDispAffinityWindowsMap"}));
-    EXPECT_NE(block.FillShadeRect, nullptr);
-}
-
-TEST_F(HostServices, CallsGoOnAsTheyCome) {
     logToHost("a line");
     removeFromDisplayAffinity(nullptr);
-    EXPECT_EQ(host.calls,
-              (std::vector<std::string>{"AddToTabbedLog a line 0 0", "pu_RemoveWindowFromDispAffinityWindowsMap"}));
+    EXPECT_EQ(host.calls.take(),
+              (Calls{"pu_get_application_iCon", "pu_get_peer_data", "UserSettingMWColumns 0 MarketWatch",
+                     "AddToTabbedLog line 0 0", "quoru_call_LoadLibrary no such library.dll", "quoru_add_extra_columns",
+                     "MrktWatchGetColumnText 3", "UserSetting 0 list key", "quoru_get_app_status",
+                     "pu_get_find_menu_item_in_roles 64169", "pu_GetScreenSharingStatus", "AddToTabbedLog a line 0 0",
+                     "pu_RemoveWindowFromDispAffinityWindowsMap"}));
+    EXPECT_NE(block.FillShadeRect, nullptr);
     host.optimizedMarketWatch = 2;
     EXPECT_TRUE(hostRunsOptimizedMarketWatch());
 }
 
 TEST_F(HostServices, DialogsAreRegisteredOnlyWhileSharingIsOffByDefault) {
-    EXPECT_EQ(registerForDisplayAffinity(nullptr), 7);
+    EXPECT_EQ(registerForDisplayAffinity(nullptr), host.affinityResult);
     host.defaultSharingStatus = 0x7F00;  // only the low byte counts
-    EXPECT_EQ(registerForDisplayAffinity(nullptr), 7);
-    EXPECT_EQ(host.count("pu_RegisterForWindowDisplayAffinity"), 2);
+    EXPECT_EQ(registerForDisplayAffinity(nullptr), host.affinityResult);
     host.defaultSharingStatus = 1;
     EXPECT_EQ(registerForDisplayAffinity(nullptr), 1);
-    const WithoutEntry gone(block.pu_GetDefaultScreenSharingStatus);
+    const auto entry = std::exchange(block.pu_GetDefaultScreenSharingStatus, nullptr);
     EXPECT_EQ(registerForDisplayAffinity(nullptr), 1) << "not known to be off";
-    EXPECT_EQ(host.count("pu_RegisterForWindowDisplayAffinity"), 2);
+    block.pu_GetDefaultScreenSharingStatus = entry;
+    EXPECT_EQ(host.calls.count("pu_RegisterForWindowDisplayAffinity"), 2);
 }
 
 TEST_F(HostServices, HashTextIsAskedForWhileItIsEmpty) {
     host.hashText.clear();
     EXPECT_TRUE(appdataHashCode().IsEmpty());
     host.hashText = "hash";
-    EXPECT_EQ(appdataHashCode(), "hash");
-    EXPECT_EQ(appdataHashCode(), "hash");
-    EXPECT_EQ(host.count("pu_GetAppdataHashCode"), 2);
+    for (int time = 0; time < 2; ++time) EXPECT_EQ(appdataHashCode(), "hash");
+    EXPECT_EQ(host.calls.count("pu_GetAppdataHashCode"), 2);
 }
 
 }  // namespace

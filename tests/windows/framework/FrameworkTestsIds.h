@@ -2,6 +2,5 @@
 #pragma once
 
 #define IDD_MODAL 101
-#define IDD_MODELESS 102
-#define IDD_PLACED 103
+#define IDD_PLACED 102
 #define IDC_TEXT 1001

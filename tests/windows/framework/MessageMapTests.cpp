@@ -1,13 +1,19 @@
+// From a message or a command to its handler, and on to whoever else may have one.
 #include "support/CallRecorder.h"
 #include "support/WindowFixture.h"
 
 namespace {
 
+test::CallRecorder calls;
 UINT lateMessage = 0;  // registered only after the map was used
 
 class Receiver : public CWnd {
 public:
-    test::CallRecorder calls;
+    WPARAM timerSeen = 0;
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_TIMER) timerSeen = wParam;
+        return CWnd::DefWindowProc(message, wParam, lParam);
+    }
 
 protected:
     afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint point) {
@@ -21,6 +27,10 @@ protected:
     afx_msg LRESULT OnNcHitTest(CPoint point) { return point.x; }
     afx_msg LRESULT OnUser(WPARAM w, LPARAM l) { return static_cast<LRESULT>(w) + l; }
     afx_msg LRESULT OnLate(WPARAM w, LPARAM) { return static_cast<LRESULT>(w) + 1; }
+    afx_msg void OnTimer(UINT_PTR) {
+        SendMessage(WM_APP);  // an inner message must not replace the outer one
+        CWnd::OnTimer(999);   // default processing gets the original arguments
+    }
     DECLARE_MESSAGE_MAP()
 };
 BEGIN_MESSAGE_MAP(Receiver, CWnd)
@@ -28,28 +38,26 @@ BEGIN_MESSAGE_MAP(Receiver, CWnd)
     ON_WM_VSCROLL()
     ON_WM_CONTEXTMENU()
     ON_WM_NCHITTEST()
+    ON_WM_TIMER()
     ON_MESSAGE(WM_APP + 1, &Receiver::OnUser)
     ON_REGISTERED_MESSAGE(lateMessage, &Receiver::OnLate)
 END_MESSAGE_MAP()
 
-class MessageMap : public test::WindowFixture {
-protected:
-    void make(CWnd& window) {
-        ASSERT_TRUE(window.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 40, 40), &frame(), 9));
-    }
-};
+using MessageMap = test::WindowFixture;
 
 // A registered message may get its number after the map was used.
 TEST_F(MessageMap, ArgumentsAreUnpackedAndResultsComeBack) {
     Receiver window;
-    make(window);
+    ASSERT_TRUE(window.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 40, 40), &frame(), 9));
     window.SendMessage(WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 99));
     window.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window.m_hWnd), MAKELPARAM(-1, -1));
     EXPECT_EQ(window.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, 0xFF88), MAKELPARAM(10, -20)), TRUE);
-    EXPECT_EQ(window.calls.take(), (test::Calls{"vscroll 5 99 0", "menu 1 -1 -1", "wheel 4 -120 10 -20"}));
+    EXPECT_EQ(calls.take(), (test::Calls{"vscroll 5 99 0", "menu 1 -1 -1", "wheel 4 -120 10 -20"}));
     EXPECT_EQ(window.SendMessage(WM_NCHITTEST, 0, MAKELPARAM(-4, 0)), -4);
     EXPECT_EQ(window.SendMessage(WM_APP + 1, 40, 2), 42);
     EXPECT_EQ(window.SendMessage(WM_COMMAND, 999), 0);
+    window.SendMessage(WM_TIMER, 12);
+    EXPECT_EQ(window.timerSeen, 12u);
     const UINT number = ::RegisterWindowMessageA("framework_tests late message");
     lateMessage = 0;
     EXPECT_EQ(window.SendMessage(number, 5), 0);
@@ -57,63 +65,96 @@ TEST_F(MessageMap, ArgumentsAreUnpackedAndResultsComeBack) {
     EXPECT_EQ(window.SendMessage(number, 5), 6);
 }
 
-// Counts what default processing was given.
-class Defaulting : public CWnd {
+// ---- Commands
+
+class TestView : public CView {
+    DECLARE_DYNCREATE(TestView)
 public:
-    WPARAM seen = 0;
-    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_TIMER) seen = wParam;
-        return CWnd::DefWindowProc(message, wParam, lParam);
-    }
+    ~TestView() override { calls.record("view deleted"); }
 
 protected:
-    afx_msg void OnTimer(UINT_PTR) {
-        SendMessage(WM_APP);  // an inner message must not replace the outer one
-        CWnd::OnTimer(999);   // default processing gets the original arguments
-    }
+    void OnDraw(CDC*) override {}
+    afx_msg void OnHere() { calls.record("view command"); }
     DECLARE_MESSAGE_MAP()
 };
-BEGIN_MESSAGE_MAP(Defaulting, CWnd)
-    ON_WM_TIMER()
+IMPLEMENT_DYNCREATE(TestView, CView)
+BEGIN_MESSAGE_MAP(TestView, CView)
+    ON_COMMAND(11, &TestView::OnHere)
 END_MESSAGE_MAP()
 
-TEST_F(MessageMap, DefaultProcessingGetsTheOriginalMessage) {
-    Defaulting window;
-    make(window);
-    window.SendMessage(WM_TIMER, 12);
-    EXPECT_EQ(window.seen, 12u);
-}
-
-// A parent whose button's id has the low word of IDOK.
-class Parent : public CWnd {
+class CommandFrame : public CFrameWnd {
 public:
-    static constexpr UINT kLargeId = 131073;
-    test::CallRecorder calls;
+    static constexpr UINT kLargeId = 131073;  // its low word is that of IDOK
+    BOOL enabled = TRUE;
 
 protected:
+    afx_msg void OnTwo() { calls.record("frame command"); }
+    afx_msg void OnUpdateTwo(CCmdUI* ui) {
+        ui->Enable(enabled);
+        ui->SetCheck(1);
+        ui->SetText("Two!");
+    }
     afx_msg void OnLargeClick() { calls.record("large click"); }
-    afx_msg void OnOk() { calls.record("ok"); }
-    afx_msg void OnNotify1(NMHDR* header, LRESULT* result) {
+    afx_msg void OnLargeNotify(NMHDR* header, LRESULT* result) {
         calls.record("notify", header->idFrom);
         *result = 22;
     }
     DECLARE_MESSAGE_MAP()
 };
-BEGIN_MESSAGE_MAP(Parent, CWnd)
-    ON_BN_CLICKED(IDOK, &Parent::OnOk)
-    ON_BN_CLICKED(kLargeId, &Parent::OnLargeClick)
-    ON_NOTIFY(NM_CLICK, kLargeId, &Parent::OnNotify1)
+BEGIN_MESSAGE_MAP(CommandFrame, CFrameWnd)
+    ON_COMMAND(11, &CommandFrame::OnTwo)
+    ON_COMMAND(12, &CommandFrame::OnTwo)
+    ON_UPDATE_COMMAND_UI(12, &CommandFrame::OnUpdateTwo)
+    ON_BN_CLICKED(IDOK, &CommandFrame::OnTwo)
+    ON_BN_CLICKED(kLargeId, &CommandFrame::OnLargeClick)
+    ON_NOTIFY(NM_CLICK, kLargeId, &CommandFrame::OnLargeNotify)
 END_MESSAGE_MAP()
 
-TEST_F(MessageMap, ControlIdsAreComparedWhole) {
-    Parent parent;
+class CommandApp : public CWinApp {
+protected:
+    afx_msg void OnThree() { calls.record("app command"); }
+    DECLARE_MESSAGE_MAP()
+};
+BEGIN_MESSAGE_MAP(CommandApp, CWinApp)
+    ON_COMMAND(13, &CommandApp::OnThree)
+END_MESSAGE_MAP()
+
+TEST_F(MessageMap, CommandsAndMenusGoToViewFrameAndApplicationByTheWholeId) {
+    CommandApp app;
+    auto* const window = new CommandFrame;
+    CCreateContext context;
+    context.m_pNewViewClass = RUNTIME_CLASS(TestView);
+    ASSERT_TRUE(
+        window->Create(nullptr, "frame", WS_OVERLAPPEDWINDOW, CRect(0, 0, 400, 300), nullptr, nullptr, 0, &context));
+    window->InitialUpdateFrame();
+    ASSERT_NE(window->GetActiveView(), nullptr);
+    for (const UINT id : {11u, 12u, 13u, 14u}) window->SendMessage(WM_COMMAND, id);
+    EXPECT_EQ(calls.take(), (test::Calls{"view command", "frame command", "app command"}));
+
     CButton button;
-    make(parent);
-    ASSERT_TRUE(button.Create("b", WS_CHILD | WS_VISIBLE, CRect(0, 0, 60, 20), &parent, Parent::kLargeId));
+    ASSERT_TRUE(button.Create("b", WS_CHILD | WS_VISIBLE, CRect(0, 0, 60, 20), window, CommandFrame::kLargeId));
     button.SendMessage(BM_CLICK);
-    NMHDR header{button, Parent::kLargeId, static_cast<UINT>(NM_CLICK)};
-    EXPECT_EQ(parent.SendMessage(WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header)), 22);
-    EXPECT_EQ(parent.calls.take(), (test::Calls{"large click", "notify 131073"}));
+    NMHDR header{button, CommandFrame::kLargeId, static_cast<UINT>(NM_CLICK)};
+    EXPECT_EQ(window->SendMessage(WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header)), 22);
+    EXPECT_EQ(calls.take(), (test::Calls{"large click", "notify 131073"}));
+
+    CMenu menu;
+    menu.CreatePopupMenu();
+    for (const UINT id : {11u, 12u, 14u}) menu.AppendMenu(MF_STRING, id, "item");
+    window->SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu.m_hMenu), MAKELPARAM(0, FALSE));
+    const auto state = [&](UINT id) { return ::GetMenuState(menu, id, MF_BYCOMMAND); };
+    EXPECT_EQ(state(11) & MF_GRAYED, 0u);
+    EXPECT_EQ(state(12) & (MF_GRAYED | MF_CHECKED), static_cast<UINT>(MF_CHECKED));
+    EXPECT_NE(state(14) & MF_GRAYED, 0u);  // nobody handles it
+    CString text;
+    menu.GetMenuString(12, text, MF_BYCOMMAND);
+    EXPECT_EQ(text, "Two!");
+
+    window->enabled = FALSE;  // a disabled command does not run by its key either
+    window->SendMessage(WM_COMMAND, MAKEWPARAM(12, 1));
+    EXPECT_EQ(calls.take(), test::Calls{});
+    window->DestroyWindow();
+    EXPECT_EQ(calls.take(), test::Calls{"view deleted"});
 }
 
 }  // namespace

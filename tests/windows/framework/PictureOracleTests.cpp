@@ -25,29 +25,27 @@ struct PictureOracle : test::WindowFixture {
     CListCtrl list;
 };
 
-TEST_F(PictureOracle, TellsTheWindowAndTheRowOfAWrongPixel) {
+TEST_F(PictureOracle, TellsTheWindowAndPlaceOfAWrongPixel) {
     EXPECT_EQ(test::stalePixels(list), "");
     CRect row, window;
     list.GetItemRect(2, row, LVIR_BOUNDS);
     list.GetWindowRect(&window);
     const struct {
-        const char* name;
-        CWnd* window;
+        CWnd& window;
         CPoint at;
-        const char* told;
+        std::string told;
     } cases[] = {
-        {"a row", &list, {row.left + 5, row.top + 5}, "SysListView32: 1 pixels differ in (4,"},
-        {"its number", &list, {row.left + 5, row.top + 5}, ", rows 2 to 2;"},
-        {"beside it", &list, {row.right + 20, row.top + 5}, ", rows 2 to 2, right of the last column;"},
-        {"the scroll bar", &list, {window.Width() - 5, 50}, ", in the frame;"},
-        {"the frame", &list, {0, 50}, "(-1,49)-(0,50), in the frame;"},
-        {"the header", list.GetHeaderCtrl(), {50, 5}, "SysHeader32: 1 pixels differ in (50,5)-(51,6);"},
+        {list, {row.left + 5, row.top + 5}, "SysListView32: 1 pixels differ in (4," + std::to_string(row.top + 4)},
+        {list, {row.right + 20, row.top + 5}, "(" + std::to_string(row.right + 19) + ","},
+        {list, {window.Width() - 5, 50}, "(" + std::to_string(window.Width() - 6) + ",49)"},
+        {list, {0, 50}, "(-1,49)-(0,50)"},
+        {*list.GetHeaderCtrl(), {50, 5}, "SysHeader32: 1 pixels differ in (50,5)-(51,6);"},
     };
     for (const auto& spoilt : cases) {
-        spoil(*spoilt.window, spoilt.at);
-        EXPECT_NE(test::stalePixels(list).find(spoilt.told), std::string::npos)
-            << spoilt.name << ": " << (spoil(*spoilt.window, spoilt.at), test::stalePixels(list));
-        EXPECT_EQ(test::stalePixels(list), "") << spoilt.name << ", repainted";
+        spoil(spoilt.window, spoilt.at);
+        const std::string told = test::stalePixels(list);
+        EXPECT_NE(told.find(spoilt.told), std::string::npos) << told << " is not " << spoilt.told;
+        EXPECT_EQ(test::stalePixels(list), "") << spoilt.told << ", repainted";
     }
 }
 

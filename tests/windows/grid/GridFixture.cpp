@@ -68,21 +68,21 @@ void GridFixture::giveWindow(CFilterListCtrl& grid, CRect rect, DWORD style) {
         grid.Create(style, rect, &owner, kGridId);
         return;
     }
-    grid.SubclassWindow(::CreateWindowExA(0, WC_LISTVIEWA, "", style, rect.left, rect.top, rect.Width(), rect.Height(),
-                                          owner, reinterpret_cast<HMENU>(INT_PTR{kGridId}), nullptr, nullptr));
+    const HWND control = ::CreateWindowExA(0, WC_LISTVIEWA, "", style, rect.left, rect.top, rect.Width(), rect.Height(),
+                                           owner, reinterpret_cast<HMENU>(INT_PTR{kGridId}), nullptr, nullptr);
+    if (onControl) onControl(control);
+    grid.SubclassWindow(control);
 }
 
-void GridFixture::createOpti(CFilterListCtrl& grid, bool reverse) {
-    create(grid);
+void GridFixture::createClassic(CFilterListCtrl& grid, bool reverse, std::vector<Column> columns) {
+    create(grid, std::move(columns));
     grid.SetUseFilter(TRUE);
     grid.SetReverseDisplay(reverse);
+}
+
+void GridFixture::createOpti(CFilterListCtrl& grid, bool reverse, std::vector<Column> columns) {
+    createClassic(grid, reverse, std::move(columns));
     grid.SetOptiDataMode(true);
-}
-
-void GridFixture::createClassic(CFilterListCtrl& grid, bool reverse) {
-    create(grid);
-    grid.SetUseFilter(TRUE);
-    grid.SetReverseDisplay(reverse);
 }
 
 void GridFixture::fill(CFilterListCtrl& grid, const std::string& picture) {

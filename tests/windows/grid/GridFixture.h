@@ -77,18 +77,17 @@ protected:
     // Gives the grid a window, columns and a text callback. No mode yet.
     void create(CFilterListCtrl& grid, std::vector<Column> columns = {{"name"}}, CRect rect = CRect(0, 0, 300, 200),
                 DWORD style = kGridStyle);
-    void createOpti(CFilterListCtrl& grid, bool reverse = false);
-    void createClassic(CFilterListCtrl& grid, bool reverse = false);
+    void createClassic(CFilterListCtrl& grid, bool reverse = false, std::vector<Column> columns = {{"name"}});
+    void createOpti(CFilterListCtrl& grid, bool reverse = false, std::vector<Column> columns = {{"name"}});
 
     // Adds rows by one-letter names and closes the batch; "*" and "!" select and focus the row before.
     void fill(CFilterListCtrl& grid, const std::string& picture);
     static std::string picture(CFilterListCtrl& grid);
     Row* row(const std::string& name);
-    // The row dies here and now.
-    void freeRow(const std::string& name) { m_rows.erase(name); }
 
     Owner owner;
     test::Road road = test::Road::created;
+    std::function<void(HWND)> onControl;  // before a grid takes a control over
 
 private:
     void giveWindow(CFilterListCtrl& grid, CRect rect, DWORD style);

@@ -3,7 +3,6 @@
 #include "core/grid/GridMix.h"
 #include "quor/list/ListCommands.h"
 #include "quor/resource/resource.h"
-#include "support/Input.h"
 #include "windows/grid/GridFixture.h"
 
 namespace grid_tests {

@@ -3,20 +3,17 @@
 // twice, and the rows in view are those of one moment.
 //   QUOR_PICTURE_STEPS  steps of all mixes together (2,000 by default), QUOR_GRABS likewise for the grabs
 #include "quor/foundation/TimerIds.h"
-#include "support/PictureOracle.h"
-#include "tests/support/Rounds.h"
 #include "windows/grid/GridFixture.h"
+#include "windows/list/PictureMix.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <random>
 
 namespace grid_tests {
 namespace {
 
 constexpr int kMostRows = 60;
-constexpr DWORD kPaintedGrid = kGridStyle | LVS_OWNERDRAWFIXED;
 constexpr int kConfigurations = 16;
+constexpr DWORD kPaintedGrid = (kGridStyle | LVS_OWNERDRAWFIXED) & ~static_cast<DWORD>(LVS_NOSORTHEADER);
 
 // Tells when it is about to paint.
 class PaintedGrid : public CFilterListCtrl {
@@ -33,166 +30,93 @@ protected:
 // Bit 0: reverse display, 1: filter bar, 2: classic mode, 3: the control is there before the grid.
 class GridPictures : public GridFixture, public ::testing::WithParamInterface<int> {
 protected:
+    void SetUp() override {
+        if (GetParam() & 8) road = test::Road::subclassed;
+        create(m_grid, {{"name", 90}, {"value", 70}, {"more", 60}, {"most"}}, CRect(0, 0, 320, 240), kPaintedGrid);
+        m_grid.SetUseFilter(TRUE);
+        m_grid.SetReverseDisplay((GetParam() & 1) != 0);
+        m_grid.m_bLockSortEnabled = TRUE;
+        if (GetParam() & 2) m_grid.PutListFilter();
+        m_grid.SetOptiDataMode(!m_classic);
+        ::SetFocus(frame().m_hWnd);
+    }
     void TearDown() override {
         m_grid.DestroyWindow();
         GridFixture::TearDown();
     }
 
-    void begin() {
-        m_random.seed(static_cast<unsigned>(GetParam()) + 1);
-        if (GetParam() & 8) road = test::Road::subclassed;
-        create(m_grid, {{"name", 90}, {"value", 70}, {"more", 60}}, CRect(0, 0, 320, 240), kPaintedGrid);
-        m_grid.SetUseFilter(TRUE);
-        m_grid.SetReverseDisplay((GetParam() & 1) != 0);
-        m_grid.m_bLockSortEnabled = TRUE;
-        if (GetParam() & 2) m_grid.PutListFilter();
-        m_classic = (GetParam() & 4) != 0;
-        if (!m_classic) m_grid.SetOptiDataMode(true);
-        ::SetFocus(frame().m_hWnd);
-    }
+    const bool m_classic = (GetParam() & 4) != 0;
+    PaintedGrid m_grid;
+    list_tests::PictureMix m_mix{m_grid,
+                                 {.insert = [this](int) { add(1); },
+                                  .change = [this](int visual) { change(visual); },
+                                  .remove = [this](int visual) { m_grid.DeleteItem(visual); },
+                                  .clear = [this] { m_grid.DeleteAllItems(); },
+                                  .settle = [this] { return settle(); }},
+                                 static_cast<unsigned>(GetParam()) + 1,
+                                 {{60, "add 20", false, [this] { add(20); }},
+                                  {60, "delete 15", true, [this] { removeMany(15); }},
+                                  {60, "filter", false, [this] { filter(); }},
+                                  {60, "sort by the program", false, [this] { sort(); }}}};
 
-    void step() {
-        switch (pick(20)) {
-            case 0:
-            case 1:
-            case 2:
-            case 3:
-                return add(1 + pick(4));
-            case 4:
-            case 5:
-                return remove(1 + pick(3));
-            case 6:
-            case 7:
-            case 8:
-                return change();
-            case 9:
-                return select();
-            case 10:
-                return press();
-            case 11:
-            case 12:
-                return scroll();
-            case 13:
-                return filter();
-            case 14:
-                return click();
-            case 15:
-                return pick(6) == 0 ? empty() : change();
-            case 16:
-                return resize();
-            case 17:
-                return add(20);
-            case 18:
-                return remove(15);
-            default:
-                m_grid.GetFocus() == &m_grid ? ::SetFocus(frame().m_hWnd) : ::SetFocus(m_grid.m_hWnd);
-        }
-    }
-
+private:
     // What the grid owes by its own rules before anybody may look.
-    void payDebts() {
+    std::string settle() {
         processEndofBatchUpdates();
         if (m_grid.KillTimer(kFlushTimer)) m_grid.SendMessage(WM_TIMER, kFlushTimer);
         if (m_grid.KillTimer(kRepaintTimer)) m_grid.SendMessage(WM_TIMER, kRepaintTimer);
         m_grid.UpdateWindow();
-    }
-
-    int lastRowOfScrollBar() {
         int first = 0, last = 0;
         ::GetScrollRange(m_grid.m_hWnd, SB_VERT, &first, &last);
-        return last;
+        return last == std::max(m_grid.GetDisplayCount() - 1, 0) ? ""
+                                                                 : "the scroll bar ends at " + std::to_string(last);
     }
-    int pick(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
-    void select() {
-        const int count = static_cast<int>(m_grid.SendMessage(LVM_GETITEMCOUNT));
-        if (count > 0) m_grid.SetItemState(pick(count), static_cast<UINT>(pick(4)), 3);
-    }
-    PaintedGrid m_grid;
-    bool m_classic = false;
-    std::vector<std::string> m_names;
-
-private:
     void add(int many) {
-        for (; many > 0 && m_names.size() < kMostRows; --many) {
-            m_names.push_back("r" + std::to_string(m_last++));
-            Row* const added = row(m_names.back());
-            added->cells[1] = std::to_string(pick(100));
+        for (; many > 0 && m_grid.GetItemCount() < kMostRows; --many) {
+            Row* const added = row("r" + std::to_string(m_last++));
+            added->cells[1] = std::to_string(m_mix.pick(100));
             added->background = static_cast<COLORREF>(0x400000 + m_last);
             if (m_classic) {
                 m_grid.InsertItem(0, "");
                 m_grid.SetItemData(0, dataOf(added));
             } else {
-                m_grid.AddRow(added, pick(3) == 0);
+                m_grid.AddRow(added, m_mix.pick(3) == 0);
             }
         }
     }
-    void remove(int many) {
-        for (; many > 0 && !m_names.empty(); --many) {
-            const auto at = m_names.begin() + pick(static_cast<int>(m_names.size()));
-            if (m_classic) {
-                const int mapIndex = mapIndexOf(row(*at));
-                m_grid.DeleteMapItem(mapIndex);
-                m_grid.InvalidateRect(nullptr);  // a hidden row that goes is the caller's to repaint
+    void removeMany(int many) {
+        for (; many > 0 && m_grid.GetDisplayCount() > 0; --many) {
+            const int visual = m_mix.pick(m_grid.GetDisplayCount());
+            const DWORD_PTR data = m_grid.GetItemData(visual);
+            if (m_classic || data == 0) {
+                m_grid.DeleteItem(visual);
             } else {
-                m_grid.DeleteRow(row(*at), pick(3) == 0);
+                m_grid.DeleteRow(rowOf(data), true);
             }
-            freeRow(*at);
-            m_names.erase(at);
         }
     }
-    void change() {
-        if (m_names.empty()) return;
-        Row* const changed = row(m_names[static_cast<std::size_t>(pick(static_cast<int>(m_names.size())))]);
-        changed->cells[1] = std::to_string(pick(100));
-        if (m_classic) {
-            m_grid.RepaintMapItem(mapIndexOf(changed));
-        } else {
-            m_grid.UpdateRow(changed);
-        }
+    void change(int visual) {
+        const DWORD_PTR data = m_grid.GetItemData(visual);
+        if (data != 0) rowOf(data)->cells[1] = std::to_string(m_mix.pick(100));
+        m_grid.RepaintDisplayItem(visual);
     }
-    int mapIndexOf(Row* wanted) {
-        for (int mapIndex = 0; mapIndex < m_grid.GetItemCount(); ++mapIndex)
-            if (m_grid.GetMapItemData(static_cast<unsigned long long>(mapIndex)) == dataOf(wanted)) return mapIndex;
-        return -1;
-    }
-    void press() {
-        static constexpr WPARAM keys[] = {VK_DOWN, VK_UP, VK_HOME, VK_END, VK_NEXT, VK_PRIOR};
-        m_grid.SendMessage(WM_KEYDOWN, keys[pick(6)]);
-    }
-    void scroll() { m_grid.Scroll(CSize((pick(3) - 1) * 20, (pick(41) - 20) * 10)); }
     void filter() {
         static const char* const texts[] = {"", "", "1", ">50", "<30", "*7", "x"};
-        CString text = texts[pick(7)];
+        CString text = texts[m_mix.pick(7)];
         m_grid.SetMapColumnFilter(1, text, 0);
         m_grid.PopulateList();
         ::SetFocus(frame().m_hWnd);
     }
-    void click() {
-        if (pick(4) == 0 && m_grid.m_bSorted) m_grid.m_bSortLocked = !m_grid.m_bSortLocked;
-        m_grid.SortOn(pick(2), 1);
+    void sort() {
+        if (m_mix.pick(4) == 0 && m_grid.m_bSorted) m_grid.m_bSortLocked = !m_grid.m_bSortLocked;
+        m_grid.SortOn(m_mix.pick(2), 1);
     }
-    void empty() {
-        if (m_names.empty()) return;
-        m_grid.DeleteAllItems();
-        for (const std::string& name : m_names) freeRow(name);
-        m_names.clear();
-    }
-    void resize() { m_grid.SetWindowPos(nullptr, 0, 0, 260 + pick(80), 160 + pick(100), SWP_NOMOVE | SWP_NOZORDER); }
 
-    std::mt19937 m_random;
     int m_last = 0;
 };
 
 TEST_P(GridPictures, AreThoseOfAFullRepaint) {
-    begin();
-    const long steps = test::fromEnvironment("QUOR_PICTURE_STEPS", 2000) / kConfigurations;
-    for (int i = 0; i < steps; ++i) {
-        step();
-        payDebts();
-        ASSERT_EQ(test::stalePixels(m_grid.m_hWnd), "") << "configuration " << GetParam() << ", step " << i;
-        ASSERT_EQ(lastRowOfScrollBar(), std::max(m_grid.GetDisplayCount() - 1, 0))
-            << "configuration " << GetParam() << ", step " << i;
-    }
+    EXPECT_EQ(m_mix.run(test::fromEnvironment("QUOR_PICTURE_STEPS", 2000) / kConfigurations), "");
 }
 
 // The ground of each row has a colour of its own, so that a picture tells which row stands where.
@@ -216,7 +140,7 @@ protected:
         if (!quorCaptureClientArea(m_grid.m_hWnd, picture)) return page;
         for (int visual = m_grid.GetTopIndex(); visual < count; ++visual) {
             m_grid.GetItemRect(visual, &item, LVIR_BOUNDS);
-            const int y = item.top + 2, x = std::max<int>(item.left, 0) + 1;
+            const int y = item.top, x = std::max<int>(item.left, 0);  // above every text
             if (y >= picture.height || x >= picture.width || x >= item.right) break;
             const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(y * picture.width + x)];
             const int color = static_cast<int>(RGB(pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255));
@@ -256,18 +180,17 @@ private:
 };
 
 TEST_P(GridGrabs, ShowTheRowsOfOneMoment) {
-    begin();
     m_grid.NoSelectionPaint = true;
     m_grid.onPaint = [this] { remember(); };
     remember();
     const long grabs = test::fromEnvironment("QUOR_GRABS", 2000) / kConfigurations;
     for (int i = 0; i < grabs; ++i) {
-        step();
-        if (pick(3) == 0) processEndofBatchUpdates();
-        if (pick(4) == 0) m_grid.SendMessage(WM_TIMER, kFlushTimer);
-        if (pick(2) == 0) select();
+        const char* const step = m_mix.step();
+        if (m_mix.pick(3) == 0) processEndofBatchUpdates();
+        if (m_mix.pick(4) == 0) m_grid.SendMessage(WM_TIMER, kFlushTimer);
+        if (m_mix.pick(2) == 0 && m_grid.CListCtrl::GetItemCount() != 0) m_mix.changeState();
         m_grid.UpdateWindow();
-        ASSERT_EQ(compare(), "") << "configuration " << GetParam() << ", grab " << i;
+        ASSERT_EQ(compare(), "") << "configuration " << GetParam() << ", grab " << i << ", " << step;
     }
 }
 

@@ -27,19 +27,12 @@ class Traffic : public GridFixture {
 protected:
     void SetUp() override {
         Spy::current = &spy;
-        const HWND list = ::CreateWindowExA(0, WC_LISTVIEWA, "", kGridStyle, 0, 0, 300, 200, owner,
-                                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(kGridId)), nullptr, nullptr);
-        spy.below = reinterpret_cast<WNDPROC>(
-            ::SetWindowLongPtrA(list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Spy::procedure)));
-        sQuorColInfo column;
-        setColumnName(column, "name");
-        column.iWidth = 60;
-        grid.m_arrColumns.Add(column);
-        grid.SubclassWindow(list);
-        grid.InsertColumnsForList(nullptr);
-        grid.InitColumnTextRtn(memberCallback());
-        grid.SetUseFilter(TRUE);
-        grid.SetOptiDataMode(true);
+        road = test::Road::subclassed;
+        onControl = [this](HWND list) {
+            spy.below = reinterpret_cast<WNDPROC>(
+                ::SetWindowLongPtrA(list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Spy::procedure)));
+        };
+        createOpti(grid);
         fill(grid, "abcdefghijklmnopqrstuvwxyz");
         pumpUntilIdle();
         grid.UpdateRow(row("a"));  // reads the layout anew

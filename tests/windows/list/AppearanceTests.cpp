@@ -146,7 +146,7 @@ struct Pictures : ListFixture, ::testing::WithParamInterface<unsigned> {
 TEST_P(Pictures, AreThoseOfAFullRepaint) {
     const auto onInsert = [this](int row) { insert(row); };
     const auto onChange = [this](int row) { list.SetItemText(row, texts % 4, text()); };
-    EXPECT_EQ(PictureMix(list, onInsert, onChange, GetParam()).run(), "");
+    EXPECT_EQ(PictureMix(list, {.insert = onInsert, .change = onChange}, GetParam()).run(), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(, Pictures, ::testing::Range(0u, 4u));

@@ -4,7 +4,6 @@
 
 #include "quor/list/CommonListCtrl.h"
 #include "support/CallRecorder.h"
-#include "support/DialogTemplate.h"
 #include "support/FakeHost.h"
 #include "support/Road.h"
 #include "support/WindowFixture.h"
@@ -24,8 +23,13 @@ inline const CRect kListRect(10, 10, 410, 210);
 class Owner : public CBCGPDialog {
 public:
     void create(CWnd& parent) {
-        const test::DialogTemplate dialog("", WS_CHILD | WS_VISIBLE, {300, 300});
-        EXPECT_TRUE(CreateIndirect(dialog.get(), &parent));
+        struct {
+            DLGTEMPLATE dialog;
+            WORD noMenu, noClass, noTitle;
+        } empty{};
+        empty.dialog.style = WS_CHILD | WS_VISIBLE;
+        empty.dialog.cx = empty.dialog.cy = 300;
+        EXPECT_TRUE(CreateIndirect(&empty.dialog, &parent));
         SetWindowText("Banks");
     }
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <numeric>
 #include <random>
 #include <string>
@@ -41,36 +42,58 @@ inline void paintRow(CCommonListCtrl& list, const DRAWITEMSTRUCT& item) {
     }
 }
 
+// What the owner of the rows does.
+struct RowOwner {
+    using OnRow = std::function<void(int row)>;
+    OnRow insert;
+    OnRow change;                              // changes the texts of one and has it repainted as owners do
+    OnRow remove = {};                         // without it the list is told to
+    std::function<void()> clear = {};          // likewise
+    std::function<std::string()> settle = {};  // brings about what is owed before a look; a fault, or empty
+};
+
 class PictureMix {
 public:
-    // What the owner of the rows does: inserts one; changes the texts of one and has it repainted as owners do.
-    using OnRow = std::function<void(int row)>;
+    struct Step {
+        int weight;
+        const char* name;
+        bool onRow;  // without rows one is inserted in its place
+        std::function<void()> run;
+    };
 
-    PictureMix(CCommonListCtrl& list, OnRow insert, OnRow change, unsigned seed)
-        : m_list(list), m_insert(std::move(insert)), m_change(std::move(change)), m_seed(seed), m_random(seed) {
-        m_list.GetWindowRect(&m_area);
-        m_list.GetParent()->ScreenToClient(&m_area);
+    PictureMix(CCommonListCtrl& list, RowOwner owner, unsigned seed, std::vector<Step> more = {})
+        : m_list(list), m_owner(std::move(owner)), m_seed(seed), m_random(seed) {
+        if (!m_owner.remove) m_owner.remove = [this](int row) { m_list.DeleteItem(row); };
+        if (!m_owner.clear) m_owner.clear = [this] { m_list.DeleteAllItems(); };
+        std::ranges::move(more, std::back_inserter(m_steps));
+        for (const Step& step : m_steps) m_allWeights += step.weight;
     }
 
-    // Runs the number of steps in QUOR_PICTURE_STEPS, 500 if that is not set. Empty, or the first step after which the
-    // picture was stale: its seed, its name and what differed.
-    std::string run() {
-        const long steps = test::fromEnvironment("QUOR_PICTURE_STEPS", 500);
+    // Empty, or the first step after which the picture was stale: its seed, its name and what differed.
+    std::string run(long steps = test::fromEnvironment("QUOR_PICTURE_STEPS", 500)) {
         for (long i = 0; i < steps; ++i) {
-            const Step* step = m_steps.data();
-            for (int left = pick(kAllWeights) - step->weight; left >= 0; left -= step->weight) ++step;
-            if (step->onRow && m_list.GetItemCount() == 0) step = m_steps.data();
-            step->run();
+            const char* const name = step();
             test::pumpUntilIdle();
-            const std::string fault = test::stalePixels(m_list);
+            std::string fault = m_owner.settle ? m_owner.settle() : "";
+            if (fault.empty()) fault = test::stalePixels(m_list);
             if (fault.empty()) continue;
-            return "seed " + std::to_string(m_seed) + ", step " + std::to_string(i) + ", " + step->name + ": " + fault;
+            return "seed " + std::to_string(m_seed) + ", step " + std::to_string(i) + ", " + name + ": " + fault;
         }
         return {};
     }
 
-private:
+    // The name of the one that was taken.
+    const char* step() {
+        const Step* step = m_steps.data();
+        for (int left = pick(m_allWeights) - step->weight; left >= 0; left -= step->weight) ++step;
+        if (step->onRow && m_list.GetItemCount() == 0) step = m_steps.data();
+        step->run();
+        return step->name;
+    }
     int pick(int below) { return std::uniform_int_distribution<int>(0, below - 1)(m_random); }
+    void changeState() { m_list.SetItemState(row(), static_cast<UINT>(pick(4)), kStates); }
+
+private:
     int upTo(int most) { return pick(2 * most + 1) - most; }
     int row() { return pick(m_list.GetItemCount()); }
     CHeaderCtrl& header() { return *m_list.GetHeaderCtrl(); }
@@ -120,38 +143,36 @@ private:
         m_list.LoadHeaders(&columns, &widths);
     }
     void resize() {
+        if (m_area.IsRectNull()) {
+            m_list.GetWindowRect(&m_area);
+            m_list.GetParent()->ScreenToClient(&m_area);
+        }
         CRect area = m_area;
         area.right -= pick(area.Width() / 2);
         area.bottom -= pick(area.Height() / 2);
         m_list.MoveWindow(area);
     }
 
-    struct Step {
-        int weight;
-        const char* name;
-        bool onRow;  // without rows one is inserted in its place
-        std::function<void()> run;
-    };
-    static constexpr int kAllWeights = 480;
     static constexpr UINT kStates = LVIS_SELECTED | LVIS_FOCUSED;
 
     CCommonListCtrl& m_list;
-    OnRow m_insert, m_change;
+    RowOwner m_owner;
     unsigned m_seed;
     std::mt19937 m_random;
     CRect m_area;
-    const std::vector<Step> m_steps = {
-        {45, "insert", false, [this] { m_insert(pick(m_list.GetItemCount() + 1)); }},
-        {30, "delete", true, [this] { m_list.DeleteItem(row()); }},
-        {14, "delete the last", true, [this] { m_list.DeleteItem(m_list.GetItemCount() - 1); }},
-        {1, "delete all", true, [this] { m_list.DeleteAllItems(); }},
-        {30, "change", true, [this] { m_change(row()); }},
+    int m_allWeights = 0;
+    std::vector<Step> m_steps = {
+        {45, "insert", false, [this] { m_owner.insert(pick(m_list.GetItemCount() + 1)); }},
+        {30, "delete", true, [this] { m_owner.remove(row()); }},
+        {14, "delete the last", true, [this] { m_owner.remove(m_list.GetItemCount() - 1); }},
+        {1, "delete all", true, [this] { m_owner.clear(); }},
+        {30, "change", true, [this] { m_owner.change(row()); }},
         {24, "key", true, [this] { key(); }},
         {12, "focus", true, [this] { m_list.SetFocus(); }},
         {12, "focus elsewhere", true, [this] { m_list.GetTopLevelParent()->SetFocus(); }},
         {12, "select all", true, [this] { m_list.SetItemState(-1, LVIS_SELECTED, LVIS_SELECTED); }},
         {12, "select none", true, [this] { m_list.SetItemState(-1, 0, LVIS_SELECTED); }},
-        {47, "state of a row", true, [this] { m_list.SetItemState(row(), static_cast<UINT>(pick(4)), kStates); }},
+        {47, "state of a row", true, [this] { changeState(); }},
         {27, "scroll to a row", true, [this] { m_list.EnsureVisible(row(), FALSE); }},
         {27, "scroll", true,
          [this] {

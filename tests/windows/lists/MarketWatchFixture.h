@@ -99,7 +99,7 @@ struct MarketWatch : list_tests::ListFixture {
         list->SetItemData(item, reinterpret_cast<DWORD_PTR>(&row));
     }
     // The user columns that all watches share.
-    static std::string& userColumns() { return fakeHost().marketWatchColumns["MarketWatch"]; }
+    static std::string& userColumns() { return fakeHost().settings[{"MarketWatch", FakeHost::sharedColumns}]; }
 
     std::deque<HostRow> rows;
     std::unique_ptr<CountingWatch> list;

@@ -43,30 +43,6 @@ TEST_F(MarketWatch, CellsComeFromTheHostByColumnIndex) {
     EXPECT_EQ(CMrktWatchListCtrl::g_pLastMarketWatch, nullptr);
 }
 
-TEST_F(MarketWatch, ColumnsSurviveARestartWithTheUsersDrag) {
-    userColumns() = kTwice + "\xA7" + user("5", "no", "1");
-    open();
-    EXPECT_EQ(header(*list), "c0:60 c1:60 c2:60 c3:60 Twice:80");
-    EXPECT_EQ(iMrktInfoColCount, 112);
-    int order[] = {4, 1, 0, 2, 3};
-    list->GetHeaderCtrl()->SetOrderArray(5, order);
-    list->SetColumnWidth(2, 44);
-    close();
-    const auto& stored = fakeHost().settings[{"MarketWatchNew_Banks", "COLUMNPROFILE"}];
-    EXPECT_EQ(stored.substr(0, 31), "0,2,60,1,1,60,2,3,44,3,4,60,4,-");
-    EXPECT_EQ(stored.substr(stored.size() - 9), ",112,0,80");
-    EXPECT_EQ(userColumns(), kTwice);
-    EXPECT_EQ((fakeHost().settings[{"MarketWatchNew_Banks", "GridLine"}]), "false");
-    open();
-    EXPECT_EQ(header(*list), "Twice:80 c1:60 c0:60 c2:44 c3:60");
-    EXPECT_EQ(iMrktInfoColCount, 112) << "the second watch only reads";
-    addRow("A", 10.5);
-    EXPECT_EQ(list->GetItemText(0, 0), "21.00");
-    CString tip;
-    list->m_ToolTip.GetText(tip, list->GetHeaderCtrl(), 1);
-    EXPECT_EQ(tip, " \"c1\" * 2") << "the header explains it by headings";
-}
-
 TEST_F(MarketWatch, WhatAFormulaAnswers) {
     const struct {
         const char* formula;
@@ -119,7 +95,8 @@ TEST_F(MarketWatch, ColumnsAreAddedOneByOne) {
 
 // What one window reads of the store is what all have; a number that nobody has makes no column.
 TEST_F(MarketWatch, NumbersThatTheStoreLeavesOutAreNoColumns) {
-    userColumns() = user("114", "Twice", " 7");
+    const std::string column = user("114", "Twice", " 7");
+    userColumns() = column + "\xA7" + user("5", "no", "1");
     for (int round = 0; round < 2; ++round) {
         startProcess();
         open();
@@ -128,8 +105,11 @@ TEST_F(MarketWatch, NumbersThatTheStoreLeavesOutAreNoColumns) {
         EXPECT_EQ(list->m_arrWidth.GetCount(), 115);
         EXPECT_EQ(list->GetOriginalColumnPosition(4), 114);
         EXPECT_EQ(iMrktInfoColCount, 114);
+        CString tip;
+        list->m_ToolTip.GetText(tip, list->GetHeaderCtrl(), 5);
+        EXPECT_EQ(tip, " \"c1\" * 2") << "the header explains it by headings";
         close();
-        EXPECT_EQ(userColumns(), user("114", "Twice", " 7"));
+        EXPECT_EQ(userColumns(), column);
     }
 }
 
@@ -280,7 +260,8 @@ TEST_F(WatchStore, ALockStaysWithItsUserColumnThroughAnImport) {
 
 // ---- Levels
 
-TEST_F(MarketWatch, LevelsAreReadAndWrittenUnderTheNameInTheCombo) {
+// Of levels that are chosen, sorted by and stored the panes of the terminal tell.
+TEST_F(MarketWatch, LevelsAreReadUnderTheNameInTheComboAndHiddenOnesTold) {
     std::string& levels = fakeHost().settings[{"MarketWatchNew_Metals", "COLUMN_SORT_ORDER_PROFILE"}];
     levels = "c1->-1,c9->-1,c0->1#1";
     open();
@@ -296,27 +277,20 @@ TEST_F(MarketWatch, LevelsAreReadAndWrittenUnderTheNameInTheCombo) {
     const test::MessageBoxAnswerer answerer;
     list->ReadSortOrderProfile();
     EXPECT_EQ(answerer.texts(), Texts{"Please select columns that are visible in the list for sorting"});
-    EXPECT_EQ(fakeHost().count("AddToTabbedLog Few columns in the multi sort order are hidden in Metals, resave the "
-                               "multicolumn sort to update the setting 0 0"),
+    EXPECT_EQ(fakeHost().calls.count("AddToTabbedLog Few columns in the multi sort order are hidden in Metals, resave "
+                                     "the multicolumn sort to update the setting 0 0"),
               1)
         << "the watch's name, without its section's";
     EXPECT_FALSE(list->m_bSortLocked);
-    list->SortListOnMultiplelevel();
-    EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 A/0");
-    EXPECT_EQ(owner.calls.take(), Calls{"reordered 1001 0"});
-    list->m_bSortEnabled = 0;
-    rows[0].price = 9;
-    list->SortListOnMultiplelevel();
-    EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 A/0");
-
-    LevelsAsChooser chooser(list->m_arrSortOrder);
-    list->SetSortOrderChooser(&chooser);
-    list->SaveSortOrderProfile();
-    EXPECT_EQ(levels, "c1->-1,c0->1#1");
+    for (const int enabled : {1, 0}) {
+        list->m_bSortEnabled = enabled;
+        list->SortListOnMultiplelevel();
+        EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 A/0");
+        rows[0].price = 9;
+    }
     levels = ",,";
     list->ReadSortOrderProfile();
     EXPECT_FALSE(list->m_bMultiSortActive) << "nothing stored ends the sort";
-    list->SetSortOrderChooser(nullptr);
     combo.DestroyWindow();
 }
 
