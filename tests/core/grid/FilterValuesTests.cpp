@@ -9,7 +9,7 @@ using namespace quor::grid;
 
 namespace {
 
-std::string joined(const std::vector<std::string>& values, std::size_t longest = kLongestFilter) {
+std::string joined(const std::vector<std::string>& values, std::size_t longest) {
     std::size_t next = 0;
     return joinFilterValues(
         [&](CString& value) {

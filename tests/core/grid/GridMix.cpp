@@ -14,9 +14,8 @@ struct Step {
 };
 using Mix = std::vector<Step>;
 
-constexpr int kFewRows = 10;
-constexpr int kManyRows = 45;
 constexpr int kShrinkRuns = 600;
+constexpr int kFlipColumn = 1;
 
 constexpr int kCellsPerColumn = 10;
 constexpr std::size_t kMostlyEqualColumn = 4;
@@ -34,26 +33,59 @@ constexpr std::array<std::array<const char*, kCellsPerColumn>, kColumns> kCells{
 constexpr std::array<const char*, 16> kFilters{"",  "",  "1", "b",     "*1",  "*a*", ">2", "<5~>10",
                                                "~", "*", "7", "be~12", ">-4", "x",   "20", "5~AB~*9"};
 
-// How often an action comes, out of all of them.
-struct Weight {
+// How often an action comes, out of all of them: in a mix of everything, and in one of rows that come and go.
+struct Kind {
     Action::Kind kind;
+    const char* name;
     int weight;
+    int weightOfFlips = 0;
 };
-constexpr Weight kWeights[] = {
-    {Action::addRow, 40},       {Action::updateRow, 60},      {Action::deleteRow, 24},
-    {Action::updateVisual, 8},  {Action::updateMap, 8},       {Action::deleteVisual, 6},
-    {Action::deleteMap, 4},     {Action::changeSilently, 14}, {Action::endBatch, 26},
-    {Action::populate, 20},     {Action::storeFilter, 6},     {Action::setFilter, 20},
-    {Action::setFilters, 10},   {Action::removeFilter, 6},    {Action::removeAllFilters, 4},
-    {Action::toggleExact, 3},   {Action::click, 24},          {Action::sortOn, 10},
-    {Action::applyLock, 10},    {Action::toggleLock, 9},      {Action::checkVisual, 10},
-    {Action::checkMap, 5},      {Action::resetChecks, 1},     {Action::toggleCheckedFirst, 4},
-    {Action::sortOnChecked, 5}, {Action::toggleReverse, 3},   {Action::deleteAll, 1},
+constexpr Kind kKinds[] = {
+    {Action::addRow, "AddRow", 40, 10},
+    {Action::updateRow, "UpdateRow", 60, 350},
+    {Action::deleteRow, "DeleteRow", 24, 10},
+    {Action::updateVisual, "RepaintDisplayItem", 8, 6},
+    {Action::updateMap, "RepaintMapItem", 8},
+    {Action::deleteVisual, "DeleteItem", 6},
+    {Action::deleteMap, "DeleteMapItem", 4},
+    {Action::changeSilently, "change a cell, untold", 14},
+    {Action::endBatch, "end the batch", 26, 10},
+    {Action::populate, "PopulateList", 20, 1},
+    {Action::storeFilter, "AddToFilteredCols", 6},
+    {Action::setFilter, "SetMapColumnFilter", 20},
+    {Action::setFilters, "SetMapColumnFilter of several", 10},
+    {Action::removeFilter, "RemoveMapColumnFilter", 6},
+    {Action::removeAllFilters, "RemoveAllFilters", 4},
+    {Action::toggleExact, "toggle exact matching", 3},
+    {Action::click, "click", 24, 1},
+    {Action::sortOn, "SortOn", 10},
+    {Action::applyLock, "SortByLastColumnWithLock", 10},
+    {Action::toggleLock, "toggle the lock", 9},
+    {Action::checkVisual, "SetCheck", 10},
+    {Action::checkMap, "SetMapItemCheck", 5},
+    {Action::resetChecks, "ResetCheckedItems", 1},
+    {Action::toggleCheckedFirst, "toggle checked first", 4},
+    {Action::sortOnChecked, "SortOnChecked", 5},
+    {Action::toggleReverse, "toggle reverse display", 3},
+    {Action::deleteAll, "DeleteAllItems", 1},
+    {Action::select, "select", 24, 10},
+    {Action::scroll, "scroll", 16, 3},
 };
+
+std::string described(const Action& action) {
+    std::string text;
+    for (const Kind& one : kKinds)
+        if (one.kind == action.kind) text = one.name;
+    if (action.row) text += " row " + std::to_string(action.row->number);
+    text += " (" + std::to_string(action.number) + ", " + std::to_string(action.value) + ")";
+    if (!action.text.empty()) text += " '" + action.text + "'";
+    for (const auto& [column, filter] : action.filters) text += " " + std::to_string(column) + "='" + filter + "'";
+    return text;
+}
 
 class Run {
 public:
-    explicit Run(const MakeSubject& make) : m_subject(make()) {}
+    Run(const MakeSubject& make, const Form& form) : m_form(form), m_subject(make()) {}
 
     // The fault that the action leaves behind, or empty.
     std::string take(Step& step) {
@@ -61,12 +93,12 @@ public:
         if (step.kind == Action::kinds) settle(step);
         m_random.seed(step.number + 1);
         const Action action = makeAction(step);
-        m_told = action.told();
+        m_told = described(action);
         const int expected = model().apply(action);
         const int result = m_subject->apply(action);
         if (isDeleted(action)) std::erase_if(m_rows, [&](const auto& row) { return !isInModel(row); });
         if (result != expected) return "the result is " + std::to_string(result) + ", not " + std::to_string(expected);
-        return compare();
+        return pick(m_form.looks) == 0 ? compare() : std::string();
     }
     const std::string& told() const { return m_told; }
 
@@ -80,22 +112,27 @@ private:
 
     Action::Kind nextKind() {
         const auto rows = static_cast<int>(m_rows.size());
-        if (rows < kFewRows && pick(2) == 0) return Action::addRow;
-        if (model().changes != m_changesAnswered && pick(4) == 0) {
-            m_changesAnswered = model().changes;  // as owners do
-            return Action::populate;
+        const bool areFew = rows<m_form.fewRows, areMany = rows> m_form.manyRows;
+        if (m_form.flips) {
+            if (model().filters.empty()) return Action::storeFilter;
+            if (areFew || areMany) return areFew ? Action::addRow : Action::deleteRow;
+        } else {
+            if (areFew && pick(2) == 0) return Action::addRow;
+            if (model().changes != m_changesAnswered && pick(4) == 0) {
+                m_changesAnswered = model().changes;  // as owners do
+                return Action::populate;
+            }
+            if (model().grid.count() < 3 && !areFew && pick(3) == 0)
+                return model().filters.empty() ? Action::populate : Action::removeAllFilters;
+            if (areMany && pick(2) == 0) return Action::deleteRow;
         }
-        if (model().grid.count() < 3 && rows >= kFewRows && pick(3) == 0)
-            return model().filters.empty() ? Action::populate : Action::removeAllFilters;
-        if (rows > kManyRows && pick(2) == 0) return Action::deleteRow;
+        const auto weightOf = [this](const Kind& one) { return m_form.flips ? one.weightOfFlips : one.weight; };
         int all = 0;
-        for (const Weight& one : kWeights) all += one.weight;
+        for (const Kind& one : kKinds) all += weightOf(one);
         int at = pick(all);
-        for (const Weight& one : kWeights) {
-            if (at < one.weight) return one.kind;
-            at -= one.weight;
-        }
-        return Action::endBatch;
+        const Kind* drawn = kKinds;
+        while (at >= weightOf(*drawn)) at -= weightOf(*drawn++);
+        return drawn->kind;
     }
 
     void settle(Step& step) {
@@ -141,8 +178,8 @@ private:
             case Action::storeFilter:
             case Action::setFilter:
             case Action::removeFilter:
-                action.number = anyColumn();
-                action.text = pickFrom(kFilters);
+                action.number = m_form.flips ? kFlipColumn : anyColumn();
+                action.text = m_form.flips ? ">2" : pickFrom(kFilters);
                 action.value = pick(2);
                 break;
             case Action::setFilters:
@@ -157,6 +194,17 @@ private:
             case Action::sortOn:
                 action.number = pick(kColumns);
                 action.value = pick(3) - 1;
+                break;
+            case Action::select:
+                if (model().native.rowCount() == 0) return {};
+                action.number = pick(model().native.rowCount());
+                if (pick(2) == 0) action.number = model().native.rowCount() - 1;  // goes first when the count falls
+                action.mark = pick(model().native.rowCount() + 1) - 1;
+                action.value = pick(4);
+                break;
+            case Action::scroll:
+                action.number = pick(m_form.manyRows);
+                action.value = pick(3) == 0 ? m_form.manyRows : 1 + pick(m_form.manyRows / 4);
                 break;
             case Action::applyLock:
                 if (model().lockColumn == -1) return {};
@@ -184,7 +232,7 @@ private:
         return nullptr;
     }
     void change(Row& row) {
-        const auto column = static_cast<std::size_t>(anyColumn());
+        const auto column = static_cast<std::size_t>(m_form.flips ? kFlipColumn : anyColumn());
         row.cells[column] = pickFrom(kCells[column]);
     }
     // The one sorted last and the one of mostly equal texts more often.
@@ -232,6 +280,7 @@ private:
         return pick(3) == 0 ? m_subject->compareRest() : std::string();
     }
 
+    const Form m_form;
     std::mt19937 m_random;
     std::vector<std::unique_ptr<Row>> m_rows;  // die after the subject: declared before it
     int m_lastNumber = 0;
@@ -247,8 +296,8 @@ struct Fault {
 };
 
 // The first fault of a mix; its text is empty when there is none.
-Fault firstFault(const MakeSubject& make, Mix& mix) {
-    Run run(make);
+Fault firstFault(const MakeSubject& make, const Form& form, Mix& mix) {
+    Run run(make, form);
     Fault fault;
     for (; fault.step < mix.size(); ++fault.step) {
         fault.text = run.take(mix[fault.step]);
@@ -259,7 +308,7 @@ Fault firstFault(const MakeSubject& make, Mix& mix) {
 }
 
 // Leaves out ever smaller pieces as long as some fault remains.
-Fault shrink(const MakeSubject& make, Mix mix, Fault fault) {
+Fault shrink(const MakeSubject& make, const Form& form, Mix mix, Fault fault) {
     mix.resize(fault.step + 1);
     int runs = 0;
     for (std::size_t piece = std::max<std::size_t>(mix.size() / 2, 1); runs < kShrinkRuns; piece = (piece + 1) / 2) {
@@ -268,7 +317,7 @@ Fault shrink(const MakeSubject& make, Mix mix, Fault fault) {
             Mix part = mix;
             const auto first = part.begin() + static_cast<std::ptrdiff_t>(at);
             part.erase(first, first + static_cast<std::ptrdiff_t>(std::min(piece, mix.size() - at)));
-            Fault found = firstFault(make, part);
+            Fault found = firstFault(make, form, part);
             ++runs;
             if (found.text.empty()) {
                 at += piece;
@@ -286,13 +335,13 @@ Fault shrink(const MakeSubject& make, Mix mix, Fault fault) {
 
 }  // namespace
 
-std::string runMix(const MakeSubject& make, unsigned seed, int steps) {
+std::string runMix(const MakeSubject& make, unsigned seed, int steps, const Form& form) {
     std::mt19937 random(seed);
     Mix mix;
     for (int i = 0; i < steps; ++i) mix.push_back({.number = static_cast<std::uint32_t>(random())});
-    const Fault first = firstFault(make, mix);
+    const Fault first = firstFault(make, form, mix);
     if (first.text.empty()) return {};
-    const Fault shortest = shrink(make, mix, first);
+    const Fault shortest = shrink(make, form, mix, first);
     std::string report = "seed " + std::to_string(seed) + ", step " + std::to_string(first.step) + ": " + first.text;
     report += "\nshrunk to " + std::to_string(shortest.actions.size()) + " actions, then " + shortest.text + ":";
     for (const std::string& action : shortest.actions) report += "\n  " + action;

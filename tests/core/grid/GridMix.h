@@ -36,7 +36,15 @@ public:
 // A new subject for each run; the rows of a run outlive it.
 using MakeSubject = std::function<std::unique_ptr<Subject>()>;
 
+// How a mix goes.
+struct Form {
+    int fewRows = 10;
+    int manyRows = 45;
+    int looks = 1;       // compared after one of so many actions
+    bool flips = false;  // mostly updates of rows that pass and fail a filter
+};
+
 // `steps` actions from the seed. Empty, or the report of the first fault.
-std::string runMix(const MakeSubject& make, unsigned seed, int steps);
+std::string runMix(const MakeSubject& make, unsigned seed, int steps, const Form& form = {});
 
 }  // namespace grid_mix

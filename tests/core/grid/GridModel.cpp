@@ -15,34 +15,6 @@ namespace grid_mix {
 
 namespace {
 
-constexpr std::array<const char*, Action::kinds> kKindNames{"AddRow",
-                                                            "UpdateRow",
-                                                            "DeleteRow",
-                                                            "RepaintDisplayItem",
-                                                            "RepaintMapItem",
-                                                            "DeleteItem",
-                                                            "DeleteMapItem",
-                                                            "change a cell, untold",
-                                                            "end the batch",
-                                                            "PopulateList",
-                                                            "AddToFilteredCols",
-                                                            "SetMapColumnFilter",
-                                                            "SetMapColumnFilter of several",
-                                                            "RemoveMapColumnFilter",
-                                                            "RemoveAllFilters",
-                                                            "toggle exact matching",
-                                                            "click",
-                                                            "SortOn",
-                                                            "SortByLastColumnWithLock",
-                                                            "toggle the lock",
-                                                            "SetCheck",
-                                                            "SetMapItemCheck",
-                                                            "ResetCheckedItems",
-                                                            "toggle checked first",
-                                                            "SortOnChecked",
-                                                            "toggle reverse display",
-                                                            "DeleteAllItems"};
-
 NaiveGrid::Row keyOf(Row* row) { return static_cast<CFilterListBaseData*>(row); }
 
 // Decimal only: what follows the last character that a number can have is not read.
@@ -83,17 +55,9 @@ int compareTexts(const std::string& a, const std::string& b, int dataType, int o
 
 std::string columnName(int columnIndex) { return std::string("column ") + static_cast<char>('A' + columnIndex); }
 
-std::string Action::told() const {
-    std::string result = kKindNames[kind];
-    if (row) result += " row " + std::to_string(row->number);
-    result += " (" + std::to_string(number) + ", " + std::to_string(value) + ")";
-    if (!text.empty()) result += " '" + text + "'";
-    for (const auto& [column, filter] : filters) result += " " + std::to_string(column) + "='" + filter + "'";
-    return result;
-}
-
-GridModel::GridModel(const Places& shownPlaces)
+GridModel::GridModel(const Places& shownPlaces, NativeControl& control)
     : places(shownPlaces),
+      native(control),
       grid(native, [this](NaiveGrid::Row row) { return passes(row); }),
       fields(static_cast<std::size_t>(visibleColumns())),
       firstCaption(columnName(columnAt(0))),
@@ -156,6 +120,9 @@ int GridModel::apply(const Action& action) {
             return grid.reverse = !grid.reverse, 0;
         case Action::deleteAll:
             return deleteAll(), 1;
+        case Action::select:
+            return select(action), 0;
+        case Action::scroll:
         case Action::changeSilently:
         case Action::kinds:
             break;
@@ -222,6 +189,7 @@ void GridModel::populate() {
     exact = 0;
     if (checkedFirst) sortOnChecked();
     if (sorted && locked) applyLock();
+    grid.tellCount();
 }
 
 // ---- Filters
@@ -358,6 +326,8 @@ void GridModel::show(std::vector<int> sortedMapIndices) {
 // The check state is that of visual index i, the row that of slot i.
 void GridModel::sortOnChecked() {
     endBatch();
+    const int mark = native.selectionMark();
+    Row* const marked = mark < 0 ? nullptr : rowOfVisual(mark);
     onSortOnChecked();
     std::vector<int> checked, unchecked;
     for (int i = 0; i < grid.count(); ++i) {
@@ -370,6 +340,21 @@ void GridModel::sortOnChecked() {
     show(std::move(checked));
     firstCaption =
         columnName(0) + " (" + std::to_string(checkedCount()) + " / " + std::to_string(grid.map.size()) + ")";
+    if (marked) moveMarkTo(marked);
+}
+
+// The control must know the row before it can mark it.
+void GridModel::moveMarkTo(Row* row) {
+    const int visual = grid.visualOf(grid.numbers.at(keyOf(row)).slot);
+    grid.tellCount();
+    native.setSelectionMark(visual);
+    native.setState(visual, 3, 3);
+    onMark(visual);
+}
+
+void GridModel::select(const Action& action) {
+    if (action.number < native.rowCount()) native.setState(action.number, static_cast<unsigned>(action.value), 3);
+    native.setSelectionMark(action.mark);
 }
 
 }  // namespace grid_mix

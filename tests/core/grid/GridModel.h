@@ -24,7 +24,12 @@ using Filters = std::vector<std::pair<int, std::string>>;
 
 std::string columnName(int columnIndex);
 
-struct Row : CFilterListBaseData {
+// The grid's part of a row may lie behind a polymorphic base.
+struct Polymorphic {
+    virtual ~Polymorphic() = default;
+};
+
+struct Row : Polymorphic, CFilterListBaseData {
     int number = 0;
     std::array<std::string, kColumns> cells;
 };
@@ -58,21 +63,22 @@ struct Action {
         sortOnChecked,
         toggleReverse,
         deleteAll,
+        select,
+        scroll,
         kinds
     };
     Kind kind = changeSilently;  // without a row: nothing
     Row* row = nullptr;
-    int number = 0;  // visual index, map index, place or columnIndex
-    int value = 0;   // order, check state, exact, or whether the native side follows at once
+    int number = 0;  // visual index, map index, place, columnIndex or top index
+    int mark = -1;   // of select
+    int value = 0;   // order, check state, exact, item state, page, or whether the native side follows at once
     std::string text;
     Filters filters;
-
-    std::string told() const;
 };
 
 class GridModel {
 public:
-    explicit GridModel(const Places& shownPlaces);
+    GridModel(const Places& shownPlaces, NativeControl& control);
     virtual ~GridModel() = default;
     GridModel(const GridModel&) = delete;
     GridModel& operator=(const GridModel&) = delete;
@@ -87,7 +93,7 @@ public:
     int checkedCount() const;
 
     Places places;
-    PretendedControl native;
+    NativeControl& native;
     NaiveGrid grid;
 
     Filters filters;
@@ -115,11 +121,10 @@ protected:
     virtual void onSort(int /*columnIndex*/, bool /*narrow*/) {}
     virtual void onSortOnChecked() {}
     virtual void onEndBatch() {}
+    virtual void onMark(int /*visual*/) {}
     virtual void onStoreFilter(int /*columnIndex*/, const std::string& /*text*/) {}
 
 private:
-    struct Key;
-
     bool passes(NaiveGrid::Row row) const;
     Row* rowOfMap(int mapIndex) const;
     Row* rowOfVisual(int visual) const;
@@ -143,6 +148,8 @@ private:
     void applyLock();
     void sortDisplay(int columnIndex, bool narrow);
     void sortOnChecked();
+    void select(const Action& action);
+    void moveMarkTo(Row* row);
     bool allTextsEqual(int columnIndex) const;
     std::vector<int> sortedRows(std::vector<int> mapIndices, int dataType, int columnIndex, bool narrow) const;
     void show(std::vector<int> sortedMapIndices);

@@ -6,8 +6,8 @@
 #include "quor/grid/core/RowLayout.h"
 
 #include <functional>
-#include <map>
 #include <set>
+#include <unordered_map>
 #include <vector>
 
 using namespace quor::grid;
@@ -16,7 +16,9 @@ using namespace quor::grid;
 class NativeControl {
 public:
     virtual ~NativeControl() = default;
+    virtual int rowCount() = 0;
     virtual int selectionMark() = 0;
+    virtual void setSelectionMark(int visual) = 0;
     virtual int nextSelected(int after) = 0;
     virtual void setState(int visual, unsigned state, unsigned mask) = 0;  // -1: all rows
     virtual void setCount(int count) = 0;
@@ -25,7 +27,9 @@ public:
 // A list view reduced to count, selection, focus and mark.
 class PretendedControl : public NativeControl {
 public:
+    int rowCount() override { return count; }
     int selectionMark() override { return mark; }
+    void setSelectionMark(int visual) override { mark = visual; }
     int nextSelected(int after) override {
         const auto found = selected.upper_bound(after);
         return found == selected.end() ? -1 : *found;
@@ -97,6 +101,7 @@ public:
         }
         if (slot >= 0) {
             const int visual = visualOf(slot);
+            noteWhatIsOpen();
             display.erase(display.begin() + slot);
             if (m_first != -1 && m_first > slot) --m_first;
             if (m_last != -1 && m_last > slot) --m_last;
@@ -159,6 +164,7 @@ public:
             if (rowAt(slot) == nullptr) start = std::min(start, visualOf(slot));
         if (m_first != -1) compact(collected, mark);
         m_pendingDelete = m_pendingInsert = false;
+        dirtIsOpen |= std::exchange(m_startIsOpen, false);
         m_pendingTopInserts = 0;
         m_first = m_last = -1;
         tellCount();
@@ -170,6 +176,7 @@ public:
         markDirty(std::max(layout.topIndex, start));
     }
 
+    // The control hears the count when all that belongs to the rebuild is done.
     void rebuild() {
         for (auto& [row, own] : numbers) own.slot = -1;
         display.clear();
@@ -178,7 +185,6 @@ public:
             numbers[map[i]].slot = count();
             display.push_back(static_cast<int>(i));
         }
-        tellCount();
     }
 
     // The same rows in another order, by slot.
@@ -195,17 +201,31 @@ public:
         tellCount();
     }
 
+    // The page moves up when it would end below the last row.
+    void tellCount() {
+        m_native.setCount(count());
+        const int former = layout.topIndex;
+        layout.countFellTo(count());
+        if (layout.topIndex != former) markDirty(layout.topIndex);
+    }
+
+    void forgetDirt() {
+        dirty = {};
+        dirtyNews = dirtIsOpen = false;
+    }
+
     int count() const { return static_cast<int>(display.size()); }
     int visualOf(int slot) const { return reverse ? count() - 1 - slot : slot; }
     Row rowAt(int slot) const { return map[static_cast<std::size_t>(display[static_cast<std::size_t>(slot)])]; }
 
     std::vector<Row> map;  // null: a tombstone
     std::vector<int> display;
-    std::map<Row, Numbers> numbers;
+    std::unordered_map<Row, Numbers> numbers;
     bool reverse = false;
     RowLayout layout;  // only its plain fields are read
     bool dirtyNews = false;
     RECT dirty{};
+    bool dirtIsOpen = false;
 
 private:
     int insertBack(Numbers& own) {
@@ -252,17 +272,17 @@ private:
         }
     }
 
+    // A row leaves. Where all that was deleted is closed already, by a rebuild say, the batch end may repaint what it
+    // likes; and a row at the end of the page that is no more is the control's to erase.
+    void noteWhatIsOpen() {
+        const auto isTombstone = [this](int mapIndex) { return map[static_cast<std::size_t>(mapIndex)] == nullptr; };
+        m_startIsOpen |= m_pendingDelete && std::none_of(display.begin(), display.end(), isTombstone);
+        dirtIsOpen |= count() - 1 == layout.topIndex + layout.countPerPage;
+    }
+
     void renumber() {
         for (int slot = 0; slot < count(); ++slot)
             if (rowAt(slot) != nullptr) numbers[rowAt(slot)].slot = slot;
-    }
-
-    // The page moves up when it would end below the last row.
-    void tellCount() {
-        m_native.setCount(count());
-        const int former = layout.topIndex;
-        layout.countFellTo(count());
-        if (layout.topIndex != former) markDirty(layout.topIndex);
     }
 
     void markDirty(int first) {
@@ -285,6 +305,7 @@ private:
     std::function<bool(Row)> m_passes;
     bool m_pendingDelete = false;
     bool m_pendingInsert = false;
+    bool m_startIsOpen = false;
     int m_pendingTopInserts = 0;
     int m_first = -1;
     int m_last = -1;

@@ -102,6 +102,21 @@ TEST_F(Controls, AHandleLeadsToItsOwnerElseToATemporaryThatOwnsNothing) {
     EXPECT_EQ(CBrush::FromHandle(bare)->m_hObject, bare) << "a reused handle must not meet a detached object";
 }
 
+TEST_F(Controls, ScopesPutBackWhatTheContextHad) {
+    test::Canvas sheet(frame(), {40, 20}, RGB(255, 255, 255));
+    const CPen* const former = sheet.dc.GetCurrentPen();
+    const COLORREF color = sheet.dc.GetTextColor();
+    CPen pen(PS_SOLID, 1, RGB(255, 0, 0));
+    {
+        const SelectScope selected(sheet.dc, pen);
+        const DcStateScope state(sheet.dc);
+        EXPECT_EQ(sheet.dc.GetCurrentPen(), &pen);
+        sheet.dc.SetTextColor(RGB(0, 0, 255));
+    }
+    EXPECT_EQ(sheet.dc.GetCurrentPen(), former);
+    EXPECT_EQ(sheet.dc.GetTextColor(), color);
+}
+
 TEST_F(Controls, AShortenedTextLeavesACopyOfItWhole) {
     const UINT format = DT_NOPREFIX | DT_SINGLELINE | DT_END_ELLIPSIS | DT_MODIFYSTRING;
     const CString text = "a text far too long for the sheet", shared = text;
