@@ -17,7 +17,8 @@ void paintCell(CCommonListCtrl& list, HWND header, const NMCUSTOMDRAW& draw) {
     const int image = (item.fmt & HDF_IMAGE) ? item.iImage : -1;
     const int columnIndex = list.GetOriginalColumnPosition(static_cast<int>(draw.dwItemSpec));
     const int format = columnIndex < 0 ? item.fmt : list.m_arrColumns[columnIndex].iFormat;
-    drawHeaderCell(*CDC::FromHandle(draw.hdc), quor::platform::headerCaption(draw), text, format & HDF_JUSTIFYMASK, image);
+    drawHeaderCell(*CDC::FromHandle(draw.hdc), quor::platform::headerCaption(draw), text, format & HDF_JUSTIFYMASK,
+                   image);
 }
 
 // What no column covers: right of the last one, as high as its caption.
