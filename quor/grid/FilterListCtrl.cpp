@@ -11,6 +11,17 @@
 using namespace quor::foundation;
 using namespace quor::grid;
 
+namespace {
+
+// Also a narrower column: the scroll bar below may go.
+bool canGrowPage(UINT message, LPARAM lParam) {
+    if (message != WM_NOTIFY) return message == WM_WINDOWPOSCHANGED || message == WM_SIZE;
+    const UINT code = reinterpret_cast<const NMHDR*>(lParam)->code;
+    return code == HDN_ITEMCHANGEDA || code == HDN_ITEMCHANGEDW;
+}
+
+}  // namespace
+
 IMPLEMENT_DYNAMIC(CFilterListCtrl, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CFilterListCtrl, CCommonListCtrl)
@@ -57,12 +68,12 @@ LRESULT CFilterListCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     const Presence presence(*this);
     beforeMessage(message, wParam, lParam);
     if (presence.gone()) return 0;
-    const bool sizes = (message == WM_WINDOWPOSCHANGED || message == WM_SIZE) && m_hWnd;
-    const int formerTop = sizes ? m_parts->native.topIndex() : 0;
+    const bool mayGrow = m_hWnd && canGrowPage(message, lParam);
+    const int formerTop = mayGrow ? m_parts->native.topIndex() : 0;
     const LRESULT result = CCommonListCtrl::WindowProc(message, wParam, lParam);
     if (presence.gone()) return result;
     // A page that grew beyond the last row moves up; the control may leave its pixels where they were.
-    if (sizes && m_parts->native.topIndex() != formerTop) m_parts->native.invalidateAll();
+    if (mayGrow && m_parts->native.topIndex() != formerTop) m_parts->native.invalidateAll();
     // A control without WS_VISIBLE may make its header only for the first column.
     if (message == WM_PARENTNOTIFY && LOWORD(wParam) == WM_CREATE) SubclassHeader();
     if (kind == MessageKind::counts) m_parts->rows.takeCount(m_parts->native.nativeCount());

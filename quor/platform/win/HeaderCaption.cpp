@@ -1,18 +1,22 @@
 #include "quor/platform/win/FilterBarInternal.h"
 #include "quor/platform/win/Platform.h"
 
+#include <algorithm>
+
 namespace quor::platform {
 
 namespace {
 
 bool showsBar(HWND header) { return (::GetWindowLongPtrA(header, GWL_STYLE) & HDS_FILTERBAR) != 0; }
 
-// Nothing tells how high the captions of a system's own bar are; but a hit test knows where its fields begin.
+// Nothing tells how high the captions of a system's own bar are; but a hit test knows where its fields begin. Outside
+// of the window it knows nothing: the last caption in view may reach beyond.
 LONG captionHeight(HWND header, std::size_t item) {
-    RECT rect{};
+    RECT rect{}, client{};
     ::SendMessageA(header, HDM_GETITEMRECT, item, reinterpret_cast<LPARAM>(&rect));
+    ::GetClientRect(header, &client);
     HDHITTESTINFO info{};
-    info.pt = {(rect.left + rect.right) / 2, 0};
+    info.pt = {(rect.left + std::min(rect.right, client.right)) / 2, 0};
     for (; info.pt.y < rect.bottom; ++info.pt.y) {
         ::SendMessageA(header, HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&info));
         if (info.flags & (HHT_ONFILTER | HHT_ONFILTERBUTTON)) break;
