@@ -15,9 +15,9 @@
 
 namespace {
 
-constexpr unsigned rowCount = 100'000;
-constexpr int repeats = 9;
-constexpr int symbolColumn = 0;
+constexpr unsigned kRowCount = 100'000;
+constexpr int kRepeats = 9;
+constexpr int kSymbolColumn = 0;
 
 double milliseconds() { return microseconds() / 1000; }
 
@@ -30,8 +30,8 @@ struct Task {
 class FilterBench {
 public:
     explicit FilterBench(bool visible) : m_visible(visible), m_window(visible), m_grid(m_window.makeGrid()) {
-        m_rows.reserve(rowCount);
-        workload::makeRows(rowCount, [this](std::uint32_t, const workload::Row& raw) { m_rows.emplace_back(raw); });
+        m_rows.reserve(kRowCount);
+        workload::makeRows(kRowCount, [this](std::uint32_t, const workload::Row& raw) { m_rows.emplace_back(raw); });
         for (WorkloadRow& row : m_rows) m_grid->AddRow(&row, false);
         processEndofBatchUpdates();
         pumpMessages();
@@ -44,7 +44,7 @@ public:
     // The median; every run starts from the unfiltered display.
     double run(const Task& task) {
         std::vector<double> times;
-        for (int i = 0; i <= repeats; ++i) {
+        for (int i = 0; i <= kRepeats; ++i) {
             clear();
             CString text = task.filter.c_str();
             const double start = milliseconds();
@@ -63,9 +63,9 @@ public:
     double repaint(bool tellCount) {
         std::vector<double> times;
         clear();
-        for (int i = 0; i < repeats; ++i) {
+        for (int i = 0; i < kRepeats; ++i) {
             const double start = milliseconds();
-            if (tellCount) m_grid->SendMessage(LVM_SETITEMCOUNT, rowCount, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+            if (tellCount) m_grid->SendMessage(LVM_SETITEMCOUNT, kRowCount, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
             m_grid->Invalidate();
             m_grid->UpdateWindow();
             times.push_back(milliseconds() - start);
@@ -79,7 +79,7 @@ private:
     void clear() {
         m_grid->RemoveAllFilters();
         m_grid->PopulateList();
-        check(m_grid->GetDisplayCount() == static_cast<int>(rowCount), "rows are missing without a filter");
+        check(m_grid->GetDisplayCount() == static_cast<int>(kRowCount), "rows are missing without a filter");
         pumpMessages();
         m_grid->UpdateWindow();
     }
@@ -93,7 +93,7 @@ private:
             if (visual != expected) fail(task, row, expected, visual);
         }
         check(m_grid->GetDisplayCount() == slot, "the count is wrong after a filter");
-        check(slot > 0 && slot < static_cast<int>(rowCount), "a filter has nothing to do");
+        check(slot > 0 && slot < static_cast<int>(kRowCount), "a filter has nothing to do");
         check(static_cast<int>(m_grid->SendMessage(LVM_GETITEMCOUNT)) == slot, "the native count is wrong");
     }
 
@@ -109,18 +109,18 @@ private:
     std::vector<WorkloadRow> m_rows;
 };
 
-const Task prefix{symbolColumn, "SYM0001",
+const Task prefix{kSymbolColumn, "SYM0001",
                   [](const workload::Row& row) { return std::strncmp(row.symbol, "SYM0001", 7) == 0; }};
-const Task contained{symbolColumn, "*99*",
+const Task contained{kSymbolColumn, "*99*",
                      [](const workload::Row& row) { return std::strstr(row.symbol, "99") != nullptr; }};
-const Task number{workloadNumberColumn, ">500", [](const workload::Row& row) { return row.d[0] > 500; }};
+const Task number{kWorkloadNumberColumn, ">500", [](const workload::Row& row) { return row.d[0] > 500; }};
 
 // As many symbols as the longest filter holds; half of them are those of rows.
 Task manyValues() {
-    constexpr unsigned values = 104'857;
-    Task task{symbolColumn, "", [](const workload::Row& row) { return std::atoi(row.symbol + 3) % 2 == 0; }};
+    constexpr unsigned kValues = 104'857;
+    Task task{kSymbolColumn, "", [](const workload::Row& row) { return std::atoi(row.symbol + 3) % 2 == 0; }};
     char token[16];
-    for (unsigned i = 0; i < values; ++i) {
+    for (unsigned i = 0; i < kValues; ++i) {
         std::snprintf(token, sizeof token, "SYM%06u", 2 * i);
         if (i > 0) task.filter += '~';
         task.filter += token;

@@ -16,19 +16,19 @@
 
 namespace {
 
-constexpr int valueCount = 50'000;
-constexpr int repeats = 7;
+constexpr int kValueCount = 50'000;
+constexpr int kRepeats = 7;
 
 void fill(CListBox& values) {
     values.SetRedraw(FALSE);
     values.ResetContent();
     char text[16];
-    for (int cents = 0; cents < valueCount; ++cents) {
+    for (int cents = 0; cents < kValueCount; ++cents) {
         std::snprintf(text, sizeof text, "%d.%02d", cents / 100, cents % 100);
         values.AddString(text);
     }
-    values.SelItemRange(TRUE, 0, valueCount - 1);
-    check(values.GetSelCount() == valueCount, "the values could not be chosen");
+    values.SelItemRange(TRUE, 0, kValueCount - 1);
+    check(values.GetSelCount() == kValueCount, "the values could not be chosen");
 }
 
 std::vector<CString> readValues(CListBox& values) {
@@ -56,10 +56,10 @@ std::string expectedFilter(const std::vector<CString>& values) {
 // The filter that the grid's header gets; its bar has to be there.
 std::string pickedFilter(CFilterText& popup, WorkloadGrid& grid) {
     grid.PutListFilter();
-    popup.SetFilterlist(&grid, workloadNumberColumn);
+    popup.SetFilterlist(&grid, kWorkloadNumberColumn);
     popup.OnLbnDblclkFilterlist();
     CString filter;
-    grid.GetHeaderText(workloadNumberColumn, filter);
+    grid.GetHeaderText(kWorkloadNumberColumn, filter);
     return filter.GetString();
 }
 
@@ -74,7 +74,7 @@ void benchFilterPick(Figures& figures) {
     const std::vector<CString> texts = readValues(popup->values());
     std::vector<double> joins;
     std::string joined;
-    for (int i = 0; i < repeats; ++i) {
+    for (int i = 0; i < kRepeats; ++i) {
         auto next = texts.begin();
         const double start = microseconds();
         joined = quor::grid::joinFilterValues([&](CString& value) {

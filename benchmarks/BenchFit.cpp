@@ -9,14 +9,14 @@
 
 namespace {
 
-constexpr unsigned rowCount = 100'000;
-constexpr int repeats = 9;
-constexpr double longEnough = 3000;  // ms: no further repeat after that
-constexpr int columnWidth = 90;      // before the command, so that it has work to do
+constexpr unsigned kRowCount = 100'000;
+constexpr int kRepeats = 9;
+constexpr double kLongEnough = 3000;  // ms: no further repeat after that
+constexpr int kColumnWidth = 90;      // before the command, so that it has work to do
 
 void setWidths(WorkloadGrid& grid) {
     const int columns = grid.GetHeaderCtrl()->GetItemCount();
-    for (int place = 0; place < columns; ++place) grid.SetColumnWidth(place, columnWidth);
+    for (int place = 0; place < columns; ++place) grid.SetColumnWidth(place, kColumnWidth);
     pumpMessages();
     grid.UpdateWindow();
 }
@@ -33,8 +33,8 @@ void checkWidths(WorkloadGrid& grid) {
 
 void benchFit(Figures& figures) {
     std::vector<WorkloadRow> rows;
-    rows.reserve(rowCount);
-    workload::makeRows(rowCount, [&rows](std::uint32_t, const workload::Row& raw) { rows.emplace_back(raw); });
+    rows.reserve(kRowCount);
+    workload::makeRows(kRowCount, [&rows](std::uint32_t, const workload::Row& raw) { rows.emplace_back(raw); });
     WorkloadWindow window;
     const std::unique_ptr<WorkloadGrid> grid = window.makeGrid();
     for (WorkloadRow& row : rows) grid->AddRow(&row, false);
@@ -42,7 +42,7 @@ void benchFit(Figures& figures) {
     grid->flushNow();
     std::vector<double> fits, paints;
     double total = 0;
-    for (int i = 0; i < repeats && total < longEnough; ++i) {
+    for (int i = 0; i < kRepeats && total < kLongEnough; ++i) {
         setWidths(*grid);
         grid->paints = 0;
         const double start = microseconds();

@@ -15,10 +15,10 @@ using namespace quor::grid;
 
 namespace {
 
-constexpr int batchTicks = 1000;
-constexpr long ticksPerRepeat = 1'000'000;
-constexpr unsigned repeats = 5;
-constexpr double limit = 500;
+constexpr int kBatchTicks = 1000;
+constexpr long kTicksPerRepeat = 1'000'000;
+constexpr unsigned kRepeats = 5;
+constexpr double kLimit = 500;
 
 struct FlipRow : public CFilterListBaseData {
     explicit FlipRow(const workload::Row& values) : raw(values) {}
@@ -29,14 +29,14 @@ const FlipRow& rowOf(RowData data) {
     return *static_cast<const FlipRow*>(reinterpret_cast<const CFilterListBaseData*>(data));
 }
 
-bool numberIsAbove(const void*, RowData data) { return rowOf(data).raw.d[0] > limit; }
+bool numberIsAbove(const void*, RowData data) { return rowOf(data).raw.d[0] > kLimit; }
 
 bool textIsAbove(const void*, RowData data) {
     char text[40];
     const auto end = std::to_chars(text, text + sizeof text, rowOf(data).raw.d[0], std::chars_format::fixed, 2).ptr;
     double number = 0;
     std::from_chars(text, end, number);
-    return number > limit;
+    return number > kLimit;
 }
 
 void check(bool holds, const char* what) {
@@ -84,16 +84,16 @@ public:
         const auto count = static_cast<std::uint32_t>(m_rows.size());
         m_flips = 0;
         const auto start = std::chrono::steady_clock::now();
-        for (long done = 0; done < ticksPerRepeat; done += batchTicks) {
-            for (int i = 0; i < batchTicks; ++i) tick(workload::nextTick(random, count));
+        for (long done = 0; done < kTicksPerRepeat; done += kBatchTicks) {
+            for (int i = 0; i < kBatchTicks; ++i) tick(workload::nextTick(random, count));
             m_store.endBatch();
             m_store.flush();
         }
         const std::chrono::duration<double, std::nano> taken = std::chrono::steady_clock::now() - start;
-        return taken.count() / ticksPerRepeat;
+        return taken.count() / kTicksPerRepeat;
     }
 
-    double flipShare() const { return static_cast<double>(m_flips) / ticksPerRepeat; }
+    double flipShare() const { return static_cast<double>(m_flips) / kTicksPerRepeat; }
 
     // Every row that passes is displayed where it says, and no other.
     void checkResult() {
@@ -103,7 +103,7 @@ public:
         int displayed = 0;
         for (const FlipRow& row : m_rows) {
             const int slot = m_store.slotOf(&row);
-            check((slot != -1) == (row.raw.d[0] > limit), "a row is displayed that does not pass, or the reverse");
+            check((slot != -1) == (row.raw.d[0] > kLimit), "a row is displayed that does not pass, or the reverse");
             if (slot == -1) continue;
             ++displayed;
             check(&rowOf(m_store.dataOfVisual(slot)) == &row, "a row says another slot");
@@ -130,7 +130,7 @@ private:
 void measure(const char* key, unsigned rows, RowTest test, Figures& figures) {
     FlipBench bench(rows, test);
     std::vector<double> times;
-    for (unsigned i = 0; i < repeats; ++i) times.push_back(bench.run(workload::operationSeed + i));
+    for (unsigned i = 0; i < kRepeats; ++i) times.push_back(bench.run(workload::operationSeed + i));
     bench.checkResult();
     std::sort(times.begin(), times.end());
     char note[80];

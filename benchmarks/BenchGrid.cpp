@@ -17,10 +17,10 @@
 
 namespace {
 
-constexpr int batchTicks = 1000;
-constexpr long ticksPerRepeat = 1'000'000;
-constexpr int repeats = 5;
-constexpr int columnCount = 20;
+constexpr int kBatchTicks = 1000;
+constexpr long kTicksPerRepeat = 1'000'000;
+constexpr int kRepeats = 5;
+constexpr int kColumnCount = 20;
 
 // The rows stand side by side, as every peer keeps them; what a churn adds comes into blocks of its own.
 using Rows = std::vector<WorkloadRow>;
@@ -88,8 +88,8 @@ double runTicks(Bench& bench, std::uint32_t seed, bool tellGrid = true) {
     const auto count = static_cast<std::uint32_t>(bench.rows.size());
     const double start = microseconds();
     double lastPump = start;
-    for (long done = 0; done < ticksPerRepeat; done += batchTicks) {
-        for (int i = 0; i < batchTicks; ++i) {
+    for (long done = 0; done < kTicksPerRepeat; done += kBatchTicks) {
+        for (int i = 0; i < kBatchTicks; ++i) {
             const workload::Tick tick = workload::nextTick(random, count);
             WorkloadRow& row = bench.rows[tick.row];
             row.raw.d[0] = tick.d0;
@@ -104,7 +104,7 @@ double runTicks(Bench& bench, std::uint32_t seed, bool tellGrid = true) {
         lastPump = now;
     }
     if (tellGrid) bench.grid->flushNow();
-    return (microseconds() - start) * 1000 / ticksPerRepeat;
+    return (microseconds() - start) * 1000 / kTicksPerRepeat;
 }
 
 // The same changes applied to bare records: what the rows must hold afterwards.
@@ -113,7 +113,7 @@ void checkTicks(const Bench& bench, std::uint32_t seeds, int runs) {
     std::vector<std::pair<double, int>> expected(count, {-1.0, -1});
     for (int run = 0; run < runs; ++run) {
         workload::Random random(seeds + static_cast<std::uint32_t>(run));
-        for (long i = 0; i < ticksPerRepeat; ++i) {
+        for (long i = 0; i < kTicksPerRepeat; ++i) {
             const workload::Tick tick = workload::nextTick(random, count);
             expected[tick.row] = {tick.d0, tick.n0};
         }
@@ -139,16 +139,17 @@ void benchTicks(Bench& bench, Figures& figures) {
     for (const auto& size : sizes) {
         WorkloadGrid& grid = bench.open(size.rows);
         std::vector<double> times, withoutGrid;
-        for (int i = 0; i < repeats; ++i)
-            withoutGrid.push_back(runTicks(bench, workload::operationSeed + repeats + static_cast<unsigned>(i), false));
+        for (int i = 0; i < kRepeats; ++i)
+            withoutGrid.push_back(
+                runTicks(bench, workload::operationSeed + kRepeats + static_cast<unsigned>(i), false));
         grid.paints = 0;
-        for (int i = 0; i < repeats; ++i)
+        for (int i = 0; i < kRepeats; ++i)
             times.push_back(runTicks(bench, workload::operationSeed + static_cast<unsigned>(i)));
-        check(grid.paints >= repeats, "a run of ticks did not end with a paint");
-        checkTicks(bench, workload::operationSeed, repeats);
+        check(grid.paints >= kRepeats, "a run of ticks did not end with a paint");
+        checkTicks(bench, workload::operationSeed, kRepeats);
         char note[120];
         std::snprintf(note, sizeof note, "the host's part %.1f ns; %.1f M ticks/s, %d paints in %d runs",
-                      median(withoutGrid), 1000 / median(times), grid.paints, repeats);
+                      median(withoutGrid), 1000 / median(times), grid.paints, kRepeats);
         figures.push_back({size.key, median(times), "ns", note, size.must, size.goal});
     }
 }
@@ -204,7 +205,7 @@ void benchChurn(Bench& bench, Figures& figures) {
     bench.open(100'000);
     std::vector<double> right, painted;
     runChurn(bench, workload::operationSeed + 99);  // warm
-    for (int i = 0; i < repeats; ++i) {
+    for (int i = 0; i < kRepeats; ++i) {
         const ChurnTimes times = runChurn(bench, workload::operationSeed + static_cast<unsigned>(i));
         right.push_back(times.right);
         painted.push_back(times.painted);
@@ -216,15 +217,15 @@ void benchChurn(Bench& bench, Figures& figures) {
 
 // What the grid adds to a plain row: its own allocations and the part of the row that is CFilterListBaseData.
 void benchBytes(Bench& bench, Figures& figures) {
-    constexpr unsigned count = 1'000'000;
+    constexpr unsigned kCount = 1'000'000;
     bench.open(0);
-    bench.makeRows(count);
+    bench.makeRows(kCount);
     const long long before = privateBytes();
     for (WorkloadRow& row : bench.rows) bench.grid->AddRow(&row, false);
     processEndofBatchUpdates();
     const double inside = static_cast<double>(sizeof(WorkloadRow)) - static_cast<double>(sizeof(workload::Row));
-    const double allocated = static_cast<double>(privateBytes() - before) / count;
-    check(bench.grid->GetDisplayCount() == static_cast<int>(count), "rows are missing in the memory run");
+    const double allocated = static_cast<double>(privateBytes() - before) / kCount;
+    check(bench.grid->GetDisplayCount() == static_cast<int>(kCount), "rows are missing in the memory run");
     check(allocated >= sizeof(void*), "the process seems to have no room for the store");
     char note[80];
     std::snprintf(note, sizeof note, "%.1f allocated by the grid + %.0f inside the row", allocated, inside);
@@ -234,7 +235,7 @@ void benchBytes(Bench& bench, Figures& figures) {
 void benchRepaint(Bench& bench, Figures& figures) {
     WorkloadGrid& grid = bench.open(100'000);
     std::vector<double> times;
-    for (int i = 0; i < 4 * repeats; ++i) {
+    for (int i = 0; i < 4 * kRepeats; ++i) {
         grid.paints = 0;
         const double start = microseconds();
         grid.Invalidate(FALSE);
@@ -243,7 +244,7 @@ void benchRepaint(Bench& bench, Figures& figures) {
         check(grid.paints == 1, "a repaint did not paint");
     }
     char note[80];
-    std::snprintf(note, sizeof note, "%d rows x %d columns by DrawItem", grid.GetCountPerPage(), columnCount);
+    std::snprintf(note, sizeof note, "%d rows x %d columns by DrawItem", grid.GetCountPerPage(), kColumnCount);
     figures.push_back({"repaint_ms_43x20", median(times), "ms", note});
 }
 

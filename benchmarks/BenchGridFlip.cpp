@@ -15,12 +15,12 @@
 
 namespace {
 
-constexpr int batchTicks = 1000;
-constexpr long ticksPerRepeat = 1'000'000;
-constexpr unsigned repeats = 5;
-constexpr int ticksPerSpot = 37;
-constexpr double limit = 500;
-constexpr double flushPeriod = 200'000;  // us
+constexpr int kBatchTicks = 1000;
+constexpr long kTicksPerRepeat = 1'000'000;
+constexpr unsigned kRepeats = 5;
+constexpr int kTicksPerSpot = 37;
+constexpr double kLimit = 500;
+constexpr double kFlushPeriod = 200'000;  // us
 
 class FlipGrid {
 public:
@@ -30,8 +30,8 @@ public:
         for (WorkloadRow& row : m_rows) m_grid->AddRow(&row, false);
         processEndofBatchUpdates();
         CString filter = ">500";
-        m_grid->SetVisibleColumnFilter(workloadNumberColumn, filter, 0);
-        if (m_grid->GetFilterCount() == 0) m_grid->AddToFilteredCols(workloadNumberColumn, filter);
+        m_grid->SetVisibleColumnFilter(kWorkloadNumberColumn, filter, 0);
+        if (m_grid->GetFilterCount() == 0) m_grid->AddToFilteredCols(kWorkloadNumberColumn, filter);
         m_grid->PopulateList();
         pumpMessages();
         m_grid->flushNow();
@@ -48,11 +48,11 @@ public:
         m_grid->paints = 0;
         const double start = microseconds();
         double lastPump = start;
-        for (long done = 0; done < ticksPerRepeat; done += batchTicks) {
-            for (int i = 0; i < batchTicks; ++i) m_flips += update(tick(random)) != 0;
+        for (long done = 0; done < kTicksPerRepeat; done += kBatchTicks) {
+            for (int i = 0; i < kBatchTicks; ++i) m_flips += update(tick(random)) != 0;
             processEndofBatchUpdates();
             const double now = microseconds();
-            if (now - lastPump < flushPeriod) continue;
+            if (now - lastPump < kFlushPeriod) continue;
             pumpMessages();
             lastPump = now;
         }
@@ -61,10 +61,10 @@ public:
         check(m_grid->paints > 0, "a run of ticks did not end with a paint");
         check(flipShare() > 0.45 && flipShare() < 0.55, "half of the ticks should flip their row");
         checkRows();
-        return taken * 1000 / ticksPerRepeat;
+        return taken * 1000 / kTicksPerRepeat;
     }
 
-    double flipShare() const { return static_cast<double>(m_flips) / ticksPerRepeat; }
+    double flipShare() const { return static_cast<double>(m_flips) / kTicksPerRepeat; }
 
     void checkedRun(std::uint32_t seed, int ticks) {
         std::vector<int> display(static_cast<std::size_t>(m_grid->GetDisplayCount()));
@@ -76,8 +76,8 @@ public:
             const int expected = naiveUpdate(display, static_cast<int>(row));
             check(update(row) == expected, "a tick gave another result");
             check(m_grid->GetDisplayCount() == static_cast<int>(display.size()), "the count is wrong after a tick");
-            if (i % batchTicks == batchTicks - 1) processEndofBatchUpdates();
-            if (i % ticksPerSpot != 0) continue;
+            if (i % kBatchTicks == kBatchTicks - 1) processEndofBatchUpdates();
+            if (i % kTicksPerSpot != 0) continue;
             checkPlace(display, row);
             checkPlace(display, static_cast<std::uint32_t>(random.below(count())));
         }
@@ -91,7 +91,7 @@ public:
 
 private:
     std::uint32_t count() const { return static_cast<std::uint32_t>(m_rows.size()); }
-    bool passes(std::uint32_t row) const { return m_rows[row].raw.d[0] > limit; }
+    bool passes(std::uint32_t row) const { return m_rows[row].raw.d[0] > kLimit; }
     int update(std::uint32_t row) { return m_grid->UpdateRow(&m_rows[row]); }
 
     // The host rewrites three cells of a row.
@@ -164,7 +164,7 @@ void benchGridFlip(Figures& figures) {
         FlipGrid bench(window, size.rows);
         bench.checkedRun(workload::operationSeed + 90, size.checkedTicks);
         std::vector<double> times;
-        for (unsigned i = 0; i < repeats; ++i) times.push_back(bench.run(workload::operationSeed + i));
+        for (unsigned i = 0; i < kRepeats; ++i) times.push_back(bench.run(workload::operationSeed + i));
         bench.checkedRun(workload::operationSeed + 91, size.checkedTicks);
         char note[96];
         std::snprintf(note, sizeof note, "%.2f M ticks/s, visible grid, %.1f %% of the ticks flip, text callback",

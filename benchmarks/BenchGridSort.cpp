@@ -16,10 +16,10 @@ using namespace quor::list;
 
 namespace {
 
-constexpr int repeats = 5;
-constexpr int symbolColumn = 0;
-constexpr int doubleColumn = 1;
-constexpr int integerColumn = 2;
+constexpr int kRepeats = 5;
+constexpr int kSymbolColumn = 0;
+constexpr int kDoubleColumn = 1;
+constexpr int kIntegerColumn = 2;
 
 struct SortRow : public CFilterListBaseData {
     explicit SortRow(const workload::Row& values) : raw(values) {}
@@ -44,9 +44,9 @@ const SortRow& rowOf(DWORD_PTR data) {
 int cellText(DWORD_PTR data, int column, CString& text, COLORREF&, COLORREF&, int&) {
     const workload::Row& row = rowOf(data).raw;
     char buffer[40];
-    if (column == symbolColumn) {
+    if (column == kSymbolColumn) {
         text = row.symbol;
-    } else if (column == doubleColumn) {
+    } else if (column == kDoubleColumn) {
         text = hundredths(row.d[0], buffer);
     } else {
         *std::to_chars(buffer, buffer + sizeof buffer, row.n[0]).ptr = 0;
@@ -57,9 +57,9 @@ int cellText(DWORD_PTR data, int column, CString& text, COLORREF&, COLORREF&, in
 
 bool valuesRise(const SortRow& a, const SortRow& b, int column, bool& equal) {
     const workload::Row &left = a.raw, &right = b.raw;
-    const int order = column == symbolColumn   ? naturalCompare(left.symbol, right.symbol)
-                      : column == doubleColumn ? (left.d[0] > right.d[0]) - (left.d[0] < right.d[0])
-                                               : (left.n[0] > right.n[0]) - (left.n[0] < right.n[0]);
+    const int order = column == kSymbolColumn   ? naturalCompare(left.symbol, right.symbol)
+                      : column == kDoubleColumn ? (left.d[0] > right.d[0]) - (left.d[0] < right.d[0])
+                                                : (left.n[0] > right.n[0]) - (left.n[0] < right.n[0]);
     equal = order == 0;
     return order <= 0;
 }
@@ -134,12 +134,12 @@ private:
 
 Figure measure(Bench& bench, int column, const Figure& limits) {
     std::vector<double> first, second;
-    for (int i = 0; i < repeats; ++i) {
+    for (int i = 0; i < kRepeats; ++i) {
         bench.grid.m_nLastSortCol = -1;
         first.push_back(bench.timedSort(column));
         if (i == 0) checkOrder(bench.grid, bench.rows, column, true);
         second.push_back(bench.timedSort(column));
-        if (i + 1 == repeats) checkOrder(bench.grid, bench.rows, column, false);
+        if (i + 1 == kRepeats) checkOrder(bench.grid, bench.rows, column, false);
     }
     Figure figure = limits;
     figure.value = median(first);
@@ -160,13 +160,13 @@ void benchGridSort(Figures& figures) {
             double must, goal;
         } sorts[3];
     } sizes[] = {{100'000,
-                  {{doubleColumn, "w3_double_ms_100k", 20, 8},
-                   {integerColumn, "w3_integer_ms_100k", 20, 8},
-                   {symbolColumn, "w3_natural_ms_100k", 60, 25}}},
+                  {{kDoubleColumn, "w3_double_ms_100k", 20, 8},
+                   {kIntegerColumn, "w3_integer_ms_100k", 20, 8},
+                   {kSymbolColumn, "w3_natural_ms_100k", 60, 25}}},
                  {1'000'000,
-                  {{doubleColumn, "w3_double_ms_1m", 250, 90},
-                   {integerColumn, "w3_integer_ms_1m", 250, 90},
-                   {symbolColumn, "w3_natural_ms_1m", 1200, 600}}}};
+                  {{kDoubleColumn, "w3_double_ms_1m", 250, 90},
+                   {kIntegerColumn, "w3_integer_ms_1m", 250, 90},
+                   {kSymbolColumn, "w3_natural_ms_1m", 1200, 600}}}};
     for (const auto& size : sizes) {
         Bench bench(size.rows);
         for (const auto& sort : size.sorts)

@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int columnCount = 20;
-constexpr unsigned gridId = 100;
+constexpr int kColumnCount = 20;
+constexpr unsigned kGridId = 100;
 
 }  // namespace
 
@@ -30,16 +30,16 @@ void check(bool holds, const std::string& what) {
 
 // Numbers are written where the grid wants them, without a copy.
 int workloadText(DWORD_PTR data, int column, CString& text, COLORREF&, COLORREF&, int&) {
-    constexpr int longestNumber = 16;
+    constexpr int kLongestNumber = 16;
     const workload::Row& row = static_cast<const WorkloadRow*>(reinterpret_cast<CFilterListBaseData*>(data))->raw;
     if (column == 0) {
         text = row.symbol;
     } else if (column == 1) {
         text = workload::exchanges[row.exchange];
     } else if (column < 19) {
-        char* const to = text.GetBuffer(longestNumber);
+        char* const to = text.GetBuffer(kLongestNumber);
         char* const end = column < 16 ? putHundredths(row.d[column - 2], to)
-                                      : std::to_chars(to, to + longestNumber, row.n[column - 16]).ptr;
+                                      : std::to_chars(to, to + kLongestNumber, row.n[column - 16]).ptr;
         text.ReleaseBuffer(static_cast<int>(end - to));
     } else {
         text = row.date;
@@ -74,7 +74,7 @@ WorkloadWindow::~WorkloadWindow() { m_frame.DestroyWindow(); }
 std::unique_ptr<WorkloadGrid> WorkloadWindow::makeGrid() {
     auto grid = std::make_unique<WorkloadGrid>();
     grid->m_csListName = "bench";
-    for (int i = 0; i < columnCount; ++i) {
+    for (int i = 0; i < kColumnCount; ++i) {
         sQuorColInfo column;
         std::snprintf(column.szColumnName, sizeof column.szColumnName, "c%d", i);
         column.iWidth = 76;
@@ -83,7 +83,7 @@ std::unique_ptr<WorkloadGrid> WorkloadWindow::makeGrid() {
         grid->m_arrColumns.Add(column);
     }
     grid->Create(WS_CHILD | m_visible | LVS_REPORT | LVS_OWNERDATA | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
-                 CRect(0, 0, 1600, 877), &m_frame, gridId);
+                 CRect(0, 0, 1600, 877), &m_frame, kGridId);
     check(grid->GetSafeHwnd() != nullptr, "the grid has no window");
     grid->SetFont(&m_font);
     grid->SetUseFilter(TRUE);

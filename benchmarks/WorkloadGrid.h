@@ -13,7 +13,7 @@ struct WorkloadRow : public CFilterListBaseData {
     workload::Row raw;
 };
 
-inline constexpr int workloadNumberColumn = 2;  // the first double, which every tick rewrites
+inline constexpr int kWorkloadNumberColumn = 2;  // the first double, which every tick rewrites
 
 // Microseconds of a clock that only goes forward.
 double microseconds();

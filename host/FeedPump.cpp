@@ -6,7 +6,7 @@ namespace terminal {
 
 namespace {
 // The watch's cells change faster than anyone reads: five times a second is plenty.
-constexpr std::int64_t watchPeriodMicros = 200'000;
+constexpr std::int64_t kWatchPeriodMicros = 200'000;
 }  // namespace
 
 FeedPump::FeedPump(Feed& feed, Speed speed, Clock& clock, const Panes& panes)
@@ -29,7 +29,7 @@ FeedState FeedPump::slice() {
         return slice.state;
     }
     if (slice.ticks) closeBatch();
-    if (begin - m_watchWritten >= watchPeriodMicros) {
+    if (begin - m_watchWritten >= kWatchPeriodMicros) {
         m_watchWritten = begin;
         m_mostUnpainted.add(begin, m_panes.watch->unpainted());
         m_panes.watch->showChanged();

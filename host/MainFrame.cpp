@@ -8,14 +8,14 @@
 namespace terminal {
 
 namespace {
-constexpr UINT tickPeriod = 10;  // milliseconds: the shortest that the system's timers give
-constexpr int statusPeriod = 500;
-constexpr unsigned long statusOffset = 601;  // of WM_USER: the message by which m_timer calls for the status bar
-constexpr UINT WM_REFRESH_STATUS = WM_USER + statusOffset;
+constexpr UINT kTickPeriod = 10;  // milliseconds: the shortest that the system's timers give
+constexpr int kStatusPeriod = 500;
+constexpr unsigned long kStatusOffset = 601;  // of WM_USER: the message by which m_timer calls for the status bar
+constexpr UINT kWmRefreshStatus = WM_USER + kStatusOffset;
 
-constexpr std::int64_t pauseAfterFailure = 1'000'000;  // microseconds between two saves
-constexpr double slowest = 1.0 / 64, fastest = 4096;
-constexpr int largestWidth = 1680, largestHeight = 1000;
+constexpr std::int64_t kPauseAfterFailure = 1'000'000;  // microseconds between two saves
+constexpr double kSlowest = 1.0 / 64, kFastest = 4096;
+constexpr int kLargestWidth = 1680, kLargestHeight = 1000;
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
@@ -24,7 +24,7 @@ BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
     ON_WM_ENDSESSION()
     ON_WM_CLOSE()
     ON_WM_TIMER()
-    ON_MESSAGE(WM_REFRESH_STATUS, &CMainFrame::OnRefreshStatus)
+    ON_MESSAGE(kWmRefreshStatus, &CMainFrame::OnRefreshStatus)
     ON_COMMAND(ID_FILE_PICTURES, &CMainFrame::OnFilePictures)
     ON_COMMAND(ID_FILE_EXIT, &CMainFrame::OnFileExit)
     ON_COMMAND(ID_VIEW_LOG, &CMainFrame::OnViewLog)
@@ -44,8 +44,8 @@ END_MESSAGE_MAP()
 CMainFrame::CMainFrame(TerminalRun& run) : m_run(run) {}
 
 BOOL CMainFrame::createWindow() {
-    const int width = (std::min)(largestWidth, ::GetSystemMetrics(SM_CXSCREEN));
-    const int height = (std::min)(largestHeight, ::GetSystemMetrics(SM_CYSCREEN));
+    const int width = (std::min)(kLargestWidth, ::GetSystemMetrics(SM_CXSCREEN));
+    const int height = (std::min)(kLargestHeight, ::GetSystemMetrics(SM_CYSCREEN));
     const CRect place(0, 0, width, height);
     if (!Create(nullptr, "Quor Terminal", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place, nullptr,
                 MAKEINTRESOURCEA(IDR_TERMINAL)))
@@ -86,7 +86,7 @@ BOOL CMainFrame::CreateTerminal() {
     if (!createWindow()) return FALSE;
     m_chain->connect();
     m_pump = std::make_unique<FeedPump>(*m_run.feed, m_run.options.speed, m_run.clock, m_panes);
-    m_timer.register_timer(this, statusPeriod, statusOffset);
+    m_timer.register_timer(this, kStatusPeriod, kStatusOffset);
     m_lastTick = m_run.clock.nowMicros();
     if (const auto seconds = secondsToRun(m_run.options)) m_deadline = m_lastTick + *seconds * std::int64_t{1'000'000};
     Log::instance().add(("Feed: " + m_run.feedName()).c_str());
@@ -94,7 +94,7 @@ BOOL CMainFrame::CreateTerminal() {
     ShowWindow(SW_SHOWNORMAL);
     UpdateWindow();
     m_panes.watch->list().SetFocus();
-    SetTimer(tickTimer, tickPeriod);
+    SetTimer(kTickTimer, kTickPeriod);
     return TRUE;
 }
 
@@ -110,13 +110,13 @@ BOOL CMainFrame::OnCreateClient(LPCREATESTRUCT, CCreateContext*) { return create
 void CMainFrame::saveSettings() {
     const std::int64_t now = m_run.clock.nowMicros();
     if (!m_run.settings.dirty() || now < m_nextSave || m_run.settings.save()) return;
-    m_nextSave = now + pauseAfterFailure;
-    if (!m_saveFailed) Log::instance().add(settingsNotWritten);
+    m_nextSave = now + kPauseAfterFailure;
+    if (!m_saveFailed) Log::instance().add(kSettingsNotWritten);
     m_saveFailed = true;
 }
 
 void CMainFrame::OnTimer(UINT_PTR id) {
-    if (id != tickTimer) return CFrameWnd::OnTimer(id);
+    if (id != kTickTimer) return CFrameWnd::OnTimer(id);
     if (m_finished || m_ending) return;
     const FeedState state = m_pump->slice();
     saveSettings();
@@ -174,12 +174,12 @@ void CMainFrame::setSpeed(Speed speed) {
 
 void CMainFrame::OnFeedSlower() {
     const Speed speed = m_pump->speed();
-    setSpeed({false, speed.max ? 1 : (std::max)(slowest, speed.factor / 2)});
+    setSpeed({false, speed.max ? 1 : (std::max)(kSlowest, speed.factor / 2)});
 }
 
 void CMainFrame::OnFeedFaster() {
     const Speed speed = m_pump->speed();
-    if (!speed.max) setSpeed({false, (std::min)(fastest, speed.factor * 2)});
+    if (!speed.max) setSpeed({false, (std::min)(kFastest, speed.factor * 2)});
 }
 
 void CMainFrame::OnFeedRealTime() { setSpeed({false, 1}); }

@@ -45,7 +45,7 @@ protected:
     void RecalcLayout(BOOL notify = TRUE) override;
 
 private:
-    static constexpr UINT_PTR tickTimer = 1;
+    static constexpr UINT_PTR kTickTimer = 1;
 
     int OnCreate(LPCREATESTRUCT create);
     void OnDestroy();

@@ -10,7 +10,7 @@ namespace terminal {
 void CMainFrame::feedOver(const std::string& reason) {
     m_feedEnding = reason;
     if (m_run.feed->state() == FeedState::failed) {
-        m_run.exitCode = exitBadInput;
+        m_run.exitCode = kExitBadInput;
         m_status.showFault();
         Log::instance().add(m_run.feed->error().c_str());
         printError(m_run.feed->error());
@@ -23,9 +23,9 @@ void CMainFrame::feedOver(const std::string& reason) {
 
 // A line each for a few instruments, none for a whole market.
 void CMainFrame::logLastPrices() {
-    constexpr std::size_t few = 4;
+    constexpr std::size_t kFew = 4;
     const WatchMarket& rows = m_panes.watch->market();
-    for (std::size_t i = 0; i < rows.size() && rows.size() <= few; ++i) {
+    for (std::size_t i = 0; i < rows.size() && rows.size() <= kFew; ++i) {
         TextBuffer buffer;
         const std::string last(watchText(rows[i], WatchColumn::last, buffer));
         if (!last.empty()) Log::instance().add((rows[i].instrument.symbol + ": last price " + last).c_str());
@@ -49,7 +49,7 @@ void CMainFrame::paintEverything() {
 void CMainFrame::finish(const std::string& ending) {
     if (m_finished) return;
     m_finished = true;
-    KillTimer(tickTimer);
+    KillTimer(kTickTimer);
     m_pump->settle();
     if (m_run.plantFault)
         Log::instance().add(m_run.plantFault(m_panes) ? "Self-test: one row is wrong on purpose."
@@ -97,7 +97,7 @@ void CMainFrame::checkMyself() {
         Log::instance().add(("Self-check: " + finding).c_str());
         std::fprintf(stderr, "self-check: %s\n", finding.c_str());
     }
-    if (!findings.empty() && m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+    if (!findings.empty() && m_run.exitCode == kExitWell) m_run.exitCode = kExitCheckFailed;
 }
 
 bool CMainFrame::savePictures() {
@@ -121,7 +121,7 @@ bool CMainFrame::savePictures() {
         const std::string message = path + ": this picture could not be written: " + static_cast<const char*>(error);
         Log::instance().add(message.c_str());
         printError(message);
-        if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+        if (m_run.exitCode == kExitWell) m_run.exitCode = kExitCheckFailed;
     }
     return all;
 }
@@ -148,7 +148,7 @@ void CMainFrame::OnClose() {
 // The lists go after this, and write their layouts then: the settings are saved when the frame is gone.
 void CMainFrame::OnDestroy() {
     m_ending = true;
-    KillTimer(tickTimer);
+    KillTimer(kTickTimer);
     writeLayout();
     CFrameWnd::OnDestroy();
 }

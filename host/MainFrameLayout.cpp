@@ -8,7 +8,7 @@
 namespace terminal {
 
 namespace {
-constexpr double watchShare = 0.50, ordersShare = 0.54, panesShare = 0.68, chainShare = 0.66;
+constexpr double kWatchShare = 0.50, kOrdersShare = 0.54, kPanesShare = 0.68, kChainShare = 0.66;
 }  // namespace
 
 std::vector<CListPane*> CMainFrame::listPanes() { return {m_panes.watch, m_panes.orders, m_panes.trades, m_chain}; }
@@ -49,10 +49,10 @@ void CMainFrame::paneGone(const CListPane* pane) {
         splitter->SetPanes(nullptr, nullptr);
     if (m_ending) return;
     m_ending = true;
-    KillTimer(tickTimer);
+    KillTimer(kTickTimer);
     EnableWindow(FALSE);
     Log::instance().add("A pane was closed: the terminal ends.");
-    if (m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+    if (m_run.exitCode == kExitWell) m_run.exitCode = kExitCheckFailed;
     PostMessage(WM_CLOSE);
 }
 
@@ -72,10 +72,10 @@ void CMainFrame::readLayout() {
         const double value = text ? std::atof(std::string(*text).c_str()) : 0;
         return value > 0.02 && value < 0.98 ? value : otherwise;
     };
-    m_splitLog.setShare(share("Bottom", panesShare));
-    m_splitBottom.setShare(share("Chain", chainShare));
-    m_splitWatch.setShare(share("Watch", watchShare));
-    m_splitBooks.setShare(share("Orders", ordersShare));
+    m_splitLog.setShare(share("Bottom", kPanesShare));
+    m_splitBottom.setShare(share("Chain", kChainShare));
+    m_splitWatch.setShare(share("Watch", kWatchShare));
+    m_splitBooks.setShare(share("Orders", kOrdersShare));
     const auto shown = m_run.settings.get("Layout", "LogShown");
     m_logShown = !shown || *shown != "0";
     m_splitBottom.showSecond(m_logShown);
@@ -105,10 +105,10 @@ void CMainFrame::OnViewFitColumns() {
 }
 
 void CMainFrame::OnViewResetLayout() {
-    m_splitLog.setShare(panesShare);
-    m_splitBottom.setShare(chainShare);
-    m_splitWatch.setShare(watchShare);
-    m_splitBooks.setShare(ordersShare);
+    m_splitLog.setShare(kPanesShare);
+    m_splitBottom.setShare(kChainShare);
+    m_splitWatch.setShare(kWatchShare);
+    m_splitBooks.setShare(kOrdersShare);
     if (!m_logShown) OnViewLog();
 }
 

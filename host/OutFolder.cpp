@@ -8,7 +8,7 @@
 namespace terminal {
 
 namespace {
-constexpr const char* lockName = "/terminal.lock";
+constexpr const char* kLockName = "/terminal.lock";
 
 // Makes a folder and those above it. False: it is not there afterwards.
 bool makeFolder(const std::string& path) {
@@ -33,7 +33,7 @@ OutFolder::OutFolder(const std::string& wanted) {
 
 // False only if another terminal holds it: a folder in which nothing can be locked is shared, as it can be.
 bool OutFolder::take(const std::string& folder) {
-    m_lock = ::CreateFileW(wideText(folder + lockName).c_str(), GENERIC_READ | GENERIC_WRITE,
+    m_lock = ::CreateFileW(wideText(folder + kLockName).c_str(), GENERIC_READ | GENERIC_WRITE,
                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
                            FILE_ATTRIBUTE_NORMAL, nullptr);
     if (m_lock == INVALID_HANDLE_VALUE) return true;

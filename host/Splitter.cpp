@@ -7,8 +7,8 @@
 namespace terminal {
 
 namespace {
-constexpr int barWidth = 5;
-constexpr int smallestPane = 60;  // a pane never gets narrower by dragging
+constexpr int kBarWidth = 5;
+constexpr int kSmallestPane = 60;  // a pane never gets narrower by dragging
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CPaneSplitter, CWnd)
@@ -55,9 +55,9 @@ int CPaneSplitter::extent() const {
 RECT CPaneSplitter::barRect() const {
     CRect area;
     GetClientRect(&area);
-    const int at = static_cast<int>((std::max)(0, extent() - barWidth) * m_share + 0.5);
-    if (m_axis == Axis::Columns) return CRect(at, 0, at + barWidth, area.bottom);
-    return CRect(0, at, area.right, at + barWidth);
+    const int at = static_cast<int>((std::max)(0, extent() - kBarWidth) * m_share + 0.5);
+    if (m_axis == Axis::Columns) return CRect(at, 0, at + kBarWidth, area.bottom);
+    return CRect(0, at, area.right, at + kBarWidth);
 }
 
 void CPaneSplitter::layOut() {
@@ -85,10 +85,10 @@ void CPaneSplitter::layOut() {
 }
 
 void CPaneSplitter::moveBarTo(CPoint point) {
-    const int room = extent() - barWidth;
-    if (room <= 2 * smallestPane) return;
-    const int at = (m_axis == Axis::Columns ? point.x : point.y) - barWidth / 2;
-    setShare(static_cast<double>(std::clamp(at, smallestPane, room - smallestPane)) / room);
+    const int room = extent() - kBarWidth;
+    if (room <= 2 * kSmallestPane) return;
+    const int at = (m_axis == Axis::Columns ? point.x : point.y) - kBarWidth / 2;
+    setShare(static_cast<double>(std::clamp(at, kSmallestPane, room - kSmallestPane)) / room);
 }
 
 void CPaneSplitter::OnSize(UINT type, int width, int height) {
@@ -99,7 +99,7 @@ void CPaneSplitter::OnSize(UINT type, int width, int height) {
 void CPaneSplitter::OnPaint() {
     CPaintDC dc(this);
     const RECT bar = barRect();
-    dc.FillSolidRect(&bar, palette::surface);
+    dc.FillSolidRect(&bar, palette::kSurface);
 }
 
 BOOL CPaneSplitter::OnEraseBkgnd(CDC*) { return TRUE; }

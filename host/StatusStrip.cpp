@@ -6,8 +6,8 @@
 namespace terminal {
 
 namespace {
-constexpr int partCount = static_cast<int>(StatusPart::count);
-constexpr int widths[partCount] = {0, 110, 110, 110, 160, 100};  // the state takes the rest
+constexpr int kPartCount = static_cast<int>(StatusPart::count);
+constexpr int kWidths[kPartCount] = {0, 110, 110, 110, 160, 100};  // the state takes the rest
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CStatusStrip, CStatusBarCtrl)
@@ -31,18 +31,18 @@ void CStatusStrip::OnPaint() {
     CPaintDC dc(this);
     CRect area;
     GetClientRect(&area);
-    dc.FillSolidRect(&area, palette::surface);
+    dc.FillSolidRect(&area, palette::kSurface);
     const SelectScope font(dc, reinterpret_cast<HGDIOBJ>(SendMessage(WM_GETFONT)));
     RECT cell = area;
     cell.left = cell.right;
-    for (int part = partCount - 1; part >= 0; --part) {
+    for (int part = kPartCount - 1; part >= 0; --part) {
         const bool isState = part == static_cast<int>(StatusPart::state);
         cell.right = cell.left;
-        cell.left = isState ? area.left : cell.right - widths[part];
+        cell.left = isState ? area.left : cell.right - kWidths[part];
         const RECT line{cell.left, cell.top + 4, cell.left + 1, cell.bottom - 4};
-        if (!isState) dc.FillSolidRect(&line, palette::edge);
+        if (!isState) dc.FillSolidRect(&line, palette::kEdge);
         dc.SetBkMode(TRANSPARENT);
-        dc.SetTextColor(!isState ? palette::dim : m_fault ? palette::down : palette::text);
+        dc.SetTextColor(!isState ? palette::kDim : m_fault ? palette::kDown : palette::kText);
         drawCellText(dc, wideText(m_texts[static_cast<std::size_t>(part)]), cell, isState ? 0 : 1);
     }
 }

@@ -13,19 +13,19 @@
 namespace terminal {
 
 namespace {
-constexpr const char* settingsName = "terminal-settings.ini";
-constexpr const char* proofName = "restart-settings.ini";
-constexpr const char* logName = "terminal.log";
+constexpr const char* kSettingsName = "terminal-settings.ini";
+constexpr const char* kProofName = "restart-settings.ini";
+constexpr const char* kLogName = "terminal.log";
 }  // namespace
 
 TerminalRun::TerminalRun(const Options& given)
     : options(given),
-      settings(disk, systemPath(outPath(settingsName))),
-      proofStore(disk, systemPath(outPath(proofName))) {}
+      settings(disk, systemPath(outPath(kSettingsName))),
+      proofStore(disk, systemPath(outPath(kProofName))) {}
 
 void TerminalRun::openProofStore() {
     std::error_code none;
-    std::filesystem::remove(systemPath(outPath(proofName)), none);
+    std::filesystem::remove(systemPath(outPath(kProofName)), none);
     proofStore.load();
     writeFirstUserColumns(proofStore);
     useSettings(&proofStore);
@@ -39,7 +39,7 @@ bool TerminalRun::reopenProofStore() {
 bool TerminalRun::saveStores() {
     if (recorder) recorder->close();
     if (settings.save(quor::kReplacePatience)) return true;
-    Log::instance().add(settingsNotWritten);
+    Log::instance().add(kSettingsNotWritten);
     return false;
 }
 
@@ -49,7 +49,7 @@ void TerminalRun::loadSettings() {
     if (!settings.load()) return log.add("The settings could not be read; nothing will be saved in this run.");
     const std::size_t line = settings.damagedLine();
     if (!line) return;
-    const std::string kept = outPath(settingsName) + ".damaged";
+    const std::string kept = outPath(kSettingsName) + ".damaged";
     const bool copied = disk.write(systemPath(kept), settings.text()) && disk.flush(systemPath(kept));
     if (copied) settings.dropDamagedLines();
     log.add(("Line " + std::to_string(line) + " of the settings is damaged; " +
@@ -58,7 +58,7 @@ void TerminalRun::loadSettings() {
 }
 
 std::string TerminalRun::open() {
-    Log::instance().openFile(outPath(logName));
+    Log::instance().openFile(outPath(kLogName));
     loadSettings();
     writeFirstUserColumns(settings);
     useSettings(&settings);

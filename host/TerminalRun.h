@@ -16,12 +16,12 @@
 
 namespace terminal {
 
-inline constexpr int exitWell = 0;
-inline constexpr int exitCheckFailed = 1;  // exitBadInput is 2
+inline constexpr int kExitWell = 0;
+inline constexpr int kExitCheckFailed = 1;  // kExitBadInput is 2
 
 struct Panes;
 
-inline constexpr const char* settingsNotWritten = "The settings could not be written.";
+inline constexpr const char* kSettingsNotWritten = "The settings could not be written.";
 
 class TerminalRun {
 public:
@@ -54,7 +54,7 @@ public:
     std::unique_ptr<TapeRecorder> recorder;
     std::unique_ptr<Feed> feed;
     RunSummary summary;
-    int exitCode = exitWell;
+    int exitCode = kExitWell;
     // What the program does to the panes and sees in them when the feed has ended, all settled; empty: nothing. The
     // fault says whether it was planted, the check what does not hold.
     std::function<bool(const Panes&)> plantFault;

@@ -34,7 +34,7 @@ public:
         if (frame->CreateTerminal()) return TRUE;
         std::fputs("The window could not be made.\n", stderr);
         m_pMainWnd = nullptr;
-        m_run.exitCode = exitCheckFailed;
+        m_run.exitCode = kExitCheckFailed;
         return FALSE;
     }
     int ExitInstance() override {
@@ -51,8 +51,8 @@ private:
 // Every list starts in the terminal's colours and font; a user's own choice for a list wins.
 void setAppearance() {
     cCustomizedAppearanceSettings appearance = Get_Apperance_setting();
-    appearance.crBackground = palette::background;
-    appearance.crText = palette::text;
+    appearance.crBackground = palette::kBackground;
+    appearance.crText = palette::kText;
     appearance.csFontName = "Tahoma";
     appearance.csFontSize = "9";
     Set_Apperance_setting(appearance);
@@ -60,11 +60,11 @@ void setAppearance() {
 
 // The windows are gone, and without this nobody would miss the settings before the next start.
 int tellSettingsLost(const TerminalRun& run, int code) {
-    std::fprintf(stderr, "%s\n", settingsNotWritten);
+    std::fprintf(stderr, "%s\n", kSettingsNotWritten);
     MSG quit;
     ::PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);  // or the box would not stay
-    if (!run.options.headless) AfxMessageBox(settingsNotWritten, MB_OK | MB_ICONSTOP);
-    return code == exitWell ? exitCheckFailed : code;
+    if (!run.options.headless) AfxMessageBox(kSettingsNotWritten, MB_OK | MB_ICONSTOP);
+    return code == kExitWell ? kExitCheckFailed : code;
 }
 
 // The library names its files in the code page. For a folder that has no name in it there are none: a bare name would
@@ -79,7 +79,7 @@ void setRecoveryFiles(const TerminalRun& run) {
 
 int badInput(const std::string& message) {
     printError(message);
-    return exitBadInput;
+    return kExitBadInput;
 }
 
 int runTerminal(Options options) {
@@ -96,7 +96,7 @@ int runTerminal(Options options) {
     if (const std::string message = run.open(); !message.empty()) return badInput(message);
     if (options.headless && !quor::useOwnDesktop("quor-terminal")) {
         std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
-        return exitBadInput;
+        return kExitBadInput;
     }
     if (options.selfTestFault) run.plantFault = &plantFault;
     run.selfCheck = [&run](const Panes& panes) { return selfCheck(run.feed->tally(), panes, run.options.keep); };
@@ -108,14 +108,14 @@ int runTerminal(Options options) {
     int code = AfxWinMain(::GetModuleHandleA(nullptr), ::GetCommandLineA(), SW_SHOWNORMAL);
     for (const std::string& text : guard ? guard->takeTexts() : std::vector<std::string>{}) {
         std::fprintf(stderr, "unexpected message box: %s\n", text.c_str());
-        if (code == exitWell) code = exitCheckFailed;
+        if (code == kExitWell) code = kExitCheckFailed;
     }
     if (!run.saveStores()) code = tellSettingsLost(run, code);
     useSettings(nullptr);
     const bool recorded = !run.recorder || run.recorder->close();
     if (!recorded) printError(run.recorder->error());
     if (!run.summary.ending.empty()) std::printf("%s\n", summaryLine(run.summary).c_str());
-    return code == exitWell && !recorded ? exitCheckFailed : code;
+    return code == kExitWell && !recorded ? kExitCheckFailed : code;
 }
 
 // The wide command line, in UTF-8: the arguments of main have lost what the code page does not have.

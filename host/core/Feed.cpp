@@ -7,7 +7,7 @@
 namespace terminal {
 namespace {
 
-constexpr int ticksBetweenClockReads = 16;
+constexpr int kTicksBetweenClockReads = 16;
 
 struct Caller {
     FeedSink& sink;
@@ -89,7 +89,7 @@ Slice Feed::take(Clock& clock, const SliceLimit& limit, FeedSink& sink) {
     const std::int64_t now = clock.nowMicros();
     while (m_state == FeedState::running && fetch() && isDue(now)) {
         const bool late =
-            slice.ticks > 0 && slice.ticks % ticksBetweenClockReads == 0 && clock.nowMicros() - now >= limit.maxMicros;
+            slice.ticks > 0 && slice.ticks % kTicksBetweenClockReads == 0 && clock.nowMicros() - now >= limit.maxMicros;
         if (late || slice.ticks >= limit.maxTicks) {
             slice.more = true;
             break;

@@ -7,7 +7,7 @@
 namespace terminal {
 namespace {
 
-constexpr std::size_t readSize = 256 * 1024;
+constexpr std::size_t kReadSize = 256 * 1024;
 
 }  // namespace
 
@@ -15,7 +15,7 @@ LineReader::LineReader(const std::string& file, std::size_t longestLine)
     : m_file(openFile(file, "rb")), m_longestLine(longestLine) {
     if (!m_file) return;
     std::setvbuf(m_file.get(), nullptr, _IONBF, 0);  // the buffer here is the only one
-    m_buffer.resize(longestLine + 2 + readSize);
+    m_buffer.resize(longestLine + 2 + kReadSize);
 }
 
 // Moves what is left to the front and reads on behind it. False: nothing more came.
@@ -24,9 +24,9 @@ bool LineReader::fill() {
     std::memmove(m_buffer.data(), m_buffer.data() + m_begin, m_end - m_begin);
     m_end -= m_begin;
     m_begin = 0;
-    const std::size_t got = std::fread(m_buffer.data() + m_end, 1, readSize, m_file.get());
+    const std::size_t got = std::fread(m_buffer.data() + m_end, 1, kReadSize, m_file.get());
     m_end += got;
-    m_atEnd = got < readSize;
+    m_atEnd = got < kReadSize;
     return got > 0;
 }
 

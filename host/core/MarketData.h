@@ -15,14 +15,14 @@ namespace terminal {
 
 // A price in units of 1/100,000,000. The tapes' integers of 1/10,000 and prices with up to 8 decimals are both exact.
 using Price = std::int64_t;
-inline constexpr Price priceOne = 100'000'000;
+inline constexpr Price kPriceOne = 100'000'000;
 // "There is no such price": an empty side of a book. Shown as an empty cell, never computed with.
-inline constexpr Price noPrice = std::numeric_limits<Price>::min();
+inline constexpr Price kNoPrice = std::numeric_limits<Price>::min();
 // No price of a feed is larger than this on either side of zero (90,000,000,000.00).
-inline constexpr Price largestPrice = 90'000'000'000 * priceOne;
+inline constexpr Price kLargestPrice = 90'000'000'000 * kPriceOne;
 
 using Quantity = std::int64_t;  // shares or contracts, never negative
-inline constexpr Quantity largestQuantity = 1'000'000'000'000;
+inline constexpr Quantity kLargestQuantity = 1'000'000'000'000;
 
 // Nanoseconds since 1970-01-01 00:00:00 of the exchange's clock; no time zone is known or meant. A source without a
 // date begins at 0, so that its times show as 00:00:00.
@@ -66,7 +66,7 @@ struct Quote {
     InstrumentId instrument = 0;
     std::uint16_t fields = 0;
     MarketTime time = 0;
-    Price last = 0, bid = 0, ask = 0, open = 0, high = 0, low = 0, close = 0;  // bid and ask may be noPrice
+    Price last = 0, bid = 0, ask = 0, open = 0, high = 0, low = 0, close = 0;  // bid and ask may be kNoPrice
     Quantity lastSize = 0, bidSize = 0, askSize = 0, volume = 0, openInterest = 0;
     double value = 0;  // sum of price times quantity of the session's trades, in currency units
     bool has(QuoteField field) const { return (fields & field) != 0; }
@@ -107,12 +107,12 @@ struct Trade {
     bool operator==(const Trade&) const = default;
 };
 
-// One level of an instrument's book; level 0 is the best. An empty level has price noPrice and quantity 0.
+// One level of an instrument's book; level 0 is the best. An empty level has price kNoPrice and quantity 0.
 struct BookLevel {
     InstrumentId instrument = 0;
     Side side = Side::buy;
     int level = 0;  // below the instrument's bookLevels
-    Price price = noPrice;
+    Price price = kNoPrice;
     Quantity quantity = 0;
     bool operator==(const BookLevel&) const = default;
 };

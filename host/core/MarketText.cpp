@@ -8,12 +8,12 @@
 namespace terminal {
 namespace {
 
-constexpr int priceDecimals = 8;
-constexpr Price scaledPriceOne = priceOne / 10'000;  // a tape's integer of 1/10,000
-constexpr std::int64_t second = 1'000'000'000;
-constexpr std::int64_t day = 86'400 * second;
-constexpr std::uint64_t powerOfTen[] = {1,       10,        100,        1'000,       10'000,
-                                        100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};
+constexpr int kPriceDecimals = 8;
+constexpr Price kScaledPriceOne = kPriceOne / 10'000;  // a tape's integer of 1/10,000
+constexpr std::int64_t kSecond = 1'000'000'000;
+constexpr std::int64_t kDay = 86'400 * kSecond;
+constexpr std::uint64_t kPowerOfTen[] = {1,       10,        100,        1'000,       10'000,
+                                         100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -48,7 +48,7 @@ std::optional<std::uint64_t> parseFraction(std::string_view digits, int places) 
             return {};  // more than can be kept: refused rather than cut
         }
     }
-    return value * powerOfTen[places - read];
+    return value * kPowerOfTen[places - read];
 }
 
 // Exactly `count` digits at the front of `text`, which are taken off it.
@@ -89,7 +89,7 @@ std::optional<std::int64_t> takeDate(std::string_view& text) {
     const std::chrono::year_month_day date{std::chrono::year{*year}, std::chrono::month{static_cast<unsigned>(*month)},
                                            std::chrono::day{static_cast<unsigned>(*dayOfMonth)}};
     if (!date.ok()) return {};
-    return std::chrono::sys_days{date}.time_since_epoch().count() * day;
+    return std::chrono::sys_days{date}.time_since_epoch().count() * kDay;
 }
 
 std::optional<std::int64_t> parseClock(std::string_view text) {
@@ -101,7 +101,7 @@ std::optional<std::int64_t> parseClock(std::string_view text) {
     if (!seconds || *seconds > 59) return {};
     const auto tail = parseTail(text);
     if (!tail) return {};
-    return ((*hours * 60 + *minutes) * 60 + *seconds) * second + *tail;
+    return ((*hours * 60 + *minutes) * 60 + *seconds) * kSecond + *tail;
 }
 
 std::optional<std::int64_t> parseSecondsOfDay(std::string_view text) {
@@ -109,14 +109,14 @@ std::optional<std::int64_t> parseSecondsOfDay(std::string_view text) {
     const auto seconds = parseNumber(text.substr(0, digits), 86'399);
     const auto tail = parseTail(text.substr(digits));
     if (!seconds || !tail) return {};
-    return static_cast<std::int64_t>(*seconds) * second + *tail;
+    return static_cast<std::int64_t>(*seconds) * kSecond + *tail;
 }
 
 // "-1" before a price's digits; price texts share it.
 bool takeMinus(std::string_view& text) { return takeByte(text, '-'); }
 
 std::optional<Price> signedPrice(std::uint64_t value, bool negative) {
-    if (value > static_cast<std::uint64_t>(largestPrice)) return {};
+    if (value > static_cast<std::uint64_t>(kLargestPrice)) return {};
     const auto price = static_cast<Price>(value);
     return negative ? -price : price;
 }
@@ -124,14 +124,14 @@ std::optional<Price> signedPrice(std::uint64_t value, bool negative) {
 }  // namespace
 
 std::string_view formatPrice(Price price, TextBuffer& buffer) {
-    int decimals = priceDecimals;
+    int decimals = kPriceDecimals;
     for (std::uint64_t rest = magnitude(price); decimals > 2 && rest % 10 == 0; rest /= 10) --decimals;
     return formatPrice(price, decimals, buffer);
 }
 
 std::string_view formatPrice(Price price, int decimals, TextBuffer& buffer) {
-    if (price == noPrice) return {};
-    const std::uint64_t unit = powerOfTen[priceDecimals - decimals];
+    if (price == kNoPrice) return {};
+    const std::uint64_t unit = kPowerOfTen[kPriceDecimals - decimals];
     const std::uint64_t scaled = (magnitude(price) + unit / 2) / unit;
     char* const end = std::end(buffer.text);
     char* begin = end;
@@ -139,7 +139,7 @@ std::string_view formatPrice(Price price, int decimals, TextBuffer& buffer) {
         begin = writeDigits(begin, scaled, decimals);
         *--begin = '.';
     }
-    begin = writeWhole(begin, scaled / powerOfTen[decimals]);
+    begin = writeWhole(begin, scaled / kPowerOfTen[decimals]);
     if (price < 0 && scaled != 0) *--begin = '-';
     return {begin, static_cast<std::size_t>(end - begin)};
 }
@@ -154,9 +154,9 @@ std::string_view formatQuantity(Quantity quantity, TextBuffer& buffer) {
 namespace {
 
 char* writeClock(char* end, std::int64_t ofDay, int decimals) {
-    const auto nanos = static_cast<std::uint64_t>(ofDay % second);
-    const auto seconds = static_cast<std::uint64_t>(ofDay / second);
-    end = writeDigits(end, nanos / powerOfTen[9 - decimals], decimals);
+    const auto nanos = static_cast<std::uint64_t>(ofDay % kSecond);
+    const auto seconds = static_cast<std::uint64_t>(ofDay / kSecond);
+    end = writeDigits(end, nanos / kPowerOfTen[9 - decimals], decimals);
     *--end = '.';
     end = writeDigits(end, seconds % 60, 2);
     *--end = ':';
@@ -166,7 +166,7 @@ char* writeClock(char* end, std::int64_t ofDay, int decimals) {
 }
 
 // Days and the rest of the day, the rest never negative.
-std::int64_t dayOf(MarketTime time) { return time / day - (time % day < 0 ? 1 : 0); }
+std::int64_t dayOf(MarketTime time) { return time / kDay - (time % kDay < 0 ? 1 : 0); }
 
 }  // namespace
 
@@ -174,7 +174,7 @@ std::string_view formatDateTime(MarketTime time, TextBuffer& buffer) {
     const std::int64_t days = dayOf(time);
     const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{static_cast<int>(days)}}};
     char* const end = std::end(buffer.text);
-    char* begin = writeClock(end, time - days * day, 9);
+    char* begin = writeClock(end, time - days * kDay, 9);
     *--begin = ' ';
     begin = writeDigits(begin, unsigned{date.day()}, 2);
     *--begin = '-';
@@ -186,7 +186,7 @@ std::string_view formatDateTime(MarketTime time, TextBuffer& buffer) {
 
 std::string_view formatTimeOfDay(MarketTime time, TextBuffer& buffer) {
     char* const end = std::end(buffer.text);
-    char* const begin = writeClock(end, time - dayOf(time) * day, 3);
+    char* const begin = writeClock(end, time - dayOf(time) * kDay, 3);
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
@@ -197,7 +197,7 @@ std::string_view withoutZeroSign(std::string_view number) {
 
 int decimalsOf(Price tickSize) {
     if (tickSize == 0) return 2;
-    int decimals = priceDecimals;
+    int decimals = kPriceDecimals;
     for (std::uint64_t rest = magnitude(tickSize); decimals > 2 && rest % 10 == 0; rest /= 10) --decimals;
     return decimals;
 }
@@ -211,26 +211,26 @@ std::optional<std::uint64_t> parseNumber(std::string_view text, std::uint64_t la
 }
 
 std::optional<Quantity> parseQuantity(std::string_view text) {
-    const auto value = parseNumber(text, static_cast<std::uint64_t>(largestQuantity));
+    const auto value = parseNumber(text, static_cast<std::uint64_t>(kLargestQuantity));
     if (!value) return {};
     return static_cast<Quantity>(*value);
 }
 
 std::optional<Price> parseScaledPrice(std::string_view text) {
     const bool negative = takeMinus(text);
-    const auto value = parseNumber(text, static_cast<std::uint64_t>(largestPrice / scaledPriceOne));
+    const auto value = parseNumber(text, static_cast<std::uint64_t>(kLargestPrice / kScaledPriceOne));
     if (!value) return {};
-    return signedPrice(*value * static_cast<std::uint64_t>(scaledPriceOne), negative);
+    return signedPrice(*value * static_cast<std::uint64_t>(kScaledPriceOne), negative);
 }
 
 std::optional<Price> parseDecimalPrice(std::string_view text) {
     const bool negative = takeMinus(text);
     const std::size_t point = std::min(text.find('.'), text.size());
-    const auto whole = parseNumber(text.substr(0, point), static_cast<std::uint64_t>(largestPrice / priceOne));
+    const auto whole = parseNumber(text.substr(0, point), static_cast<std::uint64_t>(kLargestPrice / kPriceOne));
     if (!whole) return {};
-    std::uint64_t value = *whole * static_cast<std::uint64_t>(priceOne);
+    std::uint64_t value = *whole * static_cast<std::uint64_t>(kPriceOne);
     if (point < text.size()) {
-        const auto fraction = parseFraction(text.substr(point + 1), priceDecimals);
+        const auto fraction = parseFraction(text.substr(point + 1), kPriceDecimals);
         if (!fraction) return {};
         value += *fraction;
     }
@@ -261,20 +261,20 @@ std::string formatted(const char* format, ...) {
 }
 
 std::string quoteForMessage(std::string_view text) {
-    constexpr std::size_t mostBytes = 40;
-    constexpr char hex[] = "0123456789ABCDEF";
+    constexpr std::size_t kMostBytes = 40;
+    constexpr char kHex[] = "0123456789ABCDEF";
     std::string quoted = "\"";
-    for (const char c : text.substr(0, mostBytes)) {
+    for (const char c : text.substr(0, kMostBytes)) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte >= 0x20 && byte < 0x7F) {
             quoted += c;
         } else {
             quoted += "\\x";
-            quoted += hex[byte >> 4];
-            quoted += hex[byte & 15];
+            quoted += kHex[byte >> 4];
+            quoted += kHex[byte & 15];
         }
     }
-    return quoted += text.size() > mostBytes ? "\"..." : "\"";
+    return quoted += text.size() > kMostBytes ? "\"..." : "\"";
 }
 
 }  // namespace terminal

@@ -15,7 +15,7 @@ struct TextBuffer {
     char text[40];
 };
 
-// The price with at least 2 decimals and as many as it needs up to 8: "220.51", "-0.50", "1.08345". noPrice is "".
+// The price with at least 2 decimals and as many as it needs up to 8: "220.51", "-0.50", "1.08345". kNoPrice is "".
 std::string_view formatPrice(Price price, TextBuffer& buffer);
 // Rounded half away from zero to `decimals` (0 to 8): for columns whose cells shall line up.
 std::string_view formatPrice(Price price, int decimals, TextBuffer& buffer);
@@ -32,7 +32,7 @@ int decimalsOf(Price tickSize);
 // The whole text must be the number; no blanks, no '+' sign. Empty: it is not, or it is beyond the largest.
 std::optional<Price> parseDecimalPrice(std::string_view text);  // as it stands, up to 8 decimals that are not 0
 std::optional<Price> parseScaledPrice(std::string_view text);   // an integer of 1/10,000
-std::optional<Quantity> parseQuantity(std::string_view text);   // 0 to largestQuantity
+std::optional<Quantity> parseQuantity(std::string_view text);   // 0 to kLargestQuantity
 std::optional<std::uint64_t> parseNumber(std::string_view text, std::uint64_t largest);
 // "2012-06-21 09:30:00[.f]" (or 'T' between), "09:30:00[.f]", or seconds since midnight "34200[.f]"; up to 9 decimals;
 // years 1970 to 2261; real days only; a leap second is refused.

@@ -7,12 +7,12 @@
 namespace terminal {
 
 namespace {
-constexpr std::int64_t nanosADay = 86'400'000'000'000;
-constexpr std::int64_t expiryOfDay = 55'800'000'000'000;  // 15:30
-constexpr std::chrono::days leastAhead{7};
-constexpr Price cent = priceOne / 100;
+constexpr std::int64_t kNanosADay = 86'400'000'000'000;
+constexpr std::int64_t kExpiryOfDay = 55'800'000'000'000;  // 15:30
+constexpr std::chrono::days kLeastAhead{7};
+constexpr Price kCent = kPriceOne / 100;
 
-double money(Price price) { return static_cast<double>(price) / static_cast<double>(priceOne); }
+double money(Price price) { return static_cast<double>(price) / static_cast<double>(kPriceOne); }
 
 std::chrono::sys_days lastThursday(std::chrono::year_month month) {
     return month / std::chrono::Thursday[std::chrono::last];
@@ -20,7 +20,9 @@ std::chrono::sys_days lastThursday(std::chrono::year_month month) {
 }  // namespace
 
 std::optional<Price> underlyingPrice(const Quote& quote) {
-    const auto known = [&](QuoteField field, Price price) { return quote.has(field) && price != noPrice && price > 0; };
+    const auto known = [&](QuoteField field, Price price) {
+        return quote.has(field) && price != kNoPrice && price > 0;
+    };
     if (known(quoteLast, quote.last)) return quote.last;
     if (!known(quoteBid, quote.bid) || !known(quoteAsk, quote.ask)) return {};
     return quote.bid + (quote.ask - quote.bid) / 2;
@@ -53,18 +55,18 @@ Price strikeStep(Price price) {
 
 MarketTime expiryAfter(MarketTime now) {
     using namespace std::chrono;
-    const sys_days today{days{now / nanosADay}};
+    const sys_days today{days{now / kNanosADay}};
     const year_month_day date{today};
     const year_month month = date.year() / date.month();
     sys_days day = lastThursday(month);
-    if (day - today < leastAhead) day = lastThursday(month + months{1});
-    return day.time_since_epoch().count() * nanosADay + expiryOfDay;
+    if (day - today < kLeastAhead) day = lastThursday(month + months{1});
+    return day.time_since_epoch().count() * kNanosADay + kExpiryOfDay;
 }
 
 double smileVolatility(double strike, double forward) {
-    constexpr double atTheMoney = 0.22, skew = -0.25, curvature = 1.2, lowest = 0.05, highest = 1.5;
+    constexpr double kAtTheMoney = 0.22, kSkew = -0.25, kCurvature = 1.2, kLowest = 0.05, kHighest = 1.5;
     const double distance = std::log(strike / forward);
-    return std::clamp(atTheMoney + skew * distance + curvature * distance * distance, lowest, highest);
+    return std::clamp(kAtTheMoney + kSkew * distance + kCurvature * distance * distance, kLowest, kHighest);
 }
 
 OptionFigures priceOption(OptionPricer& pricer, const OptionTerms& terms, double tick) {
@@ -83,14 +85,14 @@ OptionFigures priceOption(OptionPricer& pricer, const OptionTerms& terms, double
 // The window of strikes stays where it is until the price is a whole step off its middle: a price that swings between
 // two strikes does not make the rows jump.
 void OptionChain::placeStrikes() {
-    constexpr int middle = strikes / 2;
+    constexpr int kMiddle = kStrikes / 2;
     const Price price = m_basis.price, step = strikeStep(price);
-    if (step != m_step || std::abs(price - m_rows[middle].strike) > step) {
+    if (step != m_step || std::abs(price - m_rows[kMiddle].strike) > step) {
         m_step = step;
         const Price nearest = (price + step / 2) / step * step;
-        const Price highest = (std::min)(nearest, largestPrice - middle * step) + middle * step;
-        const Price lowest = (std::max)(step, highest - (strikes - 1) * step);
-        for (int i = 0; i < strikes; ++i) m_rows[static_cast<std::size_t>(i)].strike = lowest + i * step;
+        const Price highest = (std::min)(nearest, kLargestPrice - kMiddle * step) + kMiddle * step;
+        const Price lowest = (std::max)(step, highest - (kStrikes - 1) * step);
+        for (int i = 0; i < kStrikes; ++i) m_rows[static_cast<std::size_t>(i)].strike = lowest + i * step;
     }
     const auto distance = [price](const ChainRow& row) { return std::abs(row.strike - price); };
     const auto closest = std::min_element(
@@ -106,11 +108,11 @@ bool OptionChain::recompute(const ChainBasis& basis, std::int64_t now, OptionPri
     placeStrikes();
     OptionTerms terms;
     terms.underlying = money(basis.price);
-    terms.years = static_cast<double>(m_expiry - basis.time) / static_cast<double>(nanosADay) / 365;
-    terms.rate = rate;
-    terms.carry = basis.future ? 0 : rate;
+    terms.years = static_cast<double>(m_expiry - basis.time) / static_cast<double>(kNanosADay) / 365;
+    terms.rate = kRate;
+    terms.carry = basis.future ? 0 : kRate;
     terms.future = basis.future;
-    const double tick = money(basis.tickSize > 0 ? basis.tickSize : cent);
+    const double tick = money(basis.tickSize > 0 ? basis.tickSize : kCent);
     for (ChainRow& row : m_rows) {
         terms.strike = money(row.strike);
         for (const bool put : {false, true}) {

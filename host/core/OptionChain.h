@@ -90,13 +90,13 @@ OptionFigures priceOption(OptionPricer& pricer, const OptionTerms& terms, double
 
 class OptionChain {
 public:
-    static constexpr int strikes = 15;                     // an odd number: as many above the middle as below
-    static constexpr std::int64_t periodMicros = 500'000;  // between two recomputes at least
-    static constexpr double rate = 0.065;                  // interest a year
-    using Rows = std::array<ChainRow, strikes>;
+    static constexpr int kStrikes = 15;                     // an odd number: as many above the middle as below
+    static constexpr std::int64_t kPeriodMicros = 500'000;  // between two recomputes at least
+    static constexpr double kRate = 0.065;                  // interest a year
+    using Rows = std::array<ChainRow, kStrikes>;
 
     // Whether a period has passed since the last recompute. `now` is a steady clock's time.
-    bool due(std::int64_t now) const { return m_computed < 0 || now - m_computed >= periodMicros; }
+    bool due(std::int64_t now) const { return m_computed < 0 || now - m_computed >= kPeriodMicros; }
     // Prices every option anew unless the basis is the one already shown. False: nothing changed.
     bool recompute(const ChainBasis& basis, std::int64_t now, OptionPricer& pricer);
 

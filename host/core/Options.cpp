@@ -11,8 +11,8 @@
 namespace terminal {
 namespace {
 
-constexpr double largestSpeed = 1'000'000;
-constexpr int headlessSeconds = 15;
+constexpr double kLargestSpeed = 1'000'000;
+constexpr int kHeadlessSeconds = 15;
 
 std::string joined(const std::vector<std::string>& names, const char* between) {
     std::string all;
@@ -113,7 +113,7 @@ private:
         Speed speed;
         const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), speed.factor);
         const bool whole = error == std::errc{} && end == value.data() + value.size();
-        if (!whole || !(speed.factor > 0 && speed.factor <= largestSpeed)) fail("--speed", value, expected);
+        if (!whole || !(speed.factor > 0 && speed.factor <= kLargestSpeed)) fail("--speed", value, expected);
         return speed;
     }
 
@@ -164,7 +164,7 @@ TapeName splitTapeName(const std::string& text) {
 
 std::optional<int> secondsToRun(const Options& options) {
     if (options.seconds || !options.headless) return options.seconds;
-    return headlessSeconds;
+    return kHeadlessSeconds;
 }
 
 ParsedOptions parseOptions(int count, const char* const* arguments, const std::vector<std::string>& proofs) {

@@ -31,9 +31,9 @@ std::optional<int> secondsToRun(const Options& options);
 
 struct ParsedOptions {
     Options options;
-    std::string error;  // "" or what to print before ending with exitBadInput; the options mean nothing then
+    std::string error;  // "" or what to print before ending with kExitBadInput; the options mean nothing then
 };
-inline constexpr int exitBadInput = 2;
+inline constexpr int kExitBadInput = 2;
 
 // `arguments` without the program's name, in UTF-8. A value follows as the next argument or after a '=' (`--speed=max`)
 // and does not begin with "--" (a file of such a name is given as "./--name"). An option given twice counts the last
@@ -41,7 +41,7 @@ inline constexpr int exitBadInput = 2;
 ParsedOptions parseOptions(int count, const char* const* arguments, const std::vector<std::string>& proofs);
 
 // What must be found out before any window opens: a bad tape (checkTape), or a recording that would overwrite the tape
-// it is made from. "" or what to print before ending with exitBadInput. Writes nothing.
+// it is made from. "" or what to print before ending with kExitBadInput. Writes nothing.
 std::string checkFiles(const Options& options);
 
 std::string usageText(const std::vector<std::string>& proofs);

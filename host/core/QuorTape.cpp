@@ -10,11 +10,11 @@
 namespace terminal {
 namespace {
 
-constexpr const char* priceExpected = "a price with up to 8 decimals, at most 90000000000 in value";
-constexpr const char* quantityExpected = "a whole number from 0 to 1000000000000";
-constexpr const char* liveExpected = "the number of a live order";
-constexpr std::string_view noPriceText = "-";
-constexpr std::uint64_t mostLevels = 1'000;
+constexpr const char* kPriceExpected = "a price with up to 8 decimals, at most 90000000000 in value";
+constexpr const char* kQuantityExpected = "a whole number from 0 to 1000000000000";
+constexpr const char* kLiveExpected = "the number of a live order";
+constexpr std::string_view kNoPriceText = "-";
+constexpr std::uint64_t kMostLevels = 1'000;
 
 // One letter a field of a quote, and where it goes.
 struct PriceLetter {
@@ -22,21 +22,21 @@ struct PriceLetter {
     QuoteField field;
     Price Quote::*member;
 };
-constexpr PriceLetter priceLetters[] = {{'l', quoteLast, &Quote::last},  {'b', quoteBid, &Quote::bid},
-                                        {'a', quoteAsk, &Quote::ask},    {'o', quoteOpen, &Quote::open},
-                                        {'h', quoteHigh, &Quote::high},  {'w', quoteLow, &Quote::low},
-                                        {'c', quoteClose, &Quote::close}};
+constexpr PriceLetter kPriceLetters[] = {{'l', quoteLast, &Quote::last},  {'b', quoteBid, &Quote::bid},
+                                         {'a', quoteAsk, &Quote::ask},    {'o', quoteOpen, &Quote::open},
+                                         {'h', quoteHigh, &Quote::high},  {'w', quoteLow, &Quote::low},
+                                         {'c', quoteClose, &Quote::close}};
 struct QuantityLetter {
     char letter;
     QuoteField field;
     Quantity Quote::*member;
 };
-constexpr QuantityLetter quantityLetters[] = {{'L', quoteLastSize, &Quote::lastSize},
-                                              {'B', quoteBidSize, &Quote::bidSize},
-                                              {'A', quoteAskSize, &Quote::askSize},
-                                              {'v', quoteVolume, &Quote::volume},
-                                              {'i', quoteOpenInterest, &Quote::openInterest}};
-constexpr char valueLetter = 'u';
+constexpr QuantityLetter kQuantityLetters[] = {{'L', quoteLastSize, &Quote::lastSize},
+                                               {'B', quoteBidSize, &Quote::bidSize},
+                                               {'A', quoteAskSize, &Quote::askSize},
+                                               {'v', quoteVolume, &Quote::volume},
+                                               {'i', quoteOpenInterest, &Quote::openInterest}};
+constexpr char kValueLetter = 'u';
 
 bool mustEscape(char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -44,14 +44,14 @@ bool mustEscape(char c) {
 }
 
 void appendName(std::string& line, std::string_view name) {
-    constexpr char hex[] = "0123456789ABCDEF";
+    constexpr char kHex[] = "0123456789ABCDEF";
     for (const char c : name) {
         if (!mustEscape(c)) {
             line += c;
             continue;
         }
         const auto byte = static_cast<unsigned char>(c);
-        line += {'%', hex[byte >> 4], hex[byte & 15]};
+        line += {'%', kHex[byte >> 4], kHex[byte & 15]};
     }
 }
 
@@ -80,7 +80,7 @@ std::optional<std::string> parseName(std::string_view text) {
 
 void appendPrice(std::string& line, Price price) {
     TextBuffer buffer;
-    line += price == noPrice ? noPriceText : formatPrice(price, buffer);
+    line += price == kNoPrice ? kNoPriceText : formatPrice(price, buffer);
 }
 
 void appendNumber(std::string& line, std::uint64_t number) {
@@ -105,19 +105,19 @@ struct EventWriter {
     }
     void operator()(const Quote& q) const {
         begin('Q', q.instrument);
-        for (const PriceLetter& p : priceLetters) {
+        for (const PriceLetter& p : kPriceLetters) {
             if (!q.has(p.field)) continue;
             line += {',', p.letter};
             appendPrice(line, q.*p.member);
         }
-        for (const QuantityLetter& n : quantityLetters) {
+        for (const QuantityLetter& n : kQuantityLetters) {
             if (!q.has(n.field)) continue;
             line += {',', n.letter};
             appendQuantity(line, q.*n.member);
         }
         if (!q.has(quoteValue)) return;
         char text[32];
-        line += {',', valueLetter};
+        line += {',', kValueLetter};
         line.append(text, std::to_chars(text, std::end(text), q.value).ptr);
     }
     void operator()(const OrderEvent& e) const {
@@ -181,16 +181,16 @@ public:
         return value.value_or(0);
     }
     Quantity quantity(const char* what) {
-        return static_cast<Quantity>(number(what, static_cast<std::uint64_t>(largestQuantity), quantityExpected));
+        return static_cast<Quantity>(number(what, static_cast<std::uint64_t>(kLargestQuantity), kQuantityExpected));
     }
     Price price() { return priceOf(field()); }
     Price priceOf(std::string_view text) {
         const auto value = parseDecimalPrice(text);
-        if (!value) fail("price", text, priceExpected);
+        if (!value) fail("price", text, kPriceExpected);
         return value.value_or(0);
     }
     // A side of a book may be empty.
-    Price priceOrNoneOf(std::string_view text) { return text == noPriceText ? noPrice : priceOf(text); }
+    Price priceOrNoneOf(std::string_view text) { return text == kNoPriceText ? kNoPrice : priceOf(text); }
     Side side() {
         const std::string_view text = field();
         if (text != "B" && text != "S") fail("side", text, "B or S");
@@ -239,9 +239,9 @@ public:
 
 private:
     bool parseEvent(std::string_view text, Tick& tick, LineFault& fault) {
-        constexpr const char* eventExpected = "an event that begins with I, Q, O, M, X, T or L";
+        constexpr const char* kEventExpected = "an event that begins with I, Q, O, M, X, T or L";
         if (text.empty()) {
-            fault = {"event", text, eventExpected};
+            fault = {"event", text, kEventExpected};
             return false;
         }
         EventReader reader(text, fault);
@@ -268,7 +268,7 @@ private:
                 tick.events.emplace_back(readLevel(reader));
                 break;
             default:
-                reader.failEvent(eventExpected);
+                reader.failEvent(kEventExpected);
                 return false;
         }
         return reader.finish();
@@ -281,7 +281,7 @@ private:
             reader.fail("instrument", idText, "the next number in turn, from 0");
         news.id = static_cast<InstrumentId>(m_levels.size());
         news.tickSize = reader.price();
-        news.bookLevels = static_cast<int>(reader.number("levels", mostLevels, "a whole number from 0 to 1000"));
+        news.bookLevels = static_cast<int>(reader.number("levels", kMostLevels, "a whole number from 0 to 1000"));
         news.series = reader.name("series");
         news.symbol = reader.name("symbol");
         if (news.symbol.empty()) reader.fail("symbol", "", "at least one byte");
@@ -309,14 +309,14 @@ private:
     static bool readQuoteField(EventReader& reader, std::string_view text, Quote& news) {
         if (text.empty()) return false;
         const std::string_view value = text.substr(1);
-        for (const PriceLetter& p : priceLetters) {
+        for (const PriceLetter& p : kPriceLetters) {
             if (text.front() != p.letter || news.has(p.field)) continue;
             news.fields |= p.field;
             const bool ofBook = p.field == quoteBid || p.field == quoteAsk;
             news.*p.member = ofBook ? reader.priceOrNoneOf(value) : reader.priceOf(value);
             return true;
         }
-        for (const QuantityLetter& n : quantityLetters) {
+        for (const QuantityLetter& n : kQuantityLetters) {
             if (text.front() != n.letter || news.has(n.field)) continue;
             // A session's sum may be larger than any single quantity.
             const auto number = parseNumber(value, std::numeric_limits<Quantity>::max());
@@ -325,7 +325,7 @@ private:
             news.*n.member = static_cast<Quantity>(number.value_or(0));
             return true;
         }
-        if (text.front() != valueLetter || news.has(quoteValue)) return false;
+        if (text.front() != kValueLetter || news.has(quoteValue)) return false;
         news.fields |= quoteValue;
         const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), news.value);
         if (error != std::errc{} || end != value.data() + value.size() || !std::isfinite(news.value))
@@ -356,7 +356,7 @@ private:
         const auto id = parseNumber(text, std::numeric_limits<OrderId>::max());
         const auto live = id ? m_live.find(*id) : m_live.end();
         if (live != m_live.end()) return &live->second;
-        reader.fail("order", text, liveExpected);
+        reader.fail("order", text, kLiveExpected);
         return nullptr;
     }
 
@@ -388,14 +388,14 @@ private:
     BookLevel readLevel(EventReader& reader) {
         BookLevel news{.instrument = readId(reader), .side = reader.side()};
         const std::string_view text = reader.field();
-        const auto level = parseNumber(text, mostLevels);
+        const auto level = parseNumber(text, kMostLevels);
         const int levels = reader.good() ? m_levels[news.instrument] : 0;
         if (!level || static_cast<int>(*level) >= levels)
             reader.fail("level", text, "a level of the instrument's book");
         news.level = static_cast<int>(level.value_or(0));
         news.price = reader.priceOrNoneOf(reader.field());
         news.quantity = reader.quantity("size");
-        if ((news.price == noPrice) != (news.quantity == 0))
+        if ((news.price == kNoPrice) != (news.quantity == 0))
             reader.failEvent("size 0 with the price -, and only with it");
         return news;
     }

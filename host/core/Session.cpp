@@ -18,7 +18,7 @@ Quote Session::take(const Trade& trade) {
     if (!m_open || trade.price < m_low) set(quoteLow, news.low, m_low = trade.price);
     m_open = true;
     if (quor::addOverflows(m_volume, trade.quantity, m_volume)) m_volume = std::numeric_limits<Quantity>::max();
-    m_value += static_cast<double>(trade.price) * static_cast<double>(trade.quantity) / static_cast<double>(priceOne);
+    m_value += static_cast<double>(trade.price) * static_cast<double>(trade.quantity) / static_cast<double>(kPriceOne);
     news.volume = m_volume;
     news.value = m_value;
     return news;

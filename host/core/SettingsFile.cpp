@@ -8,8 +8,8 @@
 namespace terminal {
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool isSingleLine(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
@@ -48,7 +48,7 @@ void SettingsFile::parse(std::string_view bytes) {
         std::string_view end = feed == std::string_view::npos ? "" : "\n";
         if (!end.empty() && text.ends_with('\r')) {
             text.remove_suffix(1);
-            end = lineEnd;
+            end = kLineEnd;
         }
         m_lines.push_back({std::string(text), std::string(end), false});
         section = indexLine(m_lines.size() - 1, section);
@@ -59,7 +59,7 @@ void SettingsFile::parse(std::string_view bytes) {
 // the section before it: the keys behind it are none of that one's.
 SettingsFile::Section* SettingsFile::indexLine(std::size_t index, Section* section) {
     std::string_view text = m_lines[index].text;
-    if (index == 0 && text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    if (index == 0 && text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     const bool readable = isSingleLine(text);
     const std::size_t bracket = text.rfind(']');
     if (readable && text.starts_with('[') && bracket != std::string_view::npos) {
@@ -108,9 +108,9 @@ bool SettingsFile::set(std::string_view section, std::string_view key, std::stri
 
 // Every index behind the new line moves on by one.
 void SettingsFile::insertLine(std::size_t before, std::string text) {
-    if (before > 0 && m_lines[before - 1].end.empty()) m_lines[before - 1].end = lineEnd;
+    if (before > 0 && m_lines[before - 1].end.empty()) m_lines[before - 1].end = kLineEnd;
     m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(before),
-                   {std::move(text), std::string(lineEnd), false});
+                   {std::move(text), std::string(kLineEnd), false});
     for (auto& entry : m_sections) {
         if (entry.second.lastLine >= before) ++entry.second.lastLine;
         for (auto& key : entry.second.keyLine) {

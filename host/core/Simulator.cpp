@@ -10,17 +10,17 @@
 namespace terminal {
 namespace {
 
-constexpr MarketTime openingTime = 1'710'494'100'000'000'000;  // 2024-03-15 09:15:00
-constexpr Price cent = priceOne / 100;
+constexpr MarketTime kOpeningTime = 1'710'494'100'000'000'000;  // 2024-03-15 09:15:00
+constexpr Price kCent = kPriceOne / 100;
 
 // Of normal steps one in 6,000 begins a burst of 1,700 on average, in which the gaps are an eighth: the mean gap is
 // then (6000 + 1700 / 8) / 7700 of the normal one, and 124 % of the wanted gap gives the wanted mean.
-constexpr std::uint32_t stepsBetweenBursts = 6'000;
-constexpr std::uint32_t shortestBurst = 400;
-constexpr std::uint32_t burstSpread = 2'601;
-constexpr int burstHaste = 8;
-constexpr std::uint32_t hotIssues = 3;
-constexpr int gapPercent = 124;
+constexpr std::uint32_t kStepsBetweenBursts = 6'000;
+constexpr std::uint32_t kShortestBurst = 400;
+constexpr std::uint32_t kBurstSpread = 2'601;
+constexpr int kBurstHaste = 8;
+constexpr std::uint32_t kHotIssues = 3;
+constexpr int kGapPercent = 124;
 
 // SplitMix64 (Steele, Lea, Flood 2014): the whole state is one counter.
 class Random {
@@ -48,7 +48,7 @@ struct PriceBand {
     std::uint32_t percent;  // of all instruments
     std::int64_t lowCents, highCents, tickCents;
 };
-constexpr PriceBand priceBands[] = {
+constexpr PriceBand kPriceBands[] = {
     {20, 500, 4'999, 1}, {50, 5'000, 49'995, 5}, {25, 50'000, 299'990, 10}, {5, 300'000, 2'000'000, 50}};
 
 // An instrument of the market; its prices count ticks.
@@ -62,14 +62,14 @@ struct Issue {
 
 // Consonants and vowels in turn make names one can say; the n-th is met once only, for n below the number of names.
 std::string symbolOf(std::uint64_t n, std::uint64_t instruments) {
-    constexpr std::string_view consonants = "BCDFGHJKLMNPQRSTVWXZ", vowels = "AEIOUY";
+    constexpr std::string_view kConsonants = "BCDFGHJKLMNPQRSTVWXZ", kVowels = "AEIOUY";
     const std::string_view pattern = instruments <= 40'000 ? "cvcc" : "cvcvcc";
     std::uint64_t names = 1;
-    for (const char kind : pattern) names *= kind == 'c' ? consonants.size() : vowels.size();
+    for (const char kind : pattern) names *= kind == 'c' ? kConsonants.size() : kVowels.size();
     std::uint64_t scattered = (n * 7'919 + 1'234) % names;  // 7919 shares no factor with the number of names
     std::string symbol;
     for (const char kind : pattern) {
-        const std::string_view letters = kind == 'c' ? consonants : vowels;
+        const std::string_view letters = kind == 'c' ? kConsonants : kVowels;
         symbol += letters[scattered % letters.size()];
         scattered /= letters.size();
     }
@@ -81,7 +81,7 @@ public:
     explicit Simulator(const SimulatorSettings& settings)
         : m_count(static_cast<std::uint32_t>(std::clamp(settings.instruments, 1, 1'000'000))),
           m_ordersAimed(m_count * static_cast<std::uint32_t>(std::clamp(settings.ordersPerInstrument, 1, 100))),
-          m_meanGap(1'000'000'000LL * gapPercent / 100 / std::clamp(settings.ticksPerSecond, 1, 10'000'000)),
+          m_meanGap(1'000'000'000LL * kGapPercent / 100 / std::clamp(settings.ticksPerSecond, 1, 10'000'000)),
           m_random(settings.seed) {
         m_issues.reserve(m_count);
     }
@@ -120,9 +120,9 @@ private:
 
     void choosePrice(Issue& issue) {
         std::uint32_t draw = m_random.below(100);
-        const PriceBand* band = priceBands;
+        const PriceBand* band = kPriceBands;
         while (draw >= band->percent) draw -= band++->percent;
-        issue.tickSize = band->tickCents * cent;
+        issue.tickSize = band->tickCents * kCent;
         issue.close = m_random.between(band->lowCents / band->tickCents, band->highCents / band->tickCents);
         const std::int64_t swing = issue.close / 100 + 1;  // the night moved it by up to 1 %
         issue.bid = std::max<std::int64_t>(1, issue.close + m_random.between(-swing, swing));
@@ -142,18 +142,18 @@ private:
     void moveTime() {
         if (m_burstLeft > 0) {
             --m_burstLeft;
-        } else if (m_random.below(stepsBetweenBursts) == 0) {
-            m_burstLeft = shortestBurst + m_random.below(burstSpread);
+        } else if (m_random.below(kStepsBetweenBursts) == 0) {
+            m_burstLeft = kShortestBurst + m_random.below(kBurstSpread);
             m_burstDirection = m_random.chance(50) ? 1 : -1;
             for (InstrumentId& hot : m_hot) hot = m_random.below(m_count);
         }
-        const std::int64_t mean = m_burstLeft > 0 ? m_meanGap / burstHaste : m_meanGap;
+        const std::int64_t mean = m_burstLeft > 0 ? m_meanGap / kBurstHaste : m_meanGap;
         m_time += m_random.between(0, 2 * mean);
         m_tick->time = m_time;
     }
 
     InstrumentId chooseIssue() {
-        if (m_burstLeft > 0 && m_random.chance(80)) return m_hot[m_random.below(hotIssues)];
+        if (m_burstLeft > 0 && m_random.chance(80)) return m_hot[m_random.below(kHotIssues)];
         const std::uint32_t one = m_random.below(m_count), other = m_random.below(m_count);
         return std::min(one, other);
     }
@@ -288,10 +288,10 @@ private:
     std::vector<Issue> m_issues;
     std::vector<Order> m_live;
     OrderId m_lastOrder = 0;
-    MarketTime m_time = openingTime;
+    MarketTime m_time = kOpeningTime;
     std::uint32_t m_burstLeft = 0;  // steps
     int m_burstDirection = 1;
-    std::array<InstrumentId, hotIssues> m_hot{};
+    std::array<InstrumentId, kHotIssues> m_hot{};
     Tick* m_tick = nullptr;  // the one being made
     std::string m_noError;
 };

@@ -8,11 +8,11 @@
 namespace terminal {
 namespace {
 
-constexpr std::int64_t nanosPerLine = 1'000'000;    // 1,000 lines a second
-constexpr std::int64_t emptyPrice = 9'999'999'999;  // in the tape's 1/10,000, with either sign
-constexpr int fieldsPerLevel = 4;
-constexpr int mostLevels = 1'000;
-constexpr Price scaledPriceOne = priceOne / 10'000;
+constexpr std::int64_t kNanosPerLine = 1'000'000;    // 1,000 lines a second
+constexpr std::int64_t kEmptyPrice = 9'999'999'999;  // in the tape's 1/10,000, with either sign
+constexpr int kFieldsPerLevel = 4;
+constexpr int kMostLevels = 1'000;
+constexpr Price kScaledPriceOne = kPriceOne / 10'000;
 
 int countFields(std::string_view line) {
     int count = 1;
@@ -28,7 +28,8 @@ std::optional<BookLevel> parseLevel(std::string_view priceText, std::string_view
     const auto size = parseQuantity(sizeText);
     if (!size) return {};
     BookLevel level;
-    const bool empty = *size == 0 || *price == emptyPrice * scaledPriceOne || *price == -emptyPrice * scaledPriceOne;
+    const bool empty =
+        *size == 0 || *price == kEmptyPrice * kScaledPriceOne || *price == -kEmptyPrice * kScaledPriceOne;
     if (!empty) {
         level.price = *price;
         level.quantity = *size;
@@ -43,8 +44,8 @@ public:
     bool parse(std::string_view line, Tick& tick, LineFault& fault) override {
         const int fields = countFields(line);
         if (m_book.empty() && !begin(fields, tick)) return wrongCount(line, fault);
-        if (fields != m_instrument.bookLevels * fieldsPerLevel) return wrongCount(line, fault);
-        tick.time = m_lines++ * nanosPerLine;
+        if (fields != m_instrument.bookLevels * kFieldsPerLevel) return wrongCount(line, fault);
+        tick.time = m_lines++ * kNanosPerLine;
         m_news = {.instrument = 0, .fields = 0, .time = tick.time};
         for (int level = 0; level < m_instrument.bookLevels; ++level) {
             for (const Side side : {Side::sell, Side::buy}) {
@@ -57,8 +58,8 @@ public:
 
 private:
     bool begin(int fields, Tick& tick) {
-        if (fields % fieldsPerLevel != 0 || fields / fieldsPerLevel > mostLevels) return false;
-        m_instrument.bookLevels = fields / fieldsPerLevel;
+        if (fields % kFieldsPerLevel != 0 || fields / kFieldsPerLevel > kMostLevels) return false;
+        m_instrument.bookLevels = fields / kFieldsPerLevel;
         m_book.resize(static_cast<std::size_t>(m_instrument.bookLevels) * 2);
         tick.events.emplace_back(m_instrument);
         return true;
@@ -66,7 +67,7 @@ private:
 
     bool wrongCount(std::string_view line, LineFault& fault) {
         m_expected = m_book.empty() ? "four fields a level, at most 1000 levels"
-                                    : std::to_string(m_instrument.bookLevels * fieldsPerLevel) +
+                                    : std::to_string(m_instrument.bookLevels * kFieldsPerLevel) +
                                           " fields, as many as the first line has";
         fault = {"line of " + std::to_string(countFields(line)) + " fields", line, m_expected.c_str()};
         return false;
@@ -117,7 +118,7 @@ private:
 }  // namespace
 
 bool looksLikeSnapshot(std::string_view line) {
-    if (countFields(line) % fieldsPerLevel != 0) return false;
+    if (countFields(line) % kFieldsPerLevel != 0) return false;
     for (const char c : line) {
         if ((c < '0' || c > '9') && c != '-' && c != ',') return false;
     }

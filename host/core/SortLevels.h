@@ -15,7 +15,7 @@ struct SortLevel {
 using SortLevels = std::vector<SortLevel>;  // first level first; each column once
 
 // As many as the terminal offers; a stored text may have more.
-inline constexpr std::size_t offeredSortLevels = 3;
+inline constexpr std::size_t kOfferedSortLevels = 3;
 
 // Gives a level a column and keeps its order. A level behind the last one is added as the next, rising. A column that
 // another level has changes place with this level's; without one here, it leaves that level.

@@ -21,13 +21,13 @@ public:
     std::int64_t median() const { return percentile(50); }
 
 private:
-    static constexpr int exactValues = 64;
-    static constexpr int steps = 32;  // buckets for each doubling above
-    static constexpr int doublings = 57;
+    static constexpr int kExactValues = 64;
+    static constexpr int kSteps = 32;  // buckets for each doubling above
+    static constexpr int kDoublings = 57;
     static int bucketOf(std::int64_t value);
     static std::int64_t bucketEnd(int bucket);
 
-    std::array<std::int64_t, exactValues + steps * doublings> m_buckets{};
+    std::array<std::int64_t, kExactValues + kSteps * kDoublings> m_buckets{};
     std::int64_t m_count = 0;
     std::int64_t m_largest = 0;
 };
@@ -40,11 +40,11 @@ public:
     double perSecond(std::int64_t nowMicros);
 
 private:
-    static constexpr std::int64_t slotMicros = 100'000;
-    static constexpr int slots = 11;  // ten that are full and the one that fills
+    static constexpr std::int64_t kSlotMicros = 100'000;
+    static constexpr int kSlots = 11;  // ten that are full and the one that fills
     void moveTo(std::int64_t slot);
 
-    std::array<std::int64_t, slots> m_slots{};
+    std::array<std::int64_t, kSlots> m_slots{};
     std::int64_t m_current = 0;
     std::int64_t m_first = -1;  // slot of the first add; -1: none yet
 };
@@ -63,10 +63,10 @@ public:
     Halves halves() const;
 
 private:
-    static constexpr std::size_t slots = 64;
+    static constexpr std::size_t kSlots = 64;
     void makeRoom();
 
-    std::array<std::int64_t, slots> m_slots{};
+    std::array<std::int64_t, kSlots> m_slots{};
     std::int64_t m_begin = -1;
     std::int64_t m_end = -1;
     std::int64_t m_span = 100'000;  // microseconds of a slot

@@ -7,11 +7,11 @@
 namespace terminal {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";  // what some editors put before UTF-8
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // what some editors put before UTF-8
 
 class Tape final : public TickSource {
 public:
-    explicit Tape(TapeName name) : m_name(std::move(name)), m_lines(m_name.file, longestTapeLine) {}
+    explicit Tape(TapeName name) : m_name(std::move(name)), m_lines(m_name.file, kLongestTapeLine) {}
 
     Next next(Tick& tick) override {
         tick.time = 0;
@@ -37,7 +37,8 @@ private:
                 case LineReader::Next::tooLong:
                     return badLine({"line", line, "a line of at most 1048576 bytes"});
             }
-            if (m_lines.lineNumber() == 1 && line.starts_with(byteOrderMark)) line.remove_prefix(byteOrderMark.size());
+            if (m_lines.lineNumber() == 1 && line.starts_with(kByteOrderMark))
+                line.remove_prefix(kByteOrderMark.size());
             if (line.empty()) continue;
             if (!m_format) {
                 const bool header = !looksLikeSnapshot(line);
@@ -50,9 +51,9 @@ private:
     }
 
     bool recognise(std::string_view line) {
-        if (line == quorTapeHeader)
+        if (line == kQuorTapeHeader)
             m_format = makeQuorTape();
-        else if (line == tradesTapeHeader)
+        else if (line == kTradesTapeHeader)
             m_format = makeTradesTape(m_name.symbol);
         else if (looksLikeSnapshot(line))
             m_format = makeSnapshotTape(m_name.symbol);
@@ -90,9 +91,9 @@ std::string_view takeField(std::string_view& rest, char separator, bool& more) {
 std::string checkTape(const TapeName& name) {
     Tape tape(name);
     Tick tick;
-    while (tape.lineNumber() < checkedTapeLines) {
+    while (tape.lineNumber() < kCheckedTapeLines) {
         const TickSource::Next next = tape.next(tick);
-        if (next == TickSource::Next::failed && tape.lineNumber() <= checkedTapeLines) return tape.error();
+        if (next == TickSource::Next::failed && tape.lineNumber() <= kCheckedTapeLines) return tape.error();
         if (next != TickSource::Next::tick) break;
     }
     return {};

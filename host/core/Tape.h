@@ -15,9 +15,9 @@ struct TapeName {
 };
 
 // No line is longer than this, its end not counted; a longer one is a bad line.
-inline constexpr std::size_t longestTapeLine = 1 << 20;
+inline constexpr std::size_t kLongestTapeLine = 1 << 20;
 // Lines that checkTape reads: an error among them is found before any window opens.
-inline constexpr int checkedTapeLines = 1'000;
+inline constexpr int kCheckedTapeLines = 1'000;
 
 // Reads the first lines as the feed will and forgets them. Returns "" if they are good, else the message: the file
 // cannot be opened, is empty, is none of the formats, or "FILE: line N: what: found ..., expected ...".

@@ -29,8 +29,8 @@ public:
 std::string_view takeField(std::string_view& rest, char separator, bool& more);
 
 // The header lines that name the formats; letter case and blanks count.
-inline constexpr std::string_view quorTapeHeader = "quor-tape 1";
-inline constexpr std::string_view tradesTapeHeader = "Time,Price,Volume";
+inline constexpr std::string_view kQuorTapeHeader = "quor-tape 1";
+inline constexpr std::string_view kTradesTapeHeader = "Time,Price,Volume";
 // A snapshot tape has no header: its first line must look like one of its lines.
 bool looksLikeSnapshot(std::string_view line);
 

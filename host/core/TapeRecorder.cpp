@@ -7,12 +7,12 @@
 namespace terminal {
 namespace {
 
-constexpr std::size_t writeSize = 256 * 1024;
+constexpr std::size_t kWriteSize = 256 * 1024;
 
 }  // namespace
 
 TapeRecorder::TapeRecorder(const std::string& file) : m_fileName(file), m_file(openFile(file, "wb")) {
-    m_buffer.assign(quorTapeHeader);
+    m_buffer.assign(kQuorTapeHeader);
     m_buffer += '\n';
     if (!m_file) fail("cannot be opened for writing");
 }
@@ -48,7 +48,7 @@ void TapeRecorder::tickEnd(MarketTime time) {
         m_buffer += formatDateTime(time, buffer);
         m_buffer += m_tick;
         m_buffer += '\n';
-        if (m_buffer.size() >= writeSize) flush();
+        if (m_buffer.size() >= kWriteSize) flush();
     }
     m_tick.clear();
 }

@@ -6,10 +6,10 @@
 namespace terminal {
 namespace {
 
-constexpr const char* timeExpected = "a time such as 2012-06-21 09:30:00.017460000, 09:30:00.5 or 34200.5";
-constexpr const char* priceExpected =
+constexpr const char* kTimeExpected = "a time such as 2012-06-21 09:30:00.017460000, 09:30:00.5 or 34200.5";
+constexpr const char* kPriceExpected =
     "an integer of 1/10000 or a number with a decimal point and up to 8 decimals, at most 90000000000 in value";
-constexpr const char* volumeExpected = "a whole number from 0 to 1000000000000";
+constexpr const char* kVolumeExpected = "a whole number from 0 to 1000000000000";
 
 std::optional<Price> parsePrice(std::string_view text) {
     return text.find('.') == std::string_view::npos ? parseScaledPrice(text) : parseDecimalPrice(text);
@@ -29,11 +29,11 @@ public:
         const auto price = parsePrice(fields[1]);
         const auto volume = parseQuantity(fields[2]);
         if (!time)
-            fault = {"time", fields[0], timeExpected};
+            fault = {"time", fields[0], kTimeExpected};
         else if (!price)
-            fault = {"price", fields[1], priceExpected};
+            fault = {"price", fields[1], kPriceExpected};
         else if (!volume)
-            fault = {"volume", fields[2], volumeExpected};
+            fault = {"volume", fields[2], kVolumeExpected};
         if (!time || !price || !volume) return false;
         deliver(Trade{.instrument = 0, .price = *price, .quantity = *volume, .time = *time}, tick);
         return true;

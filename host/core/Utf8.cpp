@@ -10,7 +10,7 @@ namespace terminal {
 
 namespace {
 
-constexpr UINT listCodePage = 1252;
+constexpr UINT kListCodePage = 1252;
 
 int sizeOf(std::string_view text) { return static_cast<int>(text.size()); }
 
@@ -24,8 +24,8 @@ std::wstring wideIn(UINT page, DWORD flags, std::string_view text) {
 
 // `otherwise` stands for what the page does not have; null where that cannot be.
 std::string narrowIn(UINT page, DWORD flags, std::wstring_view text, const char* otherwise) {
-    constexpr std::size_t mostBytes = 4;  // a character
-    std::string narrow(text.size() * mostBytes, '\0');
+    constexpr std::size_t kMostBytes = 4;  // a character
+    std::string narrow(text.size() * kMostBytes, '\0');
     const int length = WideCharToMultiByte(page, flags, text.data(), static_cast<int>(text.size()), narrow.data(),
                                            sizeOf(narrow), otherwise, nullptr);
     narrow.resize(static_cast<std::size_t>(length));
@@ -36,13 +36,13 @@ std::string narrowIn(UINT page, DWORD flags, std::wstring_view text, const char*
 
 std::wstring wideText(std::string_view text) {
     const std::wstring wide = wideIn(CP_UTF8, MB_ERR_INVALID_CHARS, text);
-    return wide.empty() ? wideIn(listCodePage, 0, text) : wide;
+    return wide.empty() ? wideIn(kListCodePage, 0, text) : wide;
 }
 
 std::string utf8Text(std::wstring_view text) { return narrowIn(CP_UTF8, 0, text, nullptr); }
 
 std::string codePageText(std::string_view text) {
-    return narrowIn(listCodePage, WC_NO_BEST_FIT_CHARS, wideText(text), "_");
+    return narrowIn(kListCodePage, WC_NO_BEST_FIT_CHARS, wideText(text), "_");
 }
 
 std::string codePageFolder(std::string_view folder) {
@@ -50,8 +50,8 @@ std::string codePageFolder(std::string_view folder) {
     std::wstring brief(GetShortPathNameW(wide.c_str(), nullptr, 0), L'\0');
     brief.resize(GetShortPathNameW(wide.c_str(), brief.data(), static_cast<DWORD>(brief.size())));
     for (const std::wstring& name : {wide, brief}) {
-        const std::string narrow = narrowIn(listCodePage, WC_NO_BEST_FIT_CHARS, name, "_");
-        if (wideIn(listCodePage, 0, narrow) == name) return narrow;
+        const std::string narrow = narrowIn(kListCodePage, WC_NO_BEST_FIT_CHARS, name, "_");
+        if (wideIn(kListCodePage, 0, narrow) == name) return narrow;
     }
     return {};
 }

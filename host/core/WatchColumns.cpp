@@ -15,7 +15,7 @@ namespace {
 using Cell = const WatchCell&;
 using View = std::string_view;
 
-constexpr double one = static_cast<double>(priceOne);
+constexpr double kOne = static_cast<double>(kPriceOne);
 
 [[gnu::format(printf, 2, 3)]] View print(Cell cell, const char* format, ...) {
     va_list values;
@@ -27,19 +27,19 @@ constexpr double one = static_cast<double>(priceOne);
 }
 
 View price(Cell cell, Price value) {
-    return value == noPrice ? View() : formatPrice(value, decimalsOf(cell.data.instrument.tickSize), cell.buffer);
+    return value == kNoPrice ? View() : formatPrice(value, decimalsOf(cell.data.instrument.tickSize), cell.buffer);
 }
 
 // A price out of a division, rounded as the instrument's prices are.
 View meanPrice(Cell cell, double units) {
-    return std::abs(units) < static_cast<double>(largestPrice) ? price(cell, static_cast<Price>(std::llround(units)))
-                                                               : View();
+    return std::abs(units) < static_cast<double>(kLargestPrice) ? price(cell, static_cast<Price>(std::llround(units)))
+                                                                : View();
 }
 
-// noPrice for a difference that no price can be: two hostile prices lie further apart than a number holds.
+// kNoPrice for a difference that no price can be: two hostile prices lie further apart than a number holds.
 Price minus(Price of, Price from) {
     Price result = 0;
-    return quor::subtractOverflows(of, from, result) ? noPrice : result;
+    return quor::subtractOverflows(of, from, result) ? kNoPrice : result;
 }
 double units(Price price) { return static_cast<double>(price); }
 
@@ -133,8 +133,8 @@ View percentAgainst(Cell cell) {
 // The average price of the session's trades in units of Price; 0: there is none.
 double averageOf(const Quote& quote) {
     if (!quote.has(quoteValue) || !quote.has(quoteVolume) || quote.volume <= 0) return 0;
-    const double mean = quote.value / static_cast<double>(quote.volume) * one;
-    return mean > 0 && mean < units(largestPrice) ? mean : 0;
+    const double mean = quote.value / static_cast<double>(quote.volume) * kOne;
+    return mean > 0 && mean < units(kLargestPrice) ? mean : 0;
 }
 View average(Cell cell) {
     const double mean = averageOf(cell.data.quote);
@@ -154,7 +154,7 @@ View value(Cell cell) { return cell.data.quote.has(quoteValue) ? print(cell, "%.
 View lastValue(Cell cell) {
     const Quote& quote = cell.data.quote;
     return both(cell, quoteLast, quoteLastSize)
-               ? print(cell, "%.2f", static_cast<double>(quote.last) / one * static_cast<double>(quote.lastSize))
+               ? print(cell, "%.2f", static_cast<double>(quote.last) / kOne * static_cast<double>(quote.lastSize))
                : View();
 }
 
@@ -170,7 +170,7 @@ View spreadTicks(Cell cell) {
     const Price tick = cell.data.instrument.tickSize;
     if (!twoSided(cell) || tick <= 0) return {};
     const Price width = minus(cell.data.quote.ask, cell.data.quote.bid);
-    return width == noPrice ? View() : print(cell, "%lld", static_cast<long long>(width / tick));
+    return width == kNoPrice ? View() : print(cell, "%lld", static_cast<long long>(width / tick));
 }
 View middle(Cell cell) {
     return twoSided(cell) ? meanPrice(cell, (units(cell.data.quote.bid) + units(cell.data.quote.ask)) / 2) : View();
@@ -214,7 +214,7 @@ View rangePosition(Cell cell) {
 
 View tickChange(Cell cell) {
     const Price before = cell.data.lastBefore;
-    return before == noPrice ? View() : difference(cell, cell.data.quote.last, before);
+    return before == kNoPrice ? View() : difference(cell, cell.data.quote.last, before);
 }
 View direction(Cell cell) {
     return cell.data.direction == Move::up ? "Up" : cell.data.direction == Move::down ? "Down" : View();
@@ -253,139 +253,139 @@ View notTraded(Cell) { return "-"; }
 
 constexpr int kLeft = 0, kRight = 1;
 constexpr int kText = 3, kWhole = 4, kDecimal = 5, kMoment = 6;
-constexpr auto plain = WatchTone::plain, dim = WatchTone::dim, sign = WatchTone::sign, buy = WatchTone::buy,
-               sell = WatchTone::sell;
-constexpr auto B = Side::buy, S = Side::sell;
+constexpr auto kPlain = WatchTone::plain, kDim = WatchTone::dim, kSign = WatchTone::sign, kBuy = WatchTone::buy,
+               kSell = WatchTone::sell;
+constexpr auto kB = Side::buy, kS = Side::sell;
 
-constexpr std::array<WatchColumnInfo, watchBuiltInColumns> columns{{
+constexpr std::array<WatchColumnInfo, kWatchBuiltInColumns> kColumns{{
     {"Symbol", 92, kLeft, kText, WatchTone::symbol, symbol},
-    {"Series", 52, kLeft, kText, dim, series},
+    {"Series", 52, kLeft, kText, kDim, series},
     {"Last", 78, kRight, kDecimal, WatchTone::direction, priceOf<quoteLast, &Quote::last>},
-    {"LTQ", 62, kRight, kDecimal, plain, quantityOf<quoteLastSize, &Quote::lastSize>},
-    {"Change", 70, kRight, kDecimal, sign, against<quoteLast, &Quote::last, quoteClose, &Quote::close>},
-    {"Change %", 70, kRight, kDecimal, sign, percentAgainst<quoteLast, &Quote::last, quoteClose, &Quote::close>},
-    {"Bid Qty", 66, kRight, kDecimal, buy, quantityOf<quoteBidSize, &Quote::bidSize>},
-    {"Bid", 78, kRight, kDecimal, buy, priceOf<quoteBid, &Quote::bid>},
-    {"Ask", 78, kRight, kDecimal, sell, priceOf<quoteAsk, &Quote::ask>},
-    {"Ask Qty", 66, kRight, kDecimal, sell, quantityOf<quoteAskSize, &Quote::askSize>},
-    {"Open", 78, kRight, kDecimal, plain, priceOf<quoteOpen, &Quote::open>},
-    {"High", 78, kRight, kDecimal, plain, priceOf<quoteHigh, &Quote::high>},
-    {"Low", 78, kRight, kDecimal, plain, priceOf<quoteLow, &Quote::low>},
-    {"Close", 78, kRight, kDecimal, plain, priceOf<quoteClose, &Quote::close>},
-    {"Volume", 88, kRight, kDecimal, plain, quantityOf<quoteVolume, &Quote::volume>},
-    {"Average", 78, kRight, kDecimal, plain, average},
-    {"OI", 82, kRight, kDecimal, dim, quantityOf<quoteOpenInterest, &Quote::openInterest>},
-    {"Time", 74, kRight, kMoment, dim, time},
+    {"LTQ", 62, kRight, kDecimal, kPlain, quantityOf<quoteLastSize, &Quote::lastSize>},
+    {"Change", 70, kRight, kDecimal, kSign, against<quoteLast, &Quote::last, quoteClose, &Quote::close>},
+    {"Change %", 70, kRight, kDecimal, kSign, percentAgainst<quoteLast, &Quote::last, quoteClose, &Quote::close>},
+    {"Bid Qty", 66, kRight, kDecimal, kBuy, quantityOf<quoteBidSize, &Quote::bidSize>},
+    {"Bid", 78, kRight, kDecimal, kBuy, priceOf<quoteBid, &Quote::bid>},
+    {"Ask", 78, kRight, kDecimal, kSell, priceOf<quoteAsk, &Quote::ask>},
+    {"Ask Qty", 66, kRight, kDecimal, kSell, quantityOf<quoteAskSize, &Quote::askSize>},
+    {"Open", 78, kRight, kDecimal, kPlain, priceOf<quoteOpen, &Quote::open>},
+    {"High", 78, kRight, kDecimal, kPlain, priceOf<quoteHigh, &Quote::high>},
+    {"Low", 78, kRight, kDecimal, kPlain, priceOf<quoteLow, &Quote::low>},
+    {"Close", 78, kRight, kDecimal, kPlain, priceOf<quoteClose, &Quote::close>},
+    {"Volume", 88, kRight, kDecimal, kPlain, quantityOf<quoteVolume, &Quote::volume>},
+    {"Average", 78, kRight, kDecimal, kPlain, average},
+    {"OI", 82, kRight, kDecimal, kDim, quantityOf<quoteOpenInterest, &Quote::openInterest>},
+    {"Time", 74, kRight, kMoment, kDim, time},
 
-    {"Value", 110, kRight, kDecimal, plain, value},
-    {"Spread", 62, kRight, kDecimal, dim, spread},
-    {"Spread %", 68, kRight, kDecimal, dim, spreadPercent},
-    {"Spread Ticks", 84, kRight, kDecimal, dim, spreadTicks},
-    {"Widest Spread", 94, kRight, kDecimal, dim, priceIn<&WatchData::widestSpread>},
-    {"Narrowest Spread", 110, kRight, kDecimal, dim, priceIn<&WatchData::narrowestSpread>},
-    {"Mid", 78, kRight, kDecimal, plain, middle},
-    {"Weighted Mid", 90, kRight, kDecimal, plain, weightedMiddle},
+    {"Value", 110, kRight, kDecimal, kPlain, value},
+    {"Spread", 62, kRight, kDecimal, kDim, spread},
+    {"Spread %", 68, kRight, kDecimal, kDim, spreadPercent},
+    {"Spread Ticks", 84, kRight, kDecimal, kDim, spreadTicks},
+    {"Widest Spread", 94, kRight, kDecimal, kDim, priceIn<&WatchData::widestSpread>},
+    {"Narrowest Spread", 110, kRight, kDecimal, kDim, priceIn<&WatchData::narrowestSpread>},
+    {"Mid", 78, kRight, kDecimal, kPlain, middle},
+    {"Weighted Mid", 90, kRight, kDecimal, kPlain, weightedMiddle},
 
-    {"Date", 80, kRight, kMoment, dim, date},
-    {"Trade Time", 78, kRight, kMoment, dim, timeOf<&WatchData::tradeTime>},
-    {"Quote Time", 78, kRight, kMoment, dim, timeOf<&WatchData::quoteTime>},
-    {"Order Time", 78, kRight, kMoment, dim, timeOf<&WatchData::orderTime>},
-    {"Open Time", 78, kRight, kMoment, dim, timeOf<&WatchData::openTime>},
-    {"High Time", 78, kRight, kMoment, dim, timeOf<&WatchData::highTime>},
-    {"Low Time", 78, kRight, kMoment, dim, timeOf<&WatchData::lowTime>},
+    {"Date", 80, kRight, kMoment, kDim, date},
+    {"Trade Time", 78, kRight, kMoment, kDim, timeOf<&WatchData::tradeTime>},
+    {"Quote Time", 78, kRight, kMoment, kDim, timeOf<&WatchData::quoteTime>},
+    {"Order Time", 78, kRight, kMoment, kDim, timeOf<&WatchData::orderTime>},
+    {"Open Time", 78, kRight, kMoment, kDim, timeOf<&WatchData::openTime>},
+    {"High Time", 78, kRight, kMoment, kDim, timeOf<&WatchData::highTime>},
+    {"Low Time", 78, kRight, kMoment, kDim, timeOf<&WatchData::lowTime>},
 
-    {"Bid 2", 78, kRight, kDecimal, buy, depthPrice<B, 2>},
-    {"Bid 3", 78, kRight, kDecimal, buy, depthPrice<B, 3>},
-    {"Bid 4", 78, kRight, kDecimal, buy, depthPrice<B, 4>},
-    {"Bid 5", 78, kRight, kDecimal, buy, depthPrice<B, 5>},
-    {"Bid Qty 2", 70, kRight, kDecimal, buy, depthSize<B, 2>},
-    {"Bid Qty 3", 70, kRight, kDecimal, buy, depthSize<B, 3>},
-    {"Bid Qty 4", 70, kRight, kDecimal, buy, depthSize<B, 4>},
-    {"Bid Qty 5", 70, kRight, kDecimal, buy, depthSize<B, 5>},
-    {"Bid Orders", 74, kRight, kWhole, buy, depthOrders<B, 1>},
-    {"Bid Orders 2", 84, kRight, kWhole, buy, depthOrders<B, 2>},
-    {"Bid Orders 3", 84, kRight, kWhole, buy, depthOrders<B, 3>},
-    {"Bid Orders 4", 84, kRight, kWhole, buy, depthOrders<B, 4>},
-    {"Bid Orders 5", 84, kRight, kWhole, buy, depthOrders<B, 5>},
-    {"Ask 2", 78, kRight, kDecimal, sell, depthPrice<S, 2>},
-    {"Ask 3", 78, kRight, kDecimal, sell, depthPrice<S, 3>},
-    {"Ask 4", 78, kRight, kDecimal, sell, depthPrice<S, 4>},
-    {"Ask 5", 78, kRight, kDecimal, sell, depthPrice<S, 5>},
-    {"Ask Qty 2", 70, kRight, kDecimal, sell, depthSize<S, 2>},
-    {"Ask Qty 3", 70, kRight, kDecimal, sell, depthSize<S, 3>},
-    {"Ask Qty 4", 70, kRight, kDecimal, sell, depthSize<S, 4>},
-    {"Ask Qty 5", 70, kRight, kDecimal, sell, depthSize<S, 5>},
-    {"Ask Orders", 74, kRight, kWhole, sell, depthOrders<S, 1>},
-    {"Ask Orders 2", 84, kRight, kWhole, sell, depthOrders<S, 2>},
-    {"Ask Orders 3", 84, kRight, kWhole, sell, depthOrders<S, 3>},
-    {"Ask Orders 4", 84, kRight, kWhole, sell, depthOrders<S, 4>},
-    {"Ask Orders 5", 84, kRight, kWhole, sell, depthOrders<S, 5>},
-    {"Total Bid Qty", 88, kRight, kDecimal, buy, totalSize<B>},
-    {"Total Ask Qty", 88, kRight, kDecimal, sell, totalSize<S>},
-    {"Imbalance %", 84, kRight, kDecimal, sign, imbalance},
-    {"Live Orders", 80, kRight, kDecimal, dim, liveOrders},
+    {"Bid 2", 78, kRight, kDecimal, kBuy, depthPrice<kB, 2>},
+    {"Bid 3", 78, kRight, kDecimal, kBuy, depthPrice<kB, 3>},
+    {"Bid 4", 78, kRight, kDecimal, kBuy, depthPrice<kB, 4>},
+    {"Bid 5", 78, kRight, kDecimal, kBuy, depthPrice<kB, 5>},
+    {"Bid Qty 2", 70, kRight, kDecimal, kBuy, depthSize<kB, 2>},
+    {"Bid Qty 3", 70, kRight, kDecimal, kBuy, depthSize<kB, 3>},
+    {"Bid Qty 4", 70, kRight, kDecimal, kBuy, depthSize<kB, 4>},
+    {"Bid Qty 5", 70, kRight, kDecimal, kBuy, depthSize<kB, 5>},
+    {"Bid Orders", 74, kRight, kWhole, kBuy, depthOrders<kB, 1>},
+    {"Bid Orders 2", 84, kRight, kWhole, kBuy, depthOrders<kB, 2>},
+    {"Bid Orders 3", 84, kRight, kWhole, kBuy, depthOrders<kB, 3>},
+    {"Bid Orders 4", 84, kRight, kWhole, kBuy, depthOrders<kB, 4>},
+    {"Bid Orders 5", 84, kRight, kWhole, kBuy, depthOrders<kB, 5>},
+    {"Ask 2", 78, kRight, kDecimal, kSell, depthPrice<kS, 2>},
+    {"Ask 3", 78, kRight, kDecimal, kSell, depthPrice<kS, 3>},
+    {"Ask 4", 78, kRight, kDecimal, kSell, depthPrice<kS, 4>},
+    {"Ask 5", 78, kRight, kDecimal, kSell, depthPrice<kS, 5>},
+    {"Ask Qty 2", 70, kRight, kDecimal, kSell, depthSize<kS, 2>},
+    {"Ask Qty 3", 70, kRight, kDecimal, kSell, depthSize<kS, 3>},
+    {"Ask Qty 4", 70, kRight, kDecimal, kSell, depthSize<kS, 4>},
+    {"Ask Qty 5", 70, kRight, kDecimal, kSell, depthSize<kS, 5>},
+    {"Ask Orders", 74, kRight, kWhole, kSell, depthOrders<kS, 1>},
+    {"Ask Orders 2", 84, kRight, kWhole, kSell, depthOrders<kS, 2>},
+    {"Ask Orders 3", 84, kRight, kWhole, kSell, depthOrders<kS, 3>},
+    {"Ask Orders 4", 84, kRight, kWhole, kSell, depthOrders<kS, 4>},
+    {"Ask Orders 5", 84, kRight, kWhole, kSell, depthOrders<kS, 5>},
+    {"Total Bid Qty", 88, kRight, kDecimal, kBuy, totalSize<kB>},
+    {"Total Ask Qty", 88, kRight, kDecimal, kSell, totalSize<kS>},
+    {"Imbalance %", 84, kRight, kDecimal, kSign, imbalance},
+    {"Live Orders", 80, kRight, kDecimal, kDim, liveOrders},
 
-    {"Range", 70, kRight, kDecimal, plain, range},
-    {"Range %", 66, kRight, kDecimal, plain, rangePercent},
-    {"Range Position", 94, kRight, kDecimal, plain, rangePosition},
-    {"Gap", 70, kRight, kDecimal, sign, against<quoteOpen, &Quote::open, quoteClose, &Quote::close>},
-    {"Gap %", 66, kRight, kDecimal, sign, percentAgainst<quoteOpen, &Quote::open, quoteClose, &Quote::close>},
-    {"From Open", 74, kRight, kDecimal, sign, against<quoteLast, &Quote::last, quoteOpen, &Quote::open>},
-    {"From Open %", 84, kRight, kDecimal, sign, percentAgainst<quoteLast, &Quote::last, quoteOpen, &Quote::open>},
-    {"From High", 74, kRight, kDecimal, sign, against<quoteLast, &Quote::last, quoteHigh, &Quote::high>},
-    {"From Low", 74, kRight, kDecimal, sign, against<quoteLast, &Quote::last, quoteLow, &Quote::low>},
-    {"From Low %", 80, kRight, kDecimal, sign, percentAgainst<quoteLast, &Quote::last, quoteLow, &Quote::low>},
-    {"From Average", 90, kRight, kDecimal, sign, fromAverage},
-    {"From Average %", 98, kRight, kDecimal, sign, fromAveragePercent},
+    {"Range", 70, kRight, kDecimal, kPlain, range},
+    {"Range %", 66, kRight, kDecimal, kPlain, rangePercent},
+    {"Range Position", 94, kRight, kDecimal, kPlain, rangePosition},
+    {"Gap", 70, kRight, kDecimal, kSign, against<quoteOpen, &Quote::open, quoteClose, &Quote::close>},
+    {"Gap %", 66, kRight, kDecimal, kSign, percentAgainst<quoteOpen, &Quote::open, quoteClose, &Quote::close>},
+    {"From Open", 74, kRight, kDecimal, kSign, against<quoteLast, &Quote::last, quoteOpen, &Quote::open>},
+    {"From Open %", 84, kRight, kDecimal, kSign, percentAgainst<quoteLast, &Quote::last, quoteOpen, &Quote::open>},
+    {"From High", 74, kRight, kDecimal, kSign, against<quoteLast, &Quote::last, quoteHigh, &Quote::high>},
+    {"From Low", 74, kRight, kDecimal, kSign, against<quoteLast, &Quote::last, quoteLow, &Quote::low>},
+    {"From Low %", 80, kRight, kDecimal, kSign, percentAgainst<quoteLast, &Quote::last, quoteLow, &Quote::low>},
+    {"From Average", 90, kRight, kDecimal, kSign, fromAverage},
+    {"From Average %", 98, kRight, kDecimal, kSign, fromAveragePercent},
 
-    {"Last Before", 80, kRight, kDecimal, dim, priceIn<&WatchData::lastBefore>},
-    {"Tick Change", 80, kRight, kDecimal, sign, tickChange},
+    {"Last Before", 80, kRight, kDecimal, kDim, priceIn<&WatchData::lastBefore>},
+    {"Tick Change", 80, kRight, kDecimal, kSign, tickChange},
     {"Direction", 66, kLeft, kText, WatchTone::direction, direction},
-    {"Up Ticks", 66, kRight, kDecimal, buy, countOf<&WatchData::upTicks>},
-    {"Down Ticks", 76, kRight, kDecimal, sell, countOf<&WatchData::downTicks>},
-    {"Trades", 66, kRight, kDecimal, plain, countOf<&WatchData::trades>},
-    {"Average Trade", 92, kRight, kDecimal, plain, averageTrade},
-    {"Largest Trade", 90, kRight, kDecimal, plain, countOf<&WatchData::largestTrade>},
-    {"Last Value", 96, kRight, kDecimal, plain, lastValue},
-    {"Bought at Ask", 92, kRight, kDecimal, buy, countOf<&WatchData::boughtAtAsk>},
-    {"Sold at Bid", 86, kRight, kDecimal, sell, countOf<&WatchData::soldAtBid>},
-    {"Flow", 80, kRight, kDecimal, sign, flow},
-    {"Updates", 70, kRight, kDecimal, dim, countOf<&WatchData::updates>},
-    {"Quote Updates", 92, kRight, kDecimal, dim, countOf<&WatchData::quoteUpdates>},
-    {"Orders Added", 88, kRight, kDecimal, dim, countOf<&WatchData::orderAdds>},
-    {"Orders Changed", 98, kRight, kDecimal, dim, countOf<&WatchData::orderChanges>},
-    {"Orders Removed", 100, kRight, kDecimal, dim, countOf<&WatchData::orderRemoves>},
+    {"Up Ticks", 66, kRight, kDecimal, kBuy, countOf<&WatchData::upTicks>},
+    {"Down Ticks", 76, kRight, kDecimal, kSell, countOf<&WatchData::downTicks>},
+    {"Trades", 66, kRight, kDecimal, kPlain, countOf<&WatchData::trades>},
+    {"Average Trade", 92, kRight, kDecimal, kPlain, averageTrade},
+    {"Largest Trade", 90, kRight, kDecimal, kPlain, countOf<&WatchData::largestTrade>},
+    {"Last Value", 96, kRight, kDecimal, kPlain, lastValue},
+    {"Bought at Ask", 92, kRight, kDecimal, kBuy, countOf<&WatchData::boughtAtAsk>},
+    {"Sold at Bid", 86, kRight, kDecimal, kSell, countOf<&WatchData::soldAtBid>},
+    {"Flow", 80, kRight, kDecimal, kSign, flow},
+    {"Updates", 70, kRight, kDecimal, kDim, countOf<&WatchData::updates>},
+    {"Quote Updates", 92, kRight, kDecimal, kDim, countOf<&WatchData::quoteUpdates>},
+    {"Orders Added", 88, kRight, kDecimal, kDim, countOf<&WatchData::orderAdds>},
+    {"Orders Changed", 98, kRight, kDecimal, kDim, countOf<&WatchData::orderChanges>},
+    {"Orders Removed", 100, kRight, kDecimal, kDim, countOf<&WatchData::orderRemoves>},
 
-    {"OI Change", 80, kRight, kDecimal, sign, openInterestChange},
-    {"OI Change %", 84, kRight, kDecimal, sign, openInterestPercent},
-    {"OI High", 82, kRight, kDecimal, dim, openInterestOf<&WatchData::highOpenInterest>},
-    {"OI Low", 82, kRight, kDecimal, dim, openInterestOf<&WatchData::lowOpenInterest>},
+    {"OI Change", 80, kRight, kDecimal, kSign, openInterestChange},
+    {"OI Change %", 84, kRight, kDecimal, kSign, openInterestPercent},
+    {"OI High", 82, kRight, kDecimal, kDim, openInterestOf<&WatchData::highOpenInterest>},
+    {"OI Low", 82, kRight, kDecimal, kDim, openInterestOf<&WatchData::lowOpenInterest>},
 
-    {"Underlying", 92, kLeft, kText, dim, notTraded},
-    {"Option Type", 80, kLeft, kText, dim, notTraded},
-    {"Strike", 78, kRight, kDecimal, dim, notTraded},
-    {"Expiry", 80, kRight, kMoment, dim, notTraded},
-    {"Days to Expiry", 90, kRight, kDecimal, dim, notTraded},
-    {"Implied Volatility", 108, kRight, kDecimal, dim, notTraded},
-    {"Delta", 66, kRight, kDecimal, dim, notTraded},
-    {"Gamma", 66, kRight, kDecimal, dim, notTraded},
-    {"Theta", 66, kRight, kDecimal, dim, notTraded},
-    {"Vega", 66, kRight, kDecimal, dim, notTraded},
-    {"Rho", 66, kRight, kDecimal, dim, notTraded},
-    {"Theoretical Price", 104, kRight, kDecimal, dim, notTraded},
-    {"Basis", 66, kRight, kDecimal, dim, notTraded},
+    {"Underlying", 92, kLeft, kText, kDim, notTraded},
+    {"Option Type", 80, kLeft, kText, kDim, notTraded},
+    {"Strike", 78, kRight, kDecimal, kDim, notTraded},
+    {"Expiry", 80, kRight, kMoment, kDim, notTraded},
+    {"Days to Expiry", 90, kRight, kDecimal, kDim, notTraded},
+    {"Implied Volatility", 108, kRight, kDecimal, kDim, notTraded},
+    {"Delta", 66, kRight, kDecimal, kDim, notTraded},
+    {"Gamma", 66, kRight, kDecimal, kDim, notTraded},
+    {"Theta", 66, kRight, kDecimal, kDim, notTraded},
+    {"Vega", 66, kRight, kDecimal, kDim, notTraded},
+    {"Rho", 66, kRight, kDecimal, kDim, notTraded},
+    {"Theoretical Price", 104, kRight, kDecimal, kDim, notTraded},
+    {"Basis", 66, kRight, kDecimal, kDim, notTraded},
 
-    {"Tick Size", 70, kRight, kDecimal, dim, tickSize},
-    {"Book Levels", 80, kRight, kWhole, dim, bookLevels},
-    {"Number", 66, kRight, kDecimal, dim, number},
+    {"Tick Size", 70, kRight, kDecimal, kDim, tickSize},
+    {"Book Levels", 80, kRight, kWhole, kDim, bookLevels},
+    {"Number", 66, kRight, kDecimal, kDim, number},
 }};
-static_assert(columns.back().text, "a row of the table is missing");
+static_assert(kColumns.back().text, "a row of the table is missing");
 }  // namespace
 
-const WatchColumnInfo& watchColumn(int columnIndex) { return columns[static_cast<std::size_t>(columnIndex)]; }
+const WatchColumnInfo& watchColumn(int columnIndex) { return kColumns[static_cast<std::size_t>(columnIndex)]; }
 
 std::string_view watchText(const WatchData& data, int columnIndex, TextBuffer& buffer) {
-    if (columnIndex < 0 || columnIndex >= watchBuiltInColumns) return {};
+    if (columnIndex < 0 || columnIndex >= kWatchBuiltInColumns) return {};
     return watchColumn(columnIndex).text({data, buffer});
 }
 

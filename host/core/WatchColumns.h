@@ -2,7 +2,7 @@
 // of an instrument's data. One table is all there is to a column. No window, no allocation.
 //
 // A column's place in the table is its number for ever: stored layouts and formulas of user columns name it. The first
-// `watchShownColumns` are those of a new watch; user columns are numbered from `watchBuiltInColumns` on.
+// `kWatchShownColumns` are those of a new watch; user columns are numbered from `kWatchBuiltInColumns` on.
 #pragma once
 
 #include "host/core/MarketText.h"
@@ -12,8 +12,8 @@
 
 namespace terminal {
 
-inline constexpr int watchBuiltInColumns = 112;
-inline constexpr int watchShownColumns = 18;
+inline constexpr int kWatchBuiltInColumns = 112;
+inline constexpr int kWatchShownColumns = 18;
 
 // The columns that code names: the first ones of the table, in its order.
 enum class WatchColumn {
@@ -65,7 +65,7 @@ struct WatchColumnInfo {
     std::string_view (*text)(const WatchCell& cell);
 };
 
-// `columnIndex` is from 0 to watchBuiltInColumns - 1.
+// `columnIndex` is from 0 to kWatchBuiltInColumns - 1.
 const WatchColumnInfo& watchColumn(int columnIndex);
 
 // The text of one cell; it points into `buffer`, into `data` or to a literal. Empty: the feed has not told it. "-": a

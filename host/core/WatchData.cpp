@@ -26,11 +26,11 @@ std::optional<DepthLevel> touchOf(const WatchData& data, Side side) {
 }  // namespace
 
 std::optional<DepthLevel> WatchData::depth(Side side, int level) const {
-    if (level < 0 || level >= watchDepth) return {};
+    if (level < 0 || level >= kWatchDepth) return {};
     const bool buy = side == Side::buy;
     if (instrument.bookLevels > 0) {
         const DepthLevel& told = (buy ? bookBids : bookAsks)[static_cast<std::size_t>(level)];
-        return told.price == noPrice ? std::nullopt : std::optional(told);
+        return told.price == kNoPrice ? std::nullopt : std::optional(told);
     }
     const std::optional<DepthLevel> touch = touchOf(*this, side);
     if (level == 0 && touch) return touch;
@@ -88,8 +88,8 @@ void WatchMarket::quote(const Quote& news) {
     if (!row.hasBid() || !row.hasAsk()) return;
     Price spread = 0;
     if (quor::subtractOverflows(row.quote.ask, row.quote.bid, spread)) return;  // further apart than prices can be
-    if (row.widestSpread == noPrice || spread > row.widestSpread) row.widestSpread = spread;
-    if (row.narrowestSpread == noPrice || spread < row.narrowestSpread) row.narrowestSpread = spread;
+    if (row.widestSpread == kNoPrice || spread > row.widestSpread) row.widestSpread = spread;
+    if (row.narrowestSpread == kNoPrice || spread < row.narrowestSpread) row.narrowestSpread = spread;
 }
 
 void WatchMarket::rest(const Resting& order, int sign) {
@@ -138,7 +138,7 @@ void WatchMarket::trade(const Trade& news) {
 }
 
 void WatchMarket::level(const BookLevel& news) {
-    if (news.instrument >= m_rows.size() || news.level < 0 || news.level >= watchDepth) return;
+    if (news.instrument >= m_rows.size() || news.level < 0 || news.level >= kWatchDepth) return;
     WatchData& row = *m_rows[news.instrument];
     auto& side = news.side == Side::buy ? row.bookBids : row.bookAsks;
     side[static_cast<std::size_t>(news.level)] = {news.price, news.quantity, 0};

@@ -17,10 +17,10 @@
 
 namespace terminal {
 
-inline constexpr int watchDepth = 5;  // levels a side
+inline constexpr int kWatchDepth = 5;  // levels a side
 
 struct DepthLevel {
-    Price price = noPrice;
+    Price price = kNoPrice;
     Quantity quantity = 0;
     int orders = 0;  // 0: the feed does not say
     bool operator==(const DepthLevel&) const = default;
@@ -33,24 +33,24 @@ struct PriceLevel {
 };
 using OrderSide = std::map<Price, PriceLevel>;
 
-// Times of 0 and prices of noPrice say that the thing has not happened.
+// Times of 0 and prices of kNoPrice say that the thing has not happened.
 struct WatchData {
     Instrument instrument;
     Quote quote;
     Move direction = Move::none;  // of the last price that changed against the one before it
-    Price lastBefore = noPrice;   // the last price that was another one
+    Price lastBefore = kNoPrice;  // the last price that was another one
     MarketTime tradeTime = 0, quoteTime = 0, openTime = 0, highTime = 0, lowTime = 0, orderTime = 0;
     std::int64_t updates = 0, quoteUpdates = 0, upTicks = 0, downTicks = 0;
     std::int64_t trades = 0, orderAdds = 0, orderChanges = 0, orderRemoves = 0;
     Quantity boughtAtAsk = 0, soldAtBid = 0, largestTrade = 0;
     std::optional<Quantity> firstOpenInterest, highOpenInterest, lowOpenInterest;
-    Price widestSpread = noPrice, narrowestSpread = noPrice;
-    OrderSide bids, asks;                                   // by price, rising, on both sides
-    std::array<DepthLevel, watchDepth> bookBids, bookAsks;  // of a feed that brings levels
+    Price widestSpread = kNoPrice, narrowestSpread = kNoPrice;
+    OrderSide bids, asks;                                    // by price, rising, on both sides
+    std::array<DepthLevel, kWatchDepth> bookBids, bookAsks;  // of a feed that brings levels
 
-    bool hasBid() const { return quote.has(quoteBid) && quote.bid != noPrice; }
-    bool hasAsk() const { return quote.has(quoteAsk) && quote.ask != noPrice; }
-    // Level 0 is the best, watchDepth - 1 the last one. Empty: the side has no such level.
+    bool hasBid() const { return quote.has(quoteBid) && quote.bid != kNoPrice; }
+    bool hasAsk() const { return quote.has(quoteAsk) && quote.ask != kNoPrice; }
+    // Level 0 is the best, kWatchDepth - 1 the last one. Empty: the side has no such level.
     std::optional<DepthLevel> depth(Side side, int level) const;
     // All that waits on a side. Empty: the feed brings neither orders nor levels for it.
     std::optional<DepthLevel> total(Side side) const;  // its price means nothing

@@ -10,15 +10,15 @@
 #include <string>
 
 struct sMWStruct {
-    static constexpr std::size_t textRoom = 135;  // its terminating zero included; longer texts are cut
+    static constexpr std::size_t kTextRoom = 135;  // its terminating zero included; longer texts are cut
 
     const void* first = nullptr;  // of the pair; the terminal has no use for it
     sMWStruct* second = this;
     const terminal::WatchData* data = nullptr;  // borrowed
     terminal::InstrumentId instrument = 0;
     char unused[266 - 3 * sizeof(void*) - sizeof(terminal::InstrumentId)]{};
-    char tradingSymbol[textRoom]{};  // symbol and series: "ABCD FUT"
-    char symbol[textRoom]{};
+    char tradingSymbol[kTextRoom]{};  // symbol and series: "ABCD FUT"
+    char symbol[kTextRoom]{};
 
     explicit sMWStruct(const terminal::WatchData& of) : data(&of), instrument(of.instrument.id) {
         const terminal::Instrument& told = of.instrument;
@@ -35,7 +35,7 @@ struct sMWStruct {
     }
 
 private:
-    static void put(char (&room)[textRoom], const std::string& text) { room[text.copy(room, textRoom - 1)] = 0; }
+    static void put(char (&room)[kTextRoom], const std::string& text) { room[text.copy(room, kTextRoom - 1)] = 0; }
 };
 static_assert(offsetof(sMWStruct, tradingSymbol) == 266 && offsetof(sMWStruct, symbol) == 401,
               "the library reads both texts at these offsets");

@@ -5,7 +5,7 @@
 namespace terminal {
 
 namespace {
-constexpr char separator = '\xA7';  // no character of a heading or a formula
+constexpr char kSeparator = '\xA7';  // no character of a heading or a formula
 }
 
 // A divisor that is 0, as of an empty cell, shows a message in the cell: everything behind the first "/" is it. Both
@@ -22,16 +22,16 @@ const std::vector<UserColumn>& firstUserColumns() {
 std::string userColumnsText(const std::vector<UserColumn>& columns) {
     std::string text;
     for (const UserColumn& column : columns) {
-        if (!text.empty()) text += separator;
+        if (!text.empty()) text += kSeparator;
         text += std::to_string(column.columnIndex);
-        for (const char* const part : {column.heading, column.byNumber, column.byHeading}) (text += separator) += part;
+        for (const char* const part : {column.heading, column.byNumber, column.byHeading}) (text += kSeparator) += part;
     }
     return text;
 }
 
 void writeFirstUserColumns(SettingsFile& settings) {
-    if (settings.get(userColumnsSection, userColumnsKey)) return;
-    settings.set(userColumnsSection, userColumnsKey, userColumnsText(firstUserColumns()));
+    if (settings.get(kUserColumnsSection, kUserColumnsKey)) return;
+    settings.set(kUserColumnsSection, kUserColumnsKey, userColumnsText(firstUserColumns()));
 }
 
 const std::vector<WatchList>& watchLists() {

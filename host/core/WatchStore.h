@@ -14,7 +14,7 @@ class SettingsFile;
 // A column that computes: its formula names the columns it reads in double quotes, by number (`byNumber`, which is what
 // is computed) and by heading (`byHeading`, what the user sees). Both begin with a blank and hold no byte 0xA7.
 struct UserColumn {
-    int columnIndex;  // from watchBuiltInColumns on
+    int columnIndex;  // from kWatchBuiltInColumns on
     const char* heading;
     const char* byNumber;
     const char* byHeading;
@@ -27,8 +27,8 @@ const std::vector<UserColumn>& firstUserColumns();
 std::string userColumnsText(const std::vector<UserColumn>& columns);
 
 // Where the columns of all market watches stand in the settings; the library's call names the section only.
-inline constexpr const char* userColumnsSection = "MarketWatch";
-inline constexpr const char* userColumnsKey = "UserColumns";
+inline constexpr const char* kUserColumnsSection = "MarketWatch";
+inline constexpr const char* kUserColumnsKey = "UserColumns";
 
 // Puts the first user columns into a store that has none. A store whose text is empty keeps it: the user took them
 // away.

@@ -9,20 +9,20 @@ namespace terminal {
 
 namespace {
 using Column = ChainColumn;
-constexpr int columnCount = static_cast<int>(Column::count);
-constexpr int right = 1, centred = 2, typeDecimal = 2;
-constexpr ColumnSpec columns[columnCount] = {
-    {"Call Vega", 68, right, typeDecimal},  {"Call Theta", 72, right, typeDecimal},
-    {"Call Gamma", 78, right, typeDecimal}, {"Call Delta", 70, right, typeDecimal},
-    {"Call IV", 62, right, typeDecimal},    {"Call", 76, right, typeDecimal},
-    {"Strike", 84, centred, typeDecimal},   {"Put", 76, right, typeDecimal},
-    {"Put IV", 62, right, typeDecimal},     {"Put Delta", 70, right, typeDecimal},
-    {"Put Gamma", 78, right, typeDecimal},  {"Put Theta", 72, right, typeDecimal},
-    {"Put Vega", 68, right, typeDecimal},
+constexpr int kColumnCount = static_cast<int>(Column::count);
+constexpr int kRight = 1, kCentred = 2, kTypeDecimal = 2;
+constexpr ColumnSpec kColumns[kColumnCount] = {
+    {"Call Vega", 68, kRight, kTypeDecimal},  {"Call Theta", 72, kRight, kTypeDecimal},
+    {"Call Gamma", 78, kRight, kTypeDecimal}, {"Call Delta", 70, kRight, kTypeDecimal},
+    {"Call IV", 62, kRight, kTypeDecimal},    {"Call", 76, kRight, kTypeDecimal},
+    {"Strike", 84, kCentred, kTypeDecimal},   {"Put", 76, kRight, kTypeDecimal},
+    {"Put IV", 62, kRight, kTypeDecimal},     {"Put Delta", 70, kRight, kTypeDecimal},
+    {"Put Gamma", 78, kRight, kTypeDecimal},  {"Put Theta", 72, kRight, kTypeDecimal},
+    {"Put Vega", 68, kRight, kTypeDecimal},
 };
 
 // The put's column of the same meaning.
-constexpr Column mirrored(Column column) { return static_cast<Column>(columnCount - 1 - static_cast<int>(column)); }
+constexpr Column mirrored(Column column) { return static_cast<Column>(kColumnCount - 1 - static_cast<int>(column)); }
 
 std::string_view number(double value, int decimals, const char* unit, TextBuffer& buffer) {
     const int length = std::snprintf(buffer.text, sizeof buffer.text, "%.*f%s", decimals, value, unit);
@@ -51,18 +51,18 @@ std::string_view sideText(const OptionFigures& side, Column column, int decimals
 }
 
 COLORREF sideColour(Column column) {
-    if (column == Column::putPrice) return palette::text;
-    return column == Column::putVolatility ? palette::symbol : palette::dim;
+    if (column == Column::putPrice) return palette::kText;
+    return column == Column::putVolatility ? palette::kSymbol : palette::kDim;
 }
 }  // namespace
 
 CChainPane::CChainPane(PaintFigures& figures, const CWatchPane& watch)
     : CListPane("Option chain"), m_figures(figures), m_watch(watch), m_grid(figures) {
-    for (int i = 0; i < OptionChain::strikes; ++i) m_rows[static_cast<std::size_t>(i)].index = i;
+    for (int i = 0; i < OptionChain::kStrikes; ++i) m_rows[static_cast<std::size_t>(i)].index = i;
 }
 
 BOOL CChainPane::createList() {
-    describeColumns(columns, columnCount);
+    describeColumns(kColumns, kColumnCount);
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&CChainPane::cellText));
     if (!m_grid.CreateGrid(this, IDC_CHAIN)) return FALSE;
     // Each cell has colours of its own: custom draw, by which the grid paints cell by cell. The rows keep their height.
@@ -74,7 +74,7 @@ BOOL CChainPane::createList() {
 }
 
 int CChainPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int&) {
-    if (columnIndex < 0 || columnIndex >= columnCount) return 0;
+    if (columnIndex < 0 || columnIndex >= kColumnCount) return 0;
     const int index = static_cast<const Row*>(reinterpret_cast<const CFilterListBaseData*>(data))->index;
     const ChainRow& row = m_chain.rows()[static_cast<std::size_t>(index)];
     const Price price = m_chain.basis().price;
@@ -84,20 +84,20 @@ int CChainPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORRE
     std::string_view cell;
     if (column == Column::strike) {
         cell = formatPrice(row.strike, decimals, buffer);
-        color = palette::symbol;
-        back = palette::surface;
+        color = palette::kSymbol;
+        back = palette::kSurface;
     } else {
         const bool call = column < Column::strike;
         const Column meaning = call ? mirrored(column) : column;
         cell = sideText(call ? row.call : row.put, meaning, decimals, buffer);
         color = sideColour(meaning);
-        back = call && row.strike < price    ? palette::upBack
-               : !call && row.strike > price ? palette::downBack
-                                             : palette::background;
+        back = call && row.strike < price    ? palette::kUpBack
+               : !call && row.strike > price ? palette::kDownBack
+                                             : palette::kBackground;
     }
     if (index == m_chain.atTheMoney()) {
-        back = palette::atMoney;
-        if (color == palette::dim) color = palette::text;
+        back = palette::kAtMoney;
+        if (color == palette::kDim) color = palette::kText;
     }
     assignText(text, cell);
     return 1;

@@ -63,7 +63,7 @@ private:
     ChainPricer m_pricer;
     OptionChain m_chain;
     Percentiles m_costs;
-    std::array<Row, OptionChain::strikes> m_rows;
+    std::array<Row, OptionChain::kStrikes> m_rows;
     CLiveGrid m_grid;  // the last member: it dies before the rows
 };
 

@@ -9,7 +9,7 @@
 namespace terminal {
 
 namespace {
-constexpr double noDividends = 0, daysAYear = 365;
+constexpr double kNoDividends = 0, kDaysAYear = 365;
 
 // A share's option as one on its forward F = S e^(bT). The Greeks are carried over to S; theta gets the part of F that
 // moves with the time to expiry.
@@ -22,7 +22,7 @@ OptionValues black76Values(const OptionTerms& terms, double volatility) {
         terms.put ? &CQuorCOMWrapApp::CalcBlack76ModelPutData : &CQuorCOMWrapApp::CalcBlack76ModelCallData;
     (calculators.*compute)(forward, terms.rate, terms.years, volatility, terms.strike, v.price, v.delta, v.gamma,
                            v.theta, v.vega, rho);
-    v.theta -= v.delta * terms.carry * forward / daysAYear;
+    v.theta -= v.delta * terms.carry * forward / kDaysAYear;
     v.delta *= growth;
     v.gamma *= growth * growth;
     return v;
@@ -50,7 +50,7 @@ std::optional<OptionValues> ChainPricer::value(const OptionTerms& terms, double 
         try {
             double rho;
             quorCalculators().CalculateBSPriceWra(terms.underlying, static_cast<float>(terms.strike), terms.years,
-                                                  terms.rate, volatility, terms.put ? 1 : 0, terms.carry, noDividends,
+                                                  terms.rate, volatility, terms.put ? 1 : 0, terms.carry, kNoDividends,
                                                   &v.price, &v.delta, &v.gamma, &v.theta, &v.vega, &rho);
         } catch (const _com_error&) {
             return {};
@@ -65,7 +65,7 @@ std::optional<double> ChainPricer::impliedVolatility(const OptionTerms& terms, d
     try {
         double volatility = 0;
         quorCalculators().CalculateImpVolatilityWra(price, terms.underlying, terms.strike, terms.years, terms.rate,
-                                                    terms.carry, noDividends, terms.put ? 1 : 0, &volatility);
+                                                    terms.carry, kNoDividends, terms.put ? 1 : 0, &volatility);
         return volatility;
     } catch (const _com_error&) {
         return {};

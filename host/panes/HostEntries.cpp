@@ -47,7 +47,7 @@ HOST_ENTRY int UserSetting(int operation, CString section, CString& value, CStri
     return terminal::readOrWrite(operation, section, value, terminal::viewOf(key));
 }
 HOST_ENTRY int UserSettingMWColumns(int operation, CString section, CString& value) {
-    return terminal::readOrWrite(operation, section, value, terminal::userColumnsKey);
+    return terminal::readOrWrite(operation, section, value, terminal::kUserColumnsKey);
 }
 
 HOST_ENTRY void AddToTabbedLog(const char* text, int, int) { terminal::Log::instance().add(text); }

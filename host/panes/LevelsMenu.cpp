@@ -4,13 +4,13 @@ namespace terminal {
 
 namespace {
 
-// An item of a level is firstLevelItem + level * itemsOfLevel + what: a columnIndex or one of these.
-constexpr int itemsOfLevel = 0x100;
-constexpr int riseItem = 0xF0, fallItem = 0xF1, noneItem = 0xF2;
-constexpr int activeItem = firstLevelItem + itemsOfLevel * static_cast<int>(offeredSortLevels);
-constexpr int againItem = activeItem + 1;
-constexpr int clearItem = activeItem + 2;
-constexpr UINT columnsInAStrip = 30;
+// An item of a level is kFirstLevelItem + level * kItemsOfLevel + what: a columnIndex or one of these.
+constexpr int kItemsOfLevel = 0x100;
+constexpr int kRiseItem = 0xF0, kFallItem = 0xF1, kNoneItem = 0xF2;
+constexpr int kActiveItem = kFirstLevelItem + kItemsOfLevel * static_cast<int>(kOfferedSortLevels);
+constexpr int kAgainItem = kActiveItem + 1;
+constexpr int kClearItem = kActiveItem + 2;
+constexpr UINT kColumnsInAStrip = 30;
 
 UINT marked(bool on) { return on ? MF_STRING | MF_CHECKED : static_cast<UINT>(MF_STRING); }
 UINT offered(bool on) { return on ? 0u : static_cast<UINT>(MF_GRAYED); }
@@ -26,22 +26,22 @@ std::string headingOf(const CCommonListCtrl& list, int columnIndex) {
 // A submenu of one level, with its caption.
 void appendLevel(CMenu& menu, CCommonListCtrl& list, const SortLevels& levels, std::size_t level) {
     const bool there = level < levels.size();
-    const int base = firstLevelItem + static_cast<int>(level) * itemsOfLevel;
+    const int base = kFirstLevelItem + static_cast<int>(level) * kItemsOfLevel;
     CMenu items;
     items.CreatePopupMenu();
     const auto add = [&](UINT flags, int what, const char* text) {
         items.AppendMenu(flags, static_cast<UINT_PTR>(base + what), text);
     };
-    add(marked(there && levels[level].order < 0) | offered(there), riseItem, "Rising");
-    add(marked(there && levels[level].order > 0) | offered(there), fallItem, "Falling");
-    add(MF_STRING | offered(there), noneItem, "None");
+    add(marked(there && levels[level].order < 0) | offered(there), kRiseItem, "Rising");
+    add(marked(there && levels[level].order > 0) | offered(there), kFallItem, "Falling");
+    add(MF_STRING | offered(there), kNoneItem, "None");
     items.AppendMenu(MF_SEPARATOR);
     const CHeaderCtrl* const header = list.GetHeaderCtrl();
     for (int i = 0; header && i < header->GetItemCount(); ++i) {
         const int columnIndex = list.GetOriginalColumnPosition(header->OrderToIndex(i));
-        if (columnIndex < 0 || columnIndex >= riseItem) continue;
+        if (columnIndex < 0 || columnIndex >= kRiseItem) continue;
         const std::string heading = headingOf(list, columnIndex);
-        const UINT strip = i && static_cast<UINT>(i) % columnsInAStrip == 0 ? MF_MENUBARBREAK : 0u;
+        const UINT strip = i && static_cast<UINT>(i) % kColumnsInAStrip == 0 ? MF_MENUBARBREAK : 0u;
         add(marked(there && levels[level].heading == heading) | strip, columnIndex, heading.c_str());
     }
     std::string caption = "Level " + std::to_string(level + 1);
@@ -90,27 +90,27 @@ void appendLevels(CMenu& menu, CCommonListCtrl& list) {
     const SortLevels levels = levelsOf(list);
     CMenu items;
     items.CreatePopupMenu();
-    for (std::size_t level = 0; level < offeredSortLevels; ++level) appendLevel(items, list, levels, level);
+    for (std::size_t level = 0; level < kOfferedSortLevels; ++level) appendLevel(items, list, levels, level);
     items.AppendMenu(MF_SEPARATOR);
     const bool active = list.m_bMultiSortActive != 0;
-    items.AppendMenu(marked(active) | offered(active || enough(list, levels.size())), activeItem,
+    items.AppendMenu(marked(active) | offered(active || enough(list, levels.size())), kActiveItem,
                      "Sort by These Levels");
-    items.AppendMenu(MF_STRING | offered(active), againItem, "Sort Again\tCtrl+0");
-    items.AppendMenu(MF_STRING | offered(!levels.empty()), clearItem, "Clear Levels");
+    items.AppendMenu(MF_STRING | offered(active), kAgainItem, "Sort Again\tCtrl+0");
+    items.AppendMenu(MF_STRING | offered(!levels.empty()), kClearItem, "Clear Levels");
     menu.AppendMenu(MF_POPUP | offered(!list.m_bSortLocked), reinterpret_cast<UINT_PTR>(items.Detach()), "Sort Levels");
 }
 
 void runLevelItem(CCommonListCtrl& list, int item) {
     SortLevels levels = levelsOf(list);
     const bool active = list.m_bMultiSortActive != 0;
-    if (item == againItem) return showLevels(list);
-    if (item == clearItem) return setLevels(list, {}, false);
-    if (item == activeItem) return setLevels(list, levels, !active);
-    const auto level = static_cast<std::size_t>((item - firstLevelItem) / itemsOfLevel);
-    const int what = (item - firstLevelItem) % itemsOfLevel;
-    if (what == riseItem || what == fallItem)
-        chooseOrder(levels, level, what == riseItem ? -1 : 1);
-    else if (what == noneItem)
+    if (item == kAgainItem) return showLevels(list);
+    if (item == kClearItem) return setLevels(list, {}, false);
+    if (item == kActiveItem) return setLevels(list, levels, !active);
+    const auto level = static_cast<std::size_t>((item - kFirstLevelItem) / kItemsOfLevel);
+    const int what = (item - kFirstLevelItem) % kItemsOfLevel;
+    if (what == kRiseItem || what == kFallItem)
+        chooseOrder(levels, level, what == kRiseItem ? -1 : 1);
+    else if (what == kNoneItem)
         removeLevel(levels, level);
     else if (what < list.m_arrColumns.GetCount())
         chooseColumn(levels, level, headingOf(list, what));

@@ -10,9 +10,9 @@
 
 namespace terminal {
 
-// Ids of these items: firstLevelItem to lastLevelItem.
-inline constexpr int firstLevelItem = 0xE400;
-inline constexpr int lastLevelItem = 0xE7FF;
+// Ids of these items: kFirstLevelItem to kLastLevelItem.
+inline constexpr int kFirstLevelItem = 0xE400;
+inline constexpr int kLastLevelItem = 0xE7FF;
 
 // The list's levels as they are now.
 SortLevels levelsOf(const CCommonListCtrl& list);

@@ -50,7 +50,7 @@ void appendSorts(CMenu& menu, CCommonListCtrl& list) {
 // Carries a chosen item out; what is none of the menu's own goes to the list.
 void run(CCommonListCtrl& list, int chosen) {
     if (chosen >= kFirstColumn && chosen <= kLastColumn) return showOrHideColumn(list, chosen - kFirstColumn);
-    if (chosen >= firstLevelItem && chosen <= lastLevelItem) return runLevelItem(list, chosen);
+    if (chosen >= kFirstLevelItem && chosen <= kLastLevelItem) return runLevelItem(list, chosen);
     if (chosen == kAutoSort) return switchAutoSort(list, !list.IsAutoSortEnabled());
     if (chosen == kToggleFilterBar) {
         if (const auto grid = dynamic_cast<CFilterListCtrl*>(&list)) grid->PutListFilter();

@@ -13,8 +13,8 @@
 namespace terminal {
 
 namespace {
-constexpr int captionHeight = 22;
-constexpr UINT WM_FILTERS_CHANGED = WM_APP + 40;
+constexpr int kCaptionHeight = 22;
+constexpr UINT kWmFiltersChanged = WM_APP + 40;
 }  // namespace
 
 void assignText(CString& text, std::string_view value) {
@@ -30,7 +30,7 @@ BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
     ON_WM_ERASEBKGND()
     ON_WM_CONTEXTMENU()
     ON_WM_PARENTNOTIFY()
-    ON_MESSAGE(WM_FILTERS_CHANGED, &CListPane::OnFiltersChanged)
+    ON_MESSAGE(kWmFiltersChanged, &CListPane::OnFiltersChanged)
 END_MESSAGE_MAP()
 
 CListPane::CListPane(const char* title) : CBCGPFormView(IDD_PANE), m_title(title) {}
@@ -83,7 +83,7 @@ void CListPane::setRemark(const std::string& remark) {
     m_remark = remark;
     CRect area;
     GetClientRect(&area);
-    area.bottom = (std::min)(area.bottom, static_cast<LONG>(captionHeight));
+    area.bottom = (std::min)(area.bottom, static_cast<LONG>(kCaptionHeight));
     InvalidateRect(&area, FALSE);
 }
 
@@ -91,7 +91,7 @@ void CListPane::layOut() {
     if (!GetSafeHwnd() || !list().GetSafeHwnd()) return;
     CRect area;
     GetClientRect(&area);
-    list().MoveWindow(0, captionHeight, area.Width(), (std::max)(0, area.Height() - captionHeight));
+    list().MoveWindow(0, kCaptionHeight, area.Width(), (std::max)(0, area.Height() - kCaptionHeight));
 }
 
 void CListPane::fitColumns() {
@@ -116,7 +116,7 @@ void CListPane::fitNewColumns() {
 // Any number of changed filters cost one rebuild, and that only once the caller who set them has set everything.
 BOOL CListPane::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     if (reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(HDN_FILTERCHANGE) && !m_filtersChanged)
-        m_filtersChanged = PostMessage(WM_FILTERS_CHANGED) != FALSE;
+        m_filtersChanged = PostMessage(kWmFiltersChanged) != FALSE;
     return CBCGPFormView::OnNotify(wParam, lParam, result);
 }
 
@@ -140,15 +140,15 @@ void CListPane::OnPaint() {
     CPaintDC dc(this);
     CRect strip;
     GetClientRect(&strip);
-    strip.bottom = (std::min)(strip.bottom, static_cast<LONG>(captionHeight));
-    dc.FillSolidRect(&strip, palette::surface);
+    strip.bottom = (std::min)(strip.bottom, static_cast<LONG>(kCaptionHeight));
+    dc.FillSolidRect(&strip, palette::kSurface);
     const RECT foot{strip.left, strip.bottom - 1, strip.right, strip.bottom};
-    dc.FillSolidRect(&foot, palette::edge);
+    dc.FillSolidRect(&foot, palette::kEdge);
     CFont* const former = dc.SelectObject(&m_captionFont);
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(palette::text);
+    dc.SetTextColor(palette::kText);
     drawCellText(dc, m_title, static_cast<int>(std::strlen(m_title)), strip, 0);
-    dc.SetTextColor(palette::dim);
+    dc.SetTextColor(palette::kDim);
     drawCellText(dc, m_remark.c_str(), static_cast<int>(m_remark.size()), strip, 1);
     dc.SelectObject(former);
 }

@@ -61,7 +61,7 @@ int CLiveGrid::visualOf(CFilterListBaseData* row) {
 // The control knows the selection by visual index alone: what the rows were is kept here, and put on again. A list that
 // shows its top stays there; one that was scrolled keeps a focused row in its place.
 void CLiveGrid::keepSelection(const std::function<void()>& change) {
-    constexpr UINT both = LVIS_SELECTED | LVIS_FOCUSED;
+    constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
     processPendingOptiUpdates();
     struct State {
         CFilterListBaseData* row;
@@ -71,7 +71,7 @@ void CLiveGrid::keepSelection(const std::function<void()>& change) {
     std::vector<State> kept;
     const int top = GetTopIndex(), focus = CListCtrl::GetNextItem(-1, LVNI_FOCUSED);
     for (int i = -1; (i = CListCtrl::GetNextItem(i, LVNI_SELECTED)) >= 0;)
-        kept.push_back({rowAt(i), i, i == focus ? both : UINT{LVIS_SELECTED}});
+        kept.push_back({rowAt(i), i, i == focus ? kBoth : UINT{LVIS_SELECTED}});
     if (focus >= 0 && !CListCtrl::GetItemState(focus, LVIS_SELECTED))
         kept.push_back({rowAt(focus), focus, LVIS_FOCUSED});
     CFilterListBaseData* const focused = rowAt(focus);

@@ -6,8 +6,8 @@
 namespace terminal {
 
 namespace {
-constexpr UINT editId = 1;
-constexpr int mostCharacters = 200'000;  // beyond it the older half leaves the window; the file keeps everything
+constexpr UINT kEditId = 1;
+constexpr int kMostCharacters = 200'000;  // beyond it the older half leaves the window; the file keeps everything
 
 std::string stamped(const char* text) {
     SYSTEMTIME now;
@@ -68,12 +68,12 @@ BOOL CLogPane::CreatePane(CWnd* parent, UINT id) {
 
 int CLogPane::OnCreate(CREATESTRUCT* create) {
     if (CWnd::OnCreate(create) == -1) return -1;
-    m_brush.CreateSolidBrush(palette::background);
+    m_brush.CreateSolidBrush(palette::kBackground);
     m_font.CreatePointFont(80, "Tahoma");
     // Not one of the framework's: a line may name a file that the code page has no name for.
     m_edit = ::CreateWindowExW(0, L"EDIT", L"",
                                WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, 0, 0,
-                               0, 0, m_hWnd, reinterpret_cast<HMENU>(editId), nullptr, nullptr);
+                               0, 0, m_hWnd, reinterpret_cast<HMENU>(kEditId), nullptr, nullptr);
     if (!m_edit) return -1;
     ::SendMessageW(m_edit, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.GetSafeHandle()), FALSE);
     ::SendMessageW(m_edit, EM_SETLIMITTEXT, 0, 0);
@@ -90,19 +90,19 @@ void CLogPane::OnDestroy() {
 void CLogPane::OnSize(UINT type, int width, int height) {
     CWnd::OnSize(type, width, height);
     if (m_edit)
-        ::MoveWindow(m_edit, cellPadding, 2, (std::max)(0, width - cellPadding), (std::max)(0, height - 2), TRUE);
+        ::MoveWindow(m_edit, kCellPadding, 2, (std::max)(0, width - kCellPadding), (std::max)(0, height - 2), TRUE);
 }
 
 BOOL CLogPane::OnEraseBkgnd(CDC* dc) {
     CRect area;
     GetClientRect(&area);
-    dc->FillSolidRect(&area, palette::background);
+    dc->FillSolidRect(&area, palette::kBackground);
     return TRUE;
 }
 
 HBRUSH CLogPane::OnCtlColor(CDC* dc, CWnd*, UINT) {
-    dc->SetTextColor(palette::dim);
-    dc->SetBkColor(palette::background);
+    dc->SetTextColor(palette::kDim);
+    dc->SetBkColor(palette::kBackground);
     return m_brush;
 }
 
@@ -112,7 +112,7 @@ void CLogPane::appendLine(const std::string& line) {
         ::SendMessageW(m_edit, EM_SETSEL, static_cast<WPARAM>(from), to);
         ::SendMessageW(m_edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(by));
     };
-    if (const int length = ::GetWindowTextLengthW(m_edit); length > mostCharacters) replace(0, length / 2, L"");
+    if (const int length = ::GetWindowTextLengthW(m_edit); length > kMostCharacters) replace(0, length / 2, L"");
     const int end = ::GetWindowTextLengthW(m_edit);
     replace(end, end, wideText(end ? "\r\n" + line : line).c_str());
 }

@@ -11,17 +11,17 @@ namespace terminal {
 
 namespace {
 using Column = OrderColumn;
-constexpr int columnCount = static_cast<int>(Column::count);
+constexpr int kColumnCount = static_cast<int>(Column::count);
 // A sort repaints the whole pane: five times a second is as often as the watch.
-constexpr std::int64_t orderPeriodMicros = 200'000;
-constexpr ColumnSpec columns[columnCount] = {
+constexpr std::int64_t kOrderPeriodMicros = 200'000;
+constexpr ColumnSpec kColumns[kColumnCount] = {
     {"Order", 84, 0, 4}, {"Symbol", 92, 0, 3}, {"Side", 50, 0, 3},  {"Price", 96, 1, 2},
     {"Qty", 90, 1, 2},   {"Value", 118, 1, 2}, {"Time", 110, 1, 6},
 };
 
 // Price times quantity in currency units; a long product is cut to what fits rather than wrapped.
 std::string_view valueText(Price price, Quantity quantity, TextBuffer& buffer) {
-    const double value = static_cast<double>(price) / static_cast<double>(priceOne) * static_cast<double>(quantity);
+    const double value = static_cast<double>(price) / static_cast<double>(kPriceOne) * static_cast<double>(quantity);
     const int length = std::snprintf(buffer.text, sizeof buffer.text, "%.2f", value);
     return {buffer.text, static_cast<std::size_t>((std::min)(length, static_cast<int>(sizeof buffer.text) - 1))};
 }
@@ -36,7 +36,7 @@ std::string_view orderText(const OrderRow& row, TextBuffer& buffer) {
 
 std::string_view cellOf(const OrderRow& row, const Instrument& instrument, Column column, TextBuffer& buffer) {
     const Order& order = row.order;
-    const bool empty = order.price == noPrice;
+    const bool empty = order.price == kNoPrice;
     switch (column) {
         case Column::order:
             return orderText(row, buffer);
@@ -64,7 +64,7 @@ PaintStamp& stampOf(void* row) { return static_cast<OrderRow*>(static_cast<CFilt
 COrdersPane::COrdersPane(PaintFigures& figures) : CListPane("Orders"), m_grid(figures) { m_grid.setStampOf(&stampOf); }
 
 BOOL COrdersPane::createList() {
-    describeColumns(columns, columnCount);
+    describeColumns(kColumns, kColumnCount);
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&COrdersPane::cellText));
     m_grid.m_bLockSortEnabled = 1;
     if (!m_grid.CreateGrid(this, IDC_ORDERS)) return FALSE;
@@ -89,7 +89,7 @@ void COrdersPane::update(OrderRow& row) {
 }
 
 void COrdersPane::keepOrder(std::int64_t now) {
-    if (now - m_orderedAt < orderPeriodMicros) return;
+    if (now - m_orderedAt < kOrderPeriodMicros) return;
     m_orderedAt = now;
     keepOrder();
 }
@@ -101,21 +101,21 @@ void COrdersPane::keepOrder() {
 
 std::string COrdersPane::orderText() {
     const int columnIndex = m_grid.m_nLockSortColumn;
-    if (!m_grid.m_bSorted || columnIndex < 0 || columnIndex >= columnCount) return "as they came";
-    return std::string(m_grid.m_bSortLocked ? "locked on " : "sorted once by ") + columns[columnIndex].heading +
+    if (!m_grid.m_bSorted || columnIndex < 0 || columnIndex >= kColumnCount) return "as they came";
+    return std::string(m_grid.m_bSortLocked ? "locked on " : "sorted once by ") + kColumns[columnIndex].heading +
            (m_grid.m_nLockSortOrder == -1 ? ", rising" : ", falling");
 }
 
 int COrdersPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int&) {
-    if (columnIndex < 0 || columnIndex >= columnCount) return 0;
+    if (columnIndex < 0 || columnIndex >= kColumnCount) return 0;
     const auto& row = *static_cast<const OrderRow*>(reinterpret_cast<const CFilterListBaseData*>(data));
     TextBuffer buffer;
     const std::string_view cell =
         cellOf(row, m_instruments[row.order.instrument], static_cast<Column>(columnIndex), buffer);
     assignText(text, cell);
     const bool buy = row.order.side == Side::buy;
-    color = buy ? palette::up : palette::down;
-    back = buy ? palette::upBack : palette::downBack;
+    color = buy ? palette::kUp : palette::kDown;
+    back = buy ? palette::kUpBack : palette::kDownBack;
     m_grid.note(columnIndex, cell);
     return 1;
 }
@@ -129,7 +129,7 @@ void COrdersPane::instrument(const Instrument& news) {
         OrderRow& row = *levels.emplace_back(std::make_unique<OrderRow>());
         row.order.instrument = news.id;
         row.order.side = ask ? Side::sell : Side::buy;
-        row.order.price = noPrice;
+        row.order.price = kNoPrice;
         row.level = ask ? news.bookLevels - 1 - place : place - news.bookLevels;
         addRow(row);
     }

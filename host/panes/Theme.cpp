@@ -23,7 +23,7 @@ namespace {
 // `draw` is one of the system's two calls.
 template <class Draw, class Char>
 void drawInside(Draw* draw, CDC& dc, const Char* text, int length, const RECT& cell, int format) {
-    RECT area{cell.left + cellPadding, cell.top, cell.right - cellPadding, cell.bottom};
+    RECT area{cell.left + kCellPadding, cell.top, cell.right - kCellPadding, cell.bottom};
     if (area.right <= area.left || length <= 0) return;
     // The ellipsis keeps the text inside; clipping would only cut glyphs that lean over their own width.
     const UINT align = format == 1 ? DT_RIGHT : format == 2 ? DT_CENTER : DT_LEFT;
@@ -43,28 +43,28 @@ void drawCellText(CDC& dc, std::wstring_view text, const RECT& cell, int format)
 namespace {
 // A small triangle at the right edge of a header cell; returns the width that it takes.
 int drawSortArrow(CDC& dc, const RECT& cell, bool rising) {
-    constexpr int half = 4;
+    constexpr int kHalf = 4;
     const int middle = (cell.top + cell.bottom) / 2;
-    const int centre = cell.right - cellPadding - half;
-    for (int i = 0; i < half; ++i) {
-        const int y = rising ? middle + half / 2 - i : middle - half / 2 + i;
-        const RECT line{centre - (half - 1 - i), y, centre + (half - i), y + 1};
-        dc.FillSolidRect(&line, palette::symbol);
+    const int centre = cell.right - kCellPadding - kHalf;
+    for (int i = 0; i < kHalf; ++i) {
+        const int y = rising ? middle + kHalf / 2 - i : middle - kHalf / 2 + i;
+        const RECT line{centre - (kHalf - 1 - i), y, centre + (kHalf - i), y + 1};
+        dc.FillSolidRect(&line, palette::kSymbol);
     }
-    return 2 * half + cellPadding;
+    return 2 * kHalf + kCellPadding;
 }
 }  // namespace
 
 void drawHeaderCell(CDC& dc, const RECT& cell, const char* text, int format, int sortImage) {
-    dc.FillSolidRect(&cell, palette::surface);
+    dc.FillSolidRect(&cell, palette::kSurface);
     const RECT line{cell.right - 1, cell.top + 3, cell.right, cell.bottom - 3};
-    dc.FillSolidRect(&line, palette::edge);
+    dc.FillSolidRect(&line, palette::kEdge);
     const RECT foot{cell.left, cell.bottom - 1, cell.right, cell.bottom};
-    dc.FillSolidRect(&foot, palette::edge);
+    dc.FillSolidRect(&foot, palette::kEdge);
     RECT room = cell;
     if (sortImage == 0 || sortImage == 1) room.right -= drawSortArrow(dc, cell, sortImage == 0);
     ::SetBkMode(dc.GetSafeHdc(), TRANSPARENT);
-    ::SetTextColor(dc.GetSafeHdc(), palette::dim);
+    ::SetTextColor(dc.GetSafeHdc(), palette::kDim);
     drawCellText(dc, text, ::lstrlenA(text), room, format);
 }
 

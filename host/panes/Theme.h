@@ -9,23 +9,23 @@
 namespace terminal {
 
 namespace palette {
-inline constexpr COLORREF background = RGB(13, 17, 23);  // lists, log
-inline constexpr COLORREF stripe = RGB(18, 24, 32);      // every second row of the watch
-inline constexpr COLORREF surface = RGB(28, 34, 43);     // captions, splitter bars, headers
-inline constexpr COLORREF edge = RGB(48, 57, 69);        // lines between cells of a header or caption
-inline constexpr COLORREF text = RGB(214, 221, 229);     // plain text
-inline constexpr COLORREF dim = RGB(132, 144, 158);      // what changes rarely: headings, series, times
-inline constexpr COLORREF symbol = RGB(240, 196, 90);    // names
-inline constexpr COLORREF up = RGB(63, 205, 122);        // rising, buyers
-inline constexpr COLORREF down = RGB(245, 92, 92);       // falling, sellers
-inline constexpr COLORREF upBack = RGB(14, 36, 26);      // a buyer's row
-inline constexpr COLORREF downBack = RGB(42, 20, 24);    // a seller's row
-inline constexpr COLORREF atMoney = RGB(30, 58, 88);     // the option chain's row nearest to the price
-inline constexpr COLORREF selection = RGB(38, 79, 120);  // a selected row of the watch
+inline constexpr COLORREF kBackground = RGB(13, 17, 23);  // lists, log
+inline constexpr COLORREF kStripe = RGB(18, 24, 32);      // every second row of the watch
+inline constexpr COLORREF kSurface = RGB(28, 34, 43);     // captions, splitter bars, headers
+inline constexpr COLORREF kEdge = RGB(48, 57, 69);        // lines between cells of a header or caption
+inline constexpr COLORREF kText = RGB(214, 221, 229);     // plain text
+inline constexpr COLORREF kDim = RGB(132, 144, 158);      // what changes rarely: headings, series, times
+inline constexpr COLORREF kSymbol = RGB(240, 196, 90);    // names
+inline constexpr COLORREF kUp = RGB(63, 205, 122);        // rising, buyers
+inline constexpr COLORREF kDown = RGB(245, 92, 92);       // falling, sellers
+inline constexpr COLORREF kUpBack = RGB(14, 36, 26);      // a buyer's row
+inline constexpr COLORREF kDownBack = RGB(42, 20, 24);    // a seller's row
+inline constexpr COLORREF kAtMoney = RGB(30, 58, 88);     // the option chain's row nearest to the price
+inline constexpr COLORREF kSelection = RGB(38, 79, 120);  // a selected row of the watch
 }  // namespace palette
 
 // Text inside a cell keeps this many pixels from both edges.
-inline constexpr int cellPadding = 5;
+inline constexpr int kCellPadding = 5;
 
 // Fills `area` from the colour `from` at the top to `to` at the bottom. An empty area draws nothing.
 void fillGradient(CDC& dc, const RECT& area, COLORREF from, COLORREF to);

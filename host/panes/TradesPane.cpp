@@ -9,8 +9,8 @@ namespace terminal {
 
 namespace {
 using Column = TradeColumn;
-constexpr int columnCount = static_cast<int>(Column::count);
-constexpr ColumnSpec columns[columnCount] = {
+constexpr int kColumnCount = static_cast<int>(Column::count);
+constexpr ColumnSpec kColumns[kColumnCount] = {
     {"Trade", 84, 0, 4}, {"Time", 110, 1, 6},  {"Symbol", 92, 0, 3},
     {"Price", 96, 1, 2}, {"Change", 84, 1, 5}, {"Qty", 90, 1, 2},
 };
@@ -45,7 +45,7 @@ CTradesPane::CTradesPane(PaintFigures& figures, int keep)
 }
 
 BOOL CTradesPane::createList() {
-    describeColumns(columns, columnCount);
+    describeColumns(kColumns, kColumnCount);
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&CTradesPane::cellText));
     if (!m_grid.CreateGrid(this, IDC_TRADES)) return FALSE;
     m_grid.SetReverseDisplay(true);
@@ -55,20 +55,20 @@ BOOL CTradesPane::createList() {
 }
 
 int CTradesPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int&) {
-    if (columnIndex < 0 || columnIndex >= columnCount) return 0;
+    if (columnIndex < 0 || columnIndex >= kColumnCount) return 0;
     const auto& row = *static_cast<const TradeRow*>(reinterpret_cast<const CFilterListBaseData*>(data));
     TextBuffer buffer;
     const Instrument& instrument = m_instruments[row.trade.instrument].instrument;
     const std::string_view cell = cellOf(row, instrument, static_cast<Column>(columnIndex), buffer);
     assignText(text, cell);
-    color = row.move == Move::up ? palette::up : row.move == Move::down ? palette::down : palette::text;
-    back = palette::background;
+    color = row.move == Move::up ? palette::kUp : row.move == Move::down ? palette::kDown : palette::kText;
+    back = palette::kBackground;
     m_grid.note(columnIndex, cell);
     return 1;
 }
 
 void CTradesPane::instrument(const Instrument& news) {
-    if (news.id == m_instruments.size()) m_instruments.push_back({news, noPrice, Move::none});
+    if (news.id == m_instruments.size()) m_instruments.push_back({news, kNoPrice, Move::none});
 }
 
 void CTradesPane::trade(const Trade& news, std::int64_t now) {
@@ -77,7 +77,7 @@ void CTradesPane::trade(const Trade& news, std::int64_t now) {
     TradeRow& row = m_rows.emplace_back();
     row.trade = news;
     row.number = ++m_tradeCount;
-    if (of.last != noPrice) {
+    if (of.last != kNoPrice) {
         row.change = news.price - of.last;
         if (row.change) of.move = row.change > 0 ? Move::up : Move::down;
     }

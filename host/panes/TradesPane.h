@@ -40,7 +40,7 @@ private:
 
     struct OfInstrument {
         Instrument instrument;
-        Price last = noPrice;
+        Price last = kNoPrice;
         Move move = Move::none;
     };
     std::size_t m_keep;

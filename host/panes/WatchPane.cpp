@@ -11,28 +11,28 @@
 namespace terminal {
 
 namespace {
-constexpr int namesLeft = 110, namesWidth = 150, namesDropped = 200;
+constexpr int kNamesLeft = 110, kNamesWidth = 150, kNamesDropped = 200;
 
 COLORREF colourOf(const WatchData& data, WatchTone tone, std::string_view text) {
     switch (tone) {
         case WatchTone::symbol:
-            return palette::symbol;
+            return palette::kSymbol;
         case WatchTone::dim:
-            return palette::dim;
+            return palette::kDim;
         case WatchTone::buy:
-            return palette::up;
+            return palette::kUp;
         case WatchTone::sell:
-            return palette::down;
+            return palette::kDown;
         case WatchTone::direction:
-            return data.direction == Move::up     ? palette::up
-                   : data.direction == Move::down ? palette::down
-                                                  : palette::text;
+            return data.direction == Move::up     ? palette::kUp
+                   : data.direction == Move::down ? palette::kDown
+                                                  : palette::kText;
         case WatchTone::sign:
-            return text.starts_with('+') ? palette::up : text.starts_with('-') ? palette::down : palette::text;
+            return text.starts_with('+') ? palette::kUp : text.starts_with('-') ? palette::kDown : palette::kText;
         case WatchTone::plain:
             break;
     }
-    return palette::text;
+    return palette::kText;
 }
 }  // namespace
 
@@ -95,14 +95,14 @@ BOOL CWatchPane::createList() {
 
     std::vector<ColumnSpec> columns;
     std::vector<int> shown;
-    for (int i = 0; i < watchBuiltInColumns; ++i) {
+    for (int i = 0; i < kWatchBuiltInColumns; ++i) {
         const WatchColumnInfo& column = watchColumn(i);
         columns.push_back({column.heading, column.width, column.format, column.dataType});
-        if (i < watchShownColumns) shown.push_back(i);
+        if (i < kWatchShownColumns) shown.push_back(i);
     }
-    describeColumns(columns.data(), watchBuiltInColumns);
+    describeColumns(columns.data(), kWatchBuiltInColumns);
     m_list.m_csListName = layoutSection().c_str();
-    m_list.SetDefaultCols(watchShownColumns, shown.data());
+    m_list.SetDefaultCols(kWatchShownColumns, shown.data());
     m_list.SortProfileCombo = &m_names;
     m_list.m_bLockSortEnabled = 1;
     m_list.m_bMultiSortEnabled = 1;
@@ -123,7 +123,7 @@ std::string CWatchPane::layoutSection() const {
 
 void CWatchPane::layOut() {
     CListPane::layOut();
-    if (m_names.GetSafeHwnd()) m_names.MoveWindow(namesLeft, 0, namesWidth, namesDropped);
+    if (m_names.GetSafeHwnd()) m_names.MoveWindow(kNamesLeft, 0, kNamesWidth, kNamesDropped);
 }
 
 int CWatchPane::selectedInstrument() const {
@@ -262,7 +262,7 @@ void CWatchPane::showWatch(int watch) {
 void CWatchPane::OnChooseWatch() { showWatch(m_names.GetCurSel()); }
 
 void CWatchPane::cellText(const sMWStruct& shown, int columnIndex, CString& text) {
-    if (columnIndex >= watchBuiltInColumns) {
+    if (columnIndex >= kWatchBuiltInColumns) {
         m_list.GetCustomColumnText(const_cast<sMWStruct*>(&shown), columnIndex, text);
         if (const std::string_view number = viewOf(text); withoutZeroSign(number) != number) text.Delete(0);
         return;
@@ -273,9 +273,9 @@ void CWatchPane::cellText(const sMWStruct& shown, int columnIndex, CString& text
 
 void CWatchPane::drawCell(CDC& dc, const WatchData& data, int columnIndex, const CString& text, RECT cell,
                           bool selected) {
-    const bool own = columnIndex >= watchBuiltInColumns;
+    const bool own = columnIndex >= kWatchBuiltInColumns;
     const WatchTone tone = own ? userColumnTone(viewOf(text)) : watchColumn(columnIndex).tone;
-    dc.SetTextColor(selected && tone != WatchTone::symbol ? palette::text : colourOf(data, tone, viewOf(text)));
+    dc.SetTextColor(selected && tone != WatchTone::symbol ? palette::kText : colourOf(data, tone, viewOf(text)));
     drawCellText(dc, text, text.GetLength(), cell, own ? 1 : watchColumn(columnIndex).format);
 }
 
@@ -291,7 +291,7 @@ void CWatchPane::OnDrawItem(int id, LPDRAWITEMSTRUCT item) {
     m_list.GetClientRect(&client);
     area.right = client.right;
     const bool selected = (item->itemState & ODS_SELECTED) != 0;
-    const COLORREF back = selected ? palette::selection : row % 2 ? palette::stripe : palette::background;
+    const COLORREF back = selected ? palette::kSelection : row % 2 ? palette::kStripe : palette::kBackground;
     dc.FillSolidRect(&area, back);
     dc.SetBkMode(TRANSPARENT);
     DrawnRow& drawn = m_list.drawnRows.begin(row, shown);

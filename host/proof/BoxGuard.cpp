@@ -6,15 +6,15 @@
 namespace terminal {
 
 namespace {
-constexpr int textControl = 0xFFFF;
-constexpr const char* dialogClass = "#32770";
+constexpr int kTextControl = 0xFFFF;
+constexpr const char* kDialogClass = "#32770";
 BoxGuard* current = nullptr;
 
 bool isMessageBox(HWND window) {
     char name[16] = "";
     ::GetClassNameA(window, name, sizeof name);
-    return std::strcmp(name, dialogClass) == 0 && !CWnd::FromHandlePermanent(window) &&
-           ::GetDlgItem(window, textControl);
+    return std::strcmp(name, kDialogClass) == 0 && !CWnd::FromHandlePermanent(window) &&
+           ::GetDlgItem(window, kTextControl);
 }
 }  // namespace
 
@@ -37,7 +37,7 @@ void BoxGuard::close(HWND box) {
     if (std::find(m_closing.begin(), m_closing.end(), box) != m_closing.end()) return;
     m_closing.push_back(box);
     char text[512] = "";
-    ::GetWindowTextA(::GetDlgItem(box, textControl), text, sizeof text);
+    ::GetWindowTextA(::GetDlgItem(box, kTextControl), text, sizeof text);
     m_texts.push_back(text);
     for (const int button : {IDCANCEL, IDNO, IDABORT, IDOK})
         if (const HWND control = ::GetDlgItem(box, button)) {

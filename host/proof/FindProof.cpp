@@ -15,7 +15,7 @@ namespace terminal {
 
 namespace {
 
-constexpr std::size_t fewestRows = 4;  // with fewer there is nothing to find
+constexpr std::size_t kFewestRows = 4;  // with fewer there is nothing to find
 
 // The proof's steps in one frame.
 class Steps {
@@ -127,7 +127,7 @@ void Steps::tabTo(OrderColumn column) {
 void Steps::checkRows(const char* what) {
     const Arrivals wanted = m_told.expected();
     const bool came =
-        pumpUntil([&] { return m_told.shown(m_grid) == wanted; }, m_outcome.findings.empty() ? patience : impatience);
+        pumpUntil([&] { return m_told.shown(m_grid) == wanted; }, m_outcome.findings.empty() ? kPatience : kImpatience);
     pumpAll();
     const Arrivals seen = m_told.shown(m_grid);
     if (!came || seen != wanted)
@@ -204,7 +204,7 @@ void Steps::endBatch() {
 void Steps::addAround(const Arrivals& before) {
     OrderId id = 1'000'000'000'000;
     const Price highest = m_told[before.front()].price;
-    for (const Price price : {highest + priceOne, highest, m_told[before[before.size() / 2]].price, priceOne / 100}) {
+    for (const Price price : {highest + kPriceOne, highest, m_told[before[before.size() / 2]].price, kPriceOne / 100}) {
         const Order order{.id = ++id, .instrument = 0, .price = price, .quantity = 7};
         const std::string& symbol = m_run.feed->tally().instruments()[0].instrument.symbol;
         m_added.push_back({m_told.add({std::to_string(id), symbol, price, order.quantity}), order});
@@ -224,7 +224,7 @@ void Steps::moveAndRemove(std::size_t selected) {
     m_moved = others.front();
     m_removed = others.back();
     Order moved = m_moved->former;
-    m_told[m_moved->arrival].price = moved.price = m_added.front().former.price + priceOne;
+    m_told[m_moved->arrival].price = moved.price = m_added.front().former.price + kPriceOne;
     send(OrderAction::change, moved);
     m_told[m_removed->arrival].gone = true;
     send(OrderAction::remove, m_removed->former);
@@ -232,8 +232,8 @@ void Steps::moveAndRemove(std::size_t selected) {
 
 void Steps::letRowsStream() {
     const Arrivals before = m_told.shown(m_grid);
-    if (before.size() < fewestRows) return check("rows are left to stream between", false, m_told.described(before));
-    clickRow(static_cast<int>(fewestRows) - 1);
+    if (before.size() < kFewestRows) return check("rows are left to stream between", false, m_told.described(before));
+    clickRow(static_cast<int>(kFewestRows) - 1);
     const int chosen = selectedRow();
     const std::size_t selected = chosen < 0 ? m_told.size() : before[static_cast<std::size_t>(chosen)];
     addAround(before);
@@ -340,8 +340,8 @@ public:
 
     std::string missing(CMainFrame& frame) override {
         const std::size_t rows = ToldBook(m_run.feed->tally()).size();
-        if (rows < fewestRows)
-            return std::to_string(fewestRows) + " rows in the orders pane, of which there are " + std::to_string(rows);
+        if (rows < kFewestRows)
+            return std::to_string(kFewestRows) + " rows in the orders pane, of which there are " + std::to_string(rows);
         CLiveGrid& grid = frame.panes().orders.grid();
         for (const OrderColumn column :
              {OrderColumn::order, OrderColumn::symbol, OrderColumn::price, OrderColumn::quantity}) {

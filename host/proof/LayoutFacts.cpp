@@ -70,8 +70,8 @@ std::string levelsText(CCommonListCtrl& list) {
 
 // How far two texts agree, for a message: the rest of each from a little before.
 std::string restFrom(const std::string& text, std::size_t at) {
-    constexpr std::size_t before = 20, shown = 160;
-    return text.substr(at > before ? at - before : 0, shown);
+    constexpr std::size_t kBefore = 20, kShown = 160;
+    return text.substr(at > kBefore ? at - kBefore : 0, kShown);
 }
 
 }  // namespace

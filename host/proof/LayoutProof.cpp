@@ -50,10 +50,10 @@ const SortLevels& levelsToLeave() {
 LPARAM packed(POINT point) { return MAKELPARAM(point.x, point.y); }
 
 void dragMouse(HWND window, POINT from, POINT to) {
-    constexpr int steps = 4;
+    constexpr int kSteps = 4;
     ::SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, packed(from));
-    for (int step = 1; step <= steps; ++step) {
-        const POINT at{from.x + (to.x - from.x) * step / steps, from.y + (to.y - from.y) * step / steps};
+    for (int step = 1; step <= kSteps; ++step) {
+        const POINT at{from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps};
         ::SendMessageA(window, WM_MOUSEMOVE, MK_LBUTTON, packed(at));
     }
     ::SendMessageA(window, WM_LBUTTONUP, 0, packed(to));
@@ -67,11 +67,11 @@ CRect itemRect(CCommonListCtrl& list, int item) {
 }
 
 // A height inside a header's caption, whatever stands below it.
-constexpr int captionLine = 6;
+constexpr int kCaptionLine = 6;
 
 void clickColumn(CCommonListCtrl& list, int columnIndex) {
     const CRect area = itemRect(list, list.m_arrOrder[columnIndex]);
-    const POINT middle{(area.left + area.right) / 2, area.top + captionLine};
+    const POINT middle{(area.left + area.right) / 2, area.top + kCaptionLine};
     dragMouse(list.GetHeaderCtrl()->GetSafeHwnd(), middle, middle);
 }
 
@@ -79,13 +79,13 @@ void clickColumn(CCommonListCtrl& list, int columnIndex) {
 void dragColumn(CCommonListCtrl& list, int from, int before) {
     const CRect source = itemRect(list, list.GetHeaderCtrl()->OrderToIndex(from));
     const CRect target = itemRect(list, list.GetHeaderCtrl()->OrderToIndex(before));
-    dragMouse(list.GetHeaderCtrl()->GetSafeHwnd(), {(source.left + source.right) / 2, source.top + captionLine},
-              {target.left + 3, target.top + captionLine});
+    dragMouse(list.GetHeaderCtrl()->GetSafeHwnd(), {(source.left + source.right) / 2, source.top + kCaptionLine},
+              {target.left + 3, target.top + kCaptionLine});
 }
 
 void dragDivider(CCommonListCtrl& list, int item, int by) {
     const CRect area = itemRect(list, item);
-    const POINT divider{area.right - 2, area.top + captionLine};
+    const POINT divider{area.right - 2, area.top + kCaptionLine};
     dragMouse(list.GetHeaderCtrl()->GetSafeHwnd(), divider, {divider.x + by, divider.y});
 }
 
@@ -97,8 +97,8 @@ void chooseWatch(CWatchPane& watch, int number) {
 
 // ---- Changing one list
 
-constexpr int toHide = 5;  // counted on the screen
-constexpr std::size_t fewestColumns = toHide + 1;
+constexpr int kToHide = 5;  // counted on the screen
+constexpr std::size_t kFewestColumns = kToHide + 1;
 
 class Change {
 public:
@@ -118,22 +118,22 @@ private:
     }
 
     void changeColumns() {
-        constexpr int sized = 0, sizedBy = 13, dragged = 3, before = 1;
+        constexpr int kSized = 0, kSizedBy = 13, kDragged = 3, kBefore = 1;
         int hidden = 0;
         while (hidden < m_list.m_arrOrder.GetCount() && m_list.m_arrOrder[hidden] >= 0) ++hidden;
-        const int gone = columnOnScreen(toHide);
+        const int gone = columnOnScreen(kToHide);
         showOrHideColumn(m_list, gone);
         expect(m_list.m_arrOrder[gone] == -1, "no column could be hidden");
         if (hidden < m_list.m_arrOrder.GetCount()) {
             showOrHideColumn(m_list, hidden);
             expect(m_list.m_arrOrder[hidden] >= 0, "no column could be shown");
         }
-        const int width = m_list.GetColumnWidth(sized);
-        dragDivider(m_list, sized, sizedBy);
-        expect(m_list.GetColumnWidth(sized) == width + sizedBy, "no column could be sized");
-        const int moved = columnOnScreen(dragged);
-        dragColumn(m_list, dragged, before);
-        expect(columnOnScreen(before) == moved, "no header item could be dragged");
+        const int width = m_list.GetColumnWidth(kSized);
+        dragDivider(m_list, kSized, kSizedBy);
+        expect(m_list.GetColumnWidth(kSized) == width + kSizedBy, "no column could be sized");
+        const int moved = columnOnScreen(kDragged);
+        dragColumn(m_list, kDragged, kBefore);
+        expect(columnOnScreen(kBefore) == moved, "no header item could be dragged");
     }
 
     void sort() {
@@ -169,8 +169,8 @@ public:
     std::string missing(CMainFrame& frame) override {
         for (const Subject& subject : allSubjects(frame.panes())) {
             const std::size_t columns = itemsOf(subject.list, true).size();
-            if (columns < fewestColumns)
-                return std::to_string(fewestColumns) + " columns of " + subject.name + ", of which " +
+            if (columns < kFewestColumns)
+                return std::to_string(kFewestColumns) + " columns of " + subject.name + ", of which " +
                        std::to_string(columns) + " show";
         }
         return {};

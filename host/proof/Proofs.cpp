@@ -23,7 +23,7 @@ struct Entry {
 };
 
 // In the order in which they act. The layouts come last: they change what the others look at.
-constexpr Entry table[] = {
+constexpr Entry kTable[] = {
     {"find", "find_checks", &makeFindProof},
     {"layout", "layouts_restored", &makeLayoutProof},
 };
@@ -31,7 +31,7 @@ constexpr Entry table[] = {
 class ProofRun {
 public:
     ProofRun(TerminalRun& run, BoxGuard& guard) : m_run(run), m_guard(guard) {
-        for (const Entry& entry : table)
+        for (const Entry& entry : kTable)
             if (run.options.proof.empty() || run.options.proof == entry.name)
                 m_active.push_back(std::make_unique<Active>(entry, run));
     }
@@ -109,7 +109,7 @@ private:
             Log::instance().add(("Proof " + name + ": " + finding).c_str());
             std::fprintf(stderr, "%s: %s\n", name.c_str(), finding.c_str());
         }
-        if (!outcome.findings.empty() && m_run.exitCode == exitWell) m_run.exitCode = exitCheckFailed;
+        if (!outcome.findings.empty() && m_run.exitCode == kExitWell) m_run.exitCode = kExitCheckFailed;
     }
 
     TerminalRun& m_run;
@@ -121,13 +121,13 @@ private:
 
 std::vector<std::string> proofNames() {
     std::vector<std::string> names;
-    for (const Entry& entry : table) names.push_back(entry.name);
+    for (const Entry& entry : kTable) names.push_back(entry.name);
     return names;
 }
 
 std::vector<ProofFigure> proofFigures() {
     std::vector<ProofFigure> figures;
-    for (const Entry& entry : table) figures.push_back({entry.field});
+    for (const Entry& entry : kTable) figures.push_back({entry.field});
     return figures;
 }
 

@@ -24,10 +24,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t mostFindings = 20;
+    static constexpr std::size_t kMostFindings = 20;
 
     void add(std::string finding) {
-        if (m_findings.size() < mostFindings)
+        if (m_findings.size() < kMostFindings)
             m_findings.push_back(std::move(finding));
         else
             ++m_unsaid;
@@ -154,7 +154,7 @@ void Check::asTold(const std::vector<const OrderRow*>& shown, const std::vector<
 void Check::lockedInOrder(const std::vector<const OrderRow*>& shown, OrderColumn column, int order) {
     if (column != OrderColumn::price && column != OrderColumn::quantity) return;
     const auto key = [=](const OrderRow* row) {
-        const std::int64_t value = row->order.price == noPrice    ? 0
+        const std::int64_t value = row->order.price == kNoPrice   ? 0
                                    : column == OrderColumn::price ? row->order.price
                                                                   : row->order.quantity;
         return std::pair(-order * value, order * static_cast<std::int64_t>(row->arrival));
@@ -194,7 +194,7 @@ void Check::orders() {
     for (std::size_t i = 0; i < drawn.size(); ++i) {
         if (!drawn[i].row) continue;
         const auto& row = *static_cast<const OrderRow*>(static_cast<const CFilterListBaseData*>(drawn[i].row));
-        Price price = noPrice;
+        Price price = kNoPrice;
         Quantity quantity = 0;
         if (row.level >= 0) {
             const auto& of = m_tally.instruments()[row.order.instrument];
@@ -211,7 +211,7 @@ void Check::orders() {
         const std::string what = at("orders", drawn[i].visual) + " drawn";
         equalText(what + " price", cell(drawn[i], OrderColumn::price), priceText(row.order.instrument, price));
         equalText(what + " quantity", cell(drawn[i], OrderColumn::quantity),
-                  price == noPrice ? "" : quantityText(quantity));
+                  price == kNoPrice ? "" : quantityText(quantity));
     }
 }
 

@@ -18,7 +18,7 @@ ToldBook::ToldBook(const Tally& tally) {
     for (const auto& of : tally.instruments())
         for (const BookLevel& level : of.levels)
             add({(level.side == Side::sell ? "Ask " : "Bid ") + std::to_string(level.level + 1), of.instrument.symbol,
-                 level.price == noPrice ? 0 : level.price, level.quantity});
+                 level.price == kNoPrice ? 0 : level.price, level.quantity});
     for (const Order& order : tally.liveOrdersByArrival())
         add({std::to_string(order.id), tally.instruments()[order.instrument].instrument.symbol, order.price,
              order.quantity});
@@ -85,9 +85,9 @@ std::string ToldBook::drawnWrong(CLiveGrid& grid) const {
 }
 
 std::string ToldBook::described(const Arrivals& rows) const {
-    constexpr std::size_t few = 3;
+    constexpr std::size_t kFew = 3;
     std::string text = std::to_string(rows.size()) + " rows";
-    for (std::size_t i = 0; i < rows.size() && i < few; ++i) {
+    for (std::size_t i = 0; i < rows.size() && i < kFew; ++i) {
         if (rows[i] >= m_rows.size()) return text + ", one of nobody's";
         const ToldRow& row = m_rows[rows[i]];
         TextBuffer buffer;

@@ -3,7 +3,7 @@
 namespace terminal {
 
 namespace {
-constexpr UINT menuPatience = 5'000;
+constexpr UINT kMenuPatience = 5'000;
 }  // namespace
 
 bool pumpUntil(const std::function<bool()>& condition, ULONGLONG milliseconds) {
@@ -50,7 +50,7 @@ void type(const std::string& text) {
 
 // The letter waits behind the click and finds the menu open. A menu that does not take it is closed after a while.
 void chooseInMenu(HWND window, POINT point, WORD letter) {
-    const UINT_PTR guard = ::SetTimer(nullptr, 0, menuPatience, [](HWND, UINT, UINT_PTR, DWORD) { ::EndMenu(); });
+    const UINT_PTR guard = ::SetTimer(nullptr, 0, kMenuPatience, [](HWND, UINT, UINT_PTR, DWORD) { ::EndMenu(); });
     quor::sendClick(window, point, quor::MouseButton::right);
     quor::sendKeys({letter});
     pumpAll();

@@ -11,11 +11,11 @@
 
 namespace terminal {
 
-inline constexpr ULONGLONG patience = 10'000;   // milliseconds that a step may take on a busy machine
-inline constexpr ULONGLONG impatience = 1'000;  // after a check that failed: others will, too
+inline constexpr ULONGLONG kPatience = 10'000;   // milliseconds that a step may take on a busy machine
+inline constexpr ULONGLONG kImpatience = 1'000;  // after a check that failed: others will, too
 
 // Dispatches what comes until the condition holds. False: it did not within the time.
-bool pumpUntil(const std::function<bool()>& condition, ULONGLONG milliseconds = patience);
+bool pumpUntil(const std::function<bool()>& condition, ULONGLONG milliseconds = kPatience);
 void pumpAll();
 
 void bringToFront(CFrameWnd& frame);

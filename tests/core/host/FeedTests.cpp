@@ -125,7 +125,7 @@ TEST(Tally, KeepsLiveOrdersByArrivalAndLevelsInOrderAndCountsContradictions) {
     EXPECT_EQ(found, (std::vector<std::pair<OrderId, Quantity>>{{50, 3}, {900, 10}, {1, 4}}));
     std::vector<Price> prices;
     for (const BookLevel& level : tally.instruments()[0].levels) prices.push_back(level.price);
-    EXPECT_EQ(prices, (std::vector<Price>{4, 3, noPrice, 1}));
+    EXPECT_EQ(prices, (std::vector<Price>{4, 3, kNoPrice, 1}));
 }
 
 }  // namespace

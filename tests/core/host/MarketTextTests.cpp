@@ -9,14 +9,14 @@ namespace {
 
 TEST(MarketText, PricesAreIntegersOfATenThousandthOrDecimalsAndQuantitiesWhole) {
     const std::pair<const char*, Price> scaled[] = {
-        {"2205100", 220'51000000}, {"-1", -10'000}, {"900000000000000", largestPrice}};
+        {"2205100", 220'51000000}, {"-1", -10'000}, {"900000000000000", kLargestPrice}};
     for (const auto& [text, price] : scaled) EXPECT_EQ(parseScaledPrice(text), price) << text;
     for (const char* bad : {"900000000000001", "99999999999999999999999", "220.51", "", "-", "+1", " 1", "1 ", "1e3"})
         EXPECT_FALSE(parseScaledPrice(bad)) << bad;
     for (const char* bad : {"0.000000001", "1.", ".5", "1.2.3", "1.-2", "90000000000.00000001", "nan", "1.5e2"})
         EXPECT_FALSE(parseDecimalPrice(bad)) << bad;
     EXPECT_EQ(parseDecimalPrice("0.000000010"), 1);
-    EXPECT_EQ(parseQuantity("1000000000000"), largestQuantity);
+    EXPECT_EQ(parseQuantity("1000000000000"), kLargestQuantity);
     for (const char* bad : {"1000000000001", "-1", "1.5", "", "18446744073709551616", "1,"})
         EXPECT_FALSE(parseQuantity(bad)) << bad;
     EXPECT_FALSE(parseDecimalPrice(std::string_view("1\0", 2)));
@@ -25,14 +25,14 @@ TEST(MarketText, PricesAreIntegersOfATenThousandthOrDecimalsAndQuantitiesWhole) 
 
 TEST(MarketText, PricesShowTwoDecimalsAndMoreWhereTheyHaveThem) {
     const std::pair<Price, const char*> cases[] = {
-        {220'51000000, "220.51"},         {0, "0.00"},        {-50000000, "-0.50"}, {1'08345000, "1.08345"},
-        {largestPrice, "90000000000.00"}, {-1, "-0.00000001"}};
+        {220'51000000, "220.51"},          {0, "0.00"},        {-50000000, "-0.50"}, {1'08345000, "1.08345"},
+        {kLargestPrice, "90000000000.00"}, {-1, "-0.00000001"}};
     TextBuffer buffer;
     for (const auto& [price, text] : cases) {
         EXPECT_EQ(formatPrice(price, buffer), text);
         EXPECT_EQ(parseDecimalPrice(text), price);
     }
-    EXPECT_EQ(formatPrice(noPrice, buffer), "");
+    EXPECT_EQ(formatPrice(kNoPrice, buffer), "");
     struct {
         Price price;
         int decimals;

@@ -51,8 +51,8 @@ TEST(OptionChain, ThePriceIsTheLastElseTheMiddle) {
         std::uint16_t fields;
         Price last, bid, ask;
         std::optional<Price> expected;
-    } cases[] = {{0, 5, 5, 5, {}},          {quoteLast | both, 7, 1, 3, 7}, {both, 0, 10, 14, 12},
-                 {both, 0, noPrice, 4, {}}, {quoteBid, 0, 10, 0, {}},       {quoteLast, 0, 0, 0, {}}};
+    } cases[] = {{0, 5, 5, 5, {}},           {quoteLast | both, 7, 1, 3, 7}, {both, 0, 10, 14, 12},
+                 {both, 0, kNoPrice, 4, {}}, {quoteBid, 0, 10, 0, {}},       {quoteLast, 0, 0, 0, {}}};
     for (const auto& c : cases) {
         Quote quote{.fields = c.fields};
         quote.last = c.last, quote.bid = c.bid, quote.ask = c.ask;
@@ -64,9 +64,13 @@ TEST(OptionChain, ThePriceIsTheLastElseTheMiddle) {
 }
 
 TEST(OptionChain, StrikesAreOneTwoOrFiveApartAndExpireOnTheLastThursdayAWeekAhead) {
-    const std::pair<Price, Price> strikes[] = {
-        {100 * priceOne, priceOne},     {101 * priceOne, 2 * priceOne}, {612 * priceOne, 10 * priceOne},         {1, 1},
-        {500 * priceOne, 5 * priceOne}, {priceOne / 2, priceOne / 200}, {largestPrice, 1'000'000'000 * priceOne}};
+    const std::pair<Price, Price> strikes[] = {{100 * kPriceOne, kPriceOne},
+                                               {101 * kPriceOne, 2 * kPriceOne},
+                                               {612 * kPriceOne, 10 * kPriceOne},
+                                               {1, 1},
+                                               {500 * kPriceOne, 5 * kPriceOne},
+                                               {kPriceOne / 2, kPriceOne / 200},
+                                               {kLargestPrice, 1'000'000'000 * kPriceOne}};
     for (const auto& [price, step] : strikes) EXPECT_EQ(strikeStep(price), step) << price;
     const std::pair<const char*, const char*> expiries[] = {
         {"2012-06-21", "2012-06-28"}, {"2012-06-22", "2012-07-26"}, {"2023-12-28", "2024-01-25"}};
@@ -98,7 +102,7 @@ TEST(OptionChain, QuotesAreWholeTicksAndGreeksFollowTheQuote) {
 
 TEST(OptionChain, RowsStandInOrderAroundTheMoney) {
     LinearPricer pricer;
-    for (const Price price : {Price{1}, 612'35 * priceOne / 100, largestPrice}) {
+    for (const Price price : {Price{1}, 612'35 * kPriceOne / 100, kLargestPrice}) {
         OptionChain chain;
         ASSERT_TRUE(chain.recompute({.price = price, .tickSize = 5'000'000}, 0, pricer));
         const auto& rows = chain.rows();
@@ -107,7 +111,7 @@ TEST(OptionChain, RowsStandInOrderAroundTheMoney) {
             EXPECT_EQ(rows[i].strike - rows[i - 1].strike, strikeStep(price)) << price;
         const Price nearest = rows[static_cast<std::size_t>(chain.atTheMoney())].strike;
         EXPECT_LE(2 * std::abs(nearest - price), strikeStep(price)) << price;
-        EXPECT_TRUE(price == 1 || price == largestPrice || chain.atTheMoney() == OptionChain::strikes / 2) << price;
+        EXPECT_TRUE(price == 1 || price == kLargestPrice || chain.atTheMoney() == OptionChain::kStrikes / 2) << price;
     }
     // They stay while the price swings by less than a step.
     OptionChain chain;
@@ -116,8 +120,8 @@ TEST(OptionChain, RowsStandInOrderAroundTheMoney) {
     } steps[] = {{150, 136, 7}, {148, 136, 6}, {152, 136, 8}, {153, 140, 6}, {152, 140, 6}, {151, 138, 6}};
     std::int64_t now = 0;
     for (const auto& s : steps) {
-        chain.recompute({.price = s.price * priceOne}, now += OptionChain::periodMicros, pricer);
-        EXPECT_EQ(chain.rows()[0].strike, s.lowest * priceOne) << s.price;
+        chain.recompute({.price = s.price * kPriceOne}, now += OptionChain::kPeriodMicros, pricer);
+        EXPECT_EQ(chain.rows()[0].strike, s.lowest * kPriceOne) << s.price;
         EXPECT_EQ(chain.atTheMoney(), s.atTheMoney) << s.price;
     }
 }
@@ -125,7 +129,7 @@ TEST(OptionChain, RowsStandInOrderAroundTheMoney) {
 TEST(OptionChain, IsComputedTwiceASecondAtMostAndOnlyForNews) {
     LinearPricer pricer;
     OptionChain chain;
-    ChainBasis basis{.price = 100 * priceOne};
+    ChainBasis basis{.price = 100 * kPriceOne};
     EXPECT_TRUE(chain.due(0));
     EXPECT_TRUE(chain.recompute(basis, 1'000, pricer));
     EXPECT_FALSE(chain.due(1'000 + 499'999));
@@ -140,7 +144,7 @@ TEST(OptionChain, IsComputedTwiceASecondAtMostAndOnlyForNews) {
     pricer.refusedStrike = 100;
     basis.time = 2;
     chain.recompute(basis, 1'500'000, pricer);
-    EXPECT_EQ(chain.priced(), 3 * 2 * OptionChain::strikes - 2) << "an option without a price does not count";
+    EXPECT_EQ(chain.priced(), 3 * 2 * OptionChain::kStrikes - 2) << "an option without a price does not count";
 }
 
 }  // namespace

@@ -61,8 +61,8 @@ TEST(Tape, SnapshotsGiveTheLevelsThatChanged) {
     EXPECT_EQ(result.ticks, 3);
     EXPECT_EQ(result.log.all<Instrument>()[0].bookLevels, 2);
     const std::vector<BookLevel> expected = {
-        {0, Side::sell, 0, 1'000'000, 5}, {0, Side::buy, 0, 900'000, 6},  {0, Side::sell, 1, 1'010'000, 7},
-        {0, Side::buy, 0, 910'000, 6},    {0, Side::sell, 1, noPrice, 0}, {0, Side::buy, 1, 890'000, 1},
+        {0, Side::sell, 0, 1'000'000, 5}, {0, Side::buy, 0, 900'000, 6},   {0, Side::sell, 1, 1'010'000, 7},
+        {0, Side::buy, 0, 910'000, 6},    {0, Side::sell, 1, kNoPrice, 0}, {0, Side::buy, 1, 890'000, 1},
     };
     EXPECT_EQ(result.log.all<BookLevel>(), expected);
     EXPECT_TRUE(result.log.ticks[2].events.empty());
@@ -148,9 +148,9 @@ TEST(Tape, TheCheckReadsAThousandLinesAndTheFeedStopsWhereALaterOneIsBad) {
 }
 
 TEST(Tape, LinesUpToTheLongestAreReadWhereverTheBufferEnds) {
-    const std::string number(longestTapeLine - 12, '0');
+    const std::string number(kLongestTapeLine - 12, '0');
     const std::string longest = "09:30:00," + number + "1,1";
-    ASSERT_EQ(longest.size(), longestTapeLine);
+    ASSERT_EQ(longest.size(), kLongestTapeLine);
     std::string bytes = trades;
     for (int i = 0; i < 3; ++i) bytes += longest + (i == 1 ? "\r\n" : "\n") + "09:30:01,1,1\n";
     const auto price = [](int i) { return 1 + i * 37 % 100'000; };

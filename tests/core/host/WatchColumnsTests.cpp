@@ -20,7 +20,7 @@ namespace {
 
 std::string cell(const WatchData& data, std::string_view heading) {
     int column = 0;
-    while (column < watchBuiltInColumns && heading != watchColumn(column).heading) ++column;
+    while (column < kWatchBuiltInColumns && heading != watchColumn(column).heading) ++column;
     TextBuffer buffer;
     return std::string(watchText(data, column, buffer));
 }
@@ -33,7 +33,7 @@ std::string cells(const WatchData& data, const char* headings) {
     return all;
 }
 
-constexpr Price units(double price) { return static_cast<Price>(price * static_cast<double>(priceOne) + 0.5); }
+constexpr Price units(double price) { return static_cast<Price>(price * static_cast<double>(kPriceOne) + 0.5); }
 constexpr MarketTime second = 1'000'000'000;
 
 // One future as its session might stand: close 100, last 102.50 after 102, high 103, low 99, touch 102.40 to 102.60.
@@ -63,7 +63,7 @@ struct OneFuture {
 
 TEST(WatchColumns, EveryHeadingIsItsOwnAndCanBeStored) {
     std::set<std::string> headings;
-    for (int i = 0; i < watchBuiltInColumns; ++i) {
+    for (int i = 0; i < kWatchBuiltInColumns; ++i) {
         const char* const heading = watchColumn(i).heading;
         ASSERT_NE(heading, nullptr) << i;
         EXPECT_TRUE(headings.insert(heading).second) << heading;
@@ -103,8 +103,8 @@ TEST(WatchColumns, WhatShowsAsZeroHasNoSign) {
         {100'00400000, "0.00"}, {99'99600000, "0.00"}, {100'01000000, "+0.01"}, {99'99000000, "-0.01"}};
     for (const auto& [last, change] : cases) {
         WatchMarket market;
-        market.instrument({.id = 0, .symbol = "X", .tickSize = priceOne / 100});
-        market.quote({.instrument = 0, .fields = quoteLast | quoteClose, .last = last, .close = 100 * priceOne});
+        market.instrument({.id = 0, .symbol = "X", .tickSize = kPriceOne / 100});
+        market.quote({.instrument = 0, .fields = quoteLast | quoteClose, .last = last, .close = 100 * kPriceOne});
         EXPECT_EQ(cell(market[0], "Change"), change) << last;
         EXPECT_EQ(cell(market[0], "Change %"), change) << last;
     }
@@ -121,18 +121,18 @@ TEST(WatchColumns, WhatTheFeedHasNotToldIsEmptyAndHostileFiguresFit) {
     market.instrument({.id = 0, .symbol = "X", .tickSize = 1});
     EXPECT_EQ(cells(market[0], "Last,Change %,Bid,Spread,Weighted Mid,Range Position,Time,Delta"), "-");
     TextBuffer buffer;
-    for (const int outside : {-1, watchBuiltInColumns, 4095}) EXPECT_EQ(watchText(market[0], outside, buffer), "");
-    constexpr Price most = largestPrice;
-    const std::pair<Price, Price> extremes[] = {{most, most}, {most, -most}, {-most, most}, {0, 0}, {noPrice, 1}};
+    for (const int outside : {-1, kWatchBuiltInColumns, 4095}) EXPECT_EQ(watchText(market[0], outside, buffer), "");
+    constexpr Price most = kLargestPrice;
+    const std::pair<Price, Price> extremes[] = {{most, most}, {most, -most}, {-most, most}, {0, 0}, {kNoPrice, 1}};
     for (const auto& [one, other] : extremes) {
         Quote news{.instrument = 0, .fields = 0x1fff, .time = std::numeric_limits<MarketTime>::max()};
         news.bid = one;
         news.ask = news.last = news.high = other;
-        news.open = news.low = news.close = one == noPrice ? 0 : one;
-        news.volume = news.lastSize = news.bidSize = news.askSize = news.openInterest = largestQuantity;
+        news.open = news.low = news.close = one == kNoPrice ? 0 : one;
+        news.volume = news.lastSize = news.bidSize = news.askSize = news.openInterest = kLargestQuantity;
         news.value = std::numeric_limits<double>::max();
         market.quote(news);
-        for (int i = 0; i < watchBuiltInColumns; ++i) EXPECT_LT(cell(market[0], watchColumn(i).heading).size(), 40u);
+        for (int i = 0; i < kWatchBuiltInColumns; ++i) EXPECT_LT(cell(market[0], watchColumn(i).heading).size(), 40u);
     }
 }
 
@@ -157,7 +157,7 @@ TEST(WatchData, DepthBelowTheTouchIsTheOrdersBehindItOrTheBooks) {
     WatchMarket market;  // of a book, levels as they came
     market.instrument({.id = 0, .symbol = "X", .bookLevels = 10});
     for (int level = 0; level < 10; ++level) market.level({0, Side::sell, level, units(50 + level), 100 * (level + 1)});
-    market.level({0, Side::sell, 2, noPrice, 0});
+    market.level({0, Side::sell, 2, kNoPrice, 0});
     EXPECT_EQ(cells(market[0], "Ask 2,Ask 3,Ask Qty 5,Total Ask Qty,Ask Orders 2"), "51.00,,500,1200,");
 }
 
@@ -176,7 +176,7 @@ TEST(WatchData, DepthOfASimulatedMarketIsInOrderAndComplete) {
         EXPECT_EQ(market[id].trades, feed.tally().instruments()[id].trades);
         EXPECT_EQ(market[id].quote, feed.tally().instruments()[id].quote);
         for (const int sign : {1, -1})
-            for (int level = 1; level < watchDepth; ++level) {
+            for (int level = 1; level < kWatchDepth; ++level) {
                 const Side side = sign > 0 ? Side::buy : Side::sell;
                 const auto better = market[id].depth(side, level - 1), worse = market[id].depth(side, level);
                 if (!worse) continue;
@@ -202,7 +202,7 @@ TEST(WatchRecord, TextsStandAtTheOffsetsTheLibraryReads) {
     EXPECT_EQ(sMWStruct::of(nullptr), nullptr);
     WatchData longNamed;
     longNamed.instrument.symbol = std::string(500, 'x');
-    EXPECT_EQ(std::strlen(sMWStruct(longNamed).symbol), sMWStruct::textRoom - 1);
+    EXPECT_EQ(std::strlen(sMWStruct(longNamed).symbol), sMWStruct::kTextRoom - 1);
 }
 
 // Each formula with the cells' texts put in place of its references gives what it says.

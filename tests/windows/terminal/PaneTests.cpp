@@ -33,7 +33,7 @@ struct PaneTest : ::test::WindowFixture {
 struct WatchPaneTest : PaneTest {
     WatchPaneTest() {
         CMrktWatchListCtrl::g_nMarketWatchesBuilt = 0;
-        iMrktInfoColCount = watchBuiltInColumns - 1;
+        iMrktInfoColCount = kWatchBuiltInColumns - 1;
         iNewDataArrCnt = 0;
         open();
     }
@@ -44,13 +44,13 @@ struct WatchPaneTest : PaneTest {
         pane->MoveWindow(0, 0, 780, 400);
         for (InstrumentId id = 0; id < 8; ++id) {
             add(id, static_cast<char>('A' + id), id % 2 ? "FUT" : "EQ");
-            pane->quote({.instrument = id, .fields = quoteLast, .time = 1, .last = (id / 2 % 2 + 1) * priceOne});
+            pane->quote({.instrument = id, .fields = quoteLast, .time = 1, .last = (id / 2 % 2 + 1) * kPriceOne});
         }
         pane->showChanged();
     }
     void add(InstrumentId id, char symbol, const char* series) {
         pane->addInstrument(
-            {.id = id, .symbol = {symbol}, .series = series, .tickSize = priceOne / 100, .bookLevels = 0});
+            {.id = id, .symbol = {symbol}, .series = series, .tickSize = kPriceOne / 100, .bookLevels = 0});
     }
     void restart() {
         pane->DestroyWindow();  // a view: it goes with its window
@@ -231,7 +231,7 @@ struct RisingOrders final : test::ListedTicks {
         if (const Next came = ListedTicks::next(tick); came != Next::tick) return came;
         const auto id = static_cast<OrderId>(tick.time / 1'000'000);
         if (id == 1) tick.events.push_back(Instrument{.id = 0, .symbol = "A", .series = "EQ"});
-        const auto price = static_cast<Price>(id) * priceOne;
+        const auto price = static_cast<Price>(id) * kPriceOne;
         tick.events.push_back(OrderEvent{OrderAction::add, {.id = id, .price = price, .quantity = 1}});
         return Next::tick;
     }

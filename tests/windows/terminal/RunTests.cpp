@@ -94,14 +94,14 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
     EXPECT_EQ(run.figure("find_checks"), "19/19");
     EXPECT_EQ(run.figure("layouts_restored"), "5/5");
     using namespace palette;
-    expectReadable(run, "terminal.png", {background, surface, up, down});
-    expectReadable(run, "watch.png", {background, stripe, symbol, up, down});
-    expectReadable(run, "orders.png", {upBack, downBack, up, down});
-    expectReadable(run, "trades.png", {background, up, down});
-    expectReadable(run, "chain.png", {upBack, downBack, atMoney, surface, symbol});
+    expectReadable(run, "terminal.png", {kBackground, kSurface, kUp, kDown});
+    expectReadable(run, "watch.png", {kBackground, kStripe, kSymbol, kUp, kDown});
+    expectReadable(run, "orders.png", {kUpBack, kDownBack, kUp, kDown});
+    expectReadable(run, "trades.png", {kBackground, kUp, kDown});
+    expectReadable(run, "chain.png", {kUpBack, kDownBack, kAtMoney, kSurface, kSymbol});
     for (const char* found : {"find-typed.png", "find-locked.png"})
-        expectReadable(run, found, {up, down, 0x20A5DA, 0x82DDEE});
-    expectReadable(run, "find-popup.png", {up, down, surface});
+        expectReadable(run, found, {kUp, kDown, 0x20A5DA, 0x82DDEE});
+    expectReadable(run, "find-popup.png", {kUp, kDown, kSurface});
     const RunResult replayed = runTerminal("replay", "--speed max --tape \"" + tape + "\"");
     EXPECT_EQ(replayed.exitCode, 0) << replayed.errors;
     for (const char* name : {"ticks", "rows", "instruments"})
