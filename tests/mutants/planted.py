@@ -63,9 +63,9 @@ MUTANTS = [
     core("levels-text", "list/core/SortTexts.cpp", 'active ? "#1" : "#0"', 'active ? "#0" : "#1"', "Sort*Text*",
          "levels come back switched off"),
     shell("grid-click-order", "grid/FilterListCtrlSort.cpp", "columnStayed ? -m_nSortOrder : -1", "-m_nSortOrder",
-          "grid_tests:*Sort*", "the first click on another column turns the former column's order round"),
+          "grid_tests:*Sort*:*LiveGridMix*", "the first click on another column turns the former column's order round"),
     shell("grid-rebuild-lock", "grid/FilterListCtrlFilter.cpp", "if (locked) goOn(&CFilterListCtrl::SortByLastColumnWithLock);", "",
-          "grid_tests:*Sort*:*Filter*:*Lock*", "a filter takes a locked grid out of its order"),
+          "grid_tests:*Sort*:*Filter*:*LiveGridMix*", "a filter takes a locked grid out of its order"),
     shell("list-sort-data", "list/CommonListCtrlSort.cpp", "if (slot.position != kFree) return false;", "",
           "list_tests:*Sort*", "rows with the same data stay where they stand"),
     # ---- filters and finding
@@ -85,7 +85,7 @@ MUTANTS = [
     core("paint-alternate", "grid/core/CellPainting.cpp", "visual % 2 == 0", "visual % 2 != 0", "CellPainting*",
          "even rows have the odd rows' ground"),
     shell("checked-mark", "grid/FilterListCtrlSort.cpp", "if (marked != 0) m_grid.moveMarkTo(marked);",
-          "if (marked == 0) m_grid.moveMarkTo(marked);", "grid_tests:*Check*:*Sort*",
+          "if (marked == 0) m_grid.moveMarkTo(marked);", "grid_tests:*LiveGridMix*",
           "the mark stays behind when checked rows go to the top"),
     # ---- stored columns, watches
     core("profile-gap", "list/core/ColumnSetPlan.cpp", "itsPlace != place) return false",

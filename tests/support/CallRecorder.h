@@ -19,7 +19,6 @@ public:
         m_calls.push_back(line.str());
     }
 
-    const std::vector<std::string>& calls() const { return m_calls; }
     // What was recorded since the last take.
     std::vector<std::string> take() { return std::exchange(m_calls, {}); }
     void clear() { m_calls.clear(); }

@@ -32,22 +32,6 @@ public:
         fakeHost().onStore = onStore;
     }
 
-    // Runs the life once for each moment; `act` gets the store's operation and answers as the store does.
-    void disturb(const char* name, const std::function<bool(int operation)>& act) {
-        if (m_whole.empty()) runUndisturbed();
-        for (int moment = 0; moment < m_moments; ++moment) {
-            SCOPED_TRACE(std::string(name) + " at moment " + std::to_string(moment));
-            int call = 0;
-            run([&](int operation) { return call++ != moment || act(operation); });
-            for (const auto& [key, value] : m_before) {
-                const auto found = stored().find(key);
-                ASSERT_NE(found, stored().end()) << key.first << " " << key.second;
-                ASSERT_TRUE(m_whole[key].contains(found->second))
-                    << key.first << " " << key.second << "=" << found->second;
-            }
-        }
-    }
-
     // At each moment one of the list's windows goes, or the store refuses a write. `alive` gives the list while its
     // life goes on, else null.
     void disturbWindowsAndWrites(const std::function<CCommonListCtrl*()>& alive, CWnd& owner) {
@@ -72,6 +56,22 @@ public:
 
 private:
     static FakeHost::Settings& stored() { return fakeHost().settings; }
+    // Runs the life once for each moment; `act` gets the store's operation and answers as the store does.
+    void disturb(const char* name, const std::function<bool(int operation)>& act) {
+        if (m_whole.empty()) runUndisturbed();
+        for (int moment = 0; moment < m_moments; ++moment) {
+            SCOPED_TRACE(std::string(name) + " at moment " + std::to_string(moment));
+            int call = 0;
+            run([&](int operation) { return call++ != moment || act(operation); });
+            for (const auto& [key, value] : m_before) {
+                const auto found = stored().find(key);
+                ASSERT_NE(found, stored().end()) << key.first << " " << key.second;
+                ASSERT_TRUE(m_whole[key].contains(found->second))
+                    << key.first << " " << key.second << "=" << found->second;
+            }
+        }
+    }
+
     void note() {
         for (const auto& [key, value] : stored()) m_whole[key].insert(value);
     }

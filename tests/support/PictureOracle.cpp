@@ -1,9 +1,8 @@
 #include "support/PictureOracle.h"
 
-#include "quor/platform/Framework.h"
+#include "quor/platform/proving/WindowCapture.h"
 
 #include <algorithm>
-#include <commctrl.h>
 #include <cstdlib>
 
 namespace test {
@@ -13,90 +12,78 @@ namespace {
 constexpr UINT kPaintNow = RDW_UPDATENOW | RDW_ALLCHILDREN;
 constexpr UINT kPaintAllNow = kPaintNow | RDW_INVALIDATE | RDW_ERASE | RDW_FRAME;
 
-RECT onScreen(HWND window) {
-    RECT area{};
+// What a window shows.
+struct WindowShot {
+    HWND window = nullptr;
+    CSize clientOrigin;  // of the client area in the picture
+    WindowPicture picture;
+};
+using Shots = std::vector<WindowShot>;
+
+CRect onScreen(HWND window) {
+    CRect area;
     ::GetWindowRect(window, &area);
     return area;
 }
 
-RECT clientOnScreen(HWND window) {
-    RECT area{};
+CRect clientOnScreen(HWND window) {
+    CRect area;
     ::GetClientRect(window, &area);
     ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
     return area;
 }
 
 // Outside its parents a window's context gives the pixels of whatever stands there.
-RECT shownPart(HWND window) {
-    RECT part = onScreen(window);
+CRect shownPart(HWND window) {
+    CRect part = onScreen(window);
     for (HWND parent = ::GetAncestor(window, GA_PARENT); parent && parent != ::GetDesktopWindow();
-         parent = ::GetAncestor(parent, GA_PARENT)) {
-        const RECT client = clientOnScreen(parent);
-        ::IntersectRect(&part, &part, &client);
-    }
+         parent = ::GetAncestor(parent, GA_PARENT))
+        part &= clientOnScreen(parent);
     return part;
 }
 
-BITMAPINFO topDown(const RECT& area) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = area.right - area.left;
-    info.bmiHeader.biHeight = area.top - area.bottom;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    return info;
-}
-
-WindowShot shotOf(HWND window, const RECT& part) {
-    WindowShot shot;
-    shot.window = window;
-    const RECT whole = onScreen(window), client = clientOnScreen(window);
-    shot.clientOrigin = {client.left - part.left, client.top - part.top};
+WindowShot shotOf(HWND window, const CRect& part) {
+    WindowShot shot{window, clientOnScreen(window).TopLeft() - part.TopLeft(), {}};
+    BITMAPINFO topDown{};
+    topDown.bmiHeader = {sizeof topDown.bmiHeader, part.Width(), -part.Height(), 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     CWindowDC from(CWnd::FromHandle(window));
     CDC memory;
     CBitmap section;
     void* bits = nullptr;
-    const BITMAPINFO info = topDown(part);
     if (!memory.CreateCompatibleDC(&from) ||
-        !section.Attach(::CreateDIBSection(from, &info, DIB_RGB_COLORS, &bits, nullptr, 0)))
+        !section.Attach(::CreateDIBSection(from, &topDown, DIB_RGB_COLORS, &bits, nullptr, 0)))
         return shot;
     const SelectScope selected(memory, section);
-    const int width = part.right - part.left, height = part.bottom - part.top;
-    if (!memory.BitBlt(0, 0, width, height, &from, part.left - whole.left, part.top - whole.top, SRCCOPY)) return shot;
+    const CSize at = part.TopLeft() - onScreen(window).TopLeft();
+    if (!memory.BitBlt(0, 0, part.Width(), part.Height(), &from, at.cx, at.cy, SRCCOPY)) return shot;
     ::GdiFlush();
-    shot.picture.width = width;
-    shot.picture.height = height;
     const auto* const first = static_cast<const std::uint32_t*>(bits);
-    shot.picture.pixels.assign(first, first + static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    shot.picture = {part.Width(), part.Height(), {first, first + part.Width() * part.Height()}};
     for (std::uint32_t& pixel : shot.picture.pixels) pixel |= 0xFF000000u;
     return shot;
 }
 
-void addShots(HWND window, std::vector<WindowShot>& shots) {
-    const RECT part = shownPart(window);
-    if (::IsRectEmpty(&part)) return;
+// The window's visible children, as they are stacked, and then the window, whose picture shows them too. Nothing is
+// painted for it.
+void addShots(HWND window, Shots& shots) {
+    const CRect part = shownPart(window);
+    if (part.IsRectEmpty()) return;
     for (HWND child = ::GetWindow(window, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
         if (::IsWindowVisible(child)) addShots(child, shots);
     shots.push_back(shotOf(window, part));
+}
+
+Shots shotsAfter(UINT paints, HWND window) {
+    Shots shots;
+    ::RedrawWindow(window, nullptr, nullptr, paints);
+    addShots(window, shots);
+    return shots;
 }
 
 std::string classOf(HWND window) {
     char name[64] = "";
     ::GetClassNameA(window, name, sizeof name);
     return name;
-}
-
-std::string text(const RECT& area) {
-    char text[64];
-    std::snprintf(text, sizeof text, "(%ld,%ld)-(%ld,%ld)", area.left, area.top, area.right, area.bottom);
-    return text;
-}
-
-std::string color(std::uint32_t pixel) {
-    char text[8];
-    std::snprintf(text, sizeof text, "%06x", static_cast<unsigned>(pixel & 0xFFFFFF));
-    return text;
 }
 
 std::string differenceOf(const WindowShot& shown, const WindowShot& repainted) {
@@ -107,7 +94,7 @@ std::string differenceOf(const WindowShot& shown, const WindowShot& repainted) {
     if (before.pixels.empty()) return name + ": no picture could be taken";
     int count = 0;
     std::size_t firstAt = 0;
-    RECT area{before.width, before.height, 0, 0};
+    CRect area(before.width, before.height, 0, 0);
     for (std::size_t at = 0; at < before.pixels.size(); ++at) {
         if (before.pixels[at] == after.pixels[at]) continue;
         if (count++ == 0) firstAt = at;
@@ -116,12 +103,14 @@ std::string differenceOf(const WindowShot& shown, const WindowShot& repainted) {
                 std::max(area.bottom, y + 1)};
     }
     if (count == 0) return {};
-    ::OffsetRect(&area, -shown.clientOrigin.x, -shown.clientOrigin.y);
-    return name + ": " + std::to_string(count) + " pixels differ in " + text(area) + "; the first shows " +
-           color(before.pixels[firstAt]) + ", repainted " + color(after.pixels[firstAt]);
+    area -= shown.clientOrigin;
+    char told[120];
+    std::snprintf(told, sizeof told, ": %d pixels differ in (%ld,%ld)-(%ld,%ld); the first shows %08x, repainted %08x",
+                  count, area.left, area.top, area.right, area.bottom, before.pixels[firstAt], after.pixels[firstAt]);
+    return name + told;
 }
 
-void keepPictures(const std::vector<WindowShot>& shown, const std::vector<WindowShot>& repainted) {
+void keepPictures(const Shots& shown, const Shots& repainted) {
     const char* const folder = std::getenv("QUOR_PICTURES");
     if (!folder) return;
     for (std::size_t i = 0; i < std::min(shown.size(), repainted.size()); ++i) {
@@ -133,26 +122,12 @@ void keepPictures(const std::vector<WindowShot>& shown, const std::vector<Window
 
 }  // namespace
 
-std::vector<WindowShot> takeShots(HWND window) {
-    std::vector<WindowShot> shots;
-    addShots(window, shots);
-    return shots;
-}
-
-std::string difference(const std::vector<WindowShot>& shown, const std::vector<WindowShot>& repainted) {
-    if (shown.empty()) return "nothing of the window shows";
-    if (shown.size() != repainted.size()) return "a repaint showed or hid a child";
-    for (std::size_t i = 0; i < shown.size(); ++i)
-        if (const std::string fault = differenceOf(shown[i], repainted[i]); !fault.empty()) return fault;
-    return {};
-}
-
 std::string stalePixels(HWND window) {
-    ::RedrawWindow(window, nullptr, nullptr, kPaintNow);
-    const std::vector<WindowShot> shown = takeShots(window);
-    ::RedrawWindow(window, nullptr, nullptr, kPaintAllNow);
-    const std::vector<WindowShot> repainted = takeShots(window);
-    const std::string fault = difference(shown, repainted);
+    const Shots shown = shotsAfter(kPaintNow, window), repainted = shotsAfter(kPaintAllNow, window);
+    std::string fault = shown.empty()                      ? "nothing of the window shows"
+                        : shown.size() != repainted.size() ? "a repaint showed or hid a child"
+                                                           : "";
+    for (std::size_t i = 0; fault.empty() && i < shown.size(); ++i) fault = differenceOf(shown[i], repainted[i]);
     if (!fault.empty()) keepPictures(shown, repainted);
     return fault;
 }

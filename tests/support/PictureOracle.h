@@ -8,29 +8,15 @@
 // caret, and the pointer where nothing is hot.
 #pragma once
 
-#include "quor/platform/proving/WindowCapture.h"
+#include "quor/platform/Framework.h"
 
 #include <string>
-#include <vector>
 
 namespace test {
 
-// What a window shows; positions in messages are in its client area.
-struct WindowShot {
-    HWND window = nullptr;
-    POINT clientOrigin{};  // of the client area in the picture
-    WindowPicture picture;
-};
-
-// The window's visible children, as they are stacked, and then the window, whose picture shows them too. Nothing is
-// painted for it.
-std::vector<WindowShot> takeShots(HWND window);
-
-// Empty if they are equal, pixel by pixel; else which window differs where.
-std::string difference(const std::vector<WindowShot>& shown, const std::vector<WindowShot>& repainted);
-
 // Paints what is invalid, takes the pictures, invalidates all with frame and children, paints it, takes them again.
-// The difference; with the environment variable QUOR_PICTURES (a folder) both pictures of it are kept there.
+// Empty if they are equal, pixel by pixel; else which window differs where, in its client area. With the environment
+// variable QUOR_PICTURES (a folder) both pictures are kept there.
 std::string stalePixels(HWND window);
 
 }  // namespace test

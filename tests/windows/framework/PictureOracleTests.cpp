@@ -4,28 +4,21 @@
 
 namespace {
 
-struct PictureOracle : test::WindowFixture {
-    PictureOracle() {
-        list.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | LVS_REPORT | LVS_NOSORTHEADER, CRect(10, 10, 210, 110),
-                    &frame(), 1);
-        list.InsertColumn(0, "name", LVCFMT_LEFT, 80);
-        for (int row = 0; row < 40; ++row) list.InsertItem(row, "text");
-        pumpUntilIdle();
-    }
-    void TearDown() override {
-        list.DestroyWindow();
-        WindowFixture::TearDown();
-    }
-    // Puts one pixel on the screen behind the control's back, in coordinates of the window and its frame.
-    static void spoil(CWnd& window, CPoint at) {
-        CWindowDC dc(&window);
-        dc.SetPixel(at.x, at.y, dc.GetPixel(at) ^ 0x010101);
-    }
+using PictureOracle = test::WindowFixture;
 
-    CListCtrl list;
-};
+// Puts one pixel on the screen behind the control's back, in coordinates of the window and its frame.
+void spoil(CWnd& window, CPoint at) {
+    CWindowDC dc(&window);
+    dc.SetPixel(at.x, at.y, dc.GetPixel(at) ^ 0x010101);
+}
 
 TEST_F(PictureOracle, TellsTheWindowAndPlaceOfAWrongPixel) {
+    CListCtrl list;
+    list.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | LVS_REPORT | LVS_NOSORTHEADER, CRect(10, 10, 210, 110), &frame(),
+                1);
+    list.InsertColumn(0, "name", LVCFMT_LEFT, 80);
+    for (int row = 0; row < 40; ++row) list.InsertItem(row, "text");
+    pumpUntilIdle();
     EXPECT_EQ(test::stalePixels(list), "");
     CRect row, window;
     list.GetItemRect(2, row, LVIR_BOUNDS);
@@ -36,7 +29,6 @@ TEST_F(PictureOracle, TellsTheWindowAndPlaceOfAWrongPixel) {
         std::string told;
     } cases[] = {
         {list, {row.left + 5, row.top + 5}, "SysListView32: 1 pixels differ in (4," + std::to_string(row.top + 4)},
-        {list, {row.right + 20, row.top + 5}, "(" + std::to_string(row.right + 19) + ","},
         {list, {window.Width() - 5, 50}, "(" + std::to_string(window.Width() - 6) + ",49)"},
         {list, {0, 50}, "(-1,49)-(0,50)"},
         {*list.GetHeaderCtrl(), {50, 5}, "SysHeader32: 1 pixels differ in (50,5)-(51,6);"},
@@ -47,19 +39,7 @@ TEST_F(PictureOracle, TellsTheWindowAndPlaceOfAWrongPixel) {
         EXPECT_NE(told.find(spoilt.told), std::string::npos) << told << " is not " << spoilt.told;
         EXPECT_EQ(test::stalePixels(list), "") << spoilt.told << ", repainted";
     }
-}
-
-// What lies outside the parent's client area is of other windows.
-TEST_F(PictureOracle, SeesAHeaderOnlyWhereItsListShowsIt) {
-    list.SetColumnWidth(0, 500);
-    list.Scroll(CSize(100, 0));
-    frame().RedrawWindow(nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    const auto shots = test::takeShots(list);
-    ASSERT_EQ(shots.size(), 2u);
-    CRect client;
-    list.GetClientRect(&client);
-    EXPECT_EQ(shots[0].picture.width, client.Width());
-    EXPECT_EQ(test::stalePixels(list), "");
+    list.DestroyWindow();
 }
 
 }  // namespace

@@ -36,6 +36,15 @@ LRESULT Owner::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return CWnd::WindowProc(message, wParam, lParam);
 }
 
+void clickHeading(CFilterListCtrl& grid, int place) {
+    CHeaderCtrl& header = *grid.GetHeaderCtrl();
+    CRect item;
+    header.GetItemRect(place, &item);
+    const LPARAM where = MAKELPARAM(item.CenterPoint().x, item.top + 5);
+    header.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, where);
+    header.SendMessage(WM_LBUTTONUP, 0, where);
+}
+
 GridFixture::GridFixture() {
     resetFakeHost();
     ::InitCommonControls();
@@ -74,14 +83,13 @@ void GridFixture::giveWindow(CFilterListCtrl& grid, CRect rect, DWORD style) {
     grid.SubclassWindow(control);
 }
 
-void GridFixture::createClassic(CFilterListCtrl& grid, bool reverse, std::vector<Column> columns) {
+void GridFixture::createClassic(CFilterListCtrl& grid, std::vector<Column> columns) {
     create(grid, std::move(columns));
     grid.SetUseFilter(TRUE);
-    grid.SetReverseDisplay(reverse);
 }
 
-void GridFixture::createOpti(CFilterListCtrl& grid, bool reverse, std::vector<Column> columns) {
-    createClassic(grid, reverse, std::move(columns));
+void GridFixture::createOpti(CFilterListCtrl& grid, std::vector<Column> columns) {
+    createClassic(grid, std::move(columns));
     grid.SetOptiDataMode(true);
 }
 

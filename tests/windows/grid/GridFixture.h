@@ -62,6 +62,9 @@ protected:
 
 inline ColumnTextMemberCallback memberCallback() { return static_cast<ColumnTextMemberCallback>(&Owner::cellText); }
 
+// In its caption, by messages.
+void clickHeading(CFilterListCtrl& grid, int place);
+
 struct Column {
     const char* name;
     int width = 60;
@@ -77,8 +80,8 @@ protected:
     // Gives the grid a window, columns and a text callback. No mode yet.
     void create(CFilterListCtrl& grid, std::vector<Column> columns = {{"name"}}, CRect rect = CRect(0, 0, 300, 200),
                 DWORD style = kGridStyle);
-    void createClassic(CFilterListCtrl& grid, bool reverse = false, std::vector<Column> columns = {{"name"}});
-    void createOpti(CFilterListCtrl& grid, bool reverse = false, std::vector<Column> columns = {{"name"}});
+    void createClassic(CFilterListCtrl& grid, std::vector<Column> columns = {{"name"}});
+    void createOpti(CFilterListCtrl& grid, std::vector<Column> columns = {{"name"}});
 
     // Adds rows by one-letter names and closes the batch; "*" and "!" select and focus the row before.
     void fill(CFilterListCtrl& grid, const std::string& picture);

@@ -3,6 +3,7 @@
 // selected row walked for every tombstone. Both must have the same count, selection, focus, mark and page whenever a
 // user could look.
 #include "core/grid/GridMix.h"
+#include "quor/list/HeaderImages.h"
 #include "quor/list/ListCommands.h"
 #include "quor/resource/resource.h"
 #include "windows/grid/GridFixture.h"
@@ -98,7 +99,7 @@ public:
             case Action::toggleExact:
                 return toggleExact(), 0;
             case Action::click:
-                return click(action.number), 0;
+                return clickHeading(m_grid, action.number), 0;
             case Action::sortOn:
                 return m_grid.SortOn(action.number, action.value);
             case Action::applyLock:
@@ -182,14 +183,6 @@ private:
         MSG command{m_grid.m_hWnd, WM_COMMAND, kCommandMatchExactly, 0, 0, {}};
         m_grid.PreTranslateMessage(&command);
     }
-    void click(int place) {
-        CHeaderCtrl& header = *m_grid.GetHeaderCtrl();
-        CRect item;
-        header.GetItemRect(place, &item);
-        const LPARAM where = MAKELPARAM(item.CenterPoint().x, item.top + 5);
-        header.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, where);
-        header.SendMessage(WM_LBUTTONUP, 0, where);
-    }
 
     std::string compareNumbers() {
         const struct {
@@ -222,7 +215,9 @@ private:
         item.pszText = caption;
         item.cchTextMax = sizeof caption;
         m_grid.GetHeaderCtrl()->GetItem(place, &item);
-        if ((item.fmt & HDF_IMAGE ? item.iImage : -1) != m_model.arrows[index]) return "the arrow differs";
+        const int arrow = m_model.arrows[index], format = arrow == -1 ? HDF_STRING : quor::list::kHeaderSortFormat;
+        if ((item.fmt & ~HDF_OWNERDRAW) != format) return "the format differs";
+        if (arrow != -1 && item.iImage != arrow) return "the arrow differs";
         if (place == 0 && caption != m_model.firstCaption) return std::string("the caption '") + caption + "' differs";
         CString field;
         m_grid.GetHeaderText(place, field);

