@@ -183,18 +183,4 @@ TEST(Collections, WhatIsOutsideThrows) {
     EXPECT_STREQ(map.PLookup(1)->value, "one");
 }
 
-TEST(Map, BucketsAreSetWhileEmptyAndMadeByTheFirstInsert) {
-    CMap<int, int, int, int> map;
-    EXPECT_EQ(map.GetHashTableSize(), 17u);
-    EXPECT_EQ(map.GetStartPosition(), nullptr);
-    EXPECT_EQ(map.PLookup(1), nullptr);
-    map.InitHashTable(100, FALSE);
-    EXPECT_FALSE(map.RemoveKey(1));
-    map[1] = 1;
-    map.RemoveAll();
-    EXPECT_EQ(map.GetHashTableSize(), 100u);
-    EXPECT_EQ(HashKey<const CString&>("GARAN"), HashKey<const char*>(std::string("GARAN").c_str()));
-    EXPECT_EQ(HashKey<const char*>(nullptr), HashKey<const char*>(""));
-}
-
 }  // namespace

@@ -7,7 +7,6 @@ using quor::FilterBarMetrics;
 using quor::filterBarMetrics;
 using quor::FilterBarPlaces;
 using quor::filterBarPlaces;
-using quor::hasOwnFilterBar;
 
 namespace {
 
@@ -40,14 +39,6 @@ TEST(FilterBarLayout, FieldAndButtonShareTheItemAndAreNeverInverted) {
         // The button is the last to go.
         EXPECT_TRUE(places.field.right == places.field.left || places.button.right - places.button.left == 15);
     }
-}
-
-TEST(FilterBarLayout, OnlyAHeaderThatShowsAndKeepsAFilterHasABar) {
-    EXPECT_TRUE(hasOwnFilterBar({17, 37, true, true}));
-    EXPECT_FALSE(hasOwnFilterBar({17, 17, true, true})) << "keeps texts but shows nothing";
-    EXPECT_FALSE(hasOwnFilterBar({17, 37, false, true})) << "grows but forgets";
-    EXPECT_FALSE(hasOwnFilterBar({17, 37, true, false})) << "cannot clear";
-    EXPECT_FALSE(hasOwnFilterBar({})) << "answers nothing at all";
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include "quor/expression/core/CustomColumnText.h"
-#include "quor/platform/base/Numbers.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -97,22 +96,6 @@ TEST(CustomColumnText, InnerColumnsEnterWithTwoDecimalsAndThoseThatContainEachOt
     EXPECT_STREQ(text, "before");
     EXPECT_EQ(row.show(" \"50\" + \"100\"", text), Outcome::noValue);
     EXPECT_EQ(row.inner, (std::vector<Outcome>{Outcome::noValue, Outcome::done}));
-}
-
-TEST(CustomColumnText, NumbersLookAsTheFormatterWritesThemAndWhatIsNoneCountsAsZero) {
-    Row row;
-    CString text;
-    const auto shown = [&](const char* formula, const char* cell) {
-        row.texts[60] = cell;
-        row.show(formula, text);
-        return text;
-    };
-    for (const char* zero : {"", "-", "+.", ".", "-0.00", "0.0.5", "00x1", "1e-999", "0e5", "abc", "\t .e5"})
-        EXPECT_STREQ(shown(" 4 / \"60\"", zero), kDividedByZero) << zero;
-    for (const char* number : {"1e2", ".5", "-0.5", " 7", "0.000001", "1e", "12EUR", "1e-5"})
-        EXPECT_STRNE(shown(" 4 / \"60\"", number), kDividedByZero) << number;
-    for (const char* number : {"0.005", "0.015", "2.675", "-0.001", "99999999.9", "1e15", "1.5e300", "1e-300"})
-        EXPECT_EQ(shown(" 0 + \"60\"", number), quor::formatDouble(quor::atof(number), 2)) << number;
 }
 
 }  // namespace

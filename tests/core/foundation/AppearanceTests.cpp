@@ -1,6 +1,5 @@
 // Appearance settings: their stored texts, and who owns what after an assignment.
 #include "quor/foundation/core/AppearanceRecords.h"
-#include "quor/foundation/core/ColumnRecords.h"
 #include "quor/foundation/core/Globals.h"
 
 #include <gtest/gtest.h>
@@ -47,15 +46,11 @@ TEST(AppearanceRecords, ReadAs) {
     } const cases[] = {
         {"FF00,1a2B3c,Tahoma,10", "FF00 1A2B3C Tahoma 10", -1, "none"},
         {"0,FF,Arial,9,3,Buy,FF,sell,FF00,", "0 FF Arial 9", 3, "BUY=FF;SELL=FF00;"},
-        {"0,FF,Arial,9,-1,Buy,FF,", "0 FF Arial 9", -1, "none"},
         {"0,FF,Arial,9,3,Buy,FF,sell", "0 FF Arial 9", 3, ""},  // a cut text loses all keywords
         {"0,FF,Arial,9,3,a,b,FF,", "0 FF Arial 9", 3, ""},      // so does a keyword with a comma
         {"0,FF,Arial,9,3,Buy,word,", "0 FF Arial 9", 3, "BUY=0;"},
         {"", "0 FF00 MS Shell Dlg 2 8", -1, "none"},
-        {"0x10, +20,A,8", "10 20 A 8", -1, "none"},
         {"-1,123456789,A,8", "FFFFFFFF FFFFFFFF A 8", -1, "none"},
-        {"word,+,A,8", "0 FF00 A 8", -1, "none"},  // no number: the colour stays
-        {"0x,0xz,A,8", "0 0 A 8", -1, "none"},
         {"1,,2,A,8", "1 2 A 8", -1, "none"},  // an empty field is none
     };
     for (const auto& row : cases) {
@@ -64,17 +59,6 @@ TEST(AppearanceRecords, ReadAs) {
         EXPECT_EQ(looks(settings), row.looks) << row.text;
         EXPECT_EQ(settings.iKeywordColumn, row.column) << row.text;
         EXPECT_EQ(keywords(settings), row.keywords) << row.text;
-    }
-    const std::pair<const char*, const char*> users[] = {
-        {"0,FF,Arial,9", "none"},
-        {"0,FF,Arial,9,Buy,FF,1,sell,FF00,2,", "none|BUY=FF/1;SELL=FF00/2;"},
-        {"0,FF,Arial,9,Buy,FF,1,sell,FF00", "none|BUY=FF/1;"},  // what was read before the cut stays
-        {"0,FF,Arial,9,Buy", "none|"}};
-    for (const auto& [text, expected] : users) {
-        Record settings;
-        parseUserAppearanceRecord(text, settings);
-        EXPECT_EQ(looks(settings), "0 FF Arial 9") << text;
-        EXPECT_EQ(keywords(settings), expected) << text;
     }
 }
 
@@ -90,8 +74,6 @@ TEST(AppearanceRecords, WhatIsWrittenReadsBackInPlaceOfWhatWasThere) {
     settings.bKeywordsEnabled = 1;
     EXPECT_STREQ(formatAppearanceRecord(settings), record);
     EXPECT_STREQ(formatUserAppearanceRecord(settings), userRecord);
-    settings.iKeywordColumn = -2;
-    EXPECT_STREQ(formatAppearanceRecord(settings), "A0B0C0,FF,Arial,9") << "no column";
     settings.pUserTextColors->RemoveAt(1);
     settings.pUserBackColors->RemoveAll();
     EXPECT_STREQ(formatUserAppearanceRecord(settings), "A0B0C0,FF,Arial,9,BUY,FF,FFFFFFFF,SELL,FF,FFFFFFFF,");
@@ -121,14 +103,6 @@ TEST(Appearance, AssignmentCopiesDeeplyKeepsWhatTheSourceLacksAndFreesNothingSha
     EXPECT_EQ(global.pKeywords, Get_Apperance_setting().pKeywords) << "and handed out shared";
     EXPECT_EQ(global.iKeywordColumn, 3);
     global.freeKeywordArrays();  // the test ends the global's arrays with itself
-}
-
-TEST(ColumnRecord, LongNamesAreCutAndTerminated) {
-    sQuorColInfo column;
-    setColumnName(column, CString('x', 200));
-    EXPECT_STREQ(column.szColumnName, CString('x', 63));
-    setColumnName(column, "Qty");
-    EXPECT_STREQ(column.szColumnName, "Qty");
 }
 
 }  // namespace

@@ -115,15 +115,4 @@ TEST(DisplayOrder, AnOrderThatRunsEmptyFillsAgain) {
     orders.compare();
 }
 
-// Rows that leave at the front and come at the end leave empty blocks behind.
-TEST(DisplayOrder, AQueueKeepsItsOrder) {
-    constexpr int length = 3000;
-    BothOrders orders(rising(length));
-    for (int i = 0; i < 30'000; ++i) {
-        ASSERT_NO_FATAL_FAILURE(orders.append(length + i));
-        ASSERT_NO_FATAL_FAILURE(orders.flip(i));
-    }
-    orders.compare();
-}
-
 }  // namespace

@@ -13,7 +13,7 @@ bool passes(const std::string& filter, const CString& cell, bool exact = false) 
     return FilterTokens(filter, exact).passes(cell);
 }
 
-// What the literal reading is to say: one of each rule, and what its random texts cannot have.
+// What the random texts of the literal reading cannot have.
 TEST(FilterTokens, Grammar) {
     static const struct {
         const char* filter;
@@ -23,23 +23,9 @@ TEST(FilterTokens, Grammar) {
     } cases[] = {
         {"", "abc", true, true},
         {"~", "abc", false, false},
-        {"ab", "ABC", true, false},
-        {"ab", "XAB", false, false},
-        {"AB", "ab", true, true},
         {"=5", "5", false, false},
         {"\xC4", "\xE4", false, false},  // case is A to Z
-        // Stars. In exact mode a star is a character.
-        {"*", "", true, false},
-        {"*b*", "aBc", true, false},
-        {"*b*", "*B*", true, true},
-        {"*AB", "xxab", true, false},
-        {"*AB", "b", false, false},
-        {"***", "ab", false, false},
-        {"a*", "a*c", true, false},
         // Numbers, as the text says them.
-        {">5", "12abc", true, false},
-        {">5", "abc", false, false},
-        {">5", ">5", false, true},
         {">5", "1,234", false, false},
         {"> 5", "  6", true, false},
         {">5", "0x10", true, false},
@@ -47,31 +33,11 @@ TEST(FilterTokens, Grammar) {
         {">5", "nan", false, false},
         {"<nan", "5", false, false},
         {">=5", "6", false, false},
-        // Any token is enough.
-        {"<5~>10", "12", true, false},
-        {">x~>5", "7", true, false},
-        {"~ab~~cd~", "cd", true, true},
         {"a~b~c~d~e~f~longer", "LONGER", true, true},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(passes(c.filter, c.cell), c.passes) << c.filter << " on " << c.cell;
         EXPECT_EQ(passes(c.filter, c.cell, true), c.passesExact) << c.filter << " = " << c.cell;
-    }
-}
-
-// Bytes beside the letters, and with a top bit, around the eight that are compared at once.
-TEST(FilterTokens, BeginningsOfEveryLength) {
-    const std::string letters = "aZ@[`{\xC1\xDAmQ0z";
-    for (std::size_t cellLength = 0; cellLength <= letters.size(); ++cellLength) {
-        const CString cell(letters.c_str(), static_cast<int>(cellLength));
-        for (std::size_t length = 1; length <= letters.size(); ++length)
-            for (std::size_t changed = 0; changed < length; ++changed) {
-                std::string token = letters.substr(0, length);
-                token[changed] = static_cast<char>(token[changed] ^ 0x20);
-                for (const std::string& filter : {token, "q~" + token})
-                    ASSERT_EQ(passes(filter, cell), naive_filter::passes(cell, filter.c_str(), false))
-                        << filter << " on " << cell.GetString();
-            }
     }
 }
 
@@ -91,7 +57,7 @@ TEST(FilterTokens, AgreeWithTheLiteralReading) {
     std::mt19937 random(20);
     const auto pick = [&](unsigned below) { return static_cast<unsigned>(random() % below); };
     const auto text = [&](unsigned longest) {
-        static constexpr std::string_view kLetters = "aAbB*~<>1.2e- x";
+        static constexpr std::string_view kLetters = "aAbB*~<>1.2e- x@[`{\xC1\xE1";
         std::string result;
         for (unsigned i = pick(longest + 1); i > 0; --i) result += kLetters[pick(kLetters.size())];
         return result;

@@ -6,15 +6,6 @@ namespace grid_mix {
 
 namespace {
 
-// The kind and the row are settled when the step is first taken, by the state of then; a shorter list keeps them.
-struct Step {
-    std::uint32_t number = 0;
-    Action::Kind kind = Action::kinds;
-    int row = 0;
-};
-using Mix = std::vector<Step>;
-
-constexpr int kShrinkRuns = 600;
 constexpr int kFlipColumn = 1;
 
 constexpr int kCellsPerColumn = 10;
@@ -88,11 +79,9 @@ public:
     Run(const MakeSubject& make, const Form& form) : m_form(form), m_subject(make()) {}
 
     // The fault that the action leaves behind, or empty.
-    std::string take(Step& step) {
-        m_random.seed(step.number);
-        if (step.kind == Action::kinds) settle(step);
-        m_random.seed(step.number + 1);
-        const Action action = makeAction(step);
+    std::string take(std::uint32_t number) {
+        m_random.seed(number);
+        const Action action = makeAction(nextKind());
         m_told = described(action);
         const int expected = model().apply(action);
         const int result = m_subject->apply(action);
@@ -135,31 +124,22 @@ private:
         return drawn->kind;
     }
 
-    void settle(Step& step) {
-        step.kind = nextKind();
-        if (step.kind == Action::addRow) {
-            step.row = ++m_lastNumber;
-        } else if (!m_rows.empty()) {
-            step.row = m_rows[static_cast<std::size_t>(pick(static_cast<int>(m_rows.size())))]->number;
-        }
-    }
-
     // Nothing at all where the state has no place for the step.
-    Action makeAction(const Step& step) {
+    Action makeAction(Action::Kind kind) {
         Action action;
-        action.kind = step.kind;
-        switch (step.kind) {
+        action.kind = kind;
+        switch (kind) {
             case Action::addRow:
-                action.row = newRow(step.row);
+                action.row = newRow();
                 action.value = pick(3) == 0;
                 break;
             case Action::updateRow:
             case Action::changeSilently:
-                action.row = rowOf(step.row);
+                action.row = anyRow();
                 if (action.row && pick(4) != 0) change(*action.row);
                 break;
             case Action::deleteRow:
-                action.row = rowOf(step.row);
+                action.row = anyRow();
                 action.value = pick(4) == 0;
                 break;
             case Action::updateVisual:
@@ -219,17 +199,15 @@ private:
         return needsRow && !action.row ? Action{} : action;
     }
 
-    Row* newRow(int number) {
+    Row* newRow() {
         m_rows.push_back(std::make_unique<Row>());
         Row& row = *m_rows.back();
-        row.number = number;
+        row.number = ++m_lastNumber;
         for (std::size_t column = 0; column < kCells.size(); ++column) row.cells[column] = pickFrom(kCells[column]);
         return &row;
     }
-    Row* rowOf(int number) {
-        for (const auto& row : m_rows)
-            if (row->number == number) return row.get();
-        return nullptr;
+    Row* anyRow() {
+        return m_rows.empty() ? nullptr : m_rows[static_cast<std::size_t>(pick(static_cast<int>(m_rows.size())))].get();
     }
     void change(Row& row) {
         const auto column = static_cast<std::size_t>(m_form.flips ? kFlipColumn : anyColumn());
@@ -289,63 +267,15 @@ private:
     std::string m_told;
 };
 
-struct Fault {
-    std::size_t step = 0;
-    std::string text;
-    std::vector<std::string> actions;
-};
-
-// The first fault of a mix; its text is empty when there is none.
-Fault firstFault(const MakeSubject& make, const Form& form, Mix& mix) {
-    Run run(make, form);
-    Fault fault;
-    for (; fault.step < mix.size(); ++fault.step) {
-        fault.text = run.take(mix[fault.step]);
-        fault.actions.push_back(run.told());
-        if (!fault.text.empty()) break;
-    }
-    return fault;
-}
-
-// Leaves out ever smaller pieces as long as some fault remains.
-Fault shrink(const MakeSubject& make, const Form& form, Mix mix, Fault fault) {
-    mix.resize(fault.step + 1);
-    int runs = 0;
-    for (std::size_t piece = std::max<std::size_t>(mix.size() / 2, 1); runs < kShrinkRuns; piece = (piece + 1) / 2) {
-        bool shorter = false;
-        for (std::size_t at = 0; at < mix.size() && runs < kShrinkRuns;) {
-            Mix part = mix;
-            const auto first = part.begin() + static_cast<std::ptrdiff_t>(at);
-            part.erase(first, first + static_cast<std::ptrdiff_t>(std::min(piece, mix.size() - at)));
-            Fault found = firstFault(make, form, part);
-            ++runs;
-            if (found.text.empty()) {
-                at += piece;
-                continue;
-            }
-            part.resize(found.step + 1);
-            mix = std::move(part);
-            fault = std::move(found);
-            shorter = true;
-        }
-        if (piece == 1 && !shorter) break;
-    }
-    return fault;
-}
-
 }  // namespace
 
 std::string runMix(const MakeSubject& make, unsigned seed, int steps, const Form& form) {
     std::mt19937 random(seed);
-    Mix mix;
-    for (int i = 0; i < steps; ++i) mix.push_back({.number = static_cast<std::uint32_t>(random())});
-    const Fault first = firstFault(make, form, mix);
-    if (first.text.empty()) return {};
-    const Fault shortest = shrink(make, form, mix, first);
-    std::string report = "seed " + std::to_string(seed) + ", step " + std::to_string(first.step) + ": " + first.text;
-    report += "\nshrunk to " + std::to_string(shortest.actions.size()) + " actions, then " + shortest.text + ":";
-    for (const std::string& action : shortest.actions) report += "\n  " + action;
-    return report;
+    Run run(make, form);
+    for (int step = 0; step < steps; ++step)
+        if (const std::string fault = run.take(static_cast<std::uint32_t>(random())); !fault.empty())
+            return "seed " + std::to_string(seed) + ", step " + std::to_string(step) + ", " + run.told() + ": " + fault;
+    return {};
 }
 
 }  // namespace grid_mix

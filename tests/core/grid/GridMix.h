@@ -1,6 +1,6 @@
 // Long random mixes of everything that a host and a user do with a live grid, compared with GridModel after each
-// action. A mix is a list of numbers; each makes one action out of the state that it meets, so that any part of a list
-// is a mix too. A fault is reported with its seed and the shortest list found that still shows one.
+// action. A mix is a list of numbers; each makes one action out of the state that it meets. A fault is reported with
+// its seed and its action.
 #pragma once
 
 #include "tests/core/grid/GridModel.h"

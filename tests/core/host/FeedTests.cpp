@@ -86,16 +86,6 @@ TEST(Feed, ASliceEndsAtItsLimitsAndSaysThatMoreIsDue) {
     EXPECT_GE(run.take(0).ticks, 1) << "a late slice still takes one";
 }
 
-TEST(Feed, TimesMayStepBackOrLeapCenturies) {
-    Replay run({10 * millisecond, 12 * millisecond, 3 * millisecond, 13 * millisecond});
-    run.take(0);
-    run.take(2'000);
-    EXPECT_EQ(run.log.ticks.size(), 3u);
-    Replay far({0, std::numeric_limits<MarketTime>::max() - 1}, {.factor = 1'000'000});
-    far.take(0);
-    EXPECT_EQ(far.take(std::int64_t{3'600} * 1'000'000).ticks, 0);
-}
-
 TEST(Tally, KeepsLiveOrdersByArrivalAndLevelsInOrderAndCountsContradictions) {
     Tally tally;
     const auto order = [&](OrderAction action, OrderId id, Quantity quantity) {

@@ -62,13 +62,4 @@ TEST(MarketText, TimesAreReadInThreeFormsAndWrittenInOne) {
     for (std::string text; std::getline(bad, text, ',');) EXPECT_FALSE(parseTime(text)) << text;
 }
 
-TEST(MarketText, MessagesShowStrangeBytesAndCutLongTexts) {
-    EXPECT_EQ(quoteForMessage(std::string_view("a\0\xA7"
-                                               "b",
-                                               4)),
-              "\"a\\x00\\xA7b\"");
-    EXPECT_EQ(quoteForMessage(std::string(41, 'x')), "\"" + std::string(40, 'x') + "\"...");
-    EXPECT_EQ(quoteForMessage(""), "\"\"");
-}
-
 }  // namespace

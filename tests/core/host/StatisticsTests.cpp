@@ -1,6 +1,4 @@
-#include "host/core/SortLevels.h"
 #include "host/core/Statistics.h"
-#include "host/core/Summary.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -61,34 +59,6 @@ TEST(HalfMaxima, TheMiddleIsFoundAtTheEnd) {
         EXPECT_EQ(maxima.halves().first, 70) << count;
         EXPECT_EQ(maxima.halves().second, wholeInOneSlot ? 0 : 9) << count;
     }
-}
-
-TEST(Summary, OneLineTellsTheRun) {
-    RunSummary run{.instruments = 500, .rows = 1'234, .ticks = 300'000, .seconds = 15, .repaints = 75};
-    run.tickToPaintMedianMs = 31.24, run.firstRowMs = 420, run.watchWaiting = 3;
-    run.proofs = {{"find_checks", 18, 19}, {"layouts_restored"}};
-    run.ending = "time is up";
-    EXPECT_EQ(summaryLine(run),
-              "summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 "
-              "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=none first_row_ms=420 options_priced=0 "
-              "feed_behind_ms=none feed_behind_ms_max_first_half=none feed_behind_ms_max_second_half=none "
-              "watch_rows_waiting=3 find_checks=18/19 layouts_restored=none ending=\"time is up\"");
-}
-
-TEST(SortLevels, EachChoiceLeavesEveryColumnOnce) {
-    const auto after = [](auto choice) {
-        SortLevels levels{{"A", -1}, {"B", 1}, {"C", -1}};
-        choice(levels);
-        std::string text;
-        for (const SortLevel& level : levels) text += level.heading + (level.order < 0 ? "+" : "-");
-        return text;
-    };
-    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 1, "D"); }), "A+D-C+") << "another column keeps the order";
-    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 0, "B"); }), "B+A-C+") << "two levels change columns";
-    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 9, "D"); }), "A+B-C+D+") << "behind the last one is the next";
-    EXPECT_EQ(after([](auto& l) { chooseColumn(l, 3, "A"); }), "B-C+A+") << "a column moves to a new level";
-    EXPECT_EQ(after([](auto& l) { chooseOrder(l, 0, 1), chooseOrder(l, 3, 1); }), "A-B-C+") << "there is no level 3";
-    EXPECT_EQ(after([](auto& l) { removeLevel(l, 0), removeLevel(l, 3); }), "B-C+");
 }
 
 }  // namespace

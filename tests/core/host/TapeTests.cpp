@@ -131,22 +131,6 @@ TEST(Tape, BadLinesAreNamedWithWhatWasFoundAndExpected) {
     EXPECT_EQ(replay("no/such.csv").error, "no/such.csv cannot be opened for reading");
 }
 
-TEST(Tape, TheCheckReadsAThousandLinesAndTheFeedStopsWhereALaterOneIsBad) {
-    for (const int badLine : {1'000, 1'001}) {
-        std::string bytes = trades;
-        for (int line = 2; line < badLine; ++line) bytes += "09:30:00,1,1\n";
-        const TestFile file(bytes + "bad\n" + "09:30:00,1,1\n");
-        const std::string error = file.name + ": line " + std::to_string(badLine) + ": line: found \"bad\", expected " +
-                                  "three fields: time, price, volume";
-        EXPECT_EQ(checkTape({file.name, "SYM"}), badLine == 1'000 ? error : "");
-        const Replay result = replay(file.name);
-        EXPECT_EQ(result.ticks, badLine - 2);
-        EXPECT_EQ(result.error, error);
-    }
-    const TestFile file(trades + std::string(2'000, '\n') + "bad\n");
-    EXPECT_EQ(checkTape({file.name, "SYM"}), "") << "empty lines count";
-}
-
 TEST(Tape, LinesUpToTheLongestAreReadWhereverTheBufferEnds) {
     const std::string number(kLongestTapeLine - 12, '0');
     const std::string longest = "09:30:00," + number + "1,1";
@@ -190,13 +174,6 @@ TEST(TapeRecorder, ARecordingGivesTheSameTicks) {
     expectRoundTrip(openTape({tape.name, "a,b;c%\n\x7F\xA7 d,"}), 100);
     const TestFile book("1,2,3,4,9999999999,0,-9999999999,0\n1,2,3,4,5,6,2,7\n9999999999,0,-9999999999,0,5,6,2,0\n");
     expectRoundTrip(openTape({book.name, "SYM"}), 100);
-}
-
-TEST(TapeRecorder, AFileThatCannotBeMadeIsAnErrorAndNothingElse) {
-    TapeRecorder recorder("no/such/folder/tape");
-    EXPECT_EQ(recorder.error(), "no/such/folder/tape cannot be opened for writing");
-    recorder.tickEnd(0);
-    EXPECT_FALSE(recorder.close());
 }
 
 }  // namespace

@@ -2,14 +2,11 @@
 #include "host/core/SettingsFile.h"
 #include "host/core/Simulator.h"
 #include "host/core/WatchColumns.h"
-#include "host/core/WatchRecord.h"
 #include "host/core/WatchStore.h"
 #include "quor/expression/core/ExpressionEvaluator.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <gtest/gtest.h>
-#include <set>
 #include <sstream>
 #include <tuple>
 
@@ -60,18 +57,6 @@ struct OneFuture {
     }
     std::string operator[](const char* headings) const { return cells(market[0], headings); }
 };
-
-TEST(WatchColumns, EveryHeadingIsItsOwnAndCanBeStored) {
-    std::set<std::string> headings;
-    for (int i = 0; i < kWatchBuiltInColumns; ++i) {
-        const char* const heading = watchColumn(i).heading;
-        ASSERT_NE(heading, nullptr) << i;
-        EXPECT_TRUE(headings.insert(heading).second) << heading;
-        EXPECT_EQ(std::strpbrk(heading, ",#\"\xA7"), nullptr) << heading;
-        EXPECT_LT(std::strlen(heading), 64u);
-    }
-    for (const UserColumn& column : firstUserColumns()) EXPECT_TRUE(headings.insert(column.heading).second);
-}
 
 TEST(WatchColumns, TextsFollowTheQuote) {
     OneFuture future;
@@ -187,22 +172,6 @@ TEST(WatchData, DepthOfASimulatedMarketIsInOrderAndComplete) {
             }
     }
     EXPECT_GT(levels, 20);
-}
-
-TEST(WatchRecord, TextsStandAtTheOffsetsTheLibraryReads) {
-    OneFuture future;
-    const sMWStruct record(future.market[0]);
-    const char* const bytes = reinterpret_cast<const char*>(&record);
-    EXPECT_STREQ(bytes + 266, "ABCD FUT");
-    EXPECT_STREQ(bytes + 401, "ABCD");
-    EXPECT_EQ(reinterpret_cast<const void* const*>(bytes)[1], bytes);
-    EXPECT_EQ(sMWStruct::of(&record), &record);
-    const void* const other[2]{};
-    EXPECT_EQ(sMWStruct::of(other), nullptr);
-    EXPECT_EQ(sMWStruct::of(nullptr), nullptr);
-    WatchData longNamed;
-    longNamed.instrument.symbol = std::string(500, 'x');
-    EXPECT_EQ(std::strlen(sMWStruct(longNamed).symbol), sMWStruct::kTextRoom - 1);
 }
 
 // Each formula with the cells' texts put in place of its references gives what it says.

@@ -72,7 +72,6 @@ TEST(ColumnProfileText, WritersMakeTheDocumentedBytes) {
 }
 
 // Of the exchange form RandomSetsLookTheSameInAListWithOtherIndices says so.
-// Of the exchange form RandomSetsLookTheSameInAListWithOtherIndices says so.
 TEST(ColumnProfileText, RandomSetsComeBack) {
     RandomColumnSets random;
     for (long round = random.rounds(); round > 0; --round) {
@@ -114,12 +113,6 @@ TEST(DealSlipText, ReadsStrictPairs) {
     for (const auto& [text, places] : cases) EXPECT_EQ(parseDealSlipProfile(text), places) << text;
     for (const char* none : {"", "0", "0,4096", "4096,0", "-1,0", "0,-2"})
         EXPECT_FALSE(parseDealSlipProfile(none)) << none;
-}
-
-TEST(DealSlipText, NamesCarryTheirPrefixInTheStoreOnly) {
-    EXPECT_STREQ(formatProfileNames({"day", "dealslip_x"}), "dealslip_day,dealslip_dealslip_x");
-    const std::vector<CString> names = parseProfileNames("dealslip_day,,bare,dealslip_dealslip_x,DEALSLIP_y,");
-    EXPECT_EQ(names, (std::vector<CString>{"day", "bare", "dealslip_x", "DEALSLIP_y"}));
 }
 
 }  // namespace

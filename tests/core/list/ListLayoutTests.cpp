@@ -8,37 +8,6 @@ using namespace quor::list;
 
 namespace {
 
-TEST(FittedColumnWidth, FollowsItsCommand) {
-    struct {
-        FitTo fit;
-        ColumnMeasure measure;
-        int width;
-    } const cases[] = {
-        {FitTo::data, {.data = 51, .header = 90}, 51},
-        {FitTo::data, {.data = 7, .header = 90}, 50},
-        {FitTo::header, {.data = 90, .header = 61}, 61},
-        {FitTo::window, {.data = 90, .header = 90, .client = 400, .columnCount = 3}, 133},
-        {FitTo::window, {.client = 400, .columnCount = 10}, 40},  // an even share may be narrow
-        {FitTo::window, {.client = 400, .columnCount = 0}, 50},
-        {FitTo::dataAndHeader, {.data = 60, .header = 70}, 70},
-        {FitTo::dataAndHeader, {.data = 10, .header = 20}, 50},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(fittedColumnWidth(c.fit, c.measure), c.width) << static_cast<int>(c.fit) << " " << c.measure.data;
-}
-
-TEST(HeaderItemSpan, CountsWhatStandsLeftOnScreenLessTheScroll) {
-    const struct {
-        std::vector<int> sequence;
-        int item, scroll, left, right;
-    } cases[] = {{{0, 1, 2}, 0, 0, 0, 10}, {{0, 1, 2}, 1, 25, -15, 5}, {{2, 0, 1}, 0, 0, 30, 40}, {{2, 0}, 1, 0, 0, 0}};
-    for (const auto& c : cases) {
-        const Span span = headerItemSpan({10, 20, 30}, c.sequence, c.item, c.scroll);
-        EXPECT_EQ(span.left, c.left);
-        EXPECT_EQ(span.right, c.right);
-    }
-}
-
 TEST(AreaOutsideCells, CoversEachPixelExactlyOnce) {
     const RECT client{0, 0, 12, 10};
     const RECT shapes[] = {{0, 2, 8, 6}, {0, 0, 12, 10}, {0, 0, 20, 3}, {0, 4, 5, 30}, {0, 0, 0, 0}, {-3, 2, 9, 5}};
@@ -94,16 +63,6 @@ TEST(ShowColumns, PutsTheArraysInStepWithoutStrangersAndRepeats) {
     EXPECT_EQ(shown.visible[0].iVisiblePosition, 1);
     EXPECT_EQ(showColumns(3, {1, 0, 0, 8, -1, 2}, {10, 20}).bySequence, (Ints{1, 0, 2}));
     EXPECT_EQ(showColumns(3, {1, 0, 0, 8, -1, 2}, {10, 20}).widths, (Ints{20, 10, 0}));
-}
-
-TEST(SeedWhenEmpty, LeavesStoredValuesAlone) {
-    CStringArray array, defaults;
-    defaults.Add("BUY");
-    EXPECT_TRUE(seedWhenEmpty(array, defaults));
-    defaults.SetAt(0, "SELL");
-    EXPECT_FALSE(seedWhenEmpty(array, defaults));
-    EXPECT_EQ(array.GetAt(0), "BUY");
-    EXPECT_EQ(array.GetCount(), 1);
 }
 
 }  // namespace

@@ -46,19 +46,6 @@ TEST(WatchColumns, PlacesMeetTheColumns) {
     EXPECT_EQ(Watch(0, {0, 2, 3}).user(1, 33).sequence(), "0 1 2") << "a user column that is gone";
 }
 
-TEST(WatchColumns, WidthsFollow) {
-    const WatchPlan plan = Watch(3, {0, 1}).user(2, 33).user(-1, 44).plan();
-    EXPECT_EQ(plan.arrays.widths[112], 33);
-    EXPECT_EQ(plan.arrays.widths[113], 80) << "one that comes back";
-    EXPECT_EQ(plan.arrays.widths[114], 80) << "a new one";
-    const WatchPlan behind = Watch(2, {0, 1}).user(-1, 44).user(2, 33).plan();
-    EXPECT_EQ(text(behind.bySequence), "0 1 113 112") << "one that comes back leaves the others where they stand";
-    EXPECT_EQ(behind.arrays.widths[113], 33);
-    Watch unset(0, {0});
-    unset.input.arrays.widths[0] = 0;
-    EXPECT_EQ(unset.plan().arrays.widths[0], 70) << "the record's";
-}
-
 TEST(WatchColumns, ProfilesThatDoNotFitAreLeft) {
     for (const char* stored : {"", "4096,0,1", "-1,0,1", "0,4096,1", "0,-2,1", "0,0,1,0,1,1", "0,-1,0,1,-1,0"}) {
         WatchArrays arrays;

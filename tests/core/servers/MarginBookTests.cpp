@@ -69,34 +69,6 @@ TEST_F(Margin, TheWorkedExample) {
     EXPECT_THROW(book.requirement(1, 1), Refusal) << "a change voids the results";
 }
 
-TEST_F(Margin, FuturesAloneLoseTheirRange) {
-    Portfolio& p = book.selected();
-    p.setPosition(position("BETA,100,9,0,0,0,1", ContractKind::Future, "a", -7));
-    EXPECT_DOUBLE_EQ(scanningRisk(), 63);
-    // With a range of more than twice the price it falls to nothing in the extreme move, and the short gains no more.
-    p.setPosition(position("GAMMA,100,60,0,0,0,1", ContractKind::Future, "a", 1));
-    EXPECT_DOUBLE_EQ(scanningRisk(), 63 + 60);
-}
-
-// Far out of the money nothing but the extreme moves costs anything: 35 % of the loss of two ranges. A fall by all of
-// the price leaves the put's writer the strike, at its present value.
-TEST_F(Margin, AnExtremeMoveCountsForAThird) {
-    book.selected().setPosition(position("DELTA,100,10,0,0,0,1", ContractKind::Call, "a", -10, 110));
-    EXPECT_NEAR(scanningRisk(), 10 * 10 * 0.35, 1e-9);
-    book.selected().setPosition(position("OMEGA,100,50,0,0,0,1", ContractKind::Put, "a", -1, 40));
-    EXPECT_NEAR(scanningRisk(), 10 * 10 * 0.35 + 14, 1e-9);
-    book.selected().setPosition(position("OMEGA,100,50,0,0,0.06,1", ContractKind::Put, "a", -1, 40));
-    EXPECT_NEAR(scanningRisk(), 10 * 10 * 0.35 + 14 * std::exp(-0.06 * 73 / 365), 1e-9);
-    EXPECT_DOUBLE_EQ(book.requirement(1, 1), book.result().scanningRisk);
-}
-
-TEST_F(Margin, LongOptionsPayTheirOwnRisk) {
-    book.selected().setPosition(position(kNear, ContractKind::Put, "2606", 4, 900));
-    EXPECT_GT(scanningRisk(), 0);
-    EXPECT_LE(book.result().scanningRisk, book.result().longOptionValue);
-    EXPECT_EQ(book.requirement(1, 1), 0);
-}
-
 TEST_F(Margin, ProductsDoNotOffsetEachOtherAndPositionsAreSetNotAdded) {
     Portfolio& p = book.selected();
     p.setPosition(position("A,100,8,0,0,0,2", ContractKind::Future, "x", -9));
@@ -108,11 +80,6 @@ TEST_F(Margin, ProductsDoNotOffsetEachOtherAndPositionsAreSetNotAdded) {
     p.setPosition(position("A,101", ContractKind::Future, "y", -5));
     EXPECT_DOUBLE_EQ(scanningRisk(), 10 + 15);
     EXPECT_DOUBLE_EQ(book.result().spreadCharge, 3 * 2);
-    p.setPosition(position("A", ContractKind::Future, "x", 0));
-    p.setPosition(position("A", ContractKind::Future, "y", 0));
-    p.setPosition(position("B", ContractKind::Future, "y", 0));
-    EXPECT_FALSE(p.calculate());
-    EXPECT_EQ(book.requirement(1, 1), 0);
 }
 
 TEST_F(Margin, BadPositionsAreRefusedAndChangeNothing) {
@@ -134,28 +101,6 @@ TEST_F(Margin, BadPositionsAreRefusedAndChangeNothing) {
     for (const Position& b : bad)
         EXPECT_EQ(reason([&] { p.setPosition(b); }), Reason::BadArgument) << b.product << ' ' << b.month;
     EXPECT_EQ(book.result().scanningRisk, before);  // still calculated
-}
-
-TEST(MarginBook, PortfoliosAreNamedAndSelected) {
-    MarginBook book;
-    const MarginBook::Name other = {"other", "101", "N/A"};
-    EXPECT_EQ(reason([&] { book.select(kName); }), Reason::NotFound);
-    EXPECT_EQ(reason([&] { book.selected(); }), Reason::NotFound);
-    book.create(kName);
-    EXPECT_EQ(reason([&] { book.selected(); }), Reason::NotFound);
-    EXPECT_EQ(reason([&] { book.create(kName); }), Reason::AlreadyThere);
-    book.select(kName);
-    EXPECT_EQ(reason([&] { book.result(); }), Reason::NotCalculated);
-    book.create(other);
-    fillWorkedExample(book.selected());
-    EXPECT_TRUE(book.selected().calculate());
-    book.select(other);
-    EXPECT_FALSE(book.selected().calculate());
-    book.eraseSelected();
-    EXPECT_EQ(reason([&] { book.eraseSelected(); }), Reason::NotFound);
-    book.select(kName);
-    EXPECT_GT(book.requirement(1, 1), 0);
-    EXPECT_EQ(reason([&] { book.requirement(2, 1); }), Reason::BadArgument);
 }
 
 }  // namespace
