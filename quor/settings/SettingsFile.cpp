@@ -120,9 +120,4 @@ void writeFile(const Tree& tree, const std::string& path, FileDevice& device) {
         throw json_parser_error("the file may not or could not be written", path, 0);
 }
 
-void eraseEverywhere(Tree& tree, const std::string& key) {
-    tree.erase(key);
-    for (auto& [name, child] : tree) eraseEverywhere(child, key);
-}
-
 }  // namespace quor::settings

@@ -27,7 +27,4 @@ std::string format(const Tree& tree, const std::string& path);
 // json_parser_error is thrown.
 void writeFile(const Tree& tree, const std::string& path, FileDevice& device);
 
-// Erases the key from the subtree and from every level below it.
-void eraseEverywhere(Tree& tree, const std::string& key);
-
 }  // namespace quor::settings
