@@ -64,6 +64,7 @@ bool DisplayState::take(const RowStep& step, BatchSelection* selection) {
                 if (!known.count(mapIndex)) unknown.push_back(mapIndex);
             order = std::move(next);
             order.insert(order.end(), unknown.begin(), unknown.end());
+            pending.findDeletes(order, [this](std::int32_t mapIndex) { return isTombstone(mapIndex); });
             return unknown.empty();
         }
         case RowStep::Kind::insert: {
@@ -225,7 +226,9 @@ void LiveRows::apply(const RowStep& step) {
             if (std::exchange(m_toldAhead, false)) return m_display.assignTold(*step.rows);
             return m_display.assign(*step.rows, true);
         case RowStep::Kind::order:
-            return m_display.assign(*step.rows, false);
+            m_display.assign(*step.rows, false);
+            return m_pending.findDeletes(*step.rows,
+                                         [this](std::int32_t mapIndex) { return m_store.isTombstone(mapIndex); });
         case RowStep::Kind::compact:
             if (!batchIsOpen()) return;
             break;

@@ -34,6 +34,15 @@ struct PendingBatch {
 
     bool isOpen() const { return PendingDelete || PendingInsert; }
     void noteDelete(int slot);
+    // The rows stand in another order, deleted ones among them.
+    template <class IsTombstone>
+    void findDeletes(const std::vector<std::int32_t>& order, IsTombstone isTombstone) {
+        if (!PendingDelete) return;
+        FirstPendingDelete = LastPendingDelete = -1;
+        for (std::size_t slot = 0; slot < order.size(); ++slot)
+            if (isTombstone(order[slot])) noteDelete(static_cast<int>(slot));
+        PendingDelete = FirstPendingDelete != -1;
+    }
     void slotLeft(int slot) {
         if (FirstPendingDelete > slot) --FirstPendingDelete;
         if (LastPendingDelete > slot) --LastPendingDelete;
