@@ -131,6 +131,7 @@ void CMainFrame::OnEndSession(BOOL ending) {
     if (ending) {
         for (CListPane* pane : listPanes())
             if (pane) pane->saveState();
+        for (INT_PTR at = 0; at < CZTDialog::AllDlgArray.GetCount(); ++at) CZTDialog::AllDlgArray[at]->SaveWindowPos();
         writeLayout();
         m_run.saveStores();
     }
