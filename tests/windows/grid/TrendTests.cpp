@@ -110,16 +110,13 @@ TEST_F(Trends, AChangeColoursItsCellAndNothingElse) {
 }
 
 TEST_F(Trends, TheFadeRepaintsTheCellsInViewWhoseChangeIsOver) {
-    open(true, false, "abcdefghijklmnopqrstuvwxyz");
-    trends({1, 2, 3});
     const auto faded = [&] {
         grid->ValidateRect(nullptr);
         grid->SendMessage(WM_TIMER, kTrendFadeTimer);
-        CRgn region;
+        CRgn region, expected;
         region.CreateRectRgn(0, 0, 0, 0);
-        ::GetUpdateRgn(*grid, region, FALSE);
-        CRgn expected;
         expected.CreateRectRgn(0, 0, 0, 0);
+        ::GetUpdateRgn(*grid, region, FALSE);
         for (const auto& [visual, place] : {std::pair{2, 1}, {2, 3}, {4, 2}}) {
             CRgn one;
             one.CreateRectRgnIndirect(cell(visual, place, LVIR_BOUNDS));
@@ -128,23 +125,32 @@ TEST_F(Trends, TheFadeRepaintsTheCellsInViewWhoseChangeIsOver) {
         CRect box;
         return region.EqualRgn(&expected) ? "cells" : region.GetRgnBox(&box) == NULLREGION ? "none" : "else";
     };
-    const auto change = [&](int value) { set("c", 1, value), set("c", 3, value), set("e", 2, value), set("d", 2, 5); };
-    change(7);
-    redraw();
-    EXPECT_STREQ(faded(), "none") << "the interval runs";
-    grid->TrendInterval = 0;
-    EXPECT_STREQ(faded(), "cells");
-    grid->UpdateWindow();
-    EXPECT_EQ(colours().find_first_of("RF"), std::string::npos);
-    EXPECT_STREQ(faded(), "none");
-    change(9);
-    redraw();
-    grid->SendMessage(LVM_ENSUREVISIBLE, 25, FALSE);
-    grid->UpdateWindow();
-    EXPECT_STREQ(faded(), "none") << "out of view";
-    grid->SendMessage(LVM_ENSUREVISIBLE, 0, FALSE);
-    grid->UpdateWindow();
-    EXPECT_EQ(colours().find_first_of("RF"), std::string::npos) << "but ended";
+    for (const bool reverse : {false, true}) {
+        SCOPED_TRACE(reverse);
+        open(true, reverse, "abcdefghijklmnopqrstuvwxyz");
+        trends({1, 2, 3});
+        const auto at = [&](int visual) {
+            return std::string(1, static_cast<char>(reverse ? 'z' - visual : 'a' + visual));
+        };
+        const auto change = [&](int value) {
+            set(at(2), 1, value), set(at(2), 3, value), set(at(4), 2, value);
+            redraw();
+        };
+        change(7);
+        EXPECT_STREQ(faded(), "none") << "the interval runs";
+        grid->TrendInterval = 0;
+        EXPECT_STREQ(faded(), "cells");
+        grid->UpdateWindow();
+        EXPECT_EQ(colours().find_first_of("RF"), std::string::npos);
+        EXPECT_STREQ(faded(), "none");
+        change(9);
+        grid->SendMessage(LVM_ENSUREVISIBLE, 25, FALSE);
+        grid->UpdateWindow();
+        EXPECT_STREQ(faded(), "none") << "out of view";
+        grid->SendMessage(LVM_ENSUREVISIBLE, 0, FALSE);
+        grid->UpdateWindow();
+        EXPECT_EQ(colours().find_first_of("RF"), std::string::npos) << "but ended";
+    }
 }
 
 TEST_F(Trends, TheTimerRunsWhileThereAreColumnsAndAWindow) {
