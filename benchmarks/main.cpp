@@ -29,6 +29,8 @@ const Suite suites[] = {
     {"filter", benchFilter},
     {"pick", benchFilterPick},
     {"fit", benchFit},
+    {"trend", benchTrend},
+    {"keywords", benchKeywords},
 };
 constexpr int kFurtherRuns = 2;
 
