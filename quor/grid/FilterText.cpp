@@ -13,14 +13,14 @@ CFilterText* g_popup = nullptr;  // lives as long as the process
 
 }  // namespace
 
-IMPLEMENT_DYNAMIC(CFilterText, CZTDialogBase)
+IMPLEMENT_DYNAMIC(CFilterText, CZTBCGPDialog)
 
-BEGIN_MESSAGE_MAP(CFilterText, CZTDialogBase)
+BEGIN_MESSAGE_MAP(CFilterText, CZTBCGPDialog)
     ON_LBN_DBLCLK(IDC_FILTER_VALUES, &CFilterText::OnLbnDblclkFilterlist)
     ON_WM_ACTIVATE()
 END_MESSAGE_MAP()
 
-CFilterText::CFilterText(CWnd* parent) : CZTDialogBase(IDD_FILTER_TEXT, parent) {}
+CFilterText::CFilterText(CWnd* parent) : CZTBCGPDialog(IDD_FILTER_TEXT, parent) {}
 
 // The window dies with the top-level window of the grid that made it; the next grid makes a new one.
 CFilterText* CFilterText::shared(CWnd* parent) {
@@ -39,7 +39,7 @@ void CFilterText::forget(const CCommonListCtrl* list) {
 CListBox& CFilterText::values() { return *static_cast<CListBox*>(GetDlgItem(IDC_FILTER_VALUES)); }
 
 BOOL CFilterText::OnInitDialog() {
-    CZTDialogBase::OnInitDialog();
+    CZTBCGPDialog::OnInitDialog();
     values().SetHorizontalExtent(kHorizontalExtent);
     return TRUE;
 }
@@ -52,7 +52,7 @@ void CFilterText::SetFilterlist(CCommonListCtrl* list, int column) {
 
 BOOL CFilterText::PreTranslateMessage(MSG* message) {
     if (message->message == WM_KEYDOWN && message->wParam == VK_RETURN) OnLbnDblclkFilterlist();
-    return CZTDialogBase::PreTranslateMessage(message);
+    return CZTBCGPDialog::PreTranslateMessage(message);
 }
 
 void CFilterText::OnLbnDblclkFilterlist() {
@@ -76,6 +76,6 @@ CString CFilterText::chosenText() {
 }
 
 void CFilterText::OnActivate(UINT state, CWnd* other, BOOL minimized) {
-    CZTDialogBase::OnActivate(state, other, minimized);
+    CZTBCGPDialog::OnActivate(state, other, minimized);
     if (state == WA_INACTIVE) ShowWindow(SW_HIDE);
 }

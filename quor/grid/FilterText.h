@@ -4,15 +4,12 @@
 // One for the whole process, made when a grid first needs it: only one can be open, and it belongs to the last grid.
 #pragma once
 
-#include "quor/platform/Framework.h"
+#include "quor/framework/ZTBCGPDialog.h"
 
 class CCommonListCtrl;
 class CFilterListCtrl;
 
-// The base of the library's dialogs.
-using CZTDialogBase = CDialog;
-
-class QUOR_CONTROLS_API CFilterText : public CZTDialogBase {
+class QUOR_CONTROLS_API CFilterText : public CZTBCGPDialog {
     DECLARE_DYNAMIC(CFilterText)
 
 public:

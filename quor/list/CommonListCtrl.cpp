@@ -4,6 +4,7 @@
 // inside Create the control answers nothing yet: it would show the owner-draw style and ignore it. So the start of the
 // list (styles, CommonInitList, row height) runs from PreSubclassWindow only where the control was there before, and
 // after the framework's creation otherwise. Both end in StartOnLivingControl.
+#include "quor/foundation/core/HostFiles.h"
 #include "quor/list/CommonListCtrlParts.h"
 #include "quor/list/ListCommands.h"
 
@@ -46,6 +47,12 @@ CArray<CCommonListCtrl*, CCommonListCtrl*> CCommonListCtrl::g_groupListRegistry;
 namespace {
 
 using Registry = CArray<CCommonListCtrl*, CCommonListCtrl*>;
+
+// Dialogs read both.
+[[maybe_unused]] const bool g_filesShared = [] {
+    quor::foundation::shareHostFiles(&CCommonListCtrl::m_csGetRecoveryFile, &CCommonListCtrl::m_csGetDialogPosPath);
+    return true;
+}();
 
 INT_PTR find(const Registry& registry, const CCommonListCtrl* list) {
     INT_PTR i = registry.GetUpperBound();

@@ -20,6 +20,7 @@
 #include "quor/platform/win/MessageBox.h"
 #include "quor/platform/win/MessageMap.h"
 #include "quor/platform/win/Platform.h"
+#include "quor/platform/win/Screens.h"
 #include "quor/platform/win/StandardControls.h"
 #include "quor/platform/win/ToolTipCtrl.h"
 #include "quor/platform/win/View.h"

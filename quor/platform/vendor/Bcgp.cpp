@@ -44,8 +44,6 @@ CBCGPVisualManager2007::Style CBCGPVisualManager2007::GetStyle() { return style2
 // --- Dialog --------------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CBCGPDialog, CDialog)
-    ON_WM_DESTROY()
-    ON_WM_ENDSESSION()
     ON_REGISTERED_MESSAGE(BCGM_CHANGEVISUALMANAGER, &CBCGPDialog::OnChangeVisualManager)
 END_MESSAGE_MAP()
 
@@ -53,60 +51,11 @@ CBCGPDialog::CBCGPDialog() = default;
 CBCGPDialog::CBCGPDialog(UINT nIDTemplate, CWnd* pParent) : CDialog(nIDTemplate, pParent) {}
 CBCGPDialog::CBCGPDialog(LPCSTR lpszTemplateName, CWnd* pParent) : CDialog(lpszTemplateName, pParent) {}
 
-CBCGPDialog::~CBCGPDialog() {
-    if (m_hWnd) DestroyWindow();  // here, so that the placement is still saved
-}
+CBCGPDialog::~CBCGPDialog() = default;
 
 void CBCGPDialog::EnableLoadWindowPlacement(BOOL bEnable, LPCSTR lpszProfileSection) {
     m_loadPlacement = bEnable;
     if (lpszProfileSection) m_profileSection = lpszProfileSection;
-    if (m_initialised) loadPlacement();
-}
-
-BOOL CBCGPDialog::OnInitDialog() {
-    const BOOL focus = CDialog::OnInitDialog();
-    m_initialised = m_hWnd != nullptr;
-    loadPlacement();
-    return focus;
-}
-
-namespace {
-LPCSTR const placementValue = "WindowPlacement";
-}
-
-BOOL CBCGPDialog::loadPlacement() {
-    if (!m_loadPlacement || m_profileSection.IsEmpty() || !m_hWnd) return FALSE;
-    WINDOWPLACEMENT placement{};
-    DWORD size = sizeof(placement);
-    const LSTATUS status = ::RegGetValueA(HKEY_CURRENT_USER, m_profileSection, placementValue, RRF_RT_REG_BINARY,
-                                          nullptr, &placement, &size);
-    if (status != ERROR_SUCCESS || size != sizeof(placement) || placement.length != sizeof(placement)) return FALSE;
-    if (!::MonitorFromRect(&placement.rcNormalPosition, MONITOR_DEFAULTTONULL)) return FALSE;  // its screen has gone
-    if (placement.showCmd == SW_SHOWMINIMIZED) placement.showCmd = SW_SHOWNORMAL;
-    if (!IsWindowVisible()) placement.showCmd = SW_HIDE;
-    return SetWindowPlacement(&placement);
-}
-
-void CBCGPDialog::savePlacement() {
-    WINDOWPLACEMENT placement{};
-    if (!m_loadPlacement || m_profileSection.IsEmpty() || !GetWindowPlacement(&placement)) return;
-    HKEY key = nullptr;
-    if (::RegCreateKeyExA(HKEY_CURRENT_USER, m_profileSection, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr) !=
-        ERROR_SUCCESS)
-        return;
-    ::RegSetValueExA(key, placementValue, 0, REG_BINARY, reinterpret_cast<const BYTE*>(&placement), sizeof(placement));
-    ::RegCloseKey(key);
-}
-
-void CBCGPDialog::OnDestroy() {
-    savePlacement();
-    m_initialised = FALSE;
-    CDialog::OnDestroy();
-}
-
-void CBCGPDialog::OnEndSession(BOOL bEnding) {
-    if (bEnding) savePlacement();
-    CDialog::OnEndSession(bEnding);
 }
 
 LRESULT CBCGPDialog::OnChangeVisualManager(WPARAM, LPARAM) {

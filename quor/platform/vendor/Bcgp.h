@@ -47,7 +47,7 @@ public:
     static Style GetStyle();
 };
 
-// A dialog that can restore its placement from the registry (HKEY_CURRENT_USER).
+// A dialog that redraws itself when the theme changed.
 class QUOR_FRAMEWORK_API CBCGPDialog : public CDialog {
     DECLARE_DYNAMIC(CBCGPDialog)
 public:
@@ -56,26 +56,18 @@ public:
     explicit CBCGPDialog(LPCSTR lpszTemplateName, CWnd* pParent = nullptr);
     ~CBCGPDialog() override;
 
-    // From now on the placement is written below `lpszProfileSection` when the window is destroyed, and when the
-    // session ends; a placement found there is taken at once if the window exists, otherwise after OnInitDialog. A null
-    // section leaves the last one.
+    // Whether and where in the registry the dialog would keep its placement. Remembered only: nothing is read or
+    // written there. A null section leaves the last one.
     void EnableLoadWindowPlacement(BOOL bEnable = TRUE, LPCSTR lpszProfileSection = nullptr);
     BOOL IsLoadWindowPlacement() const { return m_loadPlacement; }
-
-    BOOL OnInitDialog() override;
+    const CString& GetProfileSection() const { return m_profileSection; }
 
 protected:
-    afx_msg void OnDestroy();
-    afx_msg void OnEndSession(BOOL bEnding);
     afx_msg LRESULT OnChangeVisualManager(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
 private:
-    BOOL loadPlacement();
-    void savePlacement();
-
     BOOL m_loadPlacement = FALSE;
-    BOOL m_initialised = FALSE;
     CString m_profileSection;
 };
 

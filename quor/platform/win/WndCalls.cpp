@@ -100,8 +100,8 @@ void CWnd::CenterWindow(CWnd* pAlternateOwner) {
     if (!over) over = child ? ::GetParent(m_hWnd) : ::GetWindow(m_hWnd, GW_OWNER);
     if (!child && over && (!::IsWindowVisible(over) || ::IsIconic(over))) over = nullptr;
     MONITORINFO monitor{};
-    monitor.cbSize = sizeof(monitor);
-    ::GetMonitorInfoA(::MonitorFromWindow(over ? over : m_hWnd, MONITOR_DEFAULTTONEAREST), &monitor);
+    const auto& screens = quor::platform::screens();
+    screens.describe(screens.monitorFromWindow(over ? over : m_hWnd), monitor);
     CRect area(monitor.rcWork);
     CRect bounds = area;
     if (over && child) {

@@ -87,37 +87,4 @@ TEST_F(Dialog, TheModalLoopLeavesTheQuitMessageToTheOuterOne) {
     EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
 }
 
-// ---- Stored placement
-
-class PlacedDialog : public CBCGPDialog {
-public:
-    BOOL OnInitDialog() override {
-        CBCGPDialog::OnInitDialog();
-        EnableLoadWindowPlacement(TRUE, "Software\\Quor\\framework_tests\\");
-        return TRUE;
-    }
-    CRect placeIn(CWnd& owner) {
-        EXPECT_TRUE(Create(IDD_PLACED, &owner));
-        CRect place;
-        GetWindowRect(&place);
-        return place;
-    }
-};
-
-TEST_F(Dialog, PlacementSurvivesTheDialogAndTheSession) {
-    ::RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\Quor");
-    const CRect place(120, 130, 420, 330), later(150, 160, 450, 360);
-    {
-        PlacedDialog first;
-        first.placeIn(frame());
-        first.MoveWindow(place);
-    }
-    PlacedDialog second;
-    EXPECT_EQ(second.placeIn(frame()), place);
-    second.MoveWindow(later);
-    second.SendMessage(WM_ENDSESSION, TRUE);
-    PlacedDialog third;
-    EXPECT_EQ(third.placeIn(frame()), later);
-}
-
 }  // namespace

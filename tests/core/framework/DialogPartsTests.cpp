@@ -1,0 +1,165 @@
+#include "quor/framework/core/DialogScroll.h"
+#include "quor/framework/core/FocusRecords.h"
+#include "quor/framework/core/ScaleFactors.h"
+#include "quor/framework/core/TitleTexts.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+using namespace quor::framework;
+
+namespace {
+
+// ---- Focus stack
+
+// Windows are letters; those in `living` live. A step is two characters: "a0" and "a1" add with a flag, "-a" removes the
+// topmost record, "!a" all, "?." asks for the top and "<." for the one below.
+std::string played(const std::string& steps, const std::string& living) {
+    static const char windows[] = "abcdefgh";
+    FocusRecords records;
+    std::string answers;
+    const auto lives = [&](const FocusRecord& record) {
+        return living.find(*static_cast<const char*>(record.window)) != std::string::npos;
+    };
+    const auto say = [&](const FocusRecord* record) {
+        answers += record ? std::string(1, *static_cast<const char*>(record->window)) + std::to_string(record->flag)
+                          : std::string("--");
+    };
+    for (std::size_t at = 0; at < steps.size(); at += 2) {
+        const char first = steps[at], second = steps[at + 1];
+        if (first == '?')
+            say(records.top(lives));
+        else if (first == '<')
+            say(records.previous(lives));
+        else if (first == '-')
+            records.remove(&windows[second - 'a']);
+        else if (first == '!')
+            records.removeAll(&windows[second - 'a']);
+        else
+            records.push({&windows[first - 'a'], nullptr, second - '0'});
+    }
+    return answers + "=" + std::to_string(records.size());
+}
+
+TEST(FocusRecords, AnswerInTheirOrder) {
+    const struct {
+        const char* steps;
+        const char* living;
+        const char* outcome;
+    } cases[] = {
+        {"?.<.", "ab", "----=0"},       {"a0?.<.", "ab", "a0--=1"},
+        {"a0b1?.<.", "ab", "b1a0=2"},   {"a0a0a0", "a", "=3"},
+        {"a0b0a1", "ab", "=2"},         {"a0a0a1", "a", "=2"},  // the second of two neighbours is passed over
+        {"a0a0a0b0a0a1", "ab", "=3"},                           // the first, the third and the last went
+        {"a0b0c0?.<.", "ac", "c0--=3"}, {"a0b0c0?.<.?.", "ab", "b0a0b0=2"},
+        {"a0b0c0?.", "", "--=0"},       {"a0b0a0-a?.", "ab", "b0=2"},
+        {"a0b0a0!a?.", "ab", "b0=1"},   {"a0-b?.", "ab", "a0=1"},
+    };
+    for (const auto& each : cases) EXPECT_EQ(played(each.steps, each.living), each.outcome) << each.steps;
+}
+
+// ---- Scroll bars
+
+TEST(DialogScroll, BarsComeWhereTheWorkAreaEnds) {
+    const ScrollMetrics metrics{{1000, 700}, 17, 15};
+    const struct {
+        CSize content;
+        CSize window;
+        bool horizontal, vertical;
+        CSize outcome;
+        CSize page;
+    } cases[] = {
+        {{1000, 700}, {1000, 700}, false, false, {1000, 700}, {}},
+        {{600, 701}, {600, 701}, false, true, {617, 700}, {0, 700}},
+        {{983, 701}, {983, 701}, false, true, {1000, 700}, {0, 700}},
+        {{984, 701}, {984, 701}, true, true, {1000, 700}, {983, 685}},
+        {{1001, 600}, {1001, 600}, true, false, {1000, 615}, {1000, 0}},
+        {{1001, 686}, {1001, 686}, true, true, {1000, 700}, {983, 685}},
+        {{600, 701}, {583, 701}, false, true, {600, 700}, {0, 700}},  // a bar was taken off before
+    };
+    for (const auto& each : cases) {
+        const ScrollPlan plan = planScrollBars(each.content, each.window, metrics);
+        EXPECT_EQ(plan.horizontal, each.horizontal);
+        EXPECT_EQ(plan.vertical, each.vertical);
+        EXPECT_EQ(plan.window, each.outcome) << each.content.cx << " " << each.content.cy;
+        EXPECT_EQ(plan.horizontal ? plan.page.cx : 0, each.page.cx);
+        EXPECT_EQ(plan.vertical ? plan.page.cy : 0, each.page.cy);
+    }
+}
+
+TEST(DialogScroll, CommandsStayInTheRange) {
+    using enum ScrollCommand;
+    const struct {
+        ScrollAxis axis;
+        ScrollCommand command;
+        int thumb, outcome;
+    } cases[] = {
+        {{899, 700, 0, 0}, lineForward, 0, 10},    {{899, 700, 0, 0}, pageForward, 0, 20},
+        {{899, 700, 195, 0}, lineForward, 0, 200}, {{899, 700, 200, 0}, pageForward, 0, 200},
+        {{899, 700, 7, 0}, lineBack, 0, 0},        {{899, 700, 0, 0}, pageBack, 0, 0},
+        {{899, 700, 50, 0}, pageBack, 0, 30},      {{709, 700, 0, 0}, lineForward, 0, 5},
+        {{899, 700, 0, 20}, lineForward, 0, 11},   {{899, 700, 3, 0}, thumb, 150, 150},
+        {{899, 700, 3, 0}, thumb, 9999, 200},      {{899, 700, 3, 0}, thumb, -4, 0},
+    };
+    for (const auto& each : cases)
+        EXPECT_EQ(scrollTarget(each.axis, each.command, each.thumb), each.outcome) << each.axis.position;
+}
+
+// ---- Texts and scale
+
+const CString kThirty('n', 30);
+const CString kThirtyOne('n', 31);
+const CString kBlanks(' ', 21);
+
+TEST(TitleTexts, HaveTheClientsName) {
+    const struct {
+        CString title, name, details, outcome;
+    } detailed[] = {
+        {"Order", "Asha", "", "Order - Asha"},
+        {"Order", "Asha", "NSE", "Order - Asha( NSE )"},
+        {"Order NSE", "Asha", "NSE", "Order NSE - Asha"},
+        {"Order - Asha", "Asha", "NSE", "Order - Asha"},
+        {"Modifying 7", "Asha", "NSE", "Modifying 7"},
+        {"Order", "", "NSE", "Order"},
+        {"Order", kThirty, "", "Order - " + kThirty},
+        {"Order", kThirtyOne, "", "Order - " + kThirty + ".."},
+        {"Order - " + kThirty + "..", kThirtyOne, "", "Order - " + kThirty + ".."},
+    };
+    for (const auto& each : detailed)
+        EXPECT_EQ(titleWithDetails(each.title, each.name, each.details), each.outcome) << each.title;
+    const struct {
+        CString name, selection, outcome;
+    } chosen[] = {
+        {"Asha", "", "T - Asha"},
+        {"", "", "T"},
+        {"Asha", "NIFTY", "T - Asha" + kBlanks + "NIFTY"},
+        {"", "NIFTY", "T" + kBlanks + "NIFTY"},
+        {kThirtyOne, CString('x', 18), "T - " + kThirtyOne + kBlanks + CString('x', 18)},
+        {kThirtyOne, CString('x', 19), "T - " + kThirty + ".." + kBlanks + CString('x', 19)},
+        {"", CString('x', 19), "T - " + kBlanks + CString('x', 19)},
+        {kThirtyOne, CString('X', 15) + "x", "T - " + kThirtyOne + kBlanks + CString('X', 15) + "x"},
+        {kThirtyOne, CString('X', 16), "T - " + kThirty + ".." + kBlanks + CString('X', 16)},
+    };
+    for (const auto& each : chosen)
+        EXPECT_EQ(titleWithSelection("T", each.name, each.selection), each.outcome) << each.selection;
+}
+
+TEST(ScaleFactors, GoByTheKindOfFont) {
+    const struct {
+        const char* face;
+        int otherwise, kind;
+        double x, y;
+    } cases[] = {{"MS Shell Dlg 2", 0, kDialogFontKind, 10.0 / 6, 20.0 / 13},
+                 {"Trebuchet MS", 1, kTrebuchetFontKind, 10.0 / 6, 20.0 / 16},
+                 {"Arial", 2, kTrebuchetFontKind, 10.0 / 6, 20.0 / 16},
+                 {"Arial", 3, 3, 1.5, 2.5}};
+    for (const auto& each : cases) {
+        double x = 1.5, y = 2.5;
+        EXPECT_EQ(fontKind(each.face, each.otherwise), each.kind);
+        scaleFactors(each.kind, 26 * 19, 20, x, y);
+        EXPECT_DOUBLE_EQ(x, each.x) << each.face;
+        EXPECT_DOUBLE_EQ(y, each.y) << each.face;
+    }
+}
+
+}  // namespace
