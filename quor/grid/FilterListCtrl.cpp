@@ -59,7 +59,6 @@ CFilterListCtrl::~CFilterListCtrl() {
     for (INT_PTR i = g_OptiDataFilterLists.GetUpperBound(); i >= 0; --i)
         if (g_OptiDataFilterLists.GetAt(i) == this) g_OptiDataFilterLists.RemoveAt(i);
     m_parts->rows.clear();
-    FreeTrendValues();
 }
 
 // The layout may be read while a message runs, before the control has followed it: so it is stale behind it as well.
@@ -109,6 +108,7 @@ void CFilterListCtrl::PreSubclassWindow() {
     SubclassHeader();
     setCallbackMask();
     m_hasFocus = ::GetFocus() == m_hWnd;
+    startTrendTimer();
     paintDoubleBuffered();  // of a living control that is taken over
 }
 

@@ -38,6 +38,9 @@ typedef int (CWnd::*ExportTextMemberCallback)(DWORD_PTR data, int columnIndex, C
 // The stripes of AlternateRows, by visual row.
 inline constexpr COLORREF kDefaultEvenRows = RGB(240, 247, 249);
 inline constexpr COLORREF kDefaultOddRows = RGB(230, 230, 250);
+// Of trend columns.
+inline constexpr COLORREF kDefaultRiseColor = RGB(0, 255, 0);
+inline constexpr COLORREF kDefaultFallColor = RGB(255, 0, 0);
 
 class QUOR_CONTROLS_API CFilterListCtrl : public CCommonListCtrl {
     DECLARE_DYNAMIC(CFilterListCtrl)
@@ -212,6 +215,27 @@ public:
     static CStringArray g_SortDataStrArr;
     static CFilterListCtrl* g_SortingList;  // the one that sorted last; null once that is gone
 
+    // --- Trends. A cell of a trend column whose number differs from the one painted last is painted in a colour, until
+    // the interval is over. Painted is compared with painted: what no paint showed is not seen. Only rows that are in
+    // the store when the columns are set have trends, and those that classic mode inserts afterwards; a host calls
+    // SetTrendColumns, with what GetTrendColumns gives, after it loaded or refilled rows in opti-data mode.
+
+    bool TrendEnabled = true;               // off: no colours, nothing read, nothing written
+    bool TrendBackground = true;            // fills the cell; off: colours the text
+    COLORREF PosColor = kDefaultRiseColor;  // of a rise
+    COLORREF NegColor = kDefaultFallColor;  // of a fall
+    int TrendInterval = 0;                  // ms; 0: up to the next tick of the fade, every 250 ms
+    // The trend columns, by columnIndex; all trends begin anew. Null changes nothing. A column that the list does not
+    // have, or above 4095, is only kept for the settings. Always 1.
+    int SetTrendColumns(CArray<int, int>* columns);
+    // The columns in force, as they were set.
+    void GetTrendColumns(CArray<int, int>& columns) const;
+    // Takes the settings stored under a list's name: what is not stored takes its default, the columns stay.
+    void ReadTrendSettings(CString name);
+    // Writes the trend settings too, if there are trend columns: without any, what is stored stays.
+    void SaveColumnProfile() override;
+    void InsertColumnsForList(int* unused) override;
+
     // --- Check states. Item numbers out of range give 0; the getter by map index trusts its caller. No repaint.
 
     BOOL GetCheck(int item) const;
@@ -243,8 +267,15 @@ public:
     bool GetDrawShades() const { return DrawShades; }
     // Takes effect when the control measures its rows again (a font, a new size).
     void SetNoOfLinesPerRow(int lines) { LinesPerRow = lines; }
-    // The base list's colour routine of a grid: see SetPointerToGetTextColor.
+
+    // --- Keywords of m_Appearance, compared without regard to case (A to Z)
+
+    // The base list's colour routine of a grid (see SetPointerToGetTextColor): the colour of the first keyword that the
+    // row's text in the keyword column holds, else `color` stays. Asks for that text alone. Always 1.
     int GetTextColorForItem(DWORD_PTR data, COLORREF& color, int, int);
+    // The colours of the first user keyword that equals `key`, else they stay. For hosts, from their text callback.
+    // Always 1.
+    int GetProperty(COLORREF& textColor, COLORREF& backColor, CString& key);
 
     // --- The framework's operations
 
@@ -255,6 +286,7 @@ public:
 protected:
     // Rows are asked for anew once the columns came from a file.
     void OnColumnsImported() override { PopulateList(); }
+    void OnColumnsMoved(const std::vector<int>& moved) override;
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     CString KnownHeading(int item, const CString& shown) override;
     // Decimals are grouped, and a column of icons shows none.
@@ -343,14 +375,15 @@ private:
     // --- Not filled in yet: each says what it will do.
     void ResetDragOperation();
     bool rowDragIsOn() const;
-    void InsertTrendValues(int mapIndex);
-    void RemoveTrendValues(int mapIndex);
-    void FreeTrendValues();
+
+    void startTrendTimer();
+    void setTrendColumns(const std::vector<int>& columns);
     void FadeTrends();
     void PaintTrend(CDC& dc, int visual, int columnIndex, int place, const CString& text, COLORREF rowText);
 
-    int SortMapColumn = -1;   // columnIndex being sorted
-    CString m_countsCaption;  // as SortOnChecked wrote it last
+    static UINT_PTR TrendTimerId;  // some grid's; not 0: there may be one to kill
+    int SortMapColumn = -1;        // columnIndex being sorted
+    CString m_countsCaption;       // as SortOnChecked wrote it last
 
     int UseFilter = 0;
     ColumnTextCallback TextCallback = nullptr;

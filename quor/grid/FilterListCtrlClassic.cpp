@@ -24,7 +24,6 @@ int CFilterListCtrl::InsertItem(int item, const char* text, int image) {
         DeleteAllItems();
         return 0;
     }
-    if (change.outcome == ClassicOutcome::done) InsertTrendValues(change.mapIndex);
     return change.mapIndex;
 }
 
@@ -92,7 +91,6 @@ int CFilterListCtrl::DeleteItem(int item) {
         default:
             return 0;
     }
-    RemoveTrendValues(change.mapIndex);
     if (rowDragIsOn()) {
         ResetDragOperation();
         logToHost("Item getting deleted when Drag/Drop operation is in progress.");
@@ -106,8 +104,12 @@ int CFilterListCtrl::DeleteItem(int item) {
 // A row that the host's filter hid while it was being deleted.
 int CFilterListCtrl::eraseHiddenRow(DWORD_PTR data) {
     LiveRows& rows = m_parts->rows;
-    for (int mapIndex = 0; data != 0 && mapIndex < rows.itemCount(); ++mapIndex)
-        if (rows.dataOfMapIndex(mapIndex) == data) return rows.eraseHidden(mapIndex).outcome == ClassicOutcome::done;
+    for (int mapIndex = 0; data != 0 && mapIndex < rows.itemCount(); ++mapIndex) {
+        if (rows.dataOfMapIndex(mapIndex) != data) continue;
+        if (rows.eraseHidden(mapIndex).outcome != ClassicOutcome::done) return 0;
+        rows.trends().eraseRow(mapIndex);
+        return 1;
+    }
     return 0;
 }
 

@@ -7,6 +7,7 @@
 #include "quor/grid/core/CellPainting.h"
 #include "quor/grid/core/FilterStore.h"
 #include "quor/grid/core/LiveRows.h"
+#include "quor/list/core/Keywords.h"
 
 #include <memory>
 #include <utility>
@@ -49,6 +50,7 @@ struct CFilterListCtrl::Parts {
     quor::grid::NativeList native;
     quor::grid::LiveRows rows;
     quor::grid::FilterStore filters;
+    quor::list::Keywords keywords, userKeywords;  // of m_Appearance
     // A cell under way outlives a grid that the host ends while it gives a text.
     std::shared_ptr<quor::expression::CustomColumnText> customText =
         std::make_shared<quor::expression::CustomColumnText>();

@@ -94,7 +94,6 @@ int CFilterListCtrl::DeleteAllItems() {
     if (!UseFilter) return CListCtrl::DeleteAllItems();
     FreeFilterStore();
     m_parts->rows.tellDisplayCount();
-    FreeTrendValues();
     m_parts->native.invalidateAll();
     return 1;
 }

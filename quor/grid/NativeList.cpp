@@ -127,17 +127,39 @@ bool NativeList::labelRect(const RowLayout& layout, int visual, int place, RECT&
     if (index >= m_labels.size()) m_labels.resize(index + 1, RECT{0, 0, 0, -1});
     RECT& label = m_labels[index];
     if (label.bottom < label.top) {
-        rect = {.left = LVIR_LABEL, .top = place, .right = 0, .bottom = 0};
-        m_measuring = true;
-        const bool found = send(LVM_GETSUBITEMRECT, visual, reinterpret_cast<LPARAM>(&rect)) != 0;
-        m_measuring = false;
-        if (!found) return false;
+        if (!subItemRect(visual, place, LVIR_LABEL, rect)) return false;
         label = rect;
         ::OffsetRect(&label, 0, -rowTop);
     }
     rect = label;
     ::OffsetRect(&rect, 0, rowTop);
     return true;
+}
+
+bool NativeList::subItemRect(int visual, int place, int part, RECT& rect) {
+    rect = {.left = part, .top = place, .right = 0, .bottom = 0};
+    m_measuring = true;
+    const bool found = send(LVM_GETSUBITEMRECT, visual, reinterpret_cast<LPARAM>(&rect)) != 0;
+    m_measuring = false;
+    return found;
+}
+
+// A region takes its rectangles in rows from the top.
+void NativeList::invalidateCells(std::vector<CellPlace> cells) {
+    std::sort(cells.begin(), cells.end());
+    std::vector<char> bytes(sizeof(RGNDATAHEADER) + cells.size() * sizeof(RECT));
+    auto& data = *reinterpret_cast<RGNDATA*>(bytes.data());
+    auto* const rects = reinterpret_cast<RECT*>(data.Buffer);
+    DWORD count = 0;
+    for (const CellPlace& cell : cells)
+        if (subItemRect(cell.visual, cell.place, LVIR_BOUNDS, rects[count])) ++count;
+    if (count == 0) return;
+    data.rdh = {sizeof data.rdh, RDH_RECTANGLES, count, static_cast<DWORD>(count * sizeof(RECT)), rects[0]};
+    for (DWORD i = 1; i < count; ++i) ::UnionRect(&data.rdh.rcBound, &data.rdh.rcBound, &rects[i]);
+    const HRGN region = ::ExtCreateRegion(nullptr, static_cast<DWORD>(bytes.size()), &data);
+    if (!region) return;
+    ::InvalidateRgn(m_list.m_hWnd, region, FALSE);
+    ::DeleteObject(region);
 }
 
 void NativeList::invalidate(const RECT& rect, bool erase) {

@@ -18,6 +18,13 @@ enum class MessageKind {
 };
 MessageKind messageKind(UINT message, WPARAM wParam, LPARAM lParam);
 
+// A cell of the control: visual index and place.
+struct CellPlace {
+    int visual;
+    int place;
+    auto operator<=>(const CellPlace&) const = default;
+};
+
 class NativeList : public RowPort {
 public:
     explicit NativeList(CWnd& list) : m_list(list) {}
@@ -56,6 +63,8 @@ public:
     void ensureVisible(int visual) { send(LVM_ENSUREVISIBLE, visual); }
     // A cell's label. Asked of the control once per column and paint: in a report view all rows are alike.
     bool labelRect(const RowLayout& layout, int visual, int place, RECT& rect);
+    // All at once, without erase: a call to the system costs more than to find a cell.
+    void invalidateCells(std::vector<CellPlace> cells);
     // The control wants a text only to find a rectangle: any will do.
     bool isMeasuring() const { return m_measuring; }
     void setRedraw(bool on);
@@ -69,6 +78,7 @@ public:
     HIMAGELIST imageList(int kind) { return reinterpret_cast<HIMAGELIST>(send(LVM_GETIMAGELIST, kind)); }
 
 private:
+    bool subItemRect(int visual, int place, int part, RECT& rect);
     LRESULT send(UINT message, INT_PTR wParam = 0, LPARAM lParam = 0);
 
     CWnd& m_list;

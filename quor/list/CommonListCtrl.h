@@ -371,6 +371,9 @@ protected:
     virtual bool SaveMarketWatchProfile();
     virtual bool ExportMarketWatch(const CString& name, const CString& file);
     virtual bool ImportMarketWatch(const CString& file);
+    // Columns were numbered anew: `moved` has the new columnIndex for each former one, -1 for a column that went.
+    // Carries the numbers kept elsewhere along: here the keyword column, which ends with its column.
+    virtual void OnColumnsMoved(const std::vector<int>& moved);
     // Columns were imported and the parent was told; here nothing is left to do.
     virtual void OnColumnsImported();
     // On a category list: makes a user column read-only.
@@ -419,6 +422,7 @@ private:
     // Columns.
     void InsertColumnsForList_Recursive(int* unused);
     bool TakeColumnsFrom(CString file);
+    std::vector<int> ColumnsByHeading(const std::vector<CString>& headings) const;
     void InsertColumnRecord(int place, int columnIndex, int width);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);

@@ -19,8 +19,11 @@ void CCommonListCtrl::ExportColumnToFile(CString file) {
 
 void CCommonListCtrl::ImportColumnsFromFile(CString file) {
     const CString locked = LockedHeading();
+    std::vector<CString> headings;
+    for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) headings.emplace_back(m_arrColumns.GetAt(i).szColumnName);
     const bool imported = TakeColumnsFrom(file);
     FollowSortColumns(locked, imported);
+    OnColumnsMoved(ColumnsByHeading(headings));
     if (!imported) return;
     const bool parentLives = isLive(GetParent());
     NotifyColumnsRebuilt(m_bGroupList ? 0 : 1);
@@ -55,6 +58,24 @@ bool CCommonListCtrl::DoesColumnExist(const CString& heading, int* index, int* f
     seen->Add(column);
     *found = column;
     return true;
+}
+
+// Where the columns with these headings stand now, each the former owner of its place in the array; -1 nowhere.
+std::vector<int> CCommonListCtrl::ColumnsByHeading(const std::vector<CString>& headings) const {
+    const int count = static_cast<int>(m_arrColumns.GetCount());
+    const auto headingAt = [this](int i) { return CString(m_arrColumns.GetAt(i).szColumnName); };
+    std::vector<int> columns;
+    for (const CString& heading : headings) {
+        const int former = static_cast<int>(columns.size());
+        columns.push_back(findHeading(count, headingAt, heading, former < count ? former : 0));
+    }
+    return columns;
+}
+
+void CCommonListCtrl::OnColumnsMoved(const std::vector<int>& moved) {
+    int& column = m_Appearance.iKeywordColumn;
+    if (column >= 0)
+        column = static_cast<std::size_t>(column) < moved.size() ? moved[static_cast<std::size_t>(column)] : -1;
 }
 
 void CCommonListCtrl::ExportColumns(CString name, CString file) {

@@ -135,8 +135,10 @@ void CCommonListCtrl::DrawHeaderSortImageForMultiSortMode(int draw, bool show) {
     HDITEM item{};
     item.mask = HDI_FORMAT | HDI_IMAGE;
     for (int place = 0; place < header->GetItemCount(); ++place) {
-        if (!header->GetItem(place, &item) || !(item.fmt & HDF_IMAGE) || item.iImage == kHeaderImageBlank) continue;
-        setHeaderImage(*header, place, item.fmt, kHeaderImageBlank);
+        if (!header->GetItem(place, &item) || !(item.fmt & HDF_IMAGE) || item.iImage < 0 ||
+            item.iImage == kHeaderImageBlank)
+            continue;
+        setHeaderImage(*header, place, (item.fmt & HDF_JUSTIFYMASK) | kHeaderSortFormat, kHeaderImageBlank);
     }
     for (INT_PTR i = 0; show && i < m_arrSortOrder.GetCount(); ++i) {
         const ColumnSortInfo& level = m_arrSortOrder.GetAt(i);
@@ -145,7 +147,7 @@ void CCommonListCtrl::DrawHeaderSortImageForMultiSortMode(int draw, bool show) {
         setHeaderImage(*header, place, (item.fmt & HDF_JUSTIFYMASK) | kHeaderSortFormat,
                        level.iSortOrder == 1 ? kHeaderImageFalling : kHeaderImageRising);
     }
-    header->Invalidate();
+    header->RedrawWindow();
 }
 
 // There is no chooser to show yet.

@@ -85,6 +85,7 @@ public:
         const bool isHere = store.dataOf(m_mapIndex) == dataOf(m_row);
         if (isHere && !m_walk.disturbed() && m_mapIndex + 1 == store.count()) {
             store.takeBackLast(m_row);
+            m_rows.m_trends.forgetRow(m_mapIndex);
         } else {
             m_rows.takeBack(m_mapIndex, isHere ? m_row : nullptr);  // what came meanwhile keeps its numbers
         }
@@ -108,6 +109,7 @@ void LiveRows::takeBack(int mapIndex, CFilterListBaseData* row) {
     ++m_changes;
     if (row) {
         m_store.bury(row, m_store.numbersOf(row));
+        m_trends.forgetRow(mapIndex);
         if (slot != -1) m_display.buried(mapIndex);
     }
     if (slot == -1) return;
@@ -242,6 +244,7 @@ int LiveRows::remove(CFilterListBaseData* row, bool now) {
     note({.kind = RowStep::Kind::bury, .mapIndex = numbers->mapIndex, .now = now});
     ++m_changes;
     const sFilterListRowIndex had = m_store.bury(row, numbers);
+    m_trends.forgetRow(had.mapIndex);
     if (m_store.holds(had.mapIndex)) bury(had, now);
     return had.mapIndex;
 }
@@ -337,6 +340,7 @@ void LiveRows::reorderMap(RowWalk& walk, std::vector<std::int32_t> mapIndices) {
     ++m_changes;
     m_display.clear(true);
     m_store.reorder(present);
+    m_trends.reorderRows(present);
 }
 
 void LiveRows::clearDisplay() {
@@ -352,6 +356,7 @@ void LiveRows::clear() {
     ++m_changes;
     m_display.clear(false);
     m_store.clear();
+    m_trends.clearRows();
 }
 
 // ---- Check states

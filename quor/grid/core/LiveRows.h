@@ -18,6 +18,7 @@
 #include "quor/grid/core/RowPort.h"
 #include "quor/grid/core/RowStore.h"
 #include "quor/grid/core/RowWalk.h"
+#include "quor/grid/core/TrendStore.h"
 
 #include <string>
 #include <vector>
@@ -135,6 +136,10 @@ public:
     ClassicChange retestMapIndex(int mapIndex, RowTest test);
     ClassicChange retestVisual(int visual, RowTest test);
 
+    // ---- Trends: what the cells were painted with last. Records follow their rows through every operation here.
+    TrendStore& trends() { return m_trends; }
+    const TrendStore& trends() const { return m_trends; }
+
     // ---- Check states
     int checkOfVisual(int visual);                // 0 when out of range
     bool setCheckOfVisual(int visual, int state)  // false when out of range
@@ -245,6 +250,7 @@ private:
     RowStore m_store;
     DisplayedRows m_display{m_store};
     PendingBatch m_pending;
+    TrendStore m_trends;
     bool ReverseDisplay = false;
     bool m_anchored = false;
     bool m_toldAhead = false;  // rows know their places in a display that a rebuild has not committed

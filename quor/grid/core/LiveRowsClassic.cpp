@@ -49,6 +49,7 @@ ClassicChange LiveRows::insertItem(int item) {
         if (value >= mapIndex) ++value;
     const int slot = atEnd ? displayCount() : std::min(mapIndex, displayCount());
     m_store.insert(mapIndex);
+    m_trends.insertRow(mapIndex);
     display.insert(display.begin() + slot, mapIndex);
     return {ClassicOutcome::done, mapIndex, mirrored(slot)};
 }
@@ -116,6 +117,7 @@ ClassicChange LiveRows::eraseVisual(int visual) {
     m_display.plain().erase(m_display.plain().begin() + slot);
     if (!closeDisplayGap(mapIndex)) return {.outcome = ClassicOutcome::corrupt};
     m_store.erase(mapIndex);
+    m_trends.eraseRow(mapIndex);
     return {ClassicOutcome::done, mapIndex, visual};
 }
 

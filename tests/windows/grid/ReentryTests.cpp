@@ -136,7 +136,13 @@ protected:
         m_grid->LoadHeaders(&columns, &widths);
         m_grid->InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&ReentryOwner::cellText));
         m_grid->m_Appearance.bKeywordsEnabled = 1;
-        m_grid->SetPointerToGetTextColor(static_cast<TextColorCallback>(&ReentryOwner::rowColor));
+        if (GetParam() & 8) {
+            m_grid->m_Appearance.pKeywords = new CStringArray;
+            m_grid->m_Appearance.pKeywords->Add("1");
+            m_grid->m_Appearance.iKeywordColumn = 1;
+        } else {
+            m_grid->SetPointerToGetTextColor(static_cast<TextColorCallback>(&ReentryOwner::rowColor));
+        }
         m_grid->m_bLockSortEnabled = 1;
         m_grid->SetUseFilter(TRUE);
         m_grid->SetReverseDisplay((GetParam() & 2) != 0);

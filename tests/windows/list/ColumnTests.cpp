@@ -194,7 +194,8 @@ TEST_F(Profiles, GroupListsWriteNoUserPart) {
     EXPECT_EQ(stored("COLUMNPROFILE"), "kept");
 }
 
-// User columns get new numbers by an import: lock and levels stay with their headings, or end with their columns.
+// User columns get new numbers by an import: lock, levels and keyword column stay with their headings, or end with
+// their columns.
 TEST_F(Profiles, TheSortFollowsItsColumnsThroughAnImport) {
     const struct {
         const char* file;
@@ -215,8 +216,10 @@ TEST_F(Profiles, TheSortFollowsItsColumnsThroughAnImport) {
         locked.m_bLockSortEnabled = locked.m_bMultiSortEnabled = 1;
         start(locked);
         ASSERT_EQ(locked.m_arrSortOrder.GetCount(), 1);
+        locked.m_Appearance.iKeywordColumn = 3;
         locked.ImportColumnsFromFile(file);
         EXPECT_EQ(lock(locked), expected.lock);
+        EXPECT_EQ(locked.m_Appearance.iKeywordColumn, expected.levelColumn);
         EXPECT_EQ(locked.m_arrSortOrder.IsEmpty() ? -1 : locked.m_arrSortOrder[0].iColumnIndex, expected.levelColumn);
         locked.DestroyWindow();
         EXPECT_EQ(stored("SortLockInfo"), expected.stored);

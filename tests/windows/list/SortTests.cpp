@@ -248,8 +248,13 @@ TEST_P(SortsOnEachRoad, LevelsAreReadShownAndRefusedWritesTold) {
     EXPECT_EQ(list.m_bMultiSortActive, 1);
     EXPECT_EQ(list.m_bSortLocked + list.m_bSorted, 0);
     EXPECT_EQ(arrows(), "0/5800 1/5801");
+    HDITEM item{};
+    item.mask = HDI_FORMAT | HDI_IMAGE;
+    item.fmt = HDF_STRING | HDF_IMAGE | HDF_SORTUP;
+    list.GetHeaderCtrl()->SetItem(0, &item);
     list.DrawHeaderSortImageForMultiSortMode(1, false);
     EXPECT_EQ(arrows(), "2/5800 2/5801");
+    EXPECT_FALSE(list.GetHeaderCtrl()->GetUpdateRect(nullptr)) << "it is painted at once";
     LevelsAsChooser chooser(list.m_arrSortOrder);
     list.SetSortOrderChooser(&chooser);
     fakeHost().refuseWrites = true;

@@ -1,0 +1,356 @@
+// Trend columns and keywords on real grids. What a cell shows is decided in the core; here: which pixels, which cells
+// a fade repaints, whose trend it is, and what the store keeps.
+#include "quor/foundation/TimerIds.h"
+#include "support/EveryMoment.h"
+#include "windows/grid/GridFixture.h"
+
+using namespace quor::grid;
+
+namespace grid_tests {
+namespace {
+
+constexpr COLORREF kGround = 0x000000, kText = 0x00FF00, kRise = 0x208020, kFall = 0x4040C0;
+constexpr int kLong = 60'000;
+
+class Trends : public GridFixture {
+protected:
+    void TearDown() override {
+        grid.reset();
+        GridFixture::TearDown();
+    }
+    void open(bool opti, bool reverse, const std::string& names) {
+        grid = std::make_unique<CFilterListCtrl>();
+        grid->m_csListName = "trends";
+        const std::vector<Column> columns{{"name", 60}, {"last", 60, 0, 5}, {"change", 60, 0, 5}, {"text", 60}};
+        opti ? createOpti(*grid, reverse, columns) : createClassic(*grid, reverse, columns);
+        grid->PosColor = kRise, grid->NegColor = kFall, grid->TrendInterval = kLong;
+        for (const char name : names) {
+            for (const int column : {1, 2, 3}) set({name}, column, 5);
+            opti ? static_cast<void>(grid->AddRow(row({name}), false)) : insert({name});
+        }
+        processEndofBatchUpdates();
+    }
+    void insert(const std::string& name) {
+        grid->InsertItem(0, "");
+        grid->SetItemData(0, dataOf(row(name)));
+    }
+    void set(const std::string& name, int column, int value) { row(name)->cells[column] = std::to_string(value); }
+    void trends(std::initializer_list<int> columns) {
+        CArray<int, int> wanted;
+        for (const int column : columns) wanted.Add(column);
+        EXPECT_EQ(grid->SetTrendColumns(&wanted), 1);
+        redraw();
+    }
+    std::string columns() {
+        CArray<int, int> inForce;
+        grid->GetTrendColumns(inForce);
+        std::string text;
+        for (INT_PTR i = 0; i < inForce.GetSize(); ++i) text += std::to_string(inForce.GetAt(i)) + " ";
+        return text;
+    }
+    void redraw() {
+        pumpUntilIdle();
+        grid->RedrawWindow();
+    }
+    CRect cell(int visual, int place, int part = LVIR_LABEL) {
+        CRect rect;
+        grid->GetSubItemRect(visual, place, part, rect);
+        return rect;
+    }
+    // One letter a cell of the trend columns, row by row: the ground, else the text where that is coloured.
+    std::string colours() {
+        std::string text;
+        CClientDC dc(grid.get());
+        for (int visual = 0; visual < grid->GetDisplayCount(); ++visual) {
+            for (const int place : {1, 2, 3}) {
+                const CRect rect = cell(visual, place);
+                char letter = '.';
+                for (int x = rect.left; x < rect.right; ++x)
+                    for (int y = rect.top; y < rect.bottom; ++y) {
+                        const COLORREF color = ::GetPixel(dc, x, y);
+                        if (color == kRise) letter = 'r';
+                        if (color == kFall) letter = 'f';
+                    }
+                const COLORREF corner = ::GetPixel(dc, rect.right - 1, rect.top);
+                text += corner == kGround ? letter : static_cast<char>(std::toupper(letter));
+            }
+            text += ' ';
+        }
+        return text;
+    }
+    bool hasTimer() { return grid->KillTimer(kTrendFadeTimer) != 0; }
+    static FakeHost::Settings& settings() { return fakeHost().settings; }
+    static std::string& stored(const char* key) { return settings()[{"trends", key}]; }
+
+    std::unique_ptr<CFilterListCtrl> grid = std::make_unique<CFilterListCtrl>();
+};
+
+TEST_F(Trends, AChangeColoursItsCellAndNothingElse) {
+    for (const bool reverse : {false, true}) {
+        SCOPED_TRACE(reverse ? "reverse" : "forward");
+        open(true, reverse, "abc");
+        trends({1, 2});
+        EXPECT_EQ(colours(), "... ... ... ") << "first seen";
+        set("a", 1, 6), set("a", 3, 6), set("c", 2, 4);
+        redraw();
+        const char* const filled = reverse ? ".F. ... R.. " : "R.. ... .F. ";
+        EXPECT_EQ(colours(), filled);
+        grid->TrendBackground = false;
+        redraw();
+        EXPECT_EQ(colours(), reverse ? ".f. ... r.. " : "r.. ... .f. ") << "and the texts beside keep their colour";
+        grid->TrendBackground = true;
+        fakeHost().calls.clear();
+        grid->SetDrawShades(true);
+        redraw();
+        EXPECT_EQ(fakeHost().calls.count("FillShadeRect " + std::to_string(kRise) + " 16777215 0"), 1);
+        grid->TrendEnabled = false;
+        redraw();
+        EXPECT_EQ(colours(), "... ... ... ");
+    }
+}
+
+TEST_F(Trends, TheFadeRepaintsTheCellsInViewWhoseChangeIsOver) {
+    open(true, false, "abcdefghijklmnopqrstuvwxyz");
+    trends({1, 2, 3});
+    const auto faded = [&] {
+        grid->ValidateRect(nullptr);
+        grid->SendMessage(WM_TIMER, kTrendFadeTimer);
+        CRgn region;
+        region.CreateRectRgn(0, 0, 0, 0);
+        ::GetUpdateRgn(*grid, region, FALSE);
+        CRgn expected;
+        expected.CreateRectRgn(0, 0, 0, 0);
+        for (const auto& [visual, place] : {std::pair{2, 1}, {2, 3}, {4, 2}}) {
+            CRgn one;
+            one.CreateRectRgnIndirect(cell(visual, place, LVIR_BOUNDS));
+            expected.CombineRgn(&expected, &one, RGN_OR);
+        }
+        CRect box;
+        return region.EqualRgn(&expected) ? "cells" : region.GetRgnBox(&box) == NULLREGION ? "none" : "else";
+    };
+    const auto change = [&](int value) { set("c", 1, value), set("c", 3, value), set("e", 2, value), set("d", 2, 5); };
+    change(7);
+    redraw();
+    EXPECT_STREQ(faded(), "none") << "the interval runs";
+    grid->TrendInterval = 0;
+    EXPECT_STREQ(faded(), "cells");
+    grid->UpdateWindow();
+    EXPECT_EQ(colours().find_first_of("RF"), std::string::npos);
+    EXPECT_STREQ(faded(), "none");
+    change(9);
+    redraw();
+    grid->SendMessage(LVM_ENSUREVISIBLE, 25, FALSE);
+    grid->UpdateWindow();
+    EXPECT_STREQ(faded(), "none") << "out of view";
+    grid->SendMessage(LVM_ENSUREVISIBLE, 0, FALSE);
+    grid->UpdateWindow();
+    EXPECT_EQ(colours().find_first_of("RF"), std::string::npos) << "but ended";
+}
+
+TEST_F(Trends, TheTimerRunsWhileThereAreColumnsAndAWindow) {
+    open(true, false, "a");
+    EXPECT_FALSE(hasTimer());
+    trends({1});
+    trends({1, 2});
+    grid->SetTrendColumns(nullptr);
+    EXPECT_TRUE(hasTimer());
+    trends({1});
+    trends({});
+    EXPECT_FALSE(hasTimer());
+}
+
+// A row that takes over another's record would show a change that it never had.
+TEST_F(Trends, NoRowTakesOverTheTrendOfAnother) {
+    const struct {
+        const char* fact;
+        bool opti;
+        std::function<void()> act;
+        const char* colours;
+        const char* afterChange;  // of every number
+    } table[] = {
+        {"classic: a row goes", false, [&] { grid->DeleteItem(0); }, "... ... ", "R.. R.. "},
+        {"classic: a row comes in the middle", false,
+         [&] {
+             grid->InsertItem(1, "");
+             grid->SetItemData(1, dataOf(row("d")));
+         },
+         "... ... ... ... ", "R.. R.. R.. R.. "},
+        {"opti-data: a row goes, another comes", true,
+         [&] {
+             grid->DeleteRow(row("a"), false);
+             grid->AddRow(row("d"), false);
+             processEndofBatchUpdates();
+         },
+         "... ... ... ", "R.. R.. ... "},
+        {"a sort of the map", true,
+         [&] {
+             grid->m_bRowDragEnabled = 1;
+             grid->SortOn(1, 1);
+             grid->SortOn(1, 1);
+         },
+         "... ... ... ", "R.. R.. R.. "},
+        {"a refill", true,
+         [&] {
+             grid->DeleteAllItems();
+             for (const char* name : {"c", "d"}) grid->AddRow(row(name), false);
+             processEndofBatchUpdates();
+             redraw();
+         },
+         "... ... ", "... ... "},
+    };
+    for (const auto& c : table) {
+        SCOPED_TRACE(c.fact);
+        int value = 0;
+        open(c.opti, false, "abc");
+        for (const char* name : {"a", "b", "c", "d"}) set(name, 1, 10 * ++value);
+        trends({1});
+        c.act();
+        redraw();
+        EXPECT_EQ(colours(), c.colours);
+        for (const char* name : {"a", "b", "c", "d"}) set(name, 1, 10 * ++value);
+        redraw();
+        redraw();
+        EXPECT_EQ(colours(), c.afterChange);
+    }
+}
+
+// ---- Settings
+
+TEST_F(Trends, SettingsComeWithTheColumnsAndGoWithThem) {
+    stored("TrendColumns") = "2 9999 1 2 ";
+    stored("TrendType") = "FALSE";
+    stored("NegColor") = "16";
+    stored("Interval") = "3000";
+    open(true, false, "a");
+    grid->ReadTrendSettings("trends");
+    EXPECT_EQ(columns(), "2 9999 1 ");
+    EXPECT_FALSE(grid->TrendBackground);
+    EXPECT_EQ(grid->NegColor, 16u);
+    EXPECT_EQ(grid->PosColor, kDefaultRiseColor);
+    EXPECT_EQ(grid->TrendInterval, 3000);
+    EXPECT_TRUE(hasTimer());
+    settings().clear();
+    grid->SaveState();
+    EXPECT_EQ(stored("TrendColumns"), "2 9999 1 ");
+    EXPECT_EQ(stored("TrendType"), "FALSE");
+    EXPECT_EQ(stored("NegColor") + " " + stored("PosColor") + " " + stored("Interval"), "16 65280 3000");
+
+    settings().clear();
+    grid->TrendEnabled = false;
+    grid->SaveState();
+    grid->TrendEnabled = true;
+    trends({});
+    grid->SaveState();
+    EXPECT_FALSE(settings().contains({"trends", "TrendColumns"})) << "no columns, nothing written";
+    stored("TrendType") = "false";
+    grid->ReadTrendSettings("trends");
+    EXPECT_TRUE(grid->TrendBackground);
+    EXPECT_EQ(grid->NegColor, kDefaultFallColor);
+    EXPECT_EQ(grid->TrendInterval, 0);
+}
+
+TEST_F(Trends, SettingsAreWholeWheneverAGridEnds) {
+    stored("TrendColumns") = "1 ";
+    stored("TrendType") = "TRUE";
+    stored("NegColor") = "1", stored("PosColor") = "2", stored("Interval") = "3000";
+    std::unique_ptr<test::EveryMoment> moments;
+    CFilterListCtrl* living = nullptr;
+    const auto life = [&] {
+        if (!owner.m_hWnd) owner.CreateEx(0, AfxRegisterWndClass(0), "", WS_CHILD, client(), &frame(), 5);
+        CFilterListCtrl own;
+        living = &own;
+        own.m_csListName = "trends";
+        own.Create(kGridStyle, CRect(0, 0, 300, 200), &owner, kGridId);
+        sQuorColInfo record;
+        for (const char* name : {"a", "b"}) setColumnName(record, name), own.m_arrColumns.Add(record);
+        CArray<int, int> two;
+        two.Add(1), two.Add(0);
+        const std::function<void()> steps[] = {[&] { own.InsertColumnsForList(nullptr); },
+                                               [&] { own.SetTrendColumns(&two), own.TrendInterval = 1000; },
+                                               [&] { own.SaveState(); }, [&] { living = nullptr; }};
+        for (const auto& step : steps) {
+            moments->moment(own);
+            if (own.m_hWnd) step();
+        }
+    };
+    moments = std::make_unique<test::EveryMoment>(life);
+    moments->disturbWindowsAndWrites([&] { return living; }, owner);
+    EXPECT_GT(moments->moments(), 10);
+}
+
+// ---- Keywords
+
+class KeywordColors : public Trends {
+protected:
+    static CStringArray* words(std::initializer_list<const char*> texts) {
+        auto* const array = new CStringArray;
+        for (const char* text : texts) array->Add(text);
+        return array;
+    }
+    static CArray<DWORD, DWORD>* colors(std::initializer_list<DWORD> values) {
+        auto* const array = new CArray<DWORD, DWORD>;
+        for (const DWORD value : values) array->Add(value);
+        return array;
+    }
+};
+
+TEST_F(KeywordColors, TheFirstKeywordInTheTextColoursTheRow) {
+    open(true, false, "abcd");
+    row("a")->cells[3] = "is rejected", row("b")->cells[3] = "Reject", row("c")->cells[3] = "late",
+    row("d")->text = kFall;
+    cCustomizedAppearanceSettings& looks = grid->m_Appearance;
+    const auto colorOf = [&](const char* name) {
+        COLORREF color = kRise;
+        EXPECT_EQ(grid->GetTextColorForItem(dataOf(row(name)), color, 0, 0), 1);
+        return color;
+    };
+    EXPECT_EQ(colorOf("a"), kRise) << "no keywords";
+    looks.pKeywords = words({"REJECTED", "REJECT", "LATE"});
+    looks.pKeywordColors = colors({0x11, 0x22});
+    for (const int column : {-1, 4, 9999}) {
+        looks.iKeywordColumn = column;
+        owner.asked = 0;
+        EXPECT_EQ(colorOf("a"), kRise) << column;
+        EXPECT_EQ(owner.asked, 0) << "there is no such column";
+    }
+    looks.iKeywordColumn = 3;
+    EXPECT_EQ(colorOf("a"), 0x11u);
+    EXPECT_EQ(colorOf("b"), 0x22u);
+    EXPECT_EQ(colorOf("c"), kRise) << "a keyword without a colour";
+    EXPECT_EQ(owner.asked, 3);
+    looks.pKeywords->SetAt(0, "SENT");  // by a dialog, or a host
+    EXPECT_EQ(colorOf("a"), 0x22u);
+
+    looks.pKeywordColors->SetAt(1, kRise);
+    for (const bool enabled : {false, true}) {
+        looks.bKeywordsEnabled = enabled;
+        redraw();
+        EXPECT_EQ(colours(), enabled ? "rrr rrr ... fff " : "... ... ... fff ") << "over the host's colour, below none";
+    }
+    owner.onText = [&](DWORD_PTR, int) {
+        owner.onText = {};
+        grid->DestroyWindow();
+    };
+    colorOf("a");
+    EXPECT_FALSE(grid->m_hWnd);
+}
+
+TEST_F(KeywordColors, APropertyGivesBothColoursOfItsKey) {
+    COLORREF text = 1, back = 2;
+    CString key = "Sent";
+    EXPECT_EQ(grid->GetProperty(text, back, key), 1);
+    EXPECT_EQ(text + back, 3u);
+    grid->m_Appearance.pUserKeywords = words({"LATE", "sent", "SENT", "SHORT"});
+    grid->m_Appearance.pUserTextColors = colors({3, 4, 5});
+    grid->m_Appearance.pUserBackColors = colors({6, 7, 8, 9});
+    grid->GetProperty(text, back, key);
+    EXPECT_EQ(text, 4u);
+    EXPECT_EQ(back, 7u);
+    EXPECT_STREQ(key, "Sent");
+    grid->GetProperty(text, back, key = "short");
+    EXPECT_EQ(text, 4u) << "the arrays have drifted apart";
+    EXPECT_EQ(back, 9u);
+}
+
+}  // namespace
+}  // namespace grid_tests
