@@ -133,9 +133,11 @@ void CZTDialog::takeShownPlace() {
         case ShowPlace::centre:
             CenterWindow();
             break;
-        case ShowPlace::placement:
-            SetWindowPlacement(&m_wpPlacement);
+        case ShowPlace::placement: {
+            const WINDOWPLACEMENT placement = m_wpPlacement;  // OnSize writes the member meanwhile
+            SetWindowPlacement(&placement);
             break;
+        }
         case ShowPlace::asItIs:
             break;
     }

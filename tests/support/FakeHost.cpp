@@ -60,7 +60,7 @@ HOST_ENTRY(void, pu_get_peer_data, CString& first, CString& second, CString& thi
     record("pu_get_peer_data");
     first = "first";
     second = "second";
-    third = "third";
+    third = fakeHost().clientName.c_str();
 }
 
 HOST_ENTRY(int, UserSettingMWColumns, int operation, CString section, CString& value) {
@@ -94,7 +94,7 @@ HOST_ENTRY(int, UserSetting, int operation, CString section, CString& value, CSt
     return store({text(section), text(key)}, operation, value);
 }
 
-HOST_ENTRY(int, quoru_get_app_status) { return answer(0, "quoru_get_app_status"); }
+HOST_ENTRY(int, quoru_get_app_status) { return answer(fakeHost().appStatus, "quoru_get_app_status"); }
 
 HOST_ENTRY(int, pu_get_find_menu_item_in_roles, int menuId) {
     return answer(0, "pu_get_find_menu_item_in_roles", menuId);

@@ -28,6 +28,8 @@ struct FakeHost {
     static constexpr int affinityResult = 7;
     int optimizedMarketWatch = 0;
     int defaultSharingStatus = 0;
+    int appStatus = 0;                 // 4: peer data are available
+    std::string clientName = "third";  // the third of these
     std::string hashText = "hash";
     // Gives the text of a market watch cell; such a call is not recorded.
     std::function<void(CWnd* parent, void* record, int columnIndex, CString& text)> marketCell;

@@ -2,5 +2,4 @@
 #pragma once
 
 #define IDD_MODAL 101
-#define IDD_PLACED 102
 #define IDC_TEXT 1001

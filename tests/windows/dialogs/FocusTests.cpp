@@ -1,0 +1,222 @@
+// Who gets the focus when a dialog closes, and what stays of one that has closed.
+#include "DialogFixture.h"
+#include "quor/platform/proving/UserInput.h"
+#include "support/HandleCounts.h"
+#include "support/Rounds.h"
+
+namespace {
+
+using test::TestDialog;
+
+class Focus : public test::ZTDialogFixture {
+protected:
+    Focus() {
+        bar.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 90, 20), &frame(), 77);
+        frame().SetFocus();
+    }
+    void TearDown() override {
+        bar.DestroyWindow();
+        ZTDialogFixture::TearDown();
+    }
+    // From the top: the windows of the stack, which is emptied.
+    static std::vector<CWnd*> takeStack() {
+        std::vector<CWnd*> windows;
+        int flag = 0;
+        while (CWnd* const window = GetFocusWnd(flag)) {
+            windows.push_back(window);
+            RemoveFocusWnd(window);
+        }
+        return windows;
+    }
+
+    CEdit bar;
+};
+
+TEST_F(Focus, NothingIsLeftOfADialogThatHidOnAnyRoad) {
+    const struct {
+        const char* name;
+        std::function<void(TestDialog&)> hide;
+    } roads[] = {
+        {"OK", [](TestDialog& dialog) { dialog.press(IDOK); }},
+        {"Cancel", [](TestDialog& dialog) { dialog.press(IDCANCEL); }},
+        {"a caption that is not known", [](TestDialog& dialog) { dialog.press(IDC_CLOSE), dialog.EndDialog(7); }},
+        {"Esc",
+         [](TestDialog& dialog) {
+             dialog.SetFocus(IDC_TEXT);
+             quor::sendKeys({VK_ESCAPE});
+             pumpUntilIdle();
+         }},
+        {"the close box", [](TestDialog& dialog) { dialog.SendMessage(WM_SYSCOMMAND, SC_CLOSE), pumpUntilIdle(); }},
+        {"code", [](TestDialog& dialog) { dialog.ShowWindow(SW_HIDE); }},
+        {"its end", [](TestDialog& dialog) { dialog.DestroyWindow(); }},
+    };
+    const long rounds = test::rounds("QUOR_DIALOG_ROUNDS", 200);
+    takeStack();
+    for (const auto& road : roads) {
+        SCOPED_TRACE(road.name);
+        TestDialog dialog;
+        test::HandleCounts after;
+        for (long round = 0; round < rounds; ++round) {
+            dialog.open(frame());
+            road.hide(dialog);
+            ASSERT_TRUE(!dialog.m_hWnd || !dialog.IsWindowVisible()) << round;
+            if (round == 0) after = test::countHandles();
+        }
+        EXPECT_EQ(takeStack().size(), 0u);
+        EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), dialog.m_hWnd ? 1 : 0);
+        EXPECT_EQ(test::countHandles(), after);
+    }
+    EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), 0);
+}
+
+TEST_F(Focus, TheStackFollowsNoDeadWindow) {
+    int flag = 5;
+    EXPECT_EQ(GetFocusWnd(flag), nullptr);
+    EXPECT_EQ(flag, 5);
+    AddToFocusWnd(&bar, 1);
+    auto* const gone = new CEdit;
+    gone->Create(WS_CHILD, CRect(), &frame(), 78);
+    AddToFocusWnd(gone, 2);
+    EXPECT_EQ(GetPreviousFocusWnd(), &bar);
+    delete gone;
+    AddToFocusWnd(nullptr, 3);
+    EXPECT_EQ(GetPreviousFocusWnd(), nullptr);
+    EXPECT_EQ(GetFocusWnd(flag), &bar);
+    EXPECT_EQ(flag, 1);
+    RemoveFocusWnd(&bar);
+}
+
+enum class Behind { main, modeless, multiMonitor, modal, miniFrame, miniFrameWithBar };
+
+// A dialog over the main window and perhaps one window more.
+TEST_F(Focus, AClickThatClosesHandsTheFocusOn) {
+    enum class Given { toBar, toMain, toBehind, nowhere };
+    const struct {
+        const char* name;
+        Behind behind;
+        bool hasBar;
+        int button;
+        bool closes;
+        bool focusStatus;
+        Given focus;
+    } cases[] = {
+        {"main, bar", Behind::main, true, IDOK, true, true, Given::toBar},
+        {"main, bar, &Cancel", Behind::main, true, IDCANCEL, true, true, Given::toBar},
+        {"main, no bar", Behind::main, false, IDOK, true, true, Given::toMain},
+        {"dialog, no bar", Behind::modeless, false, IDOK, true, true, Given::toBehind},
+        {"multi-monitor, bar", Behind::multiMonitor, true, IDOK, true, true, Given::toBar},
+        {"multi-monitor, no bar", Behind::multiMonitor, false, IDOK, true, true, Given::toMain},
+        {"modal, bar", Behind::modal, true, IDOK, false, true, Given::nowhere},
+        {"modal, no bar", Behind::modal, false, IDCANCEL, false, false, Given::nowhere},
+        {"mini frame with the bar", Behind::miniFrameWithBar, true, IDOK, true, true, Given::toBar},
+        {"mini frame without", Behind::miniFrame, true, IDCANCEL, true, true, Given::toBar},  // by OnCancel
+        {"another caption", Behind::modal, true, IDC_CLOSE, false, false, Given::nowhere},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        CZTDialog::m_pDgBar = each.hasBar ? &bar : nullptr;
+        CZTDialog::m_bGlobalMmmMode = true;
+        TestDialog other;
+        CBCGPMiniFrameWnd mini;
+        CEdit floating;
+        const bool isMini = each.behind == Behind::miniFrame || each.behind == Behind::miniFrameWithBar;
+        if (isMini) {
+            mini.CreateEx(0, "Bars", WS_VISIBLE, CRect(300, 300, 500, 400), &frame());
+            if (each.behind == Behind::miniFrameWithBar) floating.Create(WS_CHILD, CRect(), &mini, 10000);
+        } else if (each.behind != Behind::main) {
+            other.open(frame());
+        }
+        other.m_bMmmMode = each.behind == Behind::multiMonitor;
+        if (each.behind == Behind::modal) other.m_nFlags |= WF_MODALLOOP;
+        TestDialog dialog;
+        dialog.open(frame());
+        dialog.SetFocus(each.button);
+        CZTDialog::m_bFocusStatus = false;
+        dialog.press(each.button);
+        EXPECT_EQ(!dialog.IsWindowVisible(), each.closes);
+        EXPECT_EQ(CZTDialog::m_bFocusStatus, each.focusStatus);
+        const HWND focus = ::GetFocus();
+        switch (each.focus) {
+            case Given::toBar:
+                EXPECT_EQ(focus, bar.m_hWnd);
+                break;
+            case Given::toMain:
+                EXPECT_EQ(::GetActiveWindow(), frame().m_hWnd);
+                break;
+            case Given::toBehind:
+                EXPECT_EQ(::GetActiveWindow(), other.m_hWnd);
+                break;
+            case Given::nowhere:
+                EXPECT_EQ(::GetActiveWindow(), dialog.m_hWnd);
+                break;
+        }
+        other.m_nFlags &= ~WF_MODALLOOP;
+        takeStack();
+    }
+}
+
+TEST_F(Focus, AWindowOfTheStackWithAFlagComesFirst) {
+    CZTDialog::m_pDgBar = &frame();
+    for (const int flag : {0, 1}) {
+        takeStack();
+        frame().SetFocus();
+        AddToFocusWnd(&bar, flag);
+        TestDialog dialog;
+        dialog.open(frame());
+        dialog.press(IDOK);
+        EXPECT_EQ(::GetFocus() == bar.m_hWnd, flag != 0);
+        EXPECT_EQ(takeStack(), flag ? std::vector<CWnd*>() : std::vector<CWnd*>{&bar});
+    }
+}
+
+// A dialog whose object goes with its window, at the click.
+class PassingDialog : public TestDialog {
+public:
+    static inline int living = 0;
+    PassingDialog() { ++living; }
+    ~PassingDialog() override { --living; }
+
+protected:
+    void OnOK() override { DestroyWindow(); }
+    void PostNcDestroy() override { delete this; }
+};
+
+TEST_F(Focus, ADialogMayEndWithItsClick) {
+    for (CWnd* const given : {static_cast<CWnd*>(&bar), static_cast<CWnd*>(nullptr)}) {
+        CZTDialog::m_pDgBar = given;
+        for (const bool overDialog : {false, true}) {
+            TestDialog other;
+            if (overDialog) other.open(frame());
+            auto* const dialog = new PassingDialog;
+            dialog->open(frame());
+            dialog->press(IDOK);
+            EXPECT_EQ(PassingDialog::living, 0);
+            EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), overDialog ? 1 : 0);
+            const HWND active = overDialog ? other.m_hWnd : frame().m_hWnd;
+            EXPECT_EQ(::GetActiveWindow(), active);
+            EXPECT_EQ(::GetFocus() == bar.m_hWnd, given && !overDialog);
+        }
+    }
+}
+
+TEST_F(Focus, AControlGetsItAtTheNextActivation) {
+    TestDialog dialog;
+    dialog.open(frame());
+    dialog.SetFocus(IDOK);
+    EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(IDOK)->m_hWnd);
+    dialog.ZTDGotoDlgCtrl(dialog.GetDlgItem(IDC_LIST));
+    frame().SetActiveWindow();
+    pumpUntilIdle();  // the object that was named is gone by then
+    dialog.SetActiveWindow();
+    pumpUntilIdle();
+    EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(IDC_LIST)->m_hWnd);
+    dialog.SetFocus(dialog.GetDlgItem(IDC_TEXT));
+    dialog.ZTDGotoDlgCtrl(dialog.GetDlgItem(IDC_LIST));
+    dialog.GetDlgItem(IDC_LIST)->DestroyWindow();
+    frame().SetActiveWindow();
+    dialog.SetActiveWindow();
+    pumpUntilIdle();
+    EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(IDC_TEXT)->m_hWnd);
+}
+
+}  // namespace

@@ -1,0 +1,189 @@
+// Titles, fonts, colours, and whom a dialog tells of itself.
+#include "DialogFixture.h"
+
+#include <stdexcept>
+
+namespace {
+
+using test::TestDialog;
+
+class Looks : public test::ZTDialogFixture {
+protected:
+    CString title(const CWnd& window) {
+        CString text;
+        window.GetWindowText(text);
+        return text;
+    }
+};
+
+TEST_F(Looks, TitlesHaveTheClientWhileThereIsOne) {
+    TestDialog dialog;
+    dialog.m_strTitleDetails = "NSE";
+    dialog.open(frame());
+    EXPECT_EQ(title(dialog), "Order");
+    EXPECT_EQ(fakeHost().calls.count("pu_get_peer_data"), 0);
+    fakeHost().appStatus = 4;
+    fakeHost().clientName = "Asha";
+    for (int show = 0; show < 2; ++show) {
+        dialog.ShowWindow(SW_HIDE);
+        dialog.open(frame());
+        EXPECT_EQ(title(dialog), "Order - Asha( NSE )");
+    }
+    dialog.SetWindowText("T");
+    dialog.SetWindowTitleWithClientName(IDC_CHOICE);
+    EXPECT_EQ(title(dialog), "T - Asha");
+    auto* const combo = static_cast<CComboBox*>(dialog.GetDlgItem(IDC_CHOICE));
+    combo->AddString("NIFTY");
+    combo->SetCurSel(0);
+    dialog.SetWindowTitleWithClientName(IDC_CHOICE);
+    EXPECT_EQ(title(dialog), "T - Asha - Asha" + CString(' ', 21) + "NIFTY");
+    fakeHost().appStatus = 0;
+    dialog.SetWindowText("T");
+    dialog.SetWindowTitleWithClientName(IDC_CHOICE);
+    EXPECT_EQ(title(dialog), "T" + CString(' ', 21) + "NIFTY");
+}
+
+class CSnapQuoteDlg : public TestDialog {
+    DECLARE_DYNAMIC(CSnapQuoteDlg)
+};
+IMPLEMENT_DYNAMIC(CSnapQuoteDlg, CZTDialog)
+
+TEST_F(Looks, AFontGoesToAllButListsAndHeaders) {
+    CFont font;
+    font.CreateFont(30, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Tahoma");
+    TestDialog plain;
+    CSnapQuoteDlg quote;
+    for (TestDialog* const dialog : {&plain, static_cast<TestDialog*>(&quote)}) {
+        dialog->open(frame());
+        CWnd* const list = dialog->GetDlgItem(IDC_LIST);
+        const HWND header = reinterpret_cast<HWND>(list->SendMessage(LVM_GETHEADER));
+        dialog->EnumerateChildWindowForFontChange(font);
+        const auto has = [&](HWND window) {
+            return reinterpret_cast<HFONT>(::SendMessageA(window, WM_GETFONT, 0, 0)) == HFONT(font);
+        };
+        EXPECT_TRUE(has(*dialog->GetDlgItem(IDC_TEXT)));
+        const bool given = dialog->IsKindOf(RUNTIME_CLASS(CSnapQuoteDlg));
+        EXPECT_EQ(has(*list), given);
+        EXPECT_EQ(has(header), given) << "a list hands its font on";
+        dialog->DestroyWindow();
+    }
+}
+
+class CountingDialog : public TestDialog {
+public:
+    int seen = 0;
+    std::function<void(HWND)> onChild;
+
+protected:
+    BOOL MyMemberEnumFunction(HWND window, LPARAM context) override {
+        ++seen;
+        EXPECT_EQ(reinterpret_cast<sEnumChildContext*>(context)->pDialog, this);
+        if (onChild) onChild(window);
+        return FALSE;  // goes on all the same
+    }
+};
+
+TEST_F(Looks, ChildrenAreEnumeratedWhateverIsDoneToThem) {
+    TestDialog plain;
+    plain.open(frame());
+    plain.EnumerateChildWindow();
+    for (const int id : {IDC_TEXT, IDOK, IDCANCEL, IDC_LIST}) EXPECT_FALSE(plain.GetDlgItem(id)->IsWindowEnabled());
+    CountingDialog dialog;
+    dialog.open(frame());
+    dialog.EnumerateChildWindow();
+    EXPECT_EQ(dialog.seen, 7) << "six controls and a header";
+    dialog.onChild = [&](HWND) { dialog.DestroyWindow(); };
+    dialog.EnumerateChildWindow();
+    EXPECT_EQ(dialog.seen, 8);
+}
+
+TEST_F(Looks, TheBrushHasTheThemesColour) {
+    const struct {
+        CRuntimeClass* theme;
+        int style;
+        COLORREF color;
+    } cases[] = {
+        {nullptr, 0, ::GetSysColor(COLOR_BTNFACE)},
+        {RUNTIME_CLASS(CBCGPVisualManager), 0, ::GetSysColor(COLOR_BTNFACE)},
+        {RUNTIME_CLASS(CBCGPVisualManagerXP), 0, ::GetSysColor(COLOR_WINDOW)},
+        {RUNTIME_CLASS(CBCGPWinXPVisualManager), 0, ::GetSysColor(COLOR_WINDOW)},
+        {RUNTIME_CLASS(CBCGPVisualManager2003), 0, ::GetSysColor(COLOR_WINDOW)},
+        {RUNTIME_CLASS(CBCGPVisualManagerVS2005), 0, ::GetSysColor(COLOR_WINDOW)},
+        {RUNTIME_CLASS(CBCGPVisualManager2007), 0, 0xF5D7C1},
+        {RUNTIME_CLASS(CBCGPVisualManager2007), 1, 0xE5E2E1},
+        {RUNTIME_CLASS(CBCGPVisualManager2007), 2, 0xE9DAD4},
+        {RUNTIME_CLASS(CBCGPVisualManager2007), 3, 0xDDD4D0},
+        {RUNTIME_CLASS(CBCGPVisualManager2007), 4, 0xF5D7C1},
+    };
+    TestDialog dialog;
+    dialog.open(frame());
+    CClientDC dc(&dialog);
+    for (const auto& each : cases) {
+        CBCGPVisualManager::SetDefaultManager(each.theme);
+        CBCGPVisualManager2007::SetStyle(static_cast<CBCGPVisualManager2007::Style>(each.style));
+        CZTDialog::VisualizationColor();
+        for (const bool basesControls : {true, false}) {
+            dialog.m_bDefaultCtlColor = basesControls;
+            const auto colorOf = [&](UINT kind) {
+                LOGBRUSH brush{};
+                ::GetObjectA(dialog.OnCtlColor(&dc, &dialog, kind), sizeof(brush), &brush);
+                return brush.lbColor;
+            };
+            EXPECT_EQ(colorOf(CTLCOLOR_DLG), each.color);
+            EXPECT_TRUE(basesControls || colorOf(CTLCOLOR_STATIC) == each.color);
+        }
+    }
+    CBCGPVisualManager::DestroyInstance();
+}
+
+class RecordingWatcher : public CWatcher {
+public:
+    std::vector<std::pair<int, CZTDialog*>> events;
+    std::function<void()> onEvent;
+    void OnUpdate(int event, CString text, sUpdateData* data, int last) override {
+        EXPECT_TRUE(text.IsEmpty() && last == 0);
+        events.emplace_back(event, reinterpret_cast<CZTDialog*>(data));
+        if (onEvent) onEvent();
+    }
+    void OnReserved() override {}
+};
+
+TEST_F(Looks, TheWatcherHearsOfEachDialogOnce) {
+    RecordingWatcher watcher;
+    CZTDialog::SetLayoutWatcher(&watcher);
+    using Events = decltype(watcher.events);
+    TestDialog dialog;
+    for (int time = 0; time < 2; ++time) {
+        dialog.open(frame());
+        dialog.press(IDCANCEL);
+        dialog.open(frame());
+        dialog.DestroyWindow();
+        EXPECT_EQ(std::exchange(watcher.events, {}), (Events{{1, &dialog}, {0, &dialog}}));
+    }
+    // A watcher that ends the dialog, in either event.
+    watcher.onEvent = [&] { dialog.DestroyWindow(); };
+    EXPECT_EQ(dialog.Create(IDD_FIXED, &frame()), TRUE);
+    EXPECT_EQ(dialog.m_hWnd, nullptr);
+    EXPECT_EQ(watcher.events, (Events{{1, &dialog}, {0, &dialog}}));
+    watcher.onEvent = [] { throw std::runtime_error("in the watcher"); };
+    EXPECT_THROW(dialog.Create(IDD_FIXED, &frame()), std::runtime_error);
+    watcher.onEvent = nullptr;
+    dialog.DestroyWindow();
+    EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), 0);
+}
+
+TEST_F(Looks, TheHostGuardsAgainstCaptureAtEachShow) {
+    TestDialog dialog;
+    const auto registered = [] { return fakeHost().calls.count("pu_RegisterForWindowDisplayAffinity"); };
+    for (int show = 1; show <= 2; ++show) {
+        dialog.open(frame());
+        EXPECT_EQ(registered(), show);
+        dialog.press(IDCANCEL);
+        EXPECT_EQ(fakeHost().calls.count("pu_RemoveWindowFromDispAffinityWindowsMap"), show);
+    }
+    EXPECT_EQ(dialog.SetDisplayAffinity(), FakeHost::affinityResult);
+    EXPECT_EQ(fakeHost().calls.count("pu_GetAppdataHashCode"), 1);
+    EXPECT_EQ(dialog.GetProfileSection(), "Software\\Zorvane Technologies\\QUOR Trader\\hash\\201\\");
+}
+
+}  // namespace

@@ -1,0 +1,229 @@
+// Where dialogs stand: over a restart, with records that make no sense, and on monitors that come and go.
+#include "DialogFixture.h"
+#include "support/PretendedScreens.h"
+
+namespace {
+
+using test::PretendedScreens;
+using test::TestDialog;
+
+class Place : public test::ZTDialogFixture {
+protected:
+    // A record as it stands in the file; null takes it out.
+    void store(UINT dialog, const char* record) {
+        ::WritePrivateProfileStringA("DIALOG_POSITION", std::to_string(dialog).c_str(), record, fullPath(positions));
+    }
+    std::string stored(UINT dialog) {
+        char text[200]{};
+        ::GetPrivateProfileStringA("DIALOG_POSITION", std::to_string(dialog).c_str(), "none", text, sizeof(text),
+                                   fullPath(positions));
+        return text;
+    }
+    void storeMode(const char* mode) {
+        ::WritePrivateProfileStringA("MultiMonitor Settings", std::to_string(IDD_FIXED).c_str(), mode,
+                                     fullPath(recovery));
+    }
+};
+
+TEST_F(Place, IsKeptOverARestartOnEveryRoadToTheEnd) {
+    const struct {
+        const char* name;
+        void (*end)(TestDialog& dialog, CWnd& owner);
+    } roads[] = {
+        {"closed, then destroyed", [](TestDialog& dialog, CWnd&) { dialog.press(IDCANCEL), dialog.DestroyWindow(); }},
+        {"destroyed while it shows", [](TestDialog& dialog, CWnd&) { dialog.DestroyWindow(); }},
+        {"with its owner", [](TestDialog&, CWnd& owner) { owner.DestroyWindow(); }},
+        {"by its object", [](TestDialog&, CWnd&) {}},
+    };
+    for (const UINT id : {IDD_FIXED, IDD_SIZED}) {
+        int step = 0;
+        for (const auto& road : roads) {
+            SCOPED_TRACE(road.name);
+            ++step;
+            CWnd owner;
+            ASSERT_TRUE(
+                owner.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 9, 9), &frame(), 0));
+            CRect place;
+            {
+                TestDialog dialog(id);
+                dialog.open(owner);
+                dialog.MoveWindow(100 + step, 90 + step, 260 + (id == IDD_SIZED ? step : 0), 220);
+                place = dialog.place();
+                road.end(dialog, owner);
+            }
+            EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), 0);
+            CString record;
+            record.Format("%ld,%ld,%ld,%ld,", place.top, place.left, place.bottom, place.right);
+            EXPECT_EQ(stored(id).find(record), 0u) << stored(id);
+            TestDialog next(id);
+            next.open(frame());
+            EXPECT_EQ(next.place().TopLeft(), place.TopLeft());
+            EXPECT_EQ(next.place().Width() == place.Width(), id == IDD_SIZED);
+        }
+    }
+}
+
+TEST_F(Place, ARecordThatDoesNotFitLeavesTheTemplates) {
+    TestDialog plain;
+    plain.open(frame());
+    const CRect own = plain.place();
+    plain.DestroyWindow();
+    const std::string unread =
+        "AddToTabbedLog Error Occured While Reading saved Positions for 201Dialog; Loading Defualt 0 0";
+    const std::string empty = "AddToTabbedLog Could Not Find Saved Positions for 201Dialog; Loading Defualt 0 0";
+    const CRect moved(CPoint(77, 66), own.Size());
+    const struct {
+        const char* record;
+        CRect place;
+        std::string log;
+        bool modeRead;
+    } cases[] = {
+        {"66,77,500,600,-1,-1,-1,-1,1", moved, "", true},
+        {"66,77,500,600,-1,-1,-1,-1", moved, "", true},
+        {nullptr, own, "", false},
+        {"Settings Not Found", own, "", false},
+        {"", own, empty, true},
+        {"66,77,500,600,-1,-1,1-,-1,1", own, unread, false},
+        {"66,77,500,600,-1,-1,-1", own, "", false},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.record ? each.record : "none");
+        store(IDD_FIXED, each.record);
+        storeMode("YES");
+        fakeHost().calls.clear();
+        TestDialog dialog;
+        dialog.open(frame());
+        EXPECT_EQ(dialog.place(), each.place);
+        EXPECT_EQ(fakeHost().calls.count(each.log), each.log.empty() ? 0 : 1);
+        EXPECT_EQ(dialog.m_bMmmMode, each.modeRead);
+        const auto checked = [&] { return dialog.GetSystemMenu(FALSE)->GetMenuState(65, MF_BYCOMMAND) & MF_CHECKED; };
+        EXPECT_EQ(checked() != 0, each.modeRead);
+        dialog.SendMessage(WM_SYSCOMMAND, 65);
+        EXPECT_EQ(checked() != 0, !each.modeRead);
+        dialog.DestroyWindow();
+        char mode[9]{};
+        ::GetPrivateProfileStringA("MultiMonitor Settings", "201", "", mode, sizeof(mode), fullPath(recovery));
+        EXPECT_STREQ(mode, each.modeRead ? "NO" : "YES");
+    }
+}
+
+TEST_F(Place, WithoutAFileNothingIsStored) {
+    CCommonListCtrl::SetRecoveryFiles(fullPath(recovery), "");
+    TestDialog dialog;
+    dialog.open(frame());
+    dialog.DestroyWindow();
+    EXPECT_EQ(positions.bytes() + recovery.bytes(), "");
+}
+
+const CRect kLeft(0, 0, 800, 600), kRight(800, 0, 1600, 600);
+
+TEST_F(Place, ADialogFollowsTheMonitorsThatAreLeft) {
+    PretendedScreens screens({{kLeft, kLeft}, {kRight, kRight}});
+    store(IDD_FIXED, "50,900,150,1000,-1,-1,-1,-1,1");
+    TestDialog dialog;
+    dialog.open(frame());
+    EXPECT_EQ(dialog.place().TopLeft(), CPoint(900, 50));
+    dialog.ShowWindow(SW_HIDE);
+    screens.show({{kLeft, kLeft}});
+    dialog.open(frame());
+    CRect owner;
+    frame().GetWindowRect(&owner);
+    EXPECT_NEAR(dialog.place().CenterPoint().x, owner.CenterPoint().x, 1);
+    EXPECT_TRUE(kLeft.PtInRect(dialog.place().TopLeft()) && kLeft.PtInRect(dialog.place().BottomRight()));
+}
+
+TEST_F(Place, ABarAtTheTopMovesItDownOnEveryShowButTheFirst) {
+    const PretendedScreens screens({{kLeft, CRect(0, 30, 800, 600)}});
+    store(IDD_FIXED, "50,60,150,160,-1,-1,-1,-1,1");
+    TestDialog dialog;
+    for (const int top : {50, 80, 110}) {
+        dialog.open(frame());
+        EXPECT_EQ(dialog.place().TopLeft(), CPoint(60, top));
+        dialog.ShowWindow(SW_HIDE);
+    }
+}
+
+TEST_F(Place, AMaximisedDialogComesBackMaximised) {
+    store(IDD_SIZED, "50,60,250,360,-1,-1,-1,-1,3");
+    TestDialog dialog(IDD_SIZED);
+    dialog.open(frame());
+    EXPECT_TRUE(dialog.IsZoomed());
+    dialog.DestroyWindow();
+    EXPECT_EQ(stored(IDD_SIZED), "50,60,250,360,-1,-1,-1,-1,3");
+}
+
+TEST_F(Place, ADialogOnASmallScreenScrolls) {
+    const PretendedScreens screens({{kLeft, CRect(0, 0, 300, 200)}});
+    TestDialog dialog;
+    dialog.open(frame());
+    dialog.m_dXScale = dialog.m_dYScale = 2.0;
+    const int bar = ::GetSystemMetrics(SM_CXVSCROLL);
+    const struct {
+        int flag, cx, cy;
+        CSize outcome;
+        bool horizontal, vertical;
+    } sizes[] = {
+        {0, 250, 180, {250, 190}, false, false},
+        {kScalePosition, 250, 191, {250 + bar, 200}, false, true},
+        {kScaleSize, 140, 91, {280 + bar, 200}, false, true},
+        {kScaleBoth, 150, 91, {300, 200}, true, true},
+        {0, 301, 100, {300, 110 + bar}, true, false},
+        {0, 250, 180, {250, 190}, false, false},
+    };
+    for (const auto& each : sizes) {
+        dialog.MoveWindowZT(10, 20, each.cx, each.cy, static_cast<eMultiplierFlag>(each.flag), true);
+        const int scale = each.flag & kScalePosition ? 2 : 1;
+        EXPECT_EQ(dialog.place(), CRect(CPoint(10 * scale, 20 * scale), each.outcome)) << each.cx;
+        EXPECT_EQ((dialog.GetStyle() & WS_HSCROLL) != 0, each.horizontal) << each.cx;
+        EXPECT_EQ((dialog.GetStyle() & WS_VSCROLL) != 0, each.vertical) << each.cx;
+    }
+    // 399 of 200 pixels are wanted: a line is a twentieth of the way.
+    dialog.SetWindowPosZT(nullptr, 0, 0, 250, 379, SWP_NOZORDER, true, true);
+    const int before = [&] {
+        CRect text;
+        dialog.GetDlgItem(IDC_TEXT)->GetWindowRect(&text);
+        return text.top;
+    }();
+    const auto scrolled = [&](WORD code, WORD thumb) {
+        dialog.SendMessage(WM_VSCROLL, static_cast<WPARAM>(MAKELONG(code, thumb)));
+        CRect text;
+        dialog.GetDlgItem(IDC_TEXT)->GetWindowRect(&text);
+        EXPECT_EQ(before - text.top, dialog.GetScrollPos(SB_VERT));
+        return before - text.top;
+    };
+    EXPECT_EQ(scrolled(SB_LINEUP, 0), 0);
+    EXPECT_EQ(scrolled(SB_LINEDOWN, 0), 10);
+    EXPECT_EQ(scrolled(SB_PAGEDOWN, 0), 30);
+    EXPECT_EQ(scrolled(SB_THUMBTRACK, 195), 195);
+    EXPECT_EQ(scrolled(SB_LINEDOWN, 0), 200);
+    EXPECT_EQ(scrolled(SB_TOP, 0), 200);
+    int cx = 250, cy = 200;
+    dialog.ResetScrollbars(cx, cy, true, false);
+    EXPECT_EQ(scrolled(SB_LINEDOWN, 0), 0);
+    EXPECT_EQ(CSize(cx, cy), CSize(250 - bar, 200));
+}
+
+TEST_F(Place, AControlIsPlacedByAnother) {
+    TestDialog dialog;
+    dialog.open(frame());
+    dialog.m_dXScale = 2.0;
+    dialog.m_dYScale = 1.5;
+    CWnd* const target = dialog.GetDlgItem(IDC_CLOSE);
+    CWnd* const other = dialog.GetDlgItem(IDC_LIST);
+    const auto placeOf = [&](CWnd* control) {
+        CRect rect;
+        control->GetWindowRect(&rect);
+        dialog.ScreenToClient(&rect);
+        return rect;
+    };
+    const CRect own = placeOf(target), others = placeOf(other);
+    dialog.DeflateRectZT(nullptr, other, 1, 1, 1, 1);
+    dialog.DeflateRectZT(target, nullptr, 1, 2, 3, 4);
+    EXPECT_EQ(placeOf(target), CRect(own.left - 2, own.top - 3, own.right - 6, own.bottom - 6));
+    dialog.InflateRectZT(target, other, 1, 2, 3, 4);
+    EXPECT_EQ(placeOf(target), CRect(others.left + 2, others.top + 3, others.right + 6, others.bottom + 6));
+    dialog.InflateRectZT(target, other, 0, -1, 0, 0);
+    EXPECT_EQ(placeOf(target), CRect(others.left, others.top - 1, others.right, others.bottom));
+}
+
+}  // namespace
