@@ -41,7 +41,7 @@ build_preset() { # preset [target...]
 }
 
 # Wine writes only below build/: HOME too; no menu entries, no .NET, no browser, no debugger.
-wine_environment() { # prefix name: tests, demo or screen
+wine_environment() { # prefix name (make_prefixes)
     export XAUTHORITY="${XAUTHORITY:-$HOME/.Xauthority}"  # the user's display is opened by the user's own key
     export WINEPREFIX="$build/wine/$1" HOME="$build/wine/home" XDG_RUNTIME_DIR="$build/wine/home"
     export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d;winedbg.exe=d" WINEDEBUG="${WINEDEBUG:--all}"
@@ -55,11 +55,22 @@ registry() { # key, name, data (a string value)
     "$wine" reg add "$1" /v "$2" /t REG_SZ /d "$3" /f >/dev/null 2>&1
 }
 
+# A prefix like another one, on a screen of so many dots an inch. Links take no room; the registry is written in place and
+# must be a copy.
+make_scaled_prefix() { # like, dots an inch
+    cp -al "$build/wine/$1" "$build/wine/$1-$2"
+    cp -a --remove-destination "$build/wine/$1"/*.reg "$build/wine/$1/.update-timestamp" "$build/wine/$1-$2/"
+    wine_environment "$1-$2"
+    "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$2" /f >/dev/null 2>&1
+    "$wineserver" -k; "$wineserver" -w
+}
+
 # Three prefixes out of one template: `tests` uses the null driver (no display), `demo` X11 on a display of its own, and
 # `screen` X11 on the user's. There the window manager has the windows (task bar, Alt-Tab, its own buttons); where there is
 # none, a managed window would cost 2 s at each hiding. The two are apart because a prefix's desktop belongs to one display.
+# `tests-144`, `tests-192` and `demo-144` are like those without the number, on a finer screen.
 make_prefixes() {
-    local ready="$build/wine/ready-2"  # the number grows with each change of what is made here
+    local ready="$build/wine/ready-3"  # the number grows with each change of what is made here
     [ -f "$ready" ] && return 0
     rm -rf "$build/wine"; mkdir -p "$build/wine"
     (
@@ -82,6 +93,10 @@ make_prefixes() {
         wine_environment demo
         registry 'HKCU\Software\Wine\X11 Driver' Managed N
         "$wineserver" -k; "$wineserver" -w
+        make_scaled_prefix demo 144
+        unset DISPLAY
+        make_scaled_prefix tests 144
+        make_scaled_prefix tests 192
     ) || die "The Wine prefixes could not be made; see build/wine/boot.log"
     touch "$ready"
 }

@@ -12,17 +12,12 @@ using namespace quor::list;
 
 namespace {
 
-constexpr int kPointsPerInch = 72;
 // A computed height that is taken as no size at all.
 constexpr int kRefusedHeight = -1;
 // What a size change without moving, activation or restacking is announced with (534).
 constexpr UINT kSizeOnly = SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOOWNERZORDER | SWP_NOZORDER;
 // What stands for a record that could not be read.
 constexpr char kNoRecord[] = "Settings not found";
-
-int fontHeight(const CDC& dc, const CString& points) {
-    return -::MulDiv(quor::atoi(points), dc.GetDeviceCaps(LOGPIXELSY), kPointsPerInch);
-}
 
 void setFace(LOGFONT& font, const CString& face) { ::lstrcpynA(font.lfFaceName, face, LF_FACESIZE); }
 
@@ -98,9 +93,8 @@ void CCommonListCtrl::ApplyAppearanceColors() {
 
 // Face and height alone, whatever font the control came with: a list looks the same on every road to its window.
 void CCommonListCtrl::ApplyAppearanceFont() {
-    const CClientDC dc(this);
     LOGFONT font{};
-    font.lfHeight = fontHeight(dc, m_Appearance.csFontSize);
+    font.lfHeight = quor::platform::fontHeight(*this, quor::atoi(m_Appearance.csFontSize));
     font.lfWeight = FW_NORMAL;
     font.lfCharSet = DEFAULT_CHARSET;
     setFace(font, m_Appearance.csFontName);
@@ -121,11 +115,7 @@ void CCommonListCtrl::SetListFontProperty(CWnd* list, int, CString name, CString
     if (!present) return;
     LOGFONT font{};
     if (!present->GetLogFont(&font)) return;
-    {
-        const CClientDC dc(list);
-        if (!dc.m_hDC) return;
-        font.lfHeight = fontHeight(dc, size);
-    }
+    font.lfHeight = quor::platform::fontHeight(*list, quor::atoi(size));
     if (font.lfHeight == kRefusedHeight) return;
     setFace(font, name);
     if (CCommonListCtrl* const own = liveList(list)) {

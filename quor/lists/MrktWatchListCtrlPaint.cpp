@@ -3,7 +3,6 @@
 
 namespace {
 
-constexpr int kPointsPerInch = 72;
 enum FontStyle { kBold = 1, kItalic = 2, kBoldItalic = 3 };
 
 constexpr int kBoxIndent = 4;
@@ -87,10 +86,7 @@ void CMrktWatchListCtrl::SetListFont(CString face, CString size, int style) {
     LOGFONT font{};
     const CFont* present = GetFont();
     if (face.IsEmpty() || size.IsEmpty() || !present || !present->GetLogFont(&font)) return;
-    {
-        const CClientDC dc(this);
-        font.lfHeight = -::MulDiv(quor::atoi(size), dc.GetDeviceCaps(LOGPIXELSY), kPointsPerInch);
-    }
+    font.lfHeight = quor::platform::fontHeight(*this, quor::atoi(size));
     ::lstrcpynA(font.lfFaceName, face, LF_FACESIZE);
     font.lfWeight = style == kBold || style == kBoldItalic ? FW_BOLD : FW_NORMAL;
     font.lfItalic = style == kItalic || style == kBoldItalic;

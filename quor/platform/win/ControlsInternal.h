@@ -11,6 +11,9 @@ inline LRESULT send(const CWnd* window, UINT message, WPARAM wParam = 0, LPARAM 
     return window->SendMessage(message, wParam, lParam);
 }
 
+// Vertical dots an inch of a screen or printer; scaled (Platform.h) is for windows.
+int dotsPerInch(HDC device);
+
 inline LPARAM pointerParam(const void* pointer) { return reinterpret_cast<LPARAM>(pointer); }
 
 inline HIMAGELIST handleOf(const CImageList* list) { return list ? list->m_hImageList : nullptr; }

@@ -187,7 +187,7 @@ void FilterBar::measure() {
     TEXTMETRICA text{};
     ::GetTextMetricsA(dc, &text);
     m_lineHeight = text.tmHeight;
-    m_metrics = filterBarMetrics(::GetDeviceCaps(dc, LOGPIXELSY), m_lineHeight);
+    m_metrics = filterBarMetrics(platform::scaled(m_header, platform::kDotsPerInch), m_lineHeight);
     ::SelectObject(dc, former);
     ::ReleaseDC(nullptr, dc);
 }

@@ -1,4 +1,4 @@
-#include "quor/platform/Framework.h"
+#include "quor/platform/win/ControlsInternal.h"
 #include "quor/platform/win/HandleMapInternal.h"
 
 IMPLEMENT_DYNAMIC(CGdiObject, CObject)
@@ -118,7 +118,7 @@ BOOL CFont::CreatePointFont(int pointSize, LPCTSTR faceName, CDC* dc) {
 BOOL CFont::CreatePointFontIndirect(const LOGFONT* font, CDC* dc) {
     const HDC screen = dc ? nullptr : ::GetDC(nullptr);
     const HDC device = dc ? HDC(*dc) : screen;
-    POINT points[2] = {{0, ::MulDiv(::GetDeviceCaps(device, LOGPIXELSY), font->lfHeight, 720)}, {0, 0}};
+    POINT points[2] = {{0, ::MulDiv(dotsPerInch(device), font->lfHeight, 720)}, {0, 0}};
     ::DPtoLP(device, points, 2);
     if (screen) ::ReleaseDC(nullptr, screen);
     LOGFONT scaled = *font;

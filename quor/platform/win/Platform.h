@@ -35,4 +35,13 @@ inline void tellRowCount(CWnd& list, int count) {
 QUOR_FRAMEWORK_API void tellRowCount(CWnd& list, int count);
 #endif
 
+// Lengths in this tree are those of a screen of 96 dots an inch; what is drawn or placed takes them through here.
+inline constexpr int kDotsPerInch = 96;
+// `value` in pixels of the screen that `window` is on, rounded, a negative one like its positive; null: the main
+// screen. That is the system's resolution, which a process keeps for its life: 96 in one that does not say that it is
+// dpiAware.
+QUOR_FRAMEWORK_API int scaled(HWND window, int value);
+// lfHeight of a font of so many points there: negative, the height of its characters.
+QUOR_FRAMEWORK_API int fontHeight(HWND window, int points);
+
 }  // namespace quor::platform

@@ -1,0 +1,154 @@
+// The small controls' parts that need no window.
+#include "quor/edits/core/ButtonLayout.h"
+#include "quor/edits/core/CheckCell.h"
+#include "quor/edits/core/Colours.h"
+#include "quor/edits/core/FontNames.h"
+
+#include <gtest/gtest.h>
+
+using namespace quor::edits;
+
+namespace {
+
+TEST(Colours, ATextIsReadableOnEveryGround) {
+    EXPECT_NEAR(contrast(0, 0xFFFFFF), 21, 0.001);
+    EXPECT_NEAR(contrast(RGB(119, 119, 119), 0xFFFFFF), 4.48, 0.01);  // the guidelines' own example
+    constexpr COLORREF kGrey = RGB(128, 128, 128);
+    EXPECT_EQ(readableOn(0xFFFFFF, kGrey, 3), kGrey) << "a colour that can be read stays";
+    for (int ground = 0; ground < 0x1000; ground += 7) {
+        const COLORREF color = RGB((ground & 0xF) * 17, (ground >> 4 & 0xF) * 17, (ground >> 8) * 17);
+        EXPECT_GE(contrast(color, readableOn(color, kGrey, 3)), 3) << ground;
+    }
+}
+
+TEST(Colours, TextsAndColours) {
+    const struct {
+        const char* text;
+        COLORREF color;
+    } cases[] = {{"#000000", 0},         {"#FF8001", RGB(255, 128, 1)}, {"#ff8001", RGB(255, 128, 1)},
+                 {"", kNoColour},        {"#FF80", kNoColour},          {"#FF80010", kNoColour},
+                 {"#GG0000", kNoColour}, {"0FF8001", kNoColour},        {"#-10000", kNoColour}};
+    for (const auto& [text, color] : cases) {
+        EXPECT_EQ(parseColour(text), color) << text;
+        EXPECT_EQ(parseColour(formatColour(color)), color) << text;
+    }
+    EXPECT_EQ(formatColour(RGB(255, 128, 1)), "#FF8001");
+    EXPECT_EQ(formatColour(kNoColour), "");
+}
+
+bool within(const RECT& inner, const RECT& outer) {
+    return inner.left >= outer.left && inner.right <= outer.right && inner.top >= outer.top &&
+           inner.bottom <= outer.bottom && inner.left <= inner.right && inner.top <= inner.bottom;
+}
+
+bool empty(const RECT& rect) { return rect.left == rect.right || rect.top == rect.bottom; }
+
+TEST(ButtonLayout, AnArrowStandsInTheMiddle) {
+    for (int width = 0; width < 40; ++width) {
+        for (int height = 0; height < 40; height += 3) {
+            const RECT strip = {5, 7, 5 + width, 7 + height};
+            const ArrowPlace arrow = arrowIn(strip, 7);
+            if (width < 3 || height < 3) {
+                EXPECT_EQ(arrow.rows, 0);
+                continue;
+            }
+            const int right = arrow.left + 2 * arrow.rows - 1, bottom = arrow.top + arrow.rows;
+            EXPECT_LE(std::abs((arrow.left - 5) - (5 + width - right)), 1);
+            EXPECT_LE(std::abs((arrow.top - 7) - (7 + height - bottom)), 1);
+            EXPECT_GT(arrow.left, 5);
+            EXPECT_LE(2 * arrow.rows - 1, 7);
+        }
+    }
+}
+
+TEST(ButtonLayout, TextsAndPartsStayInside) {
+    const RECT inside = {10, 0, 60, 20};
+    const int lefts[][2] = {{20, 14}, {42, 14}, {44, 13}, {50, 10}, {90, 10}};  // width of the text, left edge
+    for (const auto& [width, left] : lefts) {
+        const RECT place = textPlace(inside, width, 4);
+        EXPECT_EQ(place.left, left) << width;
+        EXPECT_EQ(place.left - 10, 60 - place.right) << width;
+    }
+    const int edges[][2] = {{16, 44}, {0, 60}, {50, 10}, {99, 10}, {-3, 60}};  // width of the strip, its left edge
+    for (const auto& [width, edge] : edges) {
+        const SplitParts parts = splitParts(inside, width);
+        EXPECT_EQ(parts.main.right, edge) << width;
+        EXPECT_EQ(parts.strip.left, edge) << width;
+        EXPECT_TRUE(within(parts.main, inside) && within(parts.strip, inside)) << width;
+    }
+}
+
+TEST(CheckCell, EveryCellHasItsNumberAndItsPlaces) {
+    EXPECT_EQ(packCell({}), 0) << "a fresh item is a cell of text";
+    for (const int check : {kNoCheck, kUnchecked, kChecked}) {
+        for (const bool colour : {false, true}) {
+            for (const bool enabled : {false, true}) {
+                const CheckCell cell = {check, colour, enabled};
+                EXPECT_EQ(unpackCell(packCell(cell)), cell);
+                for (int width = 0; width < 60; ++width) {
+                    const RECT area = {3, 4, 3 + width, 4 + width / 2};
+                    const auto [box, field, text] = cellPlaces(cell, area, {4, 13});
+                    EXPECT_TRUE(empty(box) || within(box, area));
+                    EXPECT_TRUE(empty(field) || (within(field, area) && field.left >= box.right));
+                    EXPECT_TRUE(empty(text) || (within(text, area) && text.left >= box.right));
+                    EXPECT_EQ(empty(box), check == kNoCheck || width < 9 || width / 2 < 3) << width;
+                    EXPECT_TRUE(empty(colour ? text : field));
+                }
+            }
+        }
+    }
+}
+
+TEST(CheckCell, AColumnIsTheSumOfItsBoxes) {
+    const struct {
+        std::vector<int> boxes;
+        int column, afterClick;
+    } cases[] = {{{}, kNoCheck, kChecked},
+                 {{kNoCheck, kNoCheck}, kNoCheck, kChecked},
+                 {{kUnchecked, kNoCheck, kUnchecked}, kUnchecked, kChecked},
+                 {{kChecked, kChecked}, kChecked, kUnchecked},
+                 {{kChecked, kUnchecked, kChecked}, kMixed, kChecked}};
+    for (const auto& [boxes, column, afterClick] : cases) {
+        int sum = kNoCheck;
+        for (const int box : boxes) sum = joined(sum, box);
+        EXPECT_EQ(sum, column);
+        EXPECT_EQ(toggled(sum), afterClick);
+    }
+}
+
+TEST(FontNames, FacesAreTidied) {
+    std::vector<FontFace> faces = {{"Zeta"},       {"@Zeta"},      {"alpha"}, {"Beta", true}, {"beta"},
+                                   {"Dots", true}, {"Dots", true}, {""},      {"Alpha Two"},  {"ALPHA"}};
+    tidyFaces(faces);
+    std::string told;
+    for (const FontFace& face : faces) told += face.name + (face.symbol ? "*," : ",");
+    EXPECT_EQ(told, "ALPHA,Alpha Two,beta,Dots*,Zeta,");
+}
+
+TEST(FontNames, TheNewestFiveAreKept) {
+    const struct {
+        const char* used;
+        const char* names;
+    } cases[] = {{"A", "A"},   {"", "A"},     {"B", "BA"},    {"a", "aB"},
+                 {"C", "CaB"}, {"D", "DCaB"}, {"E", "EDCaB"}, {"F", "FEDCa"}};
+    RecentNames recent;
+    for (const auto& [used, names] : cases) {
+        recent.use(used);
+        std::string told;
+        for (const std::string& name : recent.names()) told += name;
+        EXPECT_EQ(told, names) << used;
+    }
+}
+
+TEST(FontNames, QuickLettersAreOneBeginning) {
+    const struct {
+        char letter;
+        unsigned time;
+        const char* text;
+    } cases[] = {{'a', 500, "a"},         {'r', 1500, "ar"},  {'i', 2501, "i"},
+                 {'x', 0xFFFFFF00u, "x"}, {'y', 0x10u, "xy"}, {'z', 0x10u + 1001, "z"}};
+    TypeAhead typed;
+    for (const auto& [letter, time, text] : cases) EXPECT_EQ(typed.type(letter, time), text) << time;
+}
+
+}  // namespace
