@@ -60,6 +60,8 @@ private:
     void OnUpdateViewLog(CCmdUI* ui);
     void OnViewFitColumns();
     void OnViewResetLayout();
+    void OnViewMultiMonitor();
+    void OnUpdateViewMultiMonitor(CCmdUI* ui);
     void OnFeedPause();
     void OnUpdateFeedPause(CCmdUI* ui);
     void OnFeedSlower();

@@ -1,6 +1,7 @@
 // The end of a run: of its feed, of its session, of its window; last paint, pictures, self-check and figures.
 #include "host/MainFrame.h"
 #include "host/core/Utf8.h"
+#include "quor/framework/ZTDialog.h"
 #include "quor/platform/proving/WindowCapture.h"
 
 #include <cstdio>
@@ -131,6 +132,7 @@ void CMainFrame::OnEndSession(BOOL ending) {
     if (ending) {
         for (CListPane* pane : listPanes())
             if (pane) pane->saveState();
+        for (INT_PTR at = 0; at < CZTDialog::AllDlgArray.GetCount(); ++at) CZTDialog::AllDlgArray[at]->SaveWindowPos();
         writeLayout();
         m_run.saveStores();
     }

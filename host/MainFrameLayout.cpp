@@ -1,6 +1,7 @@
 // The panes in their splitters: made, laid out, and kept over a restart.
 #include "host/MainFrame.h"
 #include "host/resource/resource.h"
+#include "quor/framework/ZTDialog.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -35,13 +36,17 @@ bool CMainFrame::createPanes() {
     m_splitWatch.SetPanes(m_panes.watch, &m_splitBooks);
     m_splitBottom.SetPanes(m_chain, &m_log);
     m_splitLog.SetPanes(&m_splitWatch, &m_splitBottom);
+    CZTDialog::m_pDgBar = &m_panes.watch->list();
     return true;
 }
 
 // A pane that goes before the frame does, or whose list goes, leaves nothing to show: the terminal ends, and the other
 // panes with it.
 void CMainFrame::paneGone(const CListPane* pane) {
-    if (m_panes.watch == pane) m_panes.watch = nullptr;
+    if (m_panes.watch == pane) {
+        CZTDialog::ResetBWLDlgPtr();
+        m_panes.watch = nullptr;
+    }
     if (m_panes.orders == pane) m_panes.orders = nullptr;
     if (m_panes.trades == pane) m_panes.trades = nullptr;
     if (m_chain == pane) m_chain = nullptr;
@@ -79,6 +84,7 @@ void CMainFrame::readLayout() {
     const auto shown = m_run.settings.get("Layout", "LogShown");
     m_logShown = !shown || *shown != "0";
     m_splitBottom.showSecond(m_logShown);
+    CZTDialog::m_bGlobalMmmMode = m_run.settings.get("Layout", "MultiMonitor") == "1";
 }
 
 void CMainFrame::writeLayout() {
@@ -88,6 +94,7 @@ void CMainFrame::writeLayout() {
     m_run.settings.set("Layout", "Watch", formatted("%.4f", m_splitWatch.share()));
     m_run.settings.set("Layout", "Orders", formatted("%.4f", m_splitBooks.share()));
     m_run.settings.set("Layout", "LogShown", m_logShown ? "1" : "0");
+    m_run.settings.set("Layout", "MultiMonitor", CZTDialog::m_bGlobalMmmMode ? "1" : "0");
 }
 
 void CMainFrame::OnViewLog() {
@@ -96,6 +103,11 @@ void CMainFrame::OnViewLog() {
 }
 
 void CMainFrame::OnUpdateViewLog(CCmdUI* ui) { ui->SetCheck(m_logShown ? 1 : 0); }
+
+// Dialogs that run in multi-monitor mode, by their system menus, keep out of the way of the others' focus.
+void CMainFrame::OnViewMultiMonitor() { CZTDialog::m_bGlobalMmmMode = !CZTDialog::m_bGlobalMmmMode; }
+
+void CMainFrame::OnUpdateViewMultiMonitor(CCmdUI* ui) { ui->SetCheck(CZTDialog::m_bGlobalMmmMode ? 1 : 0); }
 
 void CMainFrame::OnViewFitColumns() {
     m_panes.watch->fitColumns();

@@ -1,4 +1,5 @@
 // The demo terminal: a Windows program over the library, fed by a simulator or a recorded tape.
+#include "host/DialogLog.h"
 #include "host/MainFrame.h"
 #include "host/OutFolder.h"
 #include "host/TerminalRun.h"
@@ -11,6 +12,7 @@
 #include "host/proof/SelfCheck.h"
 #include "host/proof/SelfTestFault.h"
 #include "quor/foundation/core/Globals.h"
+#include "quor/framework/ZTDialog.h"
 #include "quor/list/CommonListCtrl.h"
 #include "quor/platform/proving/UserInput.h"
 
@@ -102,6 +104,8 @@ int runTerminal(Options options) {
     run.selfCheck = [&run](const Panes& panes) { return selfCheck(run.feed->tally(), panes, run.options.keep); };
     setRecoveryFiles(run);
     setAppearance();
+    CZTDialog::VisualizationColor();
+    const DialogLog dialogs;
     std::optional<BoxGuard> guard;
     if (options.headless) guard.emplace();
     CTerminalApp app(run, guard ? &*guard : nullptr);

@@ -42,7 +42,7 @@ public:
     CWnd* m_pParentDlg = nullptr;
     int m_nLastCommand = 0;  // the menu's, or kMainPart after a click on the main part
 
-    static constexpr int kMainPart = 100;
+    enum { kMainPart = 100 };
 
     BOOL PreCreateWindow(CREATESTRUCT& create) override;
     void PreSubclassWindow() override;

@@ -59,9 +59,13 @@ CZTDialog::CZTDialog(const char* lpszTemplateName, CWnd* pParent)
     takeScreenMetrics();
 }
 
-// Here, so that the place is still stored.
+// Here, so that the place is still stored. What a watcher throws cannot leave; the base ends the window then.
 CZTDialog::~CZTDialog() {
-    if (m_hWnd) CZTDialog::DestroyWindow();
+    try {
+        if (m_hWnd) CZTDialog::DestroyWindow();
+    } catch (...) {
+        m_windowEnded = true;
+    }
 }
 
 void CZTDialog::takeScreenMetrics() {

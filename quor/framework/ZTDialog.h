@@ -112,7 +112,7 @@ public:
     // --- Looks. ---
     // Appends the chosen text of a combo box, and the client's name, to the title. A second call appends again.
     void SetWindowTitleWithClientName(int nCtrlId);
-    // Appends the client's name, once, and details (may be empty) to a window's title.
+    // Appends the client's name, once, and details (may be empty) to a window's title. Null: nothing.
     void quoru_add_details_to_window_title(CWnd* pWnd, CString details);
     // Calls MyMemberEnumFunction for each child, children's children included.
     void EnumerateChildWindow();

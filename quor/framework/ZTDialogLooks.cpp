@@ -76,6 +76,7 @@ CBrush& classBrush() {
 // --- Titles --------------------------------------------------------------------------------------------------------
 
 void CZTDialog::quoru_add_details_to_window_title(CWnd* pWnd, CString details) {
+    if (!pWnd) return;
     CString title;
     pWnd->GetWindowText(title);
     if (g_pControlBlock->quoru_get_app_status() != kPeerDataAvailable) return;

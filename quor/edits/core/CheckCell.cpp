@@ -14,7 +14,9 @@ int packCell(const CheckCell& cell) {
     return (cell.check + 1) | (cell.colour ? kColourBit : 0) | (cell.enabled ? 0 : kDisabledBit);
 }
 
+// A fresh cell behind the first may have one of the control's own numbers, below 0.
 CheckCell unpackCell(int number) {
+    if (number < 0) return {};
     const int check = (number & kCheckMask) - 1;
     return {std::min(check, kChecked), (number & kColourBit) != 0, (number & kDisabledBit) == 0};
 }

@@ -41,6 +41,11 @@ bool within(const RECT& inner, const RECT& outer) {
            inner.bottom <= outer.bottom && inner.left <= inner.right && inner.top <= inner.bottom;
 }
 
+// What the list control gives for a cell that was never written.
+#ifndef I_IMAGECALLBACK
+constexpr int I_IMAGECALLBACK = -1, I_IMAGENONE = -2;
+#endif
+
 bool empty(const RECT& rect) { return rect.left == rect.right || rect.top == rect.bottom; }
 
 TEST(ButtonLayout, AnArrowStandsInTheMiddle) {
@@ -79,7 +84,7 @@ TEST(ButtonLayout, TextsAndPartsStayInside) {
 }
 
 TEST(CheckCell, EveryCellHasItsNumberAndItsPlaces) {
-    EXPECT_EQ(packCell({}), 0) << "a fresh item is a cell of text";
+    for (const int fresh : {0, I_IMAGECALLBACK, I_IMAGENONE}) EXPECT_EQ(unpackCell(fresh), CheckCell{});
     for (const int check : {kNoCheck, kUnchecked, kChecked}) {
         for (const bool colour : {false, true}) {
             for (const bool enabled : {false, true}) {

@@ -86,70 +86,53 @@ TEST_F(Focus, TheStackFollowsNoDeadWindow) {
     RemoveFocusWnd(&bar);
 }
 
-enum class Behind { main, modeless, multiMonitor, modal, miniFrame, miniFrameWithBar };
+enum Behind { kMain, kDialog, kMultiMonitor, kModal, kMiniFrame, kMiniFrameWithBar };
+enum Given { kToBar, kToMain, kToOther, kStaysInDialog };
 
 // A dialog over the main window and perhaps one window more.
 TEST_F(Focus, AClickThatClosesHandsTheFocusOn) {
-    enum class Given { toBar, toMain, toBehind, nowhere };
     const struct {
-        const char* name;
         Behind behind;
         bool hasBar;
         int button;
-        bool closes;
         bool focusStatus;
-        Given focus;
+        Given given;
     } cases[] = {
-        {"main, bar", Behind::main, true, IDOK, true, true, Given::toBar},
-        {"main, bar, &Cancel", Behind::main, true, IDCANCEL, true, true, Given::toBar},
-        {"main, no bar", Behind::main, false, IDOK, true, true, Given::toMain},
-        {"dialog, no bar", Behind::modeless, false, IDOK, true, true, Given::toBehind},
-        {"multi-monitor, bar", Behind::multiMonitor, true, IDOK, true, true, Given::toBar},
-        {"multi-monitor, no bar", Behind::multiMonitor, false, IDOK, true, true, Given::toMain},
-        {"modal, bar", Behind::modal, true, IDOK, false, true, Given::nowhere},
-        {"modal, no bar", Behind::modal, false, IDCANCEL, false, false, Given::nowhere},
-        {"mini frame with the bar", Behind::miniFrameWithBar, true, IDOK, true, true, Given::toBar},
-        {"mini frame without", Behind::miniFrame, true, IDCANCEL, true, true, Given::toBar},  // by OnCancel
-        {"another caption", Behind::modal, true, IDC_CLOSE, false, false, Given::nowhere},
+        {kMain, true, IDOK, true, kToBar},
+        {kMain, true, IDCANCEL, true, kToBar},
+        {kMain, false, IDOK, true, kToMain},
+        {kDialog, true, IDOK, false, kToMain},
+        {kDialog, false, IDOK, true, kToOther},
+        {kMultiMonitor, true, IDOK, true, kToBar},
+        {kMultiMonitor, false, IDOK, true, kToMain},
+        {kModal, true, IDOK, true, kStaysInDialog},
+        {kModal, false, IDCANCEL, false, kStaysInDialog},
+        {kModal, true, IDC_CLOSE, false, kStaysInDialog},  // a caption that is not known
+        {kMiniFrameWithBar, true, IDOK, true, kToBar},
+        {kMiniFrame, true, IDOK, true, kToMain},
     };
     for (const auto& each : cases) {
-        SCOPED_TRACE(each.name);
+        SCOPED_TRACE(&each - cases);
         CZTDialog::m_pDgBar = each.hasBar ? &bar : nullptr;
         CZTDialog::m_bGlobalMmmMode = true;
+        frame().SetFocus();
         TestDialog other;
         CBCGPMiniFrameWnd mini;
         CEdit floating;
-        const bool isMini = each.behind == Behind::miniFrame || each.behind == Behind::miniFrameWithBar;
-        if (isMini) {
-            mini.CreateEx(0, "Bars", WS_VISIBLE, CRect(300, 300, 500, 400), &frame());
-            if (each.behind == Behind::miniFrameWithBar) floating.Create(WS_CHILD, CRect(), &mini, 10000);
-        } else if (each.behind != Behind::main) {
-            other.open(frame());
-        }
-        other.m_bMmmMode = each.behind == Behind::multiMonitor;
-        if (each.behind == Behind::modal) other.m_nFlags |= WF_MODALLOOP;
+        if (each.behind >= kMiniFrame) mini.CreateEx(0, "Bars", WS_VISIBLE, CRect(300, 300, 500, 400), &frame());
+        if (each.behind == kMiniFrameWithBar) floating.Create(WS_CHILD, CRect(), &mini, 10000);
+        if (each.behind == kDialog || each.behind == kMultiMonitor || each.behind == kModal) other.open(frame());
+        other.m_bMmmMode = each.behind == kMultiMonitor;
+        other.m_nFlags |= each.behind == kModal ? WF_MODALLOOP : 0;
         TestDialog dialog;
         dialog.open(frame());
-        dialog.SetFocus(each.button);
         CZTDialog::m_bFocusStatus = false;
         dialog.press(each.button);
-        EXPECT_EQ(!dialog.IsWindowVisible(), each.closes);
+        EXPECT_EQ(dialog.IsWindowVisible() != FALSE, each.given == kStaysInDialog);
         EXPECT_EQ(CZTDialog::m_bFocusStatus, each.focusStatus);
-        const HWND focus = ::GetFocus();
-        switch (each.focus) {
-            case Given::toBar:
-                EXPECT_EQ(focus, bar.m_hWnd);
-                break;
-            case Given::toMain:
-                EXPECT_EQ(::GetActiveWindow(), frame().m_hWnd);
-                break;
-            case Given::toBehind:
-                EXPECT_EQ(::GetActiveWindow(), other.m_hWnd);
-                break;
-            case Given::nowhere:
-                EXPECT_EQ(::GetActiveWindow(), dialog.m_hWnd);
-                break;
-        }
+        EXPECT_EQ(::GetFocus() == bar.m_hWnd, each.given == kToBar);
+        const HWND active[] = {frame(), frame(), other, dialog};
+        EXPECT_EQ(::GetActiveWindow(), active[each.given]);
         other.m_nFlags &= ~WF_MODALLOOP;
         takeStack();
     }

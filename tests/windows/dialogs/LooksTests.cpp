@@ -24,23 +24,17 @@ TEST_F(Looks, TitlesHaveTheClientWhileThereIsOne) {
     EXPECT_EQ(fakeHost().calls.count("pu_get_peer_data"), 0);
     fakeHost().appStatus = 4;
     fakeHost().clientName = "Asha";
-    for (int show = 0; show < 2; ++show) {
-        dialog.ShowWindow(SW_HIDE);
-        dialog.open(frame());
-        EXPECT_EQ(title(dialog), "Order - Asha( NSE )");
-    }
-    dialog.SetWindowText("T");
-    dialog.SetWindowTitleWithClientName(IDC_CHOICE);
-    EXPECT_EQ(title(dialog), "T - Asha");
+    dialog.ShowWindow(SW_HIDE);
+    dialog.open(frame());
+    EXPECT_EQ(title(dialog), "Order - Asha( NSE )");
     auto* const combo = static_cast<CComboBox*>(dialog.GetDlgItem(IDC_CHOICE));
     combo->AddString("NIFTY");
-    combo->SetCurSel(0);
-    dialog.SetWindowTitleWithClientName(IDC_CHOICE);
-    EXPECT_EQ(title(dialog), "T - Asha - Asha" + CString(' ', 21) + "NIFTY");
-    fakeHost().appStatus = 0;
     dialog.SetWindowText("T");
-    dialog.SetWindowTitleWithClientName(IDC_CHOICE);
-    EXPECT_EQ(title(dialog), "T" + CString(' ', 21) + "NIFTY");
+    for (const CString outcome : {"T - Asha", "T - Asha - Asha                     NIFTY"}) {
+        dialog.SetWindowTitleWithClientName(IDC_CHOICE);
+        EXPECT_EQ(title(dialog), outcome);
+        combo->SetCurSel(0);
+    }
 }
 
 class CSnapQuoteDlg : public TestDialog {
@@ -98,41 +92,40 @@ TEST_F(Looks, ChildrenAreEnumeratedWhateverIsDoneToThem) {
 }
 
 TEST_F(Looks, TheBrushHasTheThemesColour) {
+    const COLORREF face = ::GetSysColor(COLOR_BTNFACE), window = ::GetSysColor(COLOR_WINDOW);
+    CRuntimeClass* const styled = RUNTIME_CLASS(CBCGPVisualManager2007);
     const struct {
         CRuntimeClass* theme;
         int style;
         COLORREF color;
-    } cases[] = {
-        {nullptr, 0, ::GetSysColor(COLOR_BTNFACE)},
-        {RUNTIME_CLASS(CBCGPVisualManager), 0, ::GetSysColor(COLOR_BTNFACE)},
-        {RUNTIME_CLASS(CBCGPVisualManagerXP), 0, ::GetSysColor(COLOR_WINDOW)},
-        {RUNTIME_CLASS(CBCGPWinXPVisualManager), 0, ::GetSysColor(COLOR_WINDOW)},
-        {RUNTIME_CLASS(CBCGPVisualManager2003), 0, ::GetSysColor(COLOR_WINDOW)},
-        {RUNTIME_CLASS(CBCGPVisualManagerVS2005), 0, ::GetSysColor(COLOR_WINDOW)},
-        {RUNTIME_CLASS(CBCGPVisualManager2007), 0, 0xF5D7C1},
-        {RUNTIME_CLASS(CBCGPVisualManager2007), 1, 0xE5E2E1},
-        {RUNTIME_CLASS(CBCGPVisualManager2007), 2, 0xE9DAD4},
-        {RUNTIME_CLASS(CBCGPVisualManager2007), 3, 0xDDD4D0},
-        {RUNTIME_CLASS(CBCGPVisualManager2007), 4, 0xF5D7C1},
-    };
+    } cases[] = {{nullptr, 0, face},
+                 {RUNTIME_CLASS(CBCGPVisualManager), 0, face},
+                 {RUNTIME_CLASS(CBCGPVisualManagerXP), 0, window},
+                 {RUNTIME_CLASS(CBCGPWinXPVisualManager), 0, window},
+                 {RUNTIME_CLASS(CBCGPVisualManager2003), 0, window},
+                 {RUNTIME_CLASS(CBCGPVisualManagerVS2005), 0, window},
+                 {styled, 0, 0xF5D7C1},
+                 {styled, 1, 0xE5E2E1},
+                 {styled, 2, 0xE9DAD4},
+                 {styled, 3, 0xDDD4D0},
+                 {styled, 4, 0xF5D7C1}};
     TestDialog dialog;
     dialog.open(frame());
     CClientDC dc(&dialog);
+    const auto colorOf = [&](UINT kind, bool bases) {
+        LOGBRUSH brush{};
+        dialog.m_bDefaultCtlColor = bases;
+        ::GetObjectA(dialog.OnCtlColor(&dc, &dialog, kind), sizeof(brush), &brush);
+        return brush.lbColor;
+    };
     for (const auto& each : cases) {
         CBCGPVisualManager::SetDefaultManager(each.theme);
         CBCGPVisualManager2007::SetStyle(static_cast<CBCGPVisualManager2007::Style>(each.style));
         CZTDialog::VisualizationColor();
-        for (const bool basesControls : {true, false}) {
-            dialog.m_bDefaultCtlColor = basesControls;
-            const auto colorOf = [&](UINT kind) {
-                LOGBRUSH brush{};
-                ::GetObjectA(dialog.OnCtlColor(&dc, &dialog, kind), sizeof(brush), &brush);
-                return brush.lbColor;
-            };
-            EXPECT_EQ(colorOf(CTLCOLOR_DLG), each.color);
-            EXPECT_TRUE(basesControls || colorOf(CTLCOLOR_STATIC) == each.color);
-        }
+        EXPECT_EQ(colorOf(CTLCOLOR_DLG, true), each.color);
+        EXPECT_EQ(colorOf(CTLCOLOR_STATIC, false), each.color);
     }
+    EXPECT_NE(colorOf(CTLCOLOR_STATIC, true), cases[10].color);
     CBCGPVisualManager::DestroyInstance();
 }
 

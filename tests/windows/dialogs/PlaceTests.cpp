@@ -109,9 +109,7 @@ TEST_F(Place, ARecordThatDoesNotFitLeavesTheTemplates) {
 
 TEST_F(Place, WithoutAFileNothingIsStored) {
     CCommonListCtrl::SetRecoveryFiles(fullPath(recovery), "");
-    TestDialog dialog;
-    dialog.open(frame());
-    dialog.DestroyWindow();
+    TestDialog().open(frame());
     EXPECT_EQ(positions.bytes() + recovery.bytes(), "");
 }
 
@@ -152,6 +150,12 @@ TEST_F(Place, AMaximisedDialogComesBackMaximised) {
     EXPECT_EQ(stored(IDD_SIZED), "50,60,250,360,-1,-1,-1,-1,3");
 }
 
+int top(const CWnd& dialog, int control) {
+    CRect rect;
+    dialog.GetDlgItem(control)->GetWindowRect(&rect);
+    return rect.top;
+}
+
 TEST_F(Place, ADialogOnASmallScreenScrolls) {
     const PretendedScreens screens({{kLeft, CRect(0, 0, 300, 200)}});
     TestDialog dialog;
@@ -179,27 +183,20 @@ TEST_F(Place, ADialogOnASmallScreenScrolls) {
     }
     // 399 of 200 pixels are wanted: a line is a twentieth of the way.
     dialog.SetWindowPosZT(nullptr, 0, 0, 250, 379, SWP_NOZORDER, true, true);
-    const int before = [&] {
-        CRect text;
-        dialog.GetDlgItem(IDC_TEXT)->GetWindowRect(&text);
-        return text.top;
-    }();
-    const auto scrolled = [&](WORD code, WORD thumb) {
-        dialog.SendMessage(WM_VSCROLL, static_cast<WPARAM>(MAKELONG(code, thumb)));
-        CRect text;
-        dialog.GetDlgItem(IDC_TEXT)->GetWindowRect(&text);
-        EXPECT_EQ(before - text.top, dialog.GetScrollPos(SB_VERT));
-        return before - text.top;
-    };
-    EXPECT_EQ(scrolled(SB_LINEUP, 0), 0);
-    EXPECT_EQ(scrolled(SB_LINEDOWN, 0), 10);
-    EXPECT_EQ(scrolled(SB_PAGEDOWN, 0), 30);
-    EXPECT_EQ(scrolled(SB_THUMBTRACK, 195), 195);
-    EXPECT_EQ(scrolled(SB_LINEDOWN, 0), 200);
-    EXPECT_EQ(scrolled(SB_TOP, 0), 200);
+    const int before = top(dialog, IDC_TEXT);
+    const struct {
+        WORD code, thumb;
+        int outcome;
+    } commands[] = {{SB_LINEUP, 0, 0},         {SB_LINEDOWN, 0, 10},  {SB_PAGEDOWN, 0, 30},
+                    {SB_THUMBTRACK, 195, 195}, {SB_LINEDOWN, 0, 200}, {SB_TOP, 0, 200}};
+    for (const auto& each : commands) {
+        dialog.SendMessage(WM_VSCROLL, static_cast<WPARAM>(MAKELONG(each.code, each.thumb)));
+        EXPECT_EQ(dialog.GetScrollPos(SB_VERT), each.outcome) << each.code;
+        EXPECT_EQ(before - top(dialog, IDC_TEXT), each.outcome) << each.code;
+    }
     int cx = 250, cy = 200;
     dialog.ResetScrollbars(cx, cy, true, false);
-    EXPECT_EQ(scrolled(SB_LINEDOWN, 0), 0);
+    EXPECT_EQ(top(dialog, IDC_TEXT), before);
     EXPECT_EQ(CSize(cx, cy), CSize(250 - bar, 200));
 }
 

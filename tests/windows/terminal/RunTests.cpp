@@ -128,14 +128,15 @@ TEST(TerminalRun, SettingsAreReadAndTheRestOfTheFileIsKept) {
                                                            {"SortLockInfo=False,-1,0\r\n", "as they came"}};
     for (const auto& [stored, shown] : choices) {
         const std::string damaged =
-            "[Layout]\r\nWatch=0.3000\r\nOrders=nonsense\r\n\xFF\xFE garbage\r\n" + other + "[Orders]\r\n" + stored;
+            "[Layout]\r\nWatch=0.3000\r\nOrders=nonsense\r\n\xFF\xFE garbage\r\nMultiMonitor=1\r\n" + other +
+            "[Orders]\r\n" + stored;
         writeTestFile("stored\\terminal-settings.ini", damaged);
         const RunResult run = runTerminal("stored", "--seconds 1 --instruments 20", KeepFolder::yes);
         EXPECT_EQ(run.exitCode, 0) << run.errors;
         EXPECT_EQ(run.read("terminal-settings.ini.damaged"), damaged);
         expectIn(run.read("terminal.log"), {"Line 4 of the settings is damaged", " rows, " + shown});
         const std::string text = run.read("terminal-settings.ini");
-        expectIn(text, {"Watch=0.3000\r\n", other, stored});
+        expectIn(text, {"Watch=0.3000\r\n", "MultiMonitor=1\r\n", other, stored});
         for (const char* gone : {"nonsense", "garbage"}) EXPECT_EQ(text.find(gone), std::string::npos) << text;
     }
 }

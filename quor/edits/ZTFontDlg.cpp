@@ -1,0 +1,3 @@
+#include "quor/edits/ZTFontDlg.h"
+
+IMPLEMENT_DYNAMIC(CZTFontDlg, CFontDialog)
