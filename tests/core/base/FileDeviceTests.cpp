@@ -91,4 +91,13 @@ TEST_F(ReplacedFile, IsBusyWhileAnotherProgramHoldsIt) {
 }
 #endif
 
+TEST(Disk, MissingFilesAndFoldersAreToldApart) {
+    Disk disk;
+    std::string bytes;
+    EXPECT_EQ(disk.read("no-such-file.ini", bytes), FileDevice::Read::missing);
+    EXPECT_FALSE(disk.write("no/such/folder/x", "x"));
+    EXPECT_FALSE(disk.flush("no-such-file.ini"));
+    EXPECT_EQ(disk.replace("no-such-file.ini", "other.ini"), FileDevice::Replace::failed);
+}
+
 }  // namespace

@@ -1,4 +1,5 @@
 #include "host/core/Statistics.h"
+#include "host/core/Summary.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -59,6 +60,18 @@ TEST(HalfMaxima, TheMiddleIsFoundAtTheEnd) {
         EXPECT_EQ(maxima.halves().first, 70) << count;
         EXPECT_EQ(maxima.halves().second, wholeInOneSlot ? 0 : 9) << count;
     }
+}
+
+TEST(Summary, OneLineTellsTheRun) {
+    RunSummary run{.instruments = 500, .rows = 1'234, .ticks = 300'000, .seconds = 15, .repaints = 75};
+    run.tickToPaintMedianMs = 31.24, run.firstRowMs = 420, run.watchWaiting = 3;
+    run.proofs = {{"find_checks", 18, 19}, {"layouts_restored"}};
+    run.ending = "time is up";
+    EXPECT_EQ(summaryLine(run),
+              "summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 "
+              "tick_to_paint_ms_median=31.2 tick_to_paint_ms_p99=none first_row_ms=420 options_priced=0 "
+              "feed_behind_ms=none feed_behind_ms_max_first_half=none feed_behind_ms_max_second_half=none "
+              "watch_rows_waiting=3 find_checks=18/19 layouts_restored=none ending=\"time is up\"");
 }
 
 }  // namespace
