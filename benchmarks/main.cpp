@@ -29,6 +29,7 @@ const Suite suites[] = {
     {"filter", benchFilter},
     {"pick", benchFilterPick},
     {"fit", benchFit},
+    {"fontcombo", benchFontCombo},
 };
 constexpr int kFurtherRuns = 2;
 
