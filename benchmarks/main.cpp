@@ -31,6 +31,7 @@ const Suite suites[] = {
     {"fit", benchFit},
     {"trend", benchTrend},
     {"keywords", benchKeywords},
+    {"fontcombo", benchFontCombo},
 };
 constexpr int kFurtherRuns = 2;
 

@@ -2,6 +2,7 @@
 #include "quor/edits/core/ButtonLayout.h"
 
 #include <vsstyle.h>
+#include <vssym32.h>
 
 namespace quor::edits {
 
@@ -57,6 +58,11 @@ bool paintThemedFace(CThemeUtil& theme, HWND button, CDC& dc, const CRect& area,
     dc.FillSolidRect(area, ::GetSysColor(COLOR_BTNFACE));
     theme.DrawThemeParentBackground(button, dc, area);
     return theme.DrawThemeBackground(dc, BP_PUSHBUTTON, themedState(state), area);
+}
+
+COLORREF themedText(const CThemeUtil& theme, const ButtonState& state, COLORREF color) {
+    theme.GetThemeColor(BP_PUSHBUTTON, themedState(state), TMT_TEXTCOLOR, color);
+    return color;
 }
 
 CRect paintDefaultFrame(HWND button, CDC& dc, const CRect& area) {

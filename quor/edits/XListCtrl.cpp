@@ -34,6 +34,11 @@ UINT drawFormat(int format) {
     }
 }
 
+// A colour of the control's, which may be none of its own.
+COLORREF resolved(COLORREF color, int index) {
+    return color == CLR_NONE || color == CLR_DEFAULT ? ::GetSysColor(index) : color;
+}
+
 void paintColourBox(CDC& dc, CRect box, COLORREF color, bool enabled) {
     if (box.IsRectEmpty()) return;
     const COLORREF ground = ::GetSysColor(COLOR_WINDOW);
@@ -333,8 +338,9 @@ void CXListCtrl::paintRow(CDC& dc, int row) {
     const DcStateScope state(dc);
     const bool hasFocus = ::GetFocus() == m_hWnd;
     const bool isChosen = GetItemState(row, LVIS_SELECTED) && (hasFocus || (GetStyle() & LVS_SHOWSELALWAYS));
-    COLORREF ground = GetTextBkColor() == CLR_NONE ? GetBkColor() : GetTextBkColor();
-    COLORREF color = GetTextColor();
+    const COLORREF own = GetTextBkColor();
+    COLORREF ground = resolved(own == CLR_NONE || own == CLR_DEFAULT ? GetBkColor() : own, COLOR_WINDOW);
+    COLORREF color = resolved(GetTextColor(), COLOR_WINDOWTEXT);
     if (isChosen) {
         ground = ::GetSysColor(hasFocus ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
         color = ::GetSysColor(hasFocus ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);

@@ -130,6 +130,13 @@ TEST(FontNames, FacesAreTidied) {
     EXPECT_EQ(told, "ALPHA,Alpha Two,beta,Dots*,Zeta,");
 }
 
+TEST(FontNames, ASizeIsAWholeNumberFrom4To72) {
+    const std::pair<const char*, int> cases[] = {
+        {"4", 4},  {"72", 72}, {" 8 ", 8}, {"008", 8}, {"3", 0},   {"73", 0},  {"0", 0},   {"", 0},
+        {"  ", 0}, {"8.0", 0}, {"-8", 0},  {"+8", 0},  {"8pt", 0}, {"1 0", 0}, {"0x8", 0}, {"4294967304", 0}};
+    for (const auto& [text, points] : cases) EXPECT_EQ(pointsOf(text), points) << '"' << text << '"';
+}
+
 TEST(FontNames, TheNewestFiveAreKept) {
     const struct {
         const char* used;
