@@ -12,7 +12,7 @@ public:
     LibraryResources& operator=(const LibraryResources&) = delete;
     ~LibraryResources() { AfxSetResourceHandle(m_former); }
 
-private:
+    // The library itself.
     static HMODULE module() {
         static const char anchor = 0;  // lies in whatever module was compiled with this header
         HMODULE found = nullptr;
@@ -21,6 +21,7 @@ private:
         return found;
     }
 
+private:
     HINSTANCE m_former;
 };
 

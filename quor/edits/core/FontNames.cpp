@@ -31,6 +31,17 @@ void tidyFaces(std::vector<FontFace>& faces) {
     faces.erase(std::unique(faces.begin(), faces.end(), sameName), faces.end());
 }
 
+int pointsOf(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(' ');
+    if (begin == std::string_view::npos) return 0;
+    int points = 0;
+    for (const char digit : text.substr(begin, text.find_last_not_of(' ') + 1 - begin)) {
+        if (digit < '0' || digit > '9') return 0;
+        points = std::min(points * 10 + (digit - '0'), kMostPoints + 1);
+    }
+    return points >= kLeastPoints && points <= kMostPoints ? points : 0;
+}
+
 void RecentNames::use(const std::string& name) {
     if (name.empty()) return;
     std::erase_if(m_names, [&](const std::string& known) { return compare(known, name) == 0; });

@@ -16,6 +16,10 @@ struct FontFace {
 // only if all of them are. Names that begin with "@" (turned for vertical writing) and empty ones go.
 void tidyFaces(std::vector<FontFace>& faces);
 
+// The points that a text names: a whole number from kLeastPoints to kMostPoints, blanks around it allowed. Else 0.
+inline constexpr int kLeastPoints = 4, kMostPoints = 72;
+int pointsOf(std::string_view text);
+
 // The names used last, the newest first, each once, at most five.
 class RecentNames {
 public:
