@@ -49,6 +49,11 @@ void paintColourBox(CDC& dc, CRect box, COLORREF color, bool enabled) {
     dc.LineTo(box.right, box.top - 1);
 }
 
+// The control answers with words for a colour that nobody set.
+COLORREF colorOr(COLORREF answer, COLORREF standard) {
+    return answer == CLR_NONE || answer == CLR_DEFAULT ? standard : answer;
+}
+
 }  // namespace
 
 struct CXListCtrl::Parts {
@@ -333,8 +338,8 @@ void CXListCtrl::paintRow(CDC& dc, int row) {
     const DcStateScope state(dc);
     const bool hasFocus = ::GetFocus() == m_hWnd;
     const bool isChosen = GetItemState(row, LVIS_SELECTED) && (hasFocus || (GetStyle() & LVS_SHOWSELALWAYS));
-    COLORREF ground = GetTextBkColor() == CLR_NONE ? GetBkColor() : GetTextBkColor();
-    COLORREF color = GetTextColor();
+    COLORREF ground = colorOr(GetTextBkColor(), colorOr(GetBkColor(), ::GetSysColor(COLOR_WINDOW)));
+    COLORREF color = colorOr(GetTextColor(), ::GetSysColor(COLOR_WINDOWTEXT));
     if (isChosen) {
         ground = ::GetSysColor(hasFocus ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
         color = ::GetSysColor(hasFocus ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
