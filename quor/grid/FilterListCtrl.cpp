@@ -6,6 +6,7 @@
 #include "quor/foundation/TimerIds.h"
 #include "quor/grid/FilterListCtrlInternal.h"
 #include "quor/grid/FilterText.h"
+#include "quor/grid/ListTrendSetting.h"
 #include "quor/resource/resource.h"
 
 using namespace quor::foundation;
@@ -40,6 +41,7 @@ BEGIN_MESSAGE_MAP(CFilterListCtrl, CCommonListCtrl)
     ON_NOTIFY_REFLECT(LVN_COLUMNCLICK, &CFilterListCtrl::OnLvnColumnclick)
     // Commands
     ON_COMMAND(kCommandResetFilters, &CFilterListCtrl::OnOptionResetFilter)
+    ON_COMMAND(kCommandSetTrendColumns, &CFilterListCtrl::OnSetTrendColumns)
     // What the control asks. The second is sent in either form, whatever the control was created with.
     ON_NOTIFY_REFLECT(LVN_GETDISPINFOA, &CFilterListCtrl::OnLvnGetdispinfo)
     ON_NOTIFY_REFLECT(LVN_ODFINDITEMA, &CFilterListCtrl::OnLvnOdfinditem)
@@ -55,6 +57,7 @@ CFilterListCtrl::CFilterListCtrl() : m_parts(std::make_unique<Parts>(*this)) {
 CFilterListCtrl::~CFilterListCtrl() {
     if (m_hWnd) DestroyWindow();
     CFilterText::forget(this);
+    CListTrendSetting::forgetGrid(this);
     if (g_SortingList == this) g_SortingList = nullptr;
     for (INT_PTR i = g_OptiDataFilterLists.GetUpperBound(); i >= 0; --i)
         if (g_OptiDataFilterLists.GetAt(i) == this) g_OptiDataFilterLists.RemoveAt(i);
@@ -136,6 +139,7 @@ int CFilterListCtrl::SubclassHeader() {
 }
 
 void CFilterListCtrl::OnDestroy() {
+    CListTrendSetting::forgetGrid(this);
     FlushTimerId = RepaintTimerId = 0;  // timers die with the window
     CCommonListCtrl::OnDestroy();
 }

@@ -230,6 +230,8 @@ public:
     int SetTrendColumns(CArray<int, int>* columns);
     // The columns in force, as they were set.
     void GetTrendColumns(CArray<int, int>& columns) const;
+    // Opens the process's dialog of the trends on this grid.
+    afx_msg void OnSetTrendColumns();
     // Takes the settings stored under a list's name: what is not stored takes its default, the columns stay.
     void ReadTrendSettings(CString name);
     // Writes the trend settings too, if there are trend columns: without any, what is stored stays.
@@ -287,6 +289,7 @@ protected:
     // Rows are asked for anew once the columns came from a file.
     void OnColumnsImported() override { PopulateList(); }
     void OnColumnsMoved(const std::vector<int>& moved) override;
+    void OnColumnsRebuilt() override;
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     CString KnownHeading(int item, const CString& shown) override;
     // Decimals are grouped, and a column of icons shows none.

@@ -5,6 +5,7 @@
 // list (styles, CommonInitList, row height) runs from PreSubclassWindow only where the control was there before, and
 // after the framework's creation otherwise. Both end in StartOnLivingControl.
 #include "quor/foundation/core/HostFiles.h"
+#include "quor/list/AppearanceDialog.h"
 #include "quor/list/CommonListCtrlParts.h"
 #include "quor/list/ListCommands.h"
 
@@ -37,6 +38,8 @@ BEGIN_MESSAGE_MAP(CCommonListCtrl, CListCtrl)
     ON_COMMAND(kLockSorting, &CCommonListCtrl::OnLockUnlockSortCheck)
     ON_COMMAND(kMultiColumnSorting, &CCommonListCtrl::OnListColumnSortOrder)
     ON_COMMAND(kCopyToClipboard, &CCommonListCtrl::BuildTable)
+    ON_COMMAND(kCustomizeAppearance, &CCommonListCtrl::OnCustomize)
+    ON_COMMAND(kUserCustomize, &CCommonListCtrl::OnUserCustomize)
 END_MESSAGE_MAP()
 
 CString CCommonListCtrl::m_csGetDialogPosPath;
@@ -76,6 +79,7 @@ CCommonListCtrl::CCommonListCtrl() : m_parts(std::make_unique<Parts>(*this)) {}
 
 CCommonListCtrl::~CCommonListCtrl() {
     if (m_hWnd) CCommonListCtrl::DestroyWindow();  // the window uses this object's font and images
+    AppearanceDialog::forgetList(this);
     leave(g_listRegistry, this);
     leave(g_groupListRegistry, this);
     m_Appearance.freeKeywordArrays();
@@ -182,6 +186,7 @@ int CCommonListCtrl::SetRowFocus(int row) {
 BOOL CCommonListCtrl::DestroyWindow() { return CListCtrl::DestroyWindow(); }
 
 void CCommonListCtrl::OnDestroy() {
+    AppearanceDialog::forgetList(this);
     CListCtrl::OnDestroy();
     SaveState();
     m_autoSortRead = m_gridLinesRead = m_parts->sortLockMoved = false;

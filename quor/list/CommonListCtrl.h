@@ -237,6 +237,10 @@ public:
     // Kept for hosts; cells have no colour of their own.
     int GetItemColor(int row, int place);
     void SetItemColor(int row, int place, COLORREF color);
+    // Open the process's dialog of colours, font and keywords on this list, and that of the user's own colours and
+    // keywords. Nothing on a market watch.
+    afx_msg void OnCustomize();
+    afx_msg void OnUserCustomize();
     // The first parent of `list` that has a window and is a CBCGPDialog, CBCGPFormView or CBCGPDialogBar, or null.
     static CWnd* GetListCtrlDlgParent(CWnd* list);
 
@@ -374,6 +378,9 @@ protected:
     // Columns were numbered anew: `moved` has the new columnIndex for each former one, -1 for a column that went.
     // Carries the numbers kept elsewhere along: here the keyword column, which ends with its column.
     virtual void OnColumnsMoved(const std::vector<int>& moved);
+    // The columns stand as they were built anew. Here an open dialog that shows them takes them over; runs before the
+    // parent is told.
+    virtual void OnColumnsRebuilt();
     // Columns were imported and the parent was told; here nothing is left to do.
     virtual void OnColumnsImported();
     // On a category list: makes a user column read-only.

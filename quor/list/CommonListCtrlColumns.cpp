@@ -71,6 +71,7 @@ void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
     m_parts->takePlan(plan);
     DropSortLockOutsideColumns();
     m_parts->showPlan(plan);
+    OnColumnsRebuilt();
     if (!plan.readsSortOrder) return;
     ReadSortOrderProfile();
     if (m_bMultiSortActive) DrawHeaderSortImageForMultiSortMode(1, true);
@@ -146,6 +147,7 @@ void CCommonListCtrl::LoadHeaders(CArray<int, int>* columns, CArray<int, int>* w
         int place = 0;
         for (const int column : shown.bySequence) InsertColumnRecord(place++, column, m_arrWidth.GetAt(column));
     }
+    OnColumnsRebuilt();
     NotifyColumnsRebuilt(0);
 }
 

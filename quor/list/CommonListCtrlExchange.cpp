@@ -24,6 +24,7 @@ void CCommonListCtrl::ImportColumnsFromFile(CString file) {
     const bool imported = TakeColumnsFrom(file);
     FollowSortColumns(locked, imported);
     OnColumnsMoved(ColumnsByHeading(headings));
+    OnColumnsRebuilt();
     if (!imported) return;
     const bool parentLives = isLive(GetParent());
     NotifyColumnsRebuilt(m_bGroupList ? 0 : 1);

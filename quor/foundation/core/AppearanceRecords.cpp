@@ -71,13 +71,6 @@ void readColumn(const CString& field, int& column) {
     if (digits.FindOneOf("0123456789") >= 0) column = quor::atoi(field);
 }
 
-CString formatLooks(const cCustomizedAppearanceSettings& settings) {
-    CString text;
-    text.Format("%X,%X,%s,%s", static_cast<unsigned>(settings.crBackground), static_cast<unsigned>(settings.crText),
-                settings.csFontName.GetString(), settings.csFontSize.GetString());
-    return text;
-}
-
 // Appends "%lX," for entry `index`, or for the last colour that there was.
 void appendColor(CString& text, const Colors* colors, INT_PTR index, DWORD& last) {
     if (colors && index < colors->GetCount()) last = colors->GetAt(index);
@@ -124,6 +117,13 @@ void parseUserAppearanceRecord(const CString& text, cCustomizedAppearanceSetting
         settings.pUserTextColors->Add(colorOf(*textColor));
         settings.pUserBackColors->Add(colorOf(*backColor));
     }
+}
+
+CString formatLooks(const cCustomizedAppearanceSettings& settings) {
+    CString text;
+    text.Format("%X,%X,%s,%s", static_cast<unsigned>(settings.crBackground), static_cast<unsigned>(settings.crText),
+                settings.csFontName.GetString(), settings.csFontSize.GetString());
+    return text;
 }
 
 CString formatAppearanceRecord(const cCustomizedAppearanceSettings& settings) {

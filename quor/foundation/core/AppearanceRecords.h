@@ -21,5 +21,7 @@ QUOR_CONTROLS_API void parseUserAppearanceRecord(const CString& text, cCustomize
 // missing at the end of an array is written as the one before it (FFFFFFFF before the first).
 QUOR_CONTROLS_API CString formatAppearanceRecord(const cCustomizedAppearanceSettings& settings);
 QUOR_CONTROLS_API CString formatUserAppearanceRecord(const cCustomizedAppearanceSettings& settings);
+// Background, text colour, face and size alone.
+QUOR_CONTROLS_API CString formatLooks(const cCustomizedAppearanceSettings& settings);
 
 }  // namespace quor::foundation
