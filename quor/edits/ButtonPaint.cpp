@@ -1,5 +1,6 @@
 #include "quor/edits/ButtonPaintInternal.h"
 #include "quor/edits/core/ButtonLayout.h"
+#include "quor/edits/core/Colours.h"
 
 #include <vsstyle.h>
 #include <vssym32.h>
@@ -12,6 +13,7 @@ namespace {
 
 constexpr DWORD kTypeMask = BS_TYPEMASK;
 constexpr int kTextMargin = 4;
+constexpr double kFrameContrast = 7;
 constexpr int kFocusMargin = 3;  // from a button's edge to its focus rectangle
 
 int themedState(const ButtonState& state) {
@@ -70,7 +72,8 @@ CRect paintDefaultFrame(HWND button, CDC& dc, const CRect& area) {
     inside.DeflateRect(scaled(button, 1), scaled(button, 1));
     const DcStateScope state(dc);
     dc.ExcludeClipRect(inside);
-    dc.FillSolidRect(area, ::GetSysColor(COLOR_WINDOWFRAME));
+    // A pale scheme's own frame would be one shadow more.
+    dc.FillSolidRect(area, readableOn(::GetSysColor(COLOR_BTNFACE), ::GetSysColor(COLOR_WINDOWFRAME), kFrameContrast));
     return inside;
 }
 
