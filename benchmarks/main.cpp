@@ -29,6 +29,7 @@ const Suite suites[] = {
     {"filter", benchFilter},
     {"pick", benchFilterPick},
     {"fit", benchFit},
+    {"dialog", benchDialog},
 };
 constexpr int kFurtherRuns = 2;
 
