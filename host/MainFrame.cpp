@@ -43,7 +43,7 @@ BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
     ON_COMMAND(ID_HELP_ABOUT, &CMainFrame::OnHelpAbout)
 END_MESSAGE_MAP()
 
-CMainFrame::CMainFrame(TerminalRun& run) : m_run(run) {}
+CMainFrame::CMainFrame(TerminalRun& run) : m_run(run), m_about(IDD_ABOUT) {}
 
 BOOL CMainFrame::createWindow() {
     const int width = (std::min)(kLargestWidth, ::GetSystemMetrics(SM_CXSCREEN));
@@ -195,9 +195,9 @@ void CMainFrame::OnUpdateFeedSpeed(CCmdUI* ui) {
     if (ui->m_nID == ID_FEED_MAX) ui->SetRadio(speed.max);
 }
 
+// Open beside the market, which goes on.
 void CMainFrame::OnHelpAbout() {
-    MessageBox("Quor Terminal\n\nA demo of Quor Controls: live rows from a simulated or recorded market.",
-               "About Quor Terminal", MB_OK | MB_ICONINFORMATION);
+    if (m_about.m_hWnd || m_about.Create(IDD_ABOUT, this)) m_about.ShowWindow(SW_SHOW);
 }
 
 }  // namespace terminal

@@ -12,6 +12,7 @@
 #include "host/panes/ChainPane.h"
 #include "host/panes/LogPane.h"
 #include "quor/foundation/ZTTimer.h"
+#include "quor/framework/ZTDialog.h"
 #include "quor/platform/Framework.h"
 
 #include <memory>
@@ -103,6 +104,7 @@ private:
     CPaneSplitter m_splitBooks{CPaneSplitter::Axis::Columns, 0};
     CLogPane m_log;
     CStatusStrip m_status;
+    CZTDialog m_about;
     std::string m_feedEnding;  // "" while the feed runs
     bool m_logShown = true;
     bool m_layoutRead = false;

@@ -1,7 +1,6 @@
 // The end of a run: of its feed, of its session, of its window; last paint, pictures, self-check and figures.
 #include "host/MainFrame.h"
 #include "host/core/Utf8.h"
-#include "quor/framework/ZTDialog.h"
 #include "quor/platform/proving/WindowCapture.h"
 
 #include <cstdio>

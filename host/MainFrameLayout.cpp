@@ -1,7 +1,6 @@
 // The panes in their splitters: made, laid out, and kept over a restart.
 #include "host/MainFrame.h"
 #include "host/resource/resource.h"
-#include "quor/framework/ZTDialog.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -3,6 +3,7 @@
 
 #define IDR_TERMINAL 41000
 #define IDD_PANE 41001
+#define IDD_ABOUT 41002
 
 #define IDC_WATCH 41100
 #define IDC_ORDERS 41101

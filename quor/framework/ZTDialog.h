@@ -125,11 +125,15 @@ public:
     // the child's id.
     virtual BOOL MyMemberEnumFunction(HWND hWnd, LPARAM lParam);
 
-protected:
+    // --- What a click does. ---
+    // Both end the dialog; after OnCancel the bar has the focus, if there is one.
     void OnOK() override;
     void OnCancel() override;
+    // Hands the focus on where a button says "OK" or "Cancel". TRUE: handled, or dropped because the window behind runs
+    // a modal loop.
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
+protected:
     afx_msg void OnDestroy();
     afx_msg void OnShowWindow(BOOL bShow, UINT nStatus);
     afx_msg void OnWindowPosChanged(WINDOWPOS* pPos);

@@ -42,7 +42,7 @@ CString titleWithDetails(const CString& title, const CString& clientName, const 
 }
 
 CString titleWithSelection(const CString& title, const CString& clientName, const CString& selection) {
-    const CString named = clientName.IsEmpty() ? title : title + " - " + clientName;
+    CString named = clientName.IsEmpty() ? title : title + " - " + clientName;
     if (selection.IsEmpty()) return named;
     const CString behind = CString(' ', kBlanksBeforeSelection) + selection;
     // The dash stands before an empty name too here.

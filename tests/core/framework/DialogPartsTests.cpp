@@ -12,8 +12,8 @@ namespace {
 
 // ---- Focus stack
 
-// Windows are letters; those in `living` live. A step is two characters: "a0" and "a1" add with a flag, "-a" removes the
-// topmost record, "!a" all, "?." asks for the top and "<." for the one below.
+// Windows are letters; those in `living` live. A step is two characters: "a0" and "a1" add with a flag, "-a" removes
+// the topmost record, "!a" all, "?." asks for the top and "<." for the one below.
 std::string played(const std::string& steps, const std::string& living) {
     static const char windows[] = "abcdefgh";
     FocusRecords records;

@@ -54,6 +54,8 @@ TEST_F(Focus, NothingIsLeftOfADialogThatHidOnAnyRoad) {
     takeStack();
     for (const auto& road : roads) {
         SCOPED_TRACE(road.name);
+        AddToFocusWnd(&bar, 0);
+        AddToFocusWnd(&frame(), 0);
         TestDialog dialog;
         test::HandleCounts after;
         for (long round = 0; round < rounds; ++round) {
@@ -62,7 +64,8 @@ TEST_F(Focus, NothingIsLeftOfADialogThatHidOnAnyRoad) {
             ASSERT_TRUE(!dialog.m_hWnd || !dialog.IsWindowVisible()) << round;
             if (round == 0) after = test::countHandles();
         }
-        EXPECT_EQ(takeStack().size(), 0u);
+        EXPECT_EQ(GetPreviousFocusWnd(), &bar);
+        EXPECT_EQ(takeStack(), (std::vector<CWnd*>{&frame(), &bar}));
         EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), dialog.m_hWnd ? 1 : 0);
         EXPECT_EQ(test::countHandles(), after);
     }
@@ -83,7 +86,13 @@ TEST_F(Focus, TheStackFollowsNoDeadWindow) {
     EXPECT_EQ(GetPreviousFocusWnd(), nullptr);
     EXPECT_EQ(GetFocusWnd(flag), &bar);
     EXPECT_EQ(flag, 1);
-    RemoveFocusWnd(&bar);
+    TestDialog dialog;
+    dialog.open(frame());
+    AddToFocusWnd(&dialog, 0);
+    AddToFocusWnd(&frame(), 0);
+    dialog.DestroyWindow();
+    EXPECT_EQ(GetPreviousFocusWnd(), &bar) << "no record of a dialog outlives it";
+    takeStack();
 }
 
 enum Behind { kMain, kDialog, kMultiMonitor, kModal, kMiniFrame, kMiniFrameWithBar };
@@ -122,7 +131,7 @@ TEST_F(Focus, AClickThatClosesHandsTheFocusOn) {
         if (each.behind >= kMiniFrame) mini.CreateEx(0, "Bars", WS_VISIBLE, CRect(300, 300, 500, 400), &frame());
         if (each.behind == kMiniFrameWithBar) floating.Create(WS_CHILD, CRect(), &mini, 10000);
         if (each.behind == kDialog || each.behind == kMultiMonitor || each.behind == kModal) other.open(frame());
-        other.m_bMmmMode = each.behind == kMultiMonitor;
+        other.m_bMmmMode = each.behind == kMultiMonitor || each.behind == kModal;
         other.m_nFlags |= each.behind == kModal ? WF_MODALLOOP : 0;
         TestDialog dialog;
         dialog.open(frame());

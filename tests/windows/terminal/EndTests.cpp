@@ -65,6 +65,18 @@ public:
         : m_process("\"" + programPath("QuorTerminal.exe") + "\" --instruments 20 --out \"" + folder + "\"",
                     folder + ".stdout", folder + ".stderr") {}
 
+    // The one whose title begins with, or without a blank at its end is, `title`.
+    HWND window(const std::string& title) const {
+        for (HWND found = nullptr; (found = ::FindWindowExA(nullptr, found, nullptr, nullptr));) {
+            DWORD process = 0;
+            char text[200] = "";
+            ::GetWindowThreadProcessId(found, &process);
+            ::GetWindowTextA(found, text, sizeof text);
+            const bool fits = title.ends_with(' ') ? std::string(text).starts_with(title) : text == title;
+            if (process == m_process.id() && fits) return found;
+        }
+        return nullptr;
+    }
     // The frame, shown or not yet; null: there is none.
     HWND frame() const { return window("Quor Terminal - "); }
     // Until the terminal shows itself.
@@ -109,19 +121,6 @@ public:
     int boxes = 0;
 
 private:
-    // The one whose title begins with, or without a blank at its end is, `title`.
-    HWND window(const std::string& title) const {
-        for (HWND found = nullptr; (found = ::FindWindowExA(nullptr, found, nullptr, nullptr));) {
-            DWORD process = 0;
-            char text[200] = "";
-            ::GetWindowThreadProcessId(found, &process);
-            ::GetWindowTextA(found, text, sizeof text);
-            const bool fits = title.ends_with(' ') ? std::string(text).starts_with(title) : text == title;
-            if (process == m_process.id() && fits) return found;
-        }
-        return nullptr;
-    }
-
     ChildProcess m_process;
     HWND m_answered = nullptr;
 };
@@ -217,6 +216,33 @@ TEST_F(TerminalEnd, AtAnyMomentLeavesNoPoorerLayout) {
             ASSERT_TRUE(after.contains(key)) << key;
             const std::string& now = after.at(key);
             ASSERT_TRUE(now == present[key] || (!whole && now == value)) << key << "=" << now;
+        }
+    }
+}
+
+// Closed before the end, open at the end, open when the session ends.
+TEST_F(TerminalEnd, ADialogStandsWhereItStoodBefore) {
+    for (int end = 0; end < 3; ++end) {
+        const RECT place{120 + 10 * end, 90, 0, 0};
+        for (const bool before : {true, false}) {
+            UserTerminal terminal;
+            ASSERT_TRUE(terminal.waitForFrame());
+            ASSERT_TRUE(UserTerminal::send(terminal.frame(), WM_COMMAND, ID_HELP_ABOUT));
+            const HWND dialog = terminal.window("About Quor Terminal");
+            ASSERT_TRUE(dialog && ::IsWindowVisible(dialog));
+            if (before) ::SetWindowPos(dialog, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+            RECT rect{};
+            ::GetWindowRect(dialog, &rect);
+            EXPECT_EQ(rect.left, place.left) << end;
+            EXPECT_EQ(rect.top, place.top) << end;
+            if (end == 0) UserTerminal::send(dialog, WM_COMMAND, IDCANCEL);
+            if (end == 2) {
+                EXPECT_TRUE(UserTerminal::send(terminal.frame(), WM_ENDSESSION, TRUE));
+                terminal.kill();
+            } else {
+                terminal.close();
+            }
+            terminal.wait();
         }
     }
 }
