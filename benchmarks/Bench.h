@@ -27,6 +27,7 @@ void benchGridSort(Figures& figures);
 void benchFilter(Figures& figures);
 void benchFilterPick(Figures& figures);
 void benchFit(Figures& figures);
+void benchFontCombo(Figures& figures);
 void benchExpression(Figures& figures);
 void benchCustomColumn(Figures& figures);
 void benchSettings(Figures& figures);

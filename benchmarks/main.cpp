@@ -30,6 +30,7 @@ const Suite suites[] = {
     {"pick", benchFilterPick},
     {"fit", benchFit},
     {"dialog", benchDialog},
+    {"fontcombo", benchFontCombo},
 };
 constexpr int kFurtherRuns = 2;
 

@@ -1,7 +1,9 @@
 #include "quor/edits/ButtonPaintInternal.h"
 #include "quor/edits/core/ButtonLayout.h"
+#include "quor/edits/core/Colours.h"
 
 #include <vsstyle.h>
+#include <vssym32.h>
 
 namespace quor::edits {
 
@@ -11,6 +13,7 @@ namespace {
 
 constexpr DWORD kTypeMask = BS_TYPEMASK;
 constexpr int kTextMargin = 4;
+constexpr double kFrameContrast = 7;
 constexpr int kFocusMargin = 3;  // from a button's edge to its focus rectangle
 
 int themedState(const ButtonState& state) {
@@ -59,12 +62,18 @@ bool paintThemedFace(CThemeUtil& theme, HWND button, CDC& dc, const CRect& area,
     return theme.DrawThemeBackground(dc, BP_PUSHBUTTON, themedState(state), area);
 }
 
+COLORREF themedText(const CThemeUtil& theme, const ButtonState& state, COLORREF color) {
+    theme.GetThemeColor(BP_PUSHBUTTON, themedState(state), TMT_TEXTCOLOR, color);
+    return color;
+}
+
 CRect paintDefaultFrame(HWND button, CDC& dc, const CRect& area) {
     CRect inside = area;
     inside.DeflateRect(scaled(button, 1), scaled(button, 1));
     const DcStateScope state(dc);
     dc.ExcludeClipRect(inside);
-    dc.FillSolidRect(area, ::GetSysColor(COLOR_WINDOWFRAME));
+    // A pale scheme's own frame would be one shadow more.
+    dc.FillSolidRect(area, readableOn(::GetSysColor(COLOR_BTNFACE), ::GetSysColor(COLOR_WINDOWFRAME), kFrameContrast));
     return inside;
 }
 

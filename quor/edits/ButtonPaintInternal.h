@@ -30,6 +30,8 @@ WPARAM takeStyle(WPARAM style, bool& isDefault);
 
 // The theme's push button, with what shows through it. False: none is on.
 bool paintThemedFace(CThemeUtil& theme, HWND button, CDC& dc, const CRect& area, const ButtonState& state);
+// The theme's colour of its text, else `color`.
+COLORREF themedText(const CThemeUtil& theme, const ButtonState& state, COLORREF color);
 // A frame of the default button; what is left of the area.
 CRect paintDefaultFrame(HWND button, CDC& dc, const CRect& area);
 

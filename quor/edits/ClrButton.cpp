@@ -127,7 +127,10 @@ void CClrButton::DrawItem(LPDRAWITEMSTRUCT item) {
     const ButtonState state = stateOf(*item, m_isDefault);
     const COLORREF face = state.enabled ? m_clrFace : m_clrDisabled;
     CRect area = item->rcItem;
-    if (m_faceSet || !paintThemedFace(m_theme, m_hWnd, dc, area, state)) {
+    COLORREF color = state.enabled ? m_clrText : readableOn(face, ::GetSysColor(COLOR_GRAYTEXT), kDisabledContrast);
+    if (!m_faceSet && paintThemedFace(m_theme, m_hWnd, dc, area, state)) {
+        if (state.enabled) color = themedText(m_theme, state, color);
+    } else {
         if (state.isDefault) area = paintDefaultFrame(m_hWnd, dc, area);
         DrawFilledRect(&dc, area, face);
         DrawFrame(&dc, area, static_cast<int>(item->itemState));
@@ -138,8 +141,7 @@ void CClrButton::DrawItem(LPDRAWITEMSTRUCT item) {
     inside.DeflateRect(lineWidth(), lineWidth());
     if (state.pressed) inside.OffsetRect(lineWidth(), lineWidth());
     m_keysShow = state.keysShow;
-    DrawButtonText(&dc, inside, text,
-                   state.enabled ? m_clrText : readableOn(face, ::GetSysColor(COLOR_GRAYTEXT), kDisabledContrast));
+    DrawButtonText(&dc, inside, text, color);
     if (state.focused) paintFocus(m_hWnd, dc, area);
 }
 

@@ -245,19 +245,23 @@ void CQuorSplitButton::DrawItem(LPDRAWITEMSTRUCT item) {
     paintPart(dc, main, m_bPushed != 0, *item);
     const COLORREF ground = ::GetSysColor(COLOR_BTNFACE);
     const COLORREF disabled = readableOn(ground, ::GetSysColor(COLOR_GRAYTEXT), kDisabledContrast);
-    const COLORREF color = state.enabled ? ::GetSysColor(COLOR_BTNTEXT) : disabled;
+    const auto colorOf = [&](bool pressed) {
+        ButtonState part = state;
+        part.pressed = pressed;
+        return state.enabled ? themedText(m_theme, part, ::GetSysColor(COLOR_BTNTEXT)) : disabled;
+    };
     if (strip.right > strip.left) {
         paintPart(dc, strip, m_bMenuPushed != 0, *item);
         CRect arrow = strip;
         if (m_bMenuPushed) arrow.OffsetRect(scaled(m_hWnd, 1), scaled(m_hWnd, 1));
-        dc.SetTextColor(color);
+        dc.SetTextColor(colorOf(m_bMenuPushed != 0));
         DrawArrow(&dc, arrow);
     }
     CString text;
     GetWindowText(text);
     CRect inside = main;
     if (m_bPushed) inside.OffsetRect(scaled(m_hWnd, 1), scaled(m_hWnd, 1));
-    paintText(m_hWnd, dc, inside, {text, color, state.keysShow});
+    paintText(m_hWnd, dc, inside, {text, colorOf(m_bPushed != 0), state.keysShow});
     if (state.focused) paintFocus(m_hWnd, dc, main);
 }
 

@@ -18,6 +18,8 @@ namespace {
 
 constexpr int kMargin = 4;
 constexpr DWORD kExtendedStyle = LVS_EX_FULLROWSELECT | LVS_EX_SUBITEMIMAGES | LVS_EX_DOUBLEBUFFER;
+constexpr int kIdleHighlight = 5;      // sixteenths of the highlight in a chosen row while the focus is elsewhere
+constexpr double kTextContrast = 4.5;  // that its text keeps
 constexpr WPARAM kHeadingRow = static_cast<WPARAM>(-1);
 constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
 
@@ -34,6 +36,11 @@ UINT drawFormat(int format) {
     }
 }
 
+// A colour of the control's, which may be none of its own.
+COLORREF resolved(COLORREF color, int index) {
+    return color == CLR_NONE || color == CLR_DEFAULT ? ::GetSysColor(index) : color;
+}
+
 void paintColourBox(CDC& dc, CRect box, COLORREF color, bool enabled) {
     if (box.IsRectEmpty()) return;
     const COLORREF ground = ::GetSysColor(COLOR_WINDOW);
@@ -47,11 +54,6 @@ void paintColourBox(CDC& dc, CRect box, COLORREF color, bool enabled) {
     const SelectScope selected(dc, pen);
     dc.MoveTo(box.left, box.bottom - 1);
     dc.LineTo(box.right, box.top - 1);
-}
-
-// The control answers with words for a colour that nobody set.
-COLORREF colorOr(COLORREF answer, COLORREF standard) {
-    return answer == CLR_NONE || answer == CLR_DEFAULT ? standard : answer;
 }
 
 }  // namespace
@@ -131,7 +133,8 @@ BOOL CXListCtrl::setCellNumber(int row, int column, int number) {
     item.iItem = row;
     item.iSubItem = column;
     item.iImage = number;
-    if (!SetItem(&item)) return FALSE;
+    const HWND self = m_hWnd;
+    if (!SetItem(&item) || !::IsWindow(self)) return FALSE;  // whoever hears of the change may end the list
     InvalidateRect(GetCellRect(row, column), FALSE);
     if (m_header.HasCheckbox(column)) m_header.Invalidate(FALSE);
     return TRUE;
@@ -189,12 +192,13 @@ BOOL CXListCtrl::OnColumnClick(NMHDR* header, LRESULT*) {
     int sum = kNoCheck;
     for (int row = 0; row < GetItemCount(); ++row) sum = joined(sum, turns(row));
     if (sum == kNoCheck) return FALSE;
+    const HWND self = m_hWnd;
     {
         const quor::foundation::RedrawScope off(*this);
-        for (int row = 0; row < GetItemCount(); ++row)
+        for (int row = 0; ::IsWindow(self) && row < GetItemCount(); ++row)
             if (turns(row) != kNoCheck) SetCheckbox(row, column, toggled(sum));
     }
-    const HWND self = m_hWnd;
+    if (!::IsWindow(self)) return TRUE;
     GetParent()->SendMessage(WM_XLISTCTRL_CHECKBOX_CLICKED, kHeadingRow, column);
     return !::IsWindow(self);  // else the parent hears of the click too
 }
@@ -224,7 +228,9 @@ bool CXListCtrl::pressBox(int row, int column, bool colour) {
     const CheckCell cell = unpackCell(cellNumber(row, column));
     if (!cell.enabled || !isCell(row, column)) return false;
     if (colour ? !cell.colour : cell.check == kNoCheck) return false;
+    const HWND self = m_hWnd;
     if (!colour) SetCheckbox(row, column, toggled(cell.check));
+    if (!::IsWindow(self)) return true;
     GetParent()->SendMessage(colour ? WM_XLISTCTRL_COLORBOX_CLICKED : WM_XLISTCTRL_CHECKBOX_CLICKED,
                              static_cast<WPARAM>(row), column);
     return true;
@@ -338,11 +344,13 @@ void CXListCtrl::paintRow(CDC& dc, int row) {
     const DcStateScope state(dc);
     const bool hasFocus = ::GetFocus() == m_hWnd;
     const bool isChosen = GetItemState(row, LVIS_SELECTED) && (hasFocus || (GetStyle() & LVS_SHOWSELALWAYS));
-    COLORREF ground = colorOr(GetTextBkColor(), colorOr(GetBkColor(), ::GetSysColor(COLOR_WINDOW)));
-    COLORREF color = colorOr(GetTextColor(), ::GetSysColor(COLOR_WINDOWTEXT));
+    const COLORREF own = GetTextBkColor();
+    COLORREF ground = resolved(own == CLR_NONE || own == CLR_DEFAULT ? GetBkColor() : own, COLOR_WINDOW);
+    COLORREF color = resolved(GetTextColor(), COLOR_WINDOWTEXT);
     if (isChosen) {
-        ground = ::GetSysColor(hasFocus ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-        color = ::GetSysColor(hasFocus ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
+        const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
+        ground = hasFocus ? highlight : between(ground, highlight, kIdleHighlight);
+        color = hasFocus ? ::GetSysColor(COLOR_HIGHLIGHTTEXT) : readableOn(ground, color, kTextContrast);
     }
     const bool focusShows = hasFocus && GetItemState(row, LVIS_FOCUSED);
     for (int column = 0; column < m_header.GetItemCount(); ++column) {

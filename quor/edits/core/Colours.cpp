@@ -22,15 +22,6 @@ double luminance(COLORREF colour) {
            0.0722 * linear(channel(colour, 2));
 }
 
-COLORREF between(COLORREF from, COLORREF to, int step) {
-    COLORREF result = 0;
-    for (int index = 0; index < 3; ++index) {
-        const int start = channel(from, index), distance = channel(to, index) - start;
-        result |= static_cast<COLORREF>(start + distance * step / kSteps) << (8 * index);
-    }
-    return result;
-}
-
 // -1: no hexadecimal digit.
 int digitOf(char letter) {
     if (letter >= '0' && letter <= '9') return letter - '0';
@@ -43,6 +34,15 @@ int digitOf(char letter) {
 double contrast(COLORREF one, COLORREF other) {
     const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
+}
+
+COLORREF between(COLORREF from, COLORREF to, int sixteenths) {
+    COLORREF result = 0;
+    for (int index = 0; index < 3; ++index) {
+        const int start = channel(from, index), distance = channel(to, index) - start;
+        result |= static_cast<COLORREF>(start + distance * sixteenths / kSteps) << (8 * index);
+    }
+    return result;
 }
 
 COLORREF readableOn(COLORREF ground, COLORREF wanted, double least) {

@@ -11,6 +11,9 @@ inline constexpr COLORREF kNoColour = 0xFFFFFFFF;
 // From 1 (equal) to 21 (black and white): the contrast ratio of the Web Content Accessibility Guidelines 2.1.
 double contrast(COLORREF one, COLORREF other);
 
+// So many sixteenths of the way from one colour to another.
+COLORREF between(COLORREF from, COLORREF to, int sixteenths);
+
 // `wanted`, moved towards black or white, whichever is further from the ground, until it has the contrast `least`. A
 // contrast that no colour reaches gives black or white.
 COLORREF readableOn(COLORREF ground, COLORREF wanted, double least);

@@ -14,6 +14,8 @@ TEST(Colours, ATextIsReadableOnEveryGround) {
     EXPECT_NEAR(contrast(0, 0xFFFFFF), 21, 0.001);
     EXPECT_NEAR(contrast(RGB(119, 119, 119), 0xFFFFFF), 4.48, 0.01);  // the guidelines' own example
     constexpr COLORREF kGrey = RGB(128, 128, 128);
+    EXPECT_EQ(between(RGB(0, 255, 16), RGB(255, 0, 16), 0), RGB(0, 255, 16));
+    EXPECT_EQ(between(RGB(0, 160, 16), RGB(160, 0, 16), 8), RGB(80, 80, 16));
     EXPECT_EQ(readableOn(0xFFFFFF, kGrey, 3), kGrey) << "a colour that can be read stays";
     for (int ground = 0; ground < 0x1000; ground += 7) {
         const COLORREF color = RGB((ground & 0xF) * 17, (ground >> 4 & 0xF) * 17, (ground >> 8) * 17);
@@ -128,6 +130,13 @@ TEST(FontNames, FacesAreTidied) {
     std::string told;
     for (const FontFace& face : faces) told += face.name + (face.symbol ? "*," : ",");
     EXPECT_EQ(told, "ALPHA,Alpha Two,beta,Dots*,Zeta,");
+}
+
+TEST(FontNames, ASizeIsAWholeNumberFrom4To72) {
+    const std::pair<const char*, int> cases[] = {
+        {"4", 4},  {"72", 72}, {" 8 ", 8}, {"008", 8}, {"3", 0},   {"73", 0},  {"0", 0},   {"", 0},
+        {"  ", 0}, {"8.0", 0}, {"-8", 0},  {"+8", 0},  {"8pt", 0}, {"1 0", 0}, {"0x8", 0}, {"4294967304", 0}};
+    for (const auto& [text, points] : cases) EXPECT_EQ(pointsOf(text), points) << '"' << text << '"';
 }
 
 TEST(FontNames, TheNewestFiveAreKept) {

@@ -185,6 +185,19 @@ TEST_P(CheckList, TheParentMayEndTheListOrItsRows) {
     EXPECT_EQ(list->m_hWnd, nullptr);
 }
 
+// A heading's click changes many cells, and the parent hears of each.
+TEST_P(CheckList, TheParentMayEndTheListWhileItsColumnTurns) {
+    list->SetHeaderCheckbox(0, TRUE);
+    frame().onMessage = [this](UINT message, WPARAM, LPARAM lParam, LRESULT&) {
+        const bool changed = message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lParam)->code == LVN_ITEMCHANGED;
+        if (changed && list) list.reset();
+        return changed;
+    };
+    quor::sendClick(list->GetHeaderCtrl()->m_hWnd, {50, 6});
+    pumpUntilIdle();
+    EXPECT_FALSE(list);
+}
+
 // What changes is repainted, and nothing else is left behind.
 TEST_P(CheckList, ThePictureFollowsTheCells) {
     list->SetHeaderCheckbox(0, TRUE);
