@@ -31,6 +31,8 @@ const Suite suites[] = {
     {"fit", benchFit},
     {"dialog", benchDialog},
     {"fontcombo", benchFontCombo},
+    {"trend", benchTrend},
+    {"keywords", benchKeywords},
 };
 constexpr int kFurtherRuns = 2;
 

@@ -18,6 +18,7 @@ FeedState FeedPump::slice() {
     if (m_firstSlice < 0) m_firstSlice = begin;
     m_panes.orders->grid().beginSlice();
     m_panes.trades->grid().beginSlice();
+    m_panes.positions->grid().beginSlice();
     const bool running = m_feed.state() == FeedState::running;
     const Slice slice = m_feed.take(m_clock, SliceLimit{}, *this);
     if (running) m_lastSlice = m_clock.nowMicros();
@@ -33,6 +34,7 @@ FeedState FeedPump::slice() {
         m_watchWritten = begin;
         m_mostUnpainted.add(begin, m_panes.watch->unpainted());
         m_panes.watch->showChanged();
+        m_panes.positions->showTotals();
     }
     return slice.state;
 }
@@ -40,6 +42,7 @@ FeedState FeedPump::slice() {
 void FeedPump::closeBatch() {
     m_panes.trades->dropOldest();
     processEndofBatchUpdates();
+    m_panes.positions->batchClosed();
     m_panes.orders->refillIfNeeded();
     m_panes.trades->refillIfNeeded();
     m_panes.orders->keepOrder(m_clock.nowMicros());
@@ -49,6 +52,7 @@ void FeedPump::settle() {
     m_panes.watch->showChanged();
     closeBatch();
     m_panes.orders->keepOrder();
+    m_panes.positions->showTotals();
 }
 
 void FeedPump::pause(bool on) {
@@ -75,9 +79,13 @@ void FeedPump::instrument(const Instrument& news) {
     m_panes.watch->addInstrument(news);
     m_panes.orders->instrument(news);
     m_panes.trades->instrument(news);
+    m_panes.positions->instrument(news);
 }
 
-void FeedPump::quote(const Quote& news) { m_panes.watch->quote(news); }
+void FeedPump::quote(const Quote& news) {
+    m_panes.watch->quote(news);
+    m_panes.positions->quote(news, now());
+}
 void FeedPump::order(const OrderEvent& news) {
     m_panes.watch->order(news);
     m_panes.orders->order(news, now());

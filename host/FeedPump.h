@@ -7,6 +7,7 @@
 #include "host/core/Feed.h"
 #include "host/core/Statistics.h"
 #include "host/panes/OrdersPane.h"
+#include "host/panes/PositionsPane.h"
 #include "host/panes/TradesPane.h"
 #include "host/panes/WatchPane.h"
 
@@ -19,6 +20,7 @@ struct Panes {
     CWatchPane* watch = nullptr;
     COrdersPane* orders = nullptr;
     CTradesPane* trades = nullptr;
+    CPositionsPane* positions = nullptr;
 };
 
 class FeedPump final : private FeedSink {

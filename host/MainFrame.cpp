@@ -71,6 +71,8 @@ BOOL CMainFrame::CreateRestored() {
         m_panes.watch->quote(of.quote);
         m_panes.orders->instrument(of.instrument);
         m_panes.trades->instrument(of.instrument);
+        m_panes.positions->instrument(of.instrument);
+        m_panes.positions->quote(of.quote, m_run.clock.nowMicros());
         for (const BookLevel& level : of.levels) m_panes.orders->level(level, m_run.clock.nowMicros());
         if (of.lastTrade.quantity) m_panes.trades->trade(of.lastTrade, m_run.clock.nowMicros());
     }
@@ -79,6 +81,8 @@ BOOL CMainFrame::CreateRestored() {
     m_panes.watch->showChanged();
     processEndofBatchUpdates();
     m_panes.orders->keepOrder();
+    m_panes.positions->batchClosed();
+    m_panes.positions->showTotals();
     m_chain->connect();
     m_chain->update(m_run.clock.nowMicros());
     return TRUE;

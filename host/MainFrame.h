@@ -26,6 +26,7 @@ struct ListPanes {
     CWatchPane& watch;
     COrdersPane& orders;
     CTradesPane& trades;
+    CPositionsPane& positions;
     CChainPane& chain;
 };
 
@@ -39,7 +40,7 @@ public:
 
     // The frame of a restart: as CreateTerminal, with the market as the feed left it, and without a feed.
     BOOL CreateRestored();
-    ListPanes panes() { return {*m_panes.watch, *m_panes.orders, *m_panes.trades, *m_chain}; }
+    ListPanes panes() { return {*m_panes.watch, *m_panes.orders, *m_panes.trades, *m_panes.positions, *m_chain}; }
 
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;
@@ -100,6 +101,7 @@ private:
     CZTTimer m_timer;
     CPaneSplitter m_splitLog{CPaneSplitter::Axis::Rows, 0};
     CPaneSplitter m_splitBottom{CPaneSplitter::Axis::Columns, 0};
+    CPaneSplitter m_splitMoney{CPaneSplitter::Axis::Rows, 0};
     CPaneSplitter m_splitWatch{CPaneSplitter::Axis::Rows, 0};
     CPaneSplitter m_splitBooks{CPaneSplitter::Axis::Columns, 0};
     CLogPane m_log;

@@ -104,11 +104,9 @@ bool CMainFrame::savePictures() {
     const struct {
         CWnd* window;
         const char* name;
-    } pictures[] = {{this, "terminal.png"},
-                    {m_panes.watch, "watch.png"},
-                    {m_panes.orders, "orders.png"},
-                    {m_panes.trades, "trades.png"},
-                    {m_chain, "chain.png"}};
+    } pictures[] = {
+        {this, "terminal.png"},         {m_panes.watch, "watch.png"},         {m_panes.orders, "orders.png"},
+        {m_panes.trades, "trades.png"}, {m_panes.positions, "positions.png"}, {m_chain, "chain.png"}};
     bool all = true;
     for (const auto& [window, name] : pictures) {
         const std::string path = m_run.outPath(name);

@@ -38,7 +38,7 @@ struct RunSummary {
 // summary: instruments=500 rows=1234 ticks=300000 ticks_per_second=20000 repaints=75 tick_to_paint_ms_median=31.2
 //   tick_to_paint_ms_p99=180.0 first_row_ms=420 options_priced=300 feed_behind_ms=0.0
 //   feed_behind_ms_max_first_half=9.5 feed_behind_ms_max_second_half=0.0 watch_rows_waiting=0 find_checks=19/19
-//   layouts_restored=5/5 ending="time is up"
+//   layouts_restored=6/6 ending="time is up"
 std::string summaryLine(const RunSummary& summary);
 
 }  // namespace terminal

@@ -107,6 +107,13 @@ void CLiveGrid::refill(const std::function<void()>& addAll) {
         processPendingOptiUpdates();
         if (m_bSortLocked) SortByLastColumnWithLock();
     });
+    beginTrends();
+}
+
+void CLiveGrid::beginTrends() {
+    CArray<int, int> columns;
+    GetTrendColumns(columns);
+    SetTrendColumns(&columns);
 }
 
 void CLiveGrid::DrawItem(LPDRAWITEMSTRUCT item) {

@@ -55,8 +55,10 @@ public:
     void keepSelection(const std::function<void()>& change);
     // Takes rows that came in, or changed, into the locked order; nothing without a lock. Only between batches.
     void resort();
+    // The trend columns have all rows that are in the grid now; none flashes.
+    void beginTrends();
     // Empties the grid and lets `addAll` add its rows again, in arrival order; a locked sort and the selection stay.
-    // Only between batches.
+    // Only between batches. Trend columns stay, and have the rows from then on.
     void refill(const std::function<void()>& addAll);
 
 protected:

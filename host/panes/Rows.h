@@ -1,9 +1,11 @@
-// The host's row objects: what the orders pane and the trades pane show, one object a row, typed fields and no text.
+// The host's row objects: what the panes of orders, trades and positions show, one object a row, typed fields and no
+// text.
 //
 // The panes own them; a row outlives its time in a grid. Panes without a window may be dropped in any order.
 #pragma once
 
 #include "host/core/MarketData.h"
+#include "host/core/Positions.h"
 #include "host/panes/PaintFigures.h"
 #include "quor/grid/core/FilterListBaseData.h"
 
@@ -22,6 +24,11 @@ struct TradeRow : CFilterListBaseData {
     std::int64_t number = 0;  // 1 is the first trade of the run
     Price change = 0;         // against the trade before it of the same instrument
     Move move = Move::none;
+    PaintStamp stamp;
+};
+
+struct PositionRow : CFilterListBaseData {
+    const Position* position = nullptr;  // of the pane's Positions
     PaintStamp stamp;
 };
 

@@ -20,6 +20,8 @@ inline constexpr COLORREF kUp = RGB(63, 205, 122);        // rising, buyers
 inline constexpr COLORREF kDown = RGB(245, 92, 92);       // falling, sellers
 inline constexpr COLORREF kUpBack = RGB(14, 36, 26);      // a buyer's row
 inline constexpr COLORREF kDownBack = RGB(42, 20, 24);    // a seller's row
+inline constexpr COLORREF kRiseFlash = RGB(20, 105, 60);  // a cell that has just risen, below plain text
+inline constexpr COLORREF kFallFlash = RGB(120, 24, 32);  // or fallen: darker, so that no hue has to tell them apart
 inline constexpr COLORREF kAtMoney = RGB(30, 58, 88);     // the option chain's row nearest to the price
 inline constexpr COLORREF kSelection = RGB(38, 79, 120);  // a selected row of the watch
 }  // namespace palette

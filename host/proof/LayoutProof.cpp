@@ -25,11 +25,13 @@ Subject watchSubject(CWatchPane& watch) {
 }
 
 std::vector<Subject> gridSubjects(const ListPanes& panes) {
-    return {{"orders", panes.orders.list(), LastSort::lock, static_cast<int>(OrderColumn::quantity), false, -1, 0},
-            {"trades", panes.trades.list(), LastSort::click, static_cast<int>(TradeColumn::price), false,
-             static_cast<int>(TradeColumn::number), 1},
-            {"option chain", panes.chain.list(), LastSort::click, static_cast<int>(ChainColumn::putPrice), false,
-             static_cast<int>(ChainColumn::strike), -1}};
+    return {
+        {"orders", panes.orders.list(), LastSort::lock, static_cast<int>(OrderColumn::quantity), false, -1, 0},
+        {"trades", panes.trades.list(), LastSort::click, static_cast<int>(TradeColumn::price), false,
+         static_cast<int>(TradeColumn::number), 1},
+        {"positions", panes.positions.list(), LastSort::lock, static_cast<int>(PositionColumn::value), false, -1, 0},
+        {"option chain", panes.chain.list(), LastSort::click, static_cast<int>(ChainColumn::putPrice), false,
+         static_cast<int>(ChainColumn::strike), -1}};
 }
 
 std::vector<Subject> allSubjects(const ListPanes& panes) {

@@ -19,6 +19,7 @@ public:
         watch();
         orders();
         trades();
+        positions();
         if (m_unsaid) m_findings.push_back("... and " + std::to_string(m_unsaid) + " more");
         return std::move(m_findings);
     }
@@ -73,6 +74,8 @@ private:
     void lockedInOrder(const std::vector<const OrderRow*>& shown, OrderColumn column, int order);
     void trades();
     void tradeRow(int visual, const TradeRow& row, bool newestOfItsInstrument);
+
+    void positions();
 
     const Tally& m_tally;
     Panes m_panes;
@@ -258,6 +261,32 @@ void Check::trades() {
         equalText(what + " price", cell(drawn[i], TradeColumn::price),
                   priceText(row.trade.instrument, of.lastTrade.price));
         equalText(what + " quantity", cell(drawn[i], TradeColumn::quantity), quantityText(of.lastTrade.quantity));
+    }
+}
+
+// What is held is the pane's; what it is worth follows from the tally's last prices.
+void Check::positions() {
+    CLiveGrid& grid = m_panes.positions->grid();
+    const auto& all = m_panes.positions->positions().all();
+    const int count = grid.GetDisplayCount();
+    if (!grid.GetFilterCount()) equal("positions: rows", count, static_cast<std::int64_t>(all.size()));
+    equal("positions: rows of the control", ::SendMessageA(grid.GetSafeHwnd(), LVM_GETITEMCOUNT, 0, 0), count);
+    const DrawnRows& drawn = grid.drawn();
+    everyRowInViewDrawn("positions", drawn, grid, count);
+    for (std::size_t i = 0; i < drawn.size(); ++i) {
+        if (!drawn[i].row) continue;
+        Position told =
+            *static_cast<const PositionRow*>(static_cast<const CFilterListBaseData*>(drawn[i].row))->position;
+        const auto& of = m_tally.instruments()[told.instrument.id];
+        told.last = of.quote.last;
+        told.close = of.quote.has(quoteClose) ? of.quote.close : kNoPrice;
+        for (int column = 0; column < static_cast<int>(PositionColumn::count); ++column) {
+            if (grid.m_arrOrder[column] < 0) continue;
+            TextBuffer buffer;
+            const auto which = static_cast<PositionColumn>(column);
+            equalText(at("positions", drawn[i].visual) + " drawn column " + std::to_string(column),
+                      cell(drawn[i], which), positionText(told, which, buffer));
+        }
     }
 }
 

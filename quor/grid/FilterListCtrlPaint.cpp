@@ -189,6 +189,7 @@ private:
         if (!ask(column.iColumnIndex, cell)) return false;
         if (!groundIsDone && !paintGround(cell.colors)) return false;
         m_grid.PaintTrend(m_dc, m_visual, column.iColumnIndex, column.iVisiblePosition, cell.text, m_rowText);
+        if (gone()) return false;
         if (column.iVisiblePosition != -1) paintCell(column.iVisiblePosition, cell);
         paintCheck();
         return true;

@@ -92,12 +92,14 @@ void CFilterListCtrl::PaintTrend(CDC& dc, int visual, int columnIndex, int place
     if (paint == TrendPaint::normal || TrendBackground) dc.SetTextColor(rowText);
     if (paint == TrendPaint::normal || place == -1) return;
     const COLORREF color = paint == TrendPaint::positive ? PosColor : NegColor;
-    RECT cell;
     if (!TrendBackground) {
         dc.SetTextColor(color);
-    } else if (m_parts->native.labelRect(m_parts->rows.layout(), visual, place, cell)) {
-        fillArea(dc, cell, color);
+        return;
     }
+    const Presence presence(*this);
+    RECT cell;
+    const bool found = m_parts->native.labelRect(m_parts->rows.layout(), visual, place, cell);
+    if (found && !presence.gone()) fillArea(dc, cell, color);
 }
 
 // Columns that are not on screen keep what they show. Asking for the layout may reach a host; nothing behind it does.

@@ -95,6 +95,20 @@ MUTANTS = [
          "readTexts(fields, {&column.name, &column.displayForm, &column.idForm}", "WatchTexts*",
          "a user column comes back with its two forms exchanged"),
 
+    # ---- Five in trends and keywords
+    core("trend-change-again", "grid/core/TrendStore.cpp", "if (!record || record->changeTime != change.time) continue;",
+         "if (!record || record->changeTime == 0) continue;", "TrendStore*",
+         "a cell that changed again loses its colour with the first change"),
+    core("trend-refill", "grid/core/LiveRows.cpp", "    m_trends.clearRows();\n", "", "GridMix*",
+         "rows of a refilled grid flash by what others showed"),
+    core("keyword-folding", "list/core/Keywords.cpp", "m_pairs[i] = pairsOf(m_folded[i]);",
+         "m_pairs[i] = pairsOf(viewOf(keyword));", "Keywords*", "a keyword in small letters is never found"),
+    shell("trend-reverse", "grid/FilterListCtrlTrend.cpp", "m_parts->rows.mapIndexOfVisual(visual);",
+          "m_parts->rows.mapIndexOfSlot(visual);", "grid_tests:Trends*",
+          "in reverse display a row shows the trend of another"),
+    shell("trend-fade-hidden", "grid/FilterListCtrlTrend.cpp", "cells.push_back({row->visual, column.iVisiblePosition});",
+          "cells.push_back({row->visual, 0});", "grid_tests:Trends*", "a flash stays until its cell is painted anyhow"),
+
     # ---- Five that a list does not survive a restart with
     restart("restart-width", "list/CommonListCtrlProfile.cpp", "entry.width = widthOf(header, column.szColumnName);",
             "entry.width = widthOf(header, column.szColumnName) ? column.iWidth : 0;",

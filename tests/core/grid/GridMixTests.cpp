@@ -107,7 +107,7 @@ public:
         if (!grid.dirtIsOpen && ++m_looks % 3 != 0) return {};
         m_store.forgetDirt();
         grid.forgetDirt();
-        return {};
+        return compareTrends();
     }
 
 protected:
@@ -142,6 +142,18 @@ private:
         std::string text;
         for (const LONG side : {rect.left, rect.top, rect.right, rect.bottom}) text += std::to_string(side) + " ";
         return text;
+    }
+    // A row's number is its value for ever: one that seems to change shows the trend of another.
+    std::string compareTrends() {
+        TrendStore& trends = m_store.trends();
+        if (m_looks % 8 == 0) trends.set({0}, 1, m_store.itemCount());
+        for (int mapIndex = 0; mapIndex < m_store.itemCount(); ++mapIndex) {
+            const Row* const row = rowOf(m_store.dataOfMapIndex(mapIndex));
+            if (!row) continue;
+            const TrendPaint paint = trends.paint(0, mapIndex, std::to_string(row->number).c_str(), {});
+            if (paint != TrendPaint::normal && paint != TrendPaint::unchanged) return "a row shows another's trend";
+        }
+        return {};
     }
     int update(RowData data) { return data ? m_store.update(rowOf(data), test()) : 0; }
     // A row stands in up to three other lists too, before or behind this one in its own memory.

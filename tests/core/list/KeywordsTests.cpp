@@ -20,7 +20,7 @@ TEST(Keywords, TheLongestStandFirst) {
 
 TEST(Keywords, TheFirstOfTheTableCounts) {
     CStringArray table;
-    for (const char* keyword : {"ABC", "AB",
+    for (const char* keyword : {"ABC", "aB",
                                 "\xE4"
                                 "B",
                                 "Q"})

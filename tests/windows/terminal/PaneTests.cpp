@@ -1,14 +1,18 @@
 // The panes in a window of the test's own: the market watch with its two watches and the levels chosen in its menu, and
-// the pump between a scripted feed and the three panes that it fills.
+// the pump between a scripted feed and the panes that it fills, and the flashes of the positions.
 #include "host/FeedPump.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
+#include "host/panes/Theme.h"
 #include "host/resource/resource.h"
 #include "quor/foundation/ControlBlock.h"
 #include "quor/foundation/core/Globals.h"
 #include "support/WindowFixture.h"
 #include "tests/core/host/HostTestTools.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace terminal {
 namespace {
@@ -238,10 +242,12 @@ struct RisingOrders final : test::ListedTicks {
 };
 
 TEST_F(PaneTest, APauseLeavesTheOrdersInTheirLockedOrder) {
-    const Panes panes{new CWatchPane(figures), new COrdersPane(figures), new CTradesPane(figures, 100)};
+    const Panes panes{new CWatchPane(figures), new COrdersPane(figures), new CTradesPane(figures, 100),
+                      new CPositionsPane(figures, 1)};
     panes.watch->CreatePane(&frame(), IDC_PANE_WATCH);
     panes.orders->CreatePane(&frame(), IDC_PANE_ORDERS);
     panes.trades->CreatePane(&frame(), IDC_PANE_TRADES);
+    panes.positions->CreatePane(&frame(), IDC_PANE_POSITIONS);
     const auto shown = [&panes] {
         std::vector<OrderId> ids;
         CLiveGrid& grid = panes.orders->grid();
@@ -259,6 +265,60 @@ TEST_F(PaneTest, APauseLeavesTheOrdersInTheirLockedOrder) {
     ASSERT_EQ(shown(), (std::vector<OrderId>{1, 2, 3}));
     pump.pause(true);
     EXPECT_EQ(shown(), (std::vector<OrderId>{3, 2, 1}));
+}
+
+// Relative luminance, as the Web Content Accessibility Guidelines 2.1 define it.
+double luminance(COLORREF color) {
+    const auto linear = [](int value) {
+        const double share = value / 255.0;
+        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(GetRValue(color)) + 0.7152 * linear(GetGValue(color)) + 0.0722 * linear(GetBValue(color));
+}
+double contrast(COLORREF one, COLORREF other) {
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+TEST_F(PaneTest, PositionsFlashFromTheirFirstBatchOnAndKeepTheUsersTrends) {
+    for (const COLORREF flash : {palette::kRiseFlash, palette::kFallFlash})
+        EXPECT_GE(contrast(flash, palette::kText), 4.5);
+    EXPECT_GE(contrast(palette::kRiseFlash, palette::kFallFlash), 1.4) << "in lightness too";
+    for (const bool restarted : {false, true}) {
+        SCOPED_TRACE(restarted);
+        auto* const pane = new CPositionsPane(figures, 1);
+        ASSERT_TRUE(pane->CreatePane(&frame(), IDC_PANE_POSITIONS));
+        pane->MoveWindow(0, 0, 780, 300);
+        const auto tell = [&](Price last) {
+            pane->quote({.instrument = 0, .fields = quoteLast | quoteClose, .last = last, .close = 100 * kPriceOne}, 1);
+            processEndofBatchUpdates();
+            pane->batchClosed();
+            pane->showTotals();
+            pane->grid().RedrawWindow();
+        };
+        const auto colourOf = [&](PositionColumn column) {
+            CRect cell;
+            pane->grid().GetSubItemRect(0, static_cast<int>(column), LVIR_LABEL, cell);
+            return ::GetPixel(CClientDC(&pane->grid()), cell.left, cell.top);
+        };
+        pane->instrument({.id = 0, .symbol = "A", .tickSize = kPriceOne});
+        tell(100 * kPriceOne);
+        EXPECT_EQ(colourOf(PositionColumn::last), palette::kBackground);
+        EXPECT_EQ(pane->remark().find("day 0.00 (0.00 %)"), pane->remark().find("day ")) << pane->remark();
+        tell(1100 * kPriceOne);
+        EXPECT_EQ(colourOf(PositionColumn::last), restarted ? 0x123456u : palette::kRiseFlash);
+        EXPECT_EQ(colourOf(PositionColumn::value), palette::kBackground);
+        const Position& position = pane->positions().all()[0];
+        EXPECT_EQ(pane->list().GetItemText(0, static_cast<int>(PositionColumn::day)),
+                  CString(formatted("%+.2f", 1000.0 * static_cast<double>(position.quantity)).c_str()));
+        CFilterListBaseData* const row = pane->grid().rowAt(0);
+        pane->grid().refill([&] { pane->grid().add(row); });
+        tell(1100 * kPriceOne);
+        tell(1000 * kPriceOne);
+        EXPECT_EQ(colourOf(PositionColumn::last), palette::kFallFlash) << "refilled";
+        pane->grid().PosColor = 0x123456;
+        pane->DestroyWindow();
+    }
 }
 
 }  // namespace

@@ -92,12 +92,13 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
     for (const char* half : {"first", "second"})
         EXPECT_NE(run.figure("feed_behind_ms_max_" + std::string(half) + "_half"), "none");
     EXPECT_EQ(run.figure("find_checks"), "19/19");
-    EXPECT_EQ(run.figure("layouts_restored"), "5/5");
+    EXPECT_EQ(run.figure("layouts_restored"), "6/6");
     using namespace palette;
     expectReadable(run, "terminal.png", {kBackground, kSurface, kUp, kDown});
     expectReadable(run, "watch.png", {kBackground, kStripe, kSymbol, kUp, kDown});
     expectReadable(run, "orders.png", {kUpBack, kDownBack, kUp, kDown});
     expectReadable(run, "trades.png", {kBackground, kUp, kDown});
+    expectReadable(run, "positions.png", {kBackground, kText, kRiseFlash, kFallFlash});
     expectReadable(run, "chain.png", {kUpBack, kDownBack, kAtMoney, kSurface, kSymbol});
     for (const char* found : {"find-typed.png", "find-locked.png"})
         expectReadable(run, found, {kUp, kDown, 0x20A5DA, 0x82DDEE});
@@ -111,7 +112,7 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
 TEST(TerminalRun, AProofRunsAloneAndOneWithoutItsGroundFails) {
     const RunResult layout = runTerminal("alone", "--proof layout --seconds 1 --instruments 20");
     EXPECT_EQ(layout.exitCode, 0) << layout.errors;
-    EXPECT_EQ(layout.figure("layouts_restored"), "5/5");
+    EXPECT_EQ(layout.figure("layouts_restored"), "6/6");
     EXPECT_EQ(layout.figure("find_checks"), "none");
     const RunResult find = runTerminal("empty", "--proof find --seconds 1 --speed 0.000001");
     EXPECT_EQ(find.exitCode, 1);
