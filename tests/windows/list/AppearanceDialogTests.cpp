@@ -190,10 +190,18 @@ TEST_F(AppearanceDialogs, KeywordsComeAndGoByKeysAndAreApplied) {
         const test::ModalAnswer answer(dialog.m_hWnd, [](HWND box) { test::chooseColor(box, RGB(7, 8, 9)); });
         press(dialog, IDC_PROPERTY_COLOR);
     }
+    {
+        const test::ModalAnswer answer(dialog.m_hWnd, [](HWND box) {
+            ::SetDlgItemTextA(box, IDC_FONT_SIZE, "12");
+            ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+        });
+        press(dialog, IDC_LIST_FONT);
+        EXPECT_EQ(text(dialog, IDC_LIST_FONT), "MS Shell Dlg 2 (12)");
+    }
     EXPECT_FALSE(list.m_bCustomized);
     keys(dialog, IDC_PROPERTY, {VK_RETURN});
     EXPECT_TRUE(dialog.IsWindowVisible()) << "Enter closes nothing";
-    EXPECT_EQ(stored("CUSTOMIZE_LISTS"), "90807,FF00,MS Shell Dlg 2,8,1,ABCD,30201,ABC,FF00,AB,FF00,");
+    EXPECT_EQ(stored("CUSTOMIZE_LISTS"), "90807,FF00,MS Shell Dlg 2,12,1,ABCD,30201,ABC,FF00,AB,FF00,");
     EXPECT_EQ(list.m_Appearance.pKeywords->GetAt(1), "ABC");
     EXPECT_EQ(list.GetBkColor(), RGB(7, 8, 9));
     EXPECT_TRUE(list.m_bCustomized);
