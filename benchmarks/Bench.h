@@ -34,5 +34,6 @@ void benchSettings(Figures& figures);
 void benchWatch(Figures& figures);
 void benchBlack76(Figures& figures);
 void benchListSort(Figures& figures);
+void benchDialog(Figures& figures);
 void benchTrend(Figures& figures);
 void benchKeywords(Figures& figures);

@@ -29,9 +29,10 @@ const Suite suites[] = {
     {"filter", benchFilter},
     {"pick", benchFilterPick},
     {"fit", benchFit},
+    {"dialog", benchDialog},
+    {"fontcombo", benchFontCombo},
     {"trend", benchTrend},
     {"keywords", benchKeywords},
-    {"fontcombo", benchFontCombo},
 };
 constexpr int kFurtherRuns = 2;
 

@@ -100,6 +100,7 @@ void AppearanceDialog::openOn(CCommonListCtrl& list) {
     ShowWindow(SW_SHOW);
     if (isOpen()) BringWindowToTop();
     if (isOpen()) CenterWindow(&list);
+    if (isOpen()) keepFocusUsable();
 }
 
 // A window that only comes back with its owner keeps what was not applied.
@@ -125,12 +126,15 @@ void AppearanceDialog::columnsRebuilt(const CCommonListCtrl* list) {
         if (dialog->m_hWnd && dialog->m_pParentList == list) dialog->fillColumns();
 }
 
-// The keyboard is of no use in a control that was just hidden or disabled.
+// A control that is disabled loses the focus, to nobody.
 void AppearanceDialog::keepFocusUsable() {
+    if (::GetActiveWindow() != m_hWnd) return;
     const HWND focus = ::GetFocus();
-    if (!focus || !::IsChild(m_hWnd, focus)) return;
-    const auto style = static_cast<DWORD>(::GetWindowLongA(focus, GWL_STYLE));
-    if (!(style & WS_VISIBLE) || (style & WS_DISABLED)) SendMessage(WM_NEXTDLGCTL);
+    const bool isOurs = focus && ::IsChild(m_hWnd, focus);
+    const auto style = isOurs ? static_cast<DWORD>(::GetWindowLongA(focus, GWL_STYLE)) : 0;
+    if ((style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE) return;  // also while the dialog is still hidden
+    const HWND next = ::GetNextDlgTabItem(m_hWnd, isOurs ? focus : nullptr, FALSE);
+    if (next) SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
 }
 
 void AppearanceDialog::OnSysColorChange() {

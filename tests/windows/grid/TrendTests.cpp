@@ -21,7 +21,8 @@ protected:
         grid = std::make_unique<CFilterListCtrl>();
         grid->m_csListName = "trends";
         const std::vector<Column> columns{{"name", 60}, {"last", 60, 0, 5}, {"change", 60, 0, 5}, {"text", 60}};
-        opti ? createOpti(*grid, reverse, columns) : createClassic(*grid, reverse, columns);
+        opti ? createOpti(*grid, columns) : createClassic(*grid, columns);
+        grid->SetReverseDisplay(reverse);
         grid->PosColor = kRise, grid->NegColor = kFall, grid->TrendInterval = kLong;
         for (const char name : names) {
             for (const int column : {1, 2, 3}) set({name}, column, 5);
