@@ -33,12 +33,25 @@ constexpr int kValueColumn = 1, kUserColumn = 2;
 constexpr int kRowsAtStart = 30;
 constexpr std::size_t kMostRows = 60;
 
-// Its memory goes for good when it is deleted.
+// Its memory cannot be touched once it is deleted, until the next grid: a process has only so many addresses.
 struct Mortal {
     void* operator new(std::size_t size) {
         return ::VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
     }
-    void operator delete(void* memory, std::size_t size) { ::VirtualFree(memory, size, MEM_DECOMMIT); }
+    void operator delete(void* memory, std::size_t size) {
+        ::VirtualFree(memory, size, MEM_DECOMMIT);
+        graves().push_back(memory);
+    }
+    static void clearGraves() {
+        for (void* const memory : graves()) ::VirtualFree(memory, 0, MEM_RELEASE);
+        graves().clear();
+    }
+
+private:
+    static std::vector<void*>& graves() {
+        static std::vector<void*> all;
+        return all;
+    }
 };
 
 struct HostRow : CFilterListBaseData, Mortal {
@@ -114,6 +127,7 @@ protected:
         m_quiet = true;
         m_grid.reset();
         while (!m_rows.empty()) forget(m_rows.back());
+        Mortal::clearGraves();
         m_filter.clear();
         m_grid = std::make_unique<MortalGrid>();
         for (const auto& [name, dataType] : {std::pair{"name", 3}, std::pair{"value", 1}}) {
