@@ -3,6 +3,7 @@
 #include "quor/edits/XListCtrl.h"
 #include "quor/foundation/Messages.h"
 #include "quor/platform/proving/UserInput.h"
+#include "quor/platform/proving/WindowCapture.h"
 #include "support/FakeHost.h"
 #include "support/HandleCounts.h"
 #include "support/PictureOracle.h"
