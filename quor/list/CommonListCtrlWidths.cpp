@@ -8,13 +8,13 @@ using namespace quor::list;
 
 // Left of the first column's text the control keeps room for a state image.
 int CCommonListCtrl::LabelIndent(int place) {
+    if (place != 0) return 0;
     CRect bounds, label;
+    const HWND list = m_hWnd;
+    const auto isHere = [&] { return CWnd::FromHandlePermanent(list) == this; };
     const int row = CListCtrl::GetTopIndex();
-    if (place != 0 || !CListCtrl::GetItemRect(row, bounds, LVIR_BOUNDS) ||
-        !CListCtrl::GetItemRect(row, label, LVIR_LABEL)) {
-        return 0;
-    }
-    return label.left - bounds.left;
+    if (!isHere() || !CListCtrl::GetItemRect(row, bounds, LVIR_BOUNDS)) return 0;
+    return isHere() && CListCtrl::GetItemRect(row, label, LVIR_LABEL) ? label.left - bounds.left : 0;
 }
 
 // A double click on the divider right of a heading. The parent hears of it as from the control.
@@ -29,7 +29,9 @@ void CCommonListCtrl::FitColumnToView(const NMHEADER& click) {
         const SelectScope font(&dc, header.GetFont());
         heading = headingWidth(header, dc, click.iItem);
     }
-    CListCtrl::SetColumnWidth(click.iItem, std::max(data == 0 ? 0 : data + LabelIndent(click.iItem), heading));
+    const int cells = data == 0 ? 0 : data + LabelIndent(click.iItem);
+    if (CWnd::FromHandlePermanent(list) != this) return;
+    CListCtrl::SetColumnWidth(click.iItem, std::max(cells, heading));
     NMHEADERA news{};
     news.hdr = {click.hdr.hwndFrom, click.hdr.idFrom, static_cast<UINT>(HDN_DIVIDERDBLCLICKA)};
     news.iItem = click.iItem;
