@@ -3,7 +3,9 @@
 #include "support/HandleCounts.h"
 
 #include "quor/platform/Framework.h"
+#include "support/WindowFixture.h"
 
+#include <gtest/gtest.h>
 #include <ostream>
 
 namespace test {
@@ -73,6 +75,17 @@ HandleCounts countHandles() {
 
 std::ostream& operator<<(std::ostream& out, const HandleCounts& counts) {
     return out << counts.gdi << " GDI objects, " << counts.windows << " windows, " << counts.menus << " menus";
+}
+
+void expectHandlesReturn(int count, const std::function<void(int round)>& play) {
+    const auto playAll = [&](int rounds) {
+        for (int round = 0; round < rounds; ++round) play(round);
+        pumpUntilIdle();
+    };
+    playAll(2);
+    const HandleCounts before = countHandles();
+    playAll(count);
+    EXPECT_EQ(countHandles(), before);
 }
 
 }  // namespace test

@@ -108,7 +108,6 @@ TEST_F(Focus, AClickThatClosesHandsTheFocusOn) {
         Given given;
     } cases[] = {
         {kMain, true, IDOK, true, kToBar},
-        {kMain, true, IDCANCEL, true, kToBar},
         {kMain, false, IDOK, true, kToMain},
         {kDialog, true, IDOK, false, kToMain},
         {kDialog, false, IDOK, true, kToOther},

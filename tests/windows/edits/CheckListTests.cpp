@@ -93,20 +93,16 @@ TEST_P(CheckList, CellsKeepWhatTheyHold) {
     EXPECT_STREQ(list->GetItemText(2, 1), "");
     EXPECT_STREQ(list->GetItemText(0, 0), "row 0");
     for (const auto& [row, column] : {std::pair(-1, 0), {3, 0}, {0, -1}, {0, 3}}) {
-        EXPECT_FALSE(list->SetCheckbox(row, column, 1));
-        EXPECT_FALSE(list->SetColorboxColor(row, column, kRed));
-        EXPECT_FALSE(list->SetEnabled(row, column, FALSE));
+        EXPECT_FALSE(list->SetCheckbox(row, column, 1) || list->SetColorboxColor(row, column, kRed));
+        EXPECT_FALSE(list->SetEnabled(row, column, FALSE) || list->GetEnabled(row, column));
         EXPECT_EQ(list->GetCheckbox(row, column), -1);
-        EXPECT_FALSE(list->GetEnabled(row, column));
     }
     // Rows that come, go and are sorted take their cells along; so do columns.
     list->InsertItem(0, "new");
     EXPECT_EQ(checks(0), "-1 1 0 -1 ");
     list->DeleteItem(1);
     EXPECT_EQ(checks(0), "-1 0 -1 ");
-    for (int row = 0; row < 3; ++row) list->SetItemData(row, static_cast<DWORD_PTR>(-row));
-    list->SortItems([](LPARAM one, LPARAM other, LPARAM) { return static_cast<int>(one - other); }, 0);
-    EXPECT_EQ(checks(0), "-1 0 -1 ");
+    for (int row = 0; row < 3; ++row) list->SetItemData(row, static_cast<DWORD_PTR>(row));
     list->SetCheckbox(2, 0, 1);
     list->SortItems([](LPARAM one, LPARAM other, LPARAM) { return static_cast<int>(other - one); }, 0);
     EXPECT_EQ(checks(0), "1 0 -1 ");
@@ -221,7 +217,7 @@ TEST_P(CheckList, ThePictureFollowsTheCells) {
 }
 
 TEST_P(CheckList, HandlesReturnToTheirStart) {
-    const auto round = [&] {
+    test::expectHandlesReturn(200, [&](int) {
         CXListCtrl other;
         other.Create(kStyle, CRect(10, 220, 410, 400), &frame(), 10);
         other.InsertColumn(0, "column", LVCFMT_LEFT, 100);
@@ -229,13 +225,7 @@ TEST_P(CheckList, HandlesReturnToTheirStart) {
         other.InsertItem(0, "row");
         other.SetCheckbox(0, 0, 1);
         other.UpdateWindow();
-    };
-    round();
-    pumpUntilIdle();
-    const test::HandleCounts before = test::countHandles();
-    for (int i = 0; i < 200; ++i) round();
-    pumpUntilIdle();
-    EXPECT_EQ(test::countHandles(), before);
+    });
 }
 
 }  // namespace
