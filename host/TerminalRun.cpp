@@ -6,6 +6,7 @@
 #include "host/core/WatchStore.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/LogPane.h"
+#include "quor/list/CommonListCtrl.h"
 
 #include <filesystem>
 #include <system_error>
@@ -16,6 +17,24 @@ namespace {
 constexpr const char* kSettingsName = "terminal-settings.ini";
 constexpr const char* kProofName = "restart-settings.ini";
 constexpr const char* kLogName = "terminal.log";
+
+// Files of the library's own: what lists and dialogs look like, and where dialogs stand.
+struct LibraryFiles {
+    const char* lists;
+    const char* dialogs;
+};
+constexpr LibraryFiles kUserFiles{"recovery.ini", "dialogs.ini"};
+constexpr LibraryFiles kProofFiles{"restart-recovery.ini", "restart-dialogs.ini"};
+
+// The library names its files in the code page. For a folder that has no name in it there are none: a bare name would
+// put them elsewhere.
+void useLibraryFiles(const TerminalRun& run, const LibraryFiles& files) {
+    const std::string folder = codePageFolder(run.options.outDirectory);
+    const auto file = [&](const char* name) {
+        return folder.empty() ? CString() : CString((folder + "/" + name).c_str());
+    };
+    CCommonListCtrl::SetRecoveryFiles(file(files.lists), file(files.dialogs));
+}
 }  // namespace
 
 TerminalRun::TerminalRun(const Options& given)
@@ -25,7 +44,9 @@ TerminalRun::TerminalRun(const Options& given)
 
 void TerminalRun::openProofStore() {
     std::error_code none;
-    std::filesystem::remove(systemPath(outPath(kProofName)), none);
+    for (const char* name : {kProofName, kProofFiles.lists, kProofFiles.dialogs})
+        std::filesystem::remove(systemPath(outPath(name)), none);
+    useLibraryFiles(*this, kProofFiles);
     proofStore.load();
     writeFirstUserColumns(proofStore);
     useSettings(&proofStore);
@@ -62,6 +83,7 @@ std::string TerminalRun::open() {
     loadSettings();
     writeFirstUserColumns(settings);
     useSettings(&settings);
+    useLibraryFiles(*this, kUserFiles);
     if (!options.recordFile.empty()) {
         recorder = std::make_unique<TapeRecorder>(options.recordFile);
         if (!recorder->error().empty()) return recorder->error();

@@ -40,7 +40,8 @@ public:
     // What the feed is, for the title: "simulator, 500 instruments" or the tape's name.
     std::string feedName() const;
 
-    // From here on the lists' settings go to a store of this run's own, empty but for the first user columns.
+    // From here on the settings of lists and dialogs go to stores of this run's own, empty but for the first user
+    // columns.
     void openProofStore();
     // Writes that store and reads it from its file again. False: the file could not be written or read.
     bool reopenProofStore();

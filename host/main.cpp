@@ -69,16 +69,6 @@ int tellSettingsLost(const TerminalRun& run, int code) {
     return code == kExitWell ? kExitCheckFailed : code;
 }
 
-// The library names its files in the code page. For a folder that has no name in it there are none: a bare name would
-// put them elsewhere.
-void setRecoveryFiles(const TerminalRun& run) {
-    const std::string folder = codePageFolder(run.options.outDirectory);
-    const auto file = [&](const char* name) {
-        return folder.empty() ? CString() : CString((folder + "/" + name).c_str());
-    };
-    CCommonListCtrl::SetRecoveryFiles(file("recovery.ini"), file("dialogs.ini"));
-}
-
 int badInput(const std::string& message) {
     printError(message);
     return kExitBadInput;
@@ -102,7 +92,6 @@ int runTerminal(Options options) {
     }
     if (options.selfTestFault) run.plantFault = &plantFault;
     run.selfCheck = [&run](const Panes& panes) { return selfCheck(run.feed->tally(), panes, run.options.keep); };
-    setRecoveryFiles(run);
     setAppearance();
     CZTDialog::VisualizationColor();
     const DialogLog dialogs;

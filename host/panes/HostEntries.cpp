@@ -30,6 +30,15 @@ int readOrWrite(int operation, const CString& section, CString& value, std::stri
 void useSettings(SettingsFile* settings) { settingsFile = settings; }
 bool settingStored(const char* section, const char* key) { return settingsFile && settingsFile->get(section, key); }
 
+std::string setting(const char* section, const char* key) {
+    const auto found = settingsFile ? settingsFile->get(section, key) : std::nullopt;
+    return std::string(found.value_or(""));
+}
+
+void keepSetting(const char* section, const char* key, const std::string& value) {
+    if (settingsFile) settingsFile->set(section, key, value);
+}
+
 }  // namespace terminal
 
 // The icon of the library's dialogs.

@@ -3,6 +3,8 @@
 
 #include "host/core/SettingsFile.h"
 
+#include <string>
+
 namespace terminal {
 
 // The store behind the lists' settings. Borrowed; null, the state before this call: nothing is stored and reads fail.
@@ -10,5 +12,9 @@ void useSettings(SettingsFile* settings);
 
 // Whether the store in use has a value under a key.
 bool settingStored(const char* section, const char* key);
+
+// A value of the store in use, "" if it has none; and a new one.
+std::string setting(const char* section, const char* key);
+void keepSetting(const char* section, const char* key, const std::string& value);
 
 }  // namespace terminal

@@ -3,6 +3,7 @@
 #include "host/panes/LevelsMenu.h"
 #include "quor/grid/FilterListCtrl.h"
 #include "quor/list/ListCommands.h"
+#include "quor/lists/MrktWatchListCtrl.h"
 
 #include <algorithm>
 
@@ -29,6 +30,20 @@ void appendColumns(CMenu& menu, CCommonListCtrl& list) {
     menu.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(columns.Detach()), "Columns");
 }
 
+// What each list offers of its looks. A market watch has none of the library's dialogs for them.
+void appendLooks(CMenu& menu, CCommonListCtrl& list) {
+    menu.AppendMenu(MF_SEPARATOR);
+    if (list.m_bGridLinesMenu) menu.AppendMenu(ticked(list.m_bGridLines != 0), kGridLines, "Draw Grid Lines\tShift+G");
+    if (list.m_bCustomizeEnabled) menu.AppendMenu(MF_STRING, kCustomizeAppearance, "Customize \t Ctrl+Shift+C");
+    if (list.m_bUserCustomizeEnabled) menu.AppendMenu(MF_STRING, kUserCustomize, "User Customize");
+    const auto grid = dynamic_cast<CFilterListCtrl*>(&list);
+    if (grid && grid->TrendEnabled) menu.AppendMenu(MF_STRING, kSetTrendColumns, "Set Trend Columns");
+    if (!dynamic_cast<CMrktWatchListCtrl*>(&list)) return;
+    menu.AppendMenu(MF_STRING, kWatchFont, "Font...");
+    menu.AppendMenu(MF_STRING, kWatchBackground, "Background...");
+    menu.AppendMenu(MF_STRING, kWatchTextColour, "Text Colour...");
+}
+
 void appendFilters(CMenu& menu, const CFilterListCtrl& grid) {
     menu.AppendMenu(MF_SEPARATOR);
     menu.AppendMenu(MF_STRING, kToggleFilterBar, "Filter Bar\tCtrl+F");
@@ -47,10 +62,19 @@ void appendSorts(CMenu& menu, CCommonListCtrl& list) {
         menu.AppendMenu(ticked(list.IsAutoSortEnabled() != 0) | byLevels, kAutoSort, "Auto Sort");
 }
 
+bool runLook(CMrktWatchListCtrl* watch, int chosen) {
+    if (!watch) return false;
+    if (chosen == kWatchFont) watch->ShowFontDlg();
+    if (chosen == kWatchBackground) watch->SetBkColorFromDlg();
+    if (chosen == kWatchTextColour) watch->SetTxtColorFromDlg();
+    return chosen == kWatchFont || chosen == kWatchBackground || chosen == kWatchTextColour;
+}
+
 // Carries a chosen item out; what is none of the menu's own goes to the list.
 void run(CCommonListCtrl& list, int chosen) {
     if (chosen >= kFirstColumn && chosen <= kLastColumn) return showOrHideColumn(list, chosen - kFirstColumn);
     if (chosen >= kFirstLevelItem && chosen <= kLastLevelItem) return runLevelItem(list, chosen);
+    if (runLook(dynamic_cast<CMrktWatchListCtrl*>(&list), chosen)) return;
     if (chosen == kAutoSort) return switchAutoSort(list, !list.IsAutoSortEnabled());
     if (chosen == kToggleFilterBar) {
         if (const auto grid = dynamic_cast<CFilterListCtrl*>(&list)) grid->PutListFilter();
@@ -122,8 +146,8 @@ void showListMenu(CCommonListCtrl& list, CPoint point) {
     menu.AppendMenu(MF_STRING, kFitColumnsToData, "Fit to Data");
     menu.AppendMenu(MF_STRING, kFitColumnsToHeader, "Fit to Header");
     menu.AppendMenu(MF_STRING, kFitColumnsToWindow, "Fit to Window");
+    appendLooks(menu, list);
     menu.AppendMenu(MF_SEPARATOR);
-    menu.AppendMenu(ticked(list.m_bGridLines != 0), kGridLines, "Draw Grid Lines");
     appendSorts(menu, list);
     menu.AppendMenu(MF_STRING, kCopyToClipboard, "Copy to Clip Board\tCtrl+C");
     if (grid) appendFilters(menu, *grid);

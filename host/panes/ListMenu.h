@@ -5,6 +5,12 @@
 
 namespace terminal {
 
+// A grid's command; and the items of a market watch, whose three operations the menu calls itself.
+inline constexpr int kSetTrendColumns = 33500;
+inline constexpr int kWatchFont = 0xE010;
+inline constexpr int kWatchBackground = 0xE011;
+inline constexpr int kWatchTextColour = 0xE012;
+
 // Shows the menu at a screen point and has the chosen command carried out. A point of -1, -1 (the menu key) stands for
 // keyboardMenuPoint. Hiding a column that the list is sorted by asks first; the last column cannot be hidden.
 void showListMenu(CCommonListCtrl& list, CPoint point);

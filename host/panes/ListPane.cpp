@@ -129,7 +129,12 @@ LRESULT CListPane::OnFiltersChanged(WPARAM, LPARAM) {
     return 0;
 }
 
-void CListPane::OnContextMenu(CWnd*, CPoint point) { showListMenu(list(), point); }
+// The pane may go while a dialog of the menu is open.
+void CListPane::OnContextMenu(CWnd*, CPoint point) {
+    const HWND window = m_hWnd;
+    showListMenu(list(), point);
+    if (CWnd::FromHandlePermanent(window) == this) menuClosed();
+}
 
 void CListPane::OnSize(UINT type, int width, int height) {
     CBCGPFormView::OnSize(type, width, height);

@@ -63,6 +63,8 @@ protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     // Gives the list its place below the caption strip.
     virtual void layOut();
+    // The context menu has closed, and the dialog with it that one of its items may have run.
+    virtual void menuClosed() {}
 
 private:
     int OnCreate(LPCREATESTRUCT create);

@@ -15,6 +15,7 @@ END_MESSAGE_MAP()
 
 BOOL CLiveGrid::CreateGrid(CWnd* owner, UINT id) {
     const CRect none(0, 0, 0, 0);
+    m_bUserCustomizeEnabled = 1;
     Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
            none, owner, id);
     if (!GetSafeHwnd()) return FALSE;

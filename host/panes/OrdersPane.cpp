@@ -68,6 +68,7 @@ BOOL COrdersPane::createList() {
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&COrdersPane::cellText));
     m_grid.m_bLockSortEnabled = 1;
     if (!m_grid.CreateGrid(this, IDC_ORDERS)) return FALSE;
+    m_grid.m_Appearance.bKeywordsEnabled = 1;
     m_grid.InsertColumnsForList(nullptr);
     if (!settingStored(title(), "SortLockInfo")) lockOnPrice();
     return TRUE;
@@ -116,8 +117,19 @@ int COrdersPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORR
     const bool buy = row.order.side == Side::buy;
     color = buy ? palette::kUp : palette::kDown;
     back = buy ? palette::kUpBack : palette::kDownBack;
+    takeStatusColours(row, color, back);
     m_grid.note(columnIndex, cell);
     return 1;
+}
+
+// A row is painted in the colours of its side, or in those that the user gave to that text.
+void COrdersPane::takeStatusColours(const OrderRow& row, COLORREF& color, COLORREF& back) {
+    const CStringArray* const texts = m_grid.m_Appearance.pUserKeywords;
+    if (!texts || texts->IsEmpty()) return;
+    TextBuffer buffer;
+    CString side;
+    assignText(side, cellOf(row, m_instruments[row.order.instrument], Column::side, buffer));
+    m_grid.GetProperty(color, back, side);
 }
 
 void COrdersPane::instrument(const Instrument& news) {

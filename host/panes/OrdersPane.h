@@ -51,6 +51,7 @@ public:
 private:
     BOOL createList() override;
     int cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int& icon);
+    void takeStatusColours(const OrderRow& row, COLORREF& color, COLORREF& back);
     void add(const Order& order, std::int64_t now);
     void addRow(OrderRow& row);
     void lockOnPrice();

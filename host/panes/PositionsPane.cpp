@@ -101,8 +101,8 @@ int CPositionsPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COL
     const Position& position = positionOf(reinterpret_cast<const void*>(data));
     const std::string_view cell = positionText(position, static_cast<Column>(columnIndex), buffer);
     assignText(text, cell);
-    color = palette::kText;
-    back = palette::kBackground;
+    color = m_grid.m_Appearance.crText;
+    back = m_grid.m_Appearance.crBackground;
     m_grid.note(columnIndex, cell);
     return 1;
 }

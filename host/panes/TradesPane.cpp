@@ -48,6 +48,7 @@ BOOL CTradesPane::createList() {
     describeColumns(kColumns, kColumnCount);
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&CTradesPane::cellText));
     if (!m_grid.CreateGrid(this, IDC_TRADES)) return FALSE;
+    m_grid.m_Appearance.bKeywordsEnabled = 1;
     m_grid.SetReverseDisplay(true);
     m_grid.AnchorView(true);
     m_grid.InsertColumnsForList(nullptr);
@@ -61,8 +62,8 @@ int CTradesPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORR
     const Instrument& instrument = m_instruments[row.trade.instrument].instrument;
     const std::string_view cell = cellOf(row, instrument, static_cast<Column>(columnIndex), buffer);
     assignText(text, cell);
-    color = row.move == Move::up ? palette::kUp : row.move == Move::down ? palette::kDown : palette::kText;
-    back = palette::kBackground;
+    color = row.move == Move::up ? palette::kUp : row.move == Move::down ? palette::kDown : m_grid.m_Appearance.crText;
+    back = m_grid.m_Appearance.crBackground;
     m_grid.note(columnIndex, cell);
     return 1;
 }

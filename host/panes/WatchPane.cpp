@@ -2,18 +2,54 @@
 
 #include "host/core/WatchStore.h"
 #include "host/panes/HeaderPaint.h"
+#include "host/panes/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
 
 namespace terminal {
 
 namespace {
 constexpr int kNamesLeft = 110, kNamesWidth = 150, kNamesDropped = 200;
 
-COLORREF colourOf(const WatchData& data, WatchTone tone, std::string_view text) {
+// Looks that the user chose, in the section of the pane's title; none is stored before.
+constexpr const char* kBackgroundKey = "Background";
+constexpr const char* kTextColourKey = "TextColour";
+constexpr const char* kFontKey = "Font";
+constexpr int kMostPoints = 100;
+constexpr int kBold = 1, kItalic = 2;  // of a font's style; 3 is both
+
+std::string hexText(COLORREF colour) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%06lX", static_cast<unsigned long>(colour));
+    return text;
+}
+
+std::optional<COLORREF> colourOfHex(const std::string& text) {
+    char* end = nullptr;
+    const unsigned long value = std::strtoul(text.c_str(), &end, 16);
+    if (text.size() != 6 || *end) return {};
+    return static_cast<COLORREF>(value);
+}
+
+// "face,points,style"
+std::string shownFont(const CWnd& list) {
+    LOGFONT font{};
+    const CFont* const present = list.GetFont();
+    if (!present || !present->GetLogFont(&font)) return {};
+    const HWND window = list.m_hWnd;
+    int points = 1;
+    while (points < kMostPoints && quor::platform::fontHeight(window, points) > font.lfHeight) ++points;
+    const int style = (font.lfWeight >= FW_BOLD ? kBold : 0) + (font.lfItalic ? kItalic : 0);
+    return std::string(font.lfFaceName) + "," + std::to_string(points) + "," + std::to_string(style);
+}
+
+COLORREF colourOf(const WatchData& data, WatchTone tone, std::string_view text, COLORREF plain) {
     switch (tone) {
         case WatchTone::symbol:
             return palette::kSymbol;
@@ -24,15 +60,13 @@ COLORREF colourOf(const WatchData& data, WatchTone tone, std::string_view text) 
         case WatchTone::sell:
             return palette::kDown;
         case WatchTone::direction:
-            return data.direction == Move::up     ? palette::kUp
-                   : data.direction == Move::down ? palette::kDown
-                                                  : palette::kText;
+            return data.direction == Move::up ? palette::kUp : data.direction == Move::down ? palette::kDown : plain;
         case WatchTone::sign:
-            return text.starts_with('+') ? palette::kUp : text.starts_with('-') ? palette::kDown : palette::kText;
+            return text.starts_with('+') ? palette::kUp : text.starts_with('-') ? palette::kDown : plain;
         case WatchTone::plain:
             break;
     }
-    return palette::kText;
+    return plain;
 }
 }  // namespace
 
@@ -104,6 +138,7 @@ BOOL CWatchPane::createList() {
     m_list.m_csListName = layoutSection().c_str();
     m_list.SetDefaultCols(kWatchShownColumns, shown.data());
     m_list.SortProfileCombo = &m_names;
+    m_list.m_bCustomizeEnabled = 0;  // its looks are its own operations
     m_list.m_bLockSortEnabled = 1;
     m_list.m_bMultiSortEnabled = 1;
     m_list.SetSortOrderChooser(&m_levels);
@@ -111,10 +146,36 @@ BOOL CWatchPane::createList() {
         WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | LVS_REPORT | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
         none, this, IDC_WATCH);
     if (!m_list.GetSafeHwnd()) return FALSE;
+    readLooks();
     m_list.SetExtendedStyle(m_list.GetExtendedStyle() | LVS_EX_DOUBLEBUFFER);
     m_list.InsertColumnsForList(nullptr);
     readSort();
     return TRUE;
+}
+
+// What does not read as it was written is passed over.
+void CWatchPane::readLooks() {
+    if (const auto colour = colourOfHex(setting(title(), kBackgroundKey))) m_list.SetBkColor(*colour);
+    if (const auto colour = colourOfHex(setting(title(), kTextColourKey))) m_list.SetTextColor(*colour);
+    takeFont(setting(title(), kFontKey));
+    m_shownFont = shownFont(m_list);
+}
+
+// "face,points,style"
+void CWatchPane::takeFont(const std::string& font) {
+    const std::size_t style = font.rfind(','), points = style ? font.rfind(',', style - 1) : std::string::npos;
+    if (style == std::string::npos || points == std::string::npos) return;
+    const std::string size = font.substr(points + 1, style - points - 1);
+    if (const int number = std::atoi(size.c_str()); number > 0 && number <= kMostPoints)
+        m_list.SetListFont(font.substr(0, points).c_str(), size.c_str(), std::atoi(font.c_str() + style + 1));
+}
+
+void CWatchPane::menuClosed() {
+    const std::string now = shownFont(m_list);
+    if (now != m_shownFont) keepSetting(title(), kFontKey, now);
+    m_shownFont = now;
+    if (m_list.ListBkColor != CLR_DEFAULT) keepSetting(title(), kBackgroundKey, hexText(m_list.ListBkColor));
+    if (m_list.ListTextColor != CLR_DEFAULT) keepSetting(title(), kTextColourKey, hexText(m_list.ListTextColor));
 }
 
 std::string CWatchPane::layoutSection() const {
@@ -275,7 +336,8 @@ void CWatchPane::drawCell(CDC& dc, const WatchData& data, int columnIndex, const
                           bool selected) {
     const bool own = columnIndex >= kWatchBuiltInColumns;
     const WatchTone tone = own ? userColumnTone(viewOf(text)) : watchColumn(columnIndex).tone;
-    dc.SetTextColor(selected && tone != WatchTone::symbol ? palette::kText : colourOf(data, tone, viewOf(text)));
+    const COLORREF plain = m_list.ListTextColor == CLR_DEFAULT ? palette::kText : m_list.ListTextColor;
+    dc.SetTextColor(selected && tone != WatchTone::symbol ? palette::kText : colourOf(data, tone, viewOf(text), plain));
     drawCellText(dc, text, text.GetLength(), cell, own ? 1 : watchColumn(columnIndex).format);
 }
 
@@ -291,7 +353,10 @@ void CWatchPane::OnDrawItem(int id, LPDRAWITEMSTRUCT item) {
     m_list.GetClientRect(&client);
     area.right = client.right;
     const bool selected = (item->itemState & ODS_SELECTED) != 0;
-    const COLORREF back = selected ? palette::kSelection : row % 2 ? palette::kStripe : palette::kBackground;
+    const COLORREF ground = m_list.ListBkColor != CLR_DEFAULT ? m_list.ListBkColor
+                            : row % 2                         ? palette::kStripe
+                                                              : palette::kBackground;
+    const COLORREF back = selected ? palette::kSelection : ground;
     dc.FillSolidRect(&area, back);
     dc.SetBkMode(TRANSPARENT);
     DrawnRow& drawn = m_list.drawnRows.begin(row, shown);

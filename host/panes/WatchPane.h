@@ -97,6 +97,9 @@ private:
     BOOL createList() override;
     std::string layoutSection() const override;
     void layOut() override;
+    void menuClosed() override;
+    void readLooks();
+    void takeFont(const std::string& font);
     void mark(InstrumentId id);
     void addRow(InstrumentId id);
     void readSort();
@@ -113,6 +116,7 @@ private:
     int m_shown = 0;
     bool m_held = false;  // the list draws nothing until the rows that came are all there
     CFont m_comboFont;
+    std::string m_shownFont;  // as it is stored
     CComboBox m_names;
     CWatchList m_list;
     quor::list::LevelsAsChooser m_levels{m_list.m_arrSortOrder};  // the names that are stored

@@ -6,6 +6,7 @@
 #include "host/proof/BoxGuard.h"
 #include "host/proof/FindProof.h"
 #include "host/proof/LayoutProof.h"
+#include "host/proof/LooksProof.h"
 #include "host/proof/UserHand.h"
 
 #include <cstdio>
@@ -25,6 +26,7 @@ struct Entry {
 // In the order in which they act. The layouts come last: they change what the others look at.
 constexpr Entry kTable[] = {
     {"find", "find_checks", &makeFindProof},
+    {"looks", "looks_checks", &makeLooksProof},
     {"layout", "layouts_restored", &makeLayoutProof},
 };
 

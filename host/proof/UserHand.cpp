@@ -1,9 +1,72 @@
 #include "host/proof/UserHand.h"
 
+#include <utility>
+
 namespace terminal {
 
 namespace {
 constexpr UINT kMenuPatience = 5'000;
+constexpr UINT kLookPeriod = 20;
+
+// What is done inside a loop that is not ours: of a menu, or of a modal dialog. One at a time.
+class Meanwhile {
+public:
+    // `step` is called again and again as long as this lives.
+    explicit Meanwhile(std::function<void()> step)
+        : m_step(std::move(step)), m_timer(::SetTimer(nullptr, 0, kLookPeriod, &tick)) {
+        s_current = this;
+    }
+    ~Meanwhile() {
+        ::KillTimer(nullptr, m_timer);
+        s_current = nullptr;
+    }
+    Meanwhile(const Meanwhile&) = delete;
+    Meanwhile& operator=(const Meanwhile&) = delete;
+
+private:
+    static void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
+        if (s_current) s_current->m_step();
+    }
+    inline static Meanwhile* s_current = nullptr;
+    std::function<void()> m_step;
+    UINT_PTR m_timer;
+};
+
+// False: the menu has not opened yet, or has no such item.
+bool clickItem(UINT command) {
+    constexpr UINT kGetMenu = 0x01E1;
+    const HWND popup = ::FindWindowA("#32768", nullptr);
+    if (!popup || !::IsWindowVisible(popup)) return false;
+    const auto menu = reinterpret_cast<HMENU>(::SendMessageA(popup, kGetMenu, 0, 0));
+    for (int place = 0; place < ::GetMenuItemCount(menu); ++place) {
+        RECT item{};
+        if (::GetMenuItemID(menu, place) != command) continue;
+        if (!::GetMenuItemRect(nullptr, menu, static_cast<UINT>(place), &item)) return false;
+        POINT middle{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
+        ::ScreenToClient(popup, &middle);
+        quor::sendClick(popup, middle);
+        return true;
+    }
+    return false;
+}
+
+HWND dialogOf(HWND owner) {
+    struct Search {
+        HWND owner, found;
+    } search{owner, nullptr};
+    constexpr ULONG_PTR kDialogClass = 0x8002;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND window, LPARAM data) -> BOOL {
+            Search& asked = *reinterpret_cast<Search*>(data);
+            const bool isIt = ::GetWindow(window, GW_OWNER) == asked.owner && ::IsWindowVisible(window) &&
+                              ::GetClassLongPtrA(window, GCW_ATOM) == kDialogClass;
+            if (isIt) asked.found = window;
+            return !isIt;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
 }  // namespace
 
 bool pumpUntil(const std::function<bool()>& condition, ULONGLONG milliseconds) {
@@ -55,6 +118,35 @@ void chooseInMenu(HWND window, POINT point, WORD letter) {
     quor::sendKeys({letter});
     pumpAll();
     ::KillTimer(nullptr, guard);
+}
+
+void clickInMenu(HWND window, POINT point, UINT command) {
+    const ULONGLONG end = ::GetTickCount64() + kMenuPatience;
+    bool chosen = false;
+    const Meanwhile choosing([&] {
+        if (!chosen) chosen = clickItem(command);
+        if (::GetTickCount64() >= end) ::EndMenu();
+    });
+    quor::sendClick(window, point, quor::MouseButton::right);
+    pumpAll();
+}
+
+bool throughDialog(HWND owner, const std::function<void()>& open, const std::function<void(HWND dialog)>& answer) {
+    bool answered = false, cancelled = false;
+    ULONGLONG end = 0;
+    const Meanwhile answering([&] {
+        const HWND dialog = dialogOf(::GetAncestor(owner, GA_ROOT));
+        if (!dialog || cancelled) return;
+        if (!std::exchange(answered, true)) {
+            end = ::GetTickCount64() + kPatience;
+            answer(dialog);
+        } else if (::GetTickCount64() >= end) {
+            cancelled = true;
+            ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+        }
+    });
+    open();
+    return answered && !cancelled;
 }
 
 }  // namespace terminal

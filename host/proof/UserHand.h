@@ -28,5 +28,11 @@ void type(const std::string& text);
 
 // Opens a menu by the right button and presses the letter of an item.
 void chooseInMenu(HWND window, POINT point, WORD letter);
+// The same by a click on the item with the command.
+void clickInMenu(HWND window, POINT point, UINT command);
+
+// Does `open`, which lets `owner` run a modal dialog, and `answer` once that dialog shows. What the answer sends is
+// taken by the dialog; one that is still open after a while is cancelled. False: none came, or it was cancelled.
+bool throughDialog(HWND owner, const std::function<void()>& open, const std::function<void(HWND dialog)>& answer);
 
 }  // namespace terminal

@@ -93,6 +93,7 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
         EXPECT_NE(run.figure("feed_behind_ms_max_" + std::string(half) + "_half"), "none");
     EXPECT_EQ(run.figure("find_checks"), "19/19");
     EXPECT_EQ(run.figure("layouts_restored"), "6/6");
+    EXPECT_EQ(run.figure("looks_checks"), "27/27");
     using namespace palette;
     expectReadable(run, "terminal.png", {kBackground, kSurface, kUp, kDown});
     expectReadable(run, "watch.png", {kBackground, kStripe, kSymbol, kUp, kDown});
