@@ -8,6 +8,7 @@
 #include "host/resource/resource.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -31,10 +32,10 @@ std::string hexText(COLORREF colour) {
 }
 
 std::optional<COLORREF> colourOfHex(const std::string& text) {
-    char* end = nullptr;
-    const unsigned long value = std::strtoul(text.c_str(), &end, 16);
-    if (text.size() != 6 || *end) return {};
-    return static_cast<COLORREF>(value);
+    COLORREF value = 0;
+    const char* const end = text.data() + text.size();
+    if (text.size() != 6 || std::from_chars(text.data(), end, value, 16).ptr != end) return {};
+    return value;
 }
 
 // "face,points,style"

@@ -209,7 +209,8 @@ void Steps::addKeyword(CWnd& dialog, const std::string& keyword, int table, int 
 void Steps::customizeTrades() {
     CTradesPane& pane = m_panes.trades;
     CLiveGrid& grid = pane.grid();
-    const auto* const row = static_cast<const TradeRow*>(grid.rowAt(grid.GetTopIndex()));
+    // Of the second row: the first is selected by the menu's click, and painted so.
+    const auto* const row = static_cast<const TradeRow*>(grid.rowAt(grid.GetTopIndex() + 1));
     const std::string symbol = m_run.feed->tally().instruments()[row->trade.instrument].instrument.symbol;
     const Looks before = looksOf(grid);
     CWnd* const dialog = open(
@@ -347,11 +348,11 @@ public:
     std::string missing(CMainFrame& frame) override {
         const ListPanes panes = frame.panes();
         const std::pair<const char*, int> rows[] = {{"orders", panes.orders.grid().GetDisplayCount()},
-                                                    {"trades", panes.trades.grid().GetDisplayCount()},
+                                                    {"trades", panes.trades.grid().GetDisplayCount() - 1},
                                                     {"positions", panes.positions.grid().GetDisplayCount()},
                                                     {"watch", panes.watch.list().GetItemCount()}};
         for (const auto& [name, count] : rows)
-            if (count == 0) return std::string("a row in the pane of the ") + name;
+            if (count <= 0) return std::string("rows in the pane of the ") + name;
         if (CCommonListCtrl::m_csGetRecoveryFile.IsEmpty()) return "a folder that has a name in the code page";
         return {};
     }

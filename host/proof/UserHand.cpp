@@ -8,27 +8,29 @@ namespace {
 constexpr UINT kMenuPatience = 5'000;
 constexpr UINT kLookPeriod = 20;
 
-// What is done inside a loop that is not ours: of a menu, or of a modal dialog. One at a time.
+// What is done inside a loop that is not ours: of a menu, or of a modal dialog. The item of a menu may open a dialog:
+// the outer ones go on.
 class Meanwhile {
 public:
     // `step` is called again and again as long as this lives.
     explicit Meanwhile(std::function<void()> step)
-        : m_step(std::move(step)), m_timer(::SetTimer(nullptr, 0, kLookPeriod, &tick)) {
+        : m_step(std::move(step)), m_outer(s_current), m_timer(::SetTimer(nullptr, 0, kLookPeriod, &tick)) {
         s_current = this;
     }
     ~Meanwhile() {
         ::KillTimer(nullptr, m_timer);
-        s_current = nullptr;
+        s_current = m_outer;
     }
     Meanwhile(const Meanwhile&) = delete;
     Meanwhile& operator=(const Meanwhile&) = delete;
 
 private:
     static void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
-        if (s_current) s_current->m_step();
+        for (const Meanwhile* each = s_current; each; each = each->m_outer) each->m_step();
     }
-    inline static Meanwhile* s_current = nullptr;
+    inline static const Meanwhile* s_current = nullptr;
     std::function<void()> m_step;
+    const Meanwhile* m_outer;
     UINT_PTR m_timer;
 };
 
@@ -133,16 +135,18 @@ void clickInMenu(HWND window, POINT point, UINT command) {
 
 bool throughDialog(HWND owner, const std::function<void()>& open, const std::function<void(HWND dialog)>& answer) {
     bool answered = false, cancelled = false;
-    ULONGLONG end = 0;
+    ULONGLONG end = ::GetTickCount64() + kPatience;
+    const HWND root = ::GetAncestor(owner, GA_ROOT);
     const Meanwhile answering([&] {
-        const HWND dialog = dialogOf(::GetAncestor(owner, GA_ROOT));
-        if (!dialog || cancelled) return;
-        if (!std::exchange(answered, true)) {
+        const HWND dialog = dialogOf(root);
+        if (cancelled) return;
+        if (dialog && !std::exchange(answered, true)) {
             end = ::GetTickCount64() + kPatience;
             answer(dialog);
-        } else if (::GetTickCount64() >= end) {
+        } else if (::GetTickCount64() >= end) {  // whatever it is that holds the program
             cancelled = true;
-            ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+            const HWND holder = dialog ? dialog : ::GetActiveWindow();
+            if (holder != root) ::PostMessageA(holder, WM_COMMAND, IDCANCEL, 0);
         }
     });
     open();

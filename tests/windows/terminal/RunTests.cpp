@@ -93,7 +93,7 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
         EXPECT_NE(run.figure("feed_behind_ms_max_" + std::string(half) + "_half"), "none");
     EXPECT_EQ(run.figure("find_checks"), "19/19");
     EXPECT_EQ(run.figure("layouts_restored"), "6/6");
-    EXPECT_EQ(run.figure("looks_checks"), "27/27");
+    EXPECT_EQ(run.figure("looks_checks"), "30/30");
     using namespace palette;
     expectReadable(run, "terminal.png", {kBackground, kSurface, kUp, kDown});
     expectReadable(run, "watch.png", {kBackground, kStripe, kSymbol, kUp, kDown});
@@ -101,6 +101,9 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
     expectReadable(run, "trades.png", {kBackground, kUp, kDown});
     expectReadable(run, "positions.png", {kBackground, kText, kRiseFlash, kFallFlash});
     expectReadable(run, "chain.png", {kUpBack, kDownBack, kAtMoney, kSurface, kSymbol});
+    expectReadable(run, "looks-trades.png", {0x800000, 0x80FFFF});
+    expectReadable(run, "looks-flash.png", {kBackground, kText, 0x408000});
+    expectReadable(run, "looks-watch.png", {kSymbol, kUp, kDown, 0x000040});
     for (const char* found : {"find-typed.png", "find-locked.png"})
         expectReadable(run, found, {kUp, kDown, 0x20A5DA, 0x82DDEE});
     expectReadable(run, "find-popup.png", {kUp, kDown, kSurface});
@@ -169,7 +172,7 @@ TEST(TerminalTape, TradesTapeAtFullSpeedShowsEveryTrade) {
     EXPECT_EQ(run.figure("ending"), "end of tape");
     EXPECT_EQ(run.figure("ticks"), "11419");
     EXPECT_EQ(run.figure("rows"), "11420");  // one instrument and its trades; the orders pane stays empty
-    EXPECT_EQ(run.figure("find_checks"), "none");
+    for (const char* proof : {"find_checks", "looks_checks"}) EXPECT_EQ(run.figure(proof), "none");
     expectIn(run.read("terminal.log"), {"AMZN: last price 220.51", "Feed: " + testFolder() + "\\" + name + ".csv"});
     for (const char* file : {"terminal.png", "terminal-settings.ini"}) EXPECT_NE(run.read(file), "") << file;
     expectIn(readFile(record), {"quor-tape 1"});
