@@ -208,7 +208,7 @@ TEST(TerminalTape, WhatCannotRunEndsBeforeAnyWindow) {
     const std::pair<std::string, std::vector<std::string>> cases[] = {
         {"--speed 0", {"--speed: found \"0\""}},
         {"--no-such-option", {"--no-such-option"}},
-        {"--proof nothing", {"--proof: found \"nothing\", expected find or layout"}},
+        {"--proof nothing", {"--proof: found \"nothing\", expected find or looks or layout"}},
         {"--tape \"" + missing + "\"", {missing}},
         {taped("bad.csv", tradesTape(500) + badLine), {"bad.csv", "502", "cheap"}}};
     for (const auto& [line, told] : cases) {
