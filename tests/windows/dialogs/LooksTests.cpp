@@ -128,6 +128,26 @@ TEST_F(Looks, TheBrushHasTheThemesColour) {
     CBCGPVisualManager::DestroyInstance();
 }
 
+class HearingEdit : public CEdit {
+public:
+    int heard = 0;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        heard += message == WM_SYSCOLORCHANGE;
+        return CEdit::WindowProc(message, wParam, lParam);
+    }
+};
+
+TEST_F(Looks, ControlsHearOfNewSystemColours) {
+    TestDialog dialog;
+    dialog.open(frame());
+    HearingEdit control;
+    control.SubclassDlgItem(IDC_TEXT, &dialog);
+    dialog.SendMessage(WM_SYSCOLORCHANGE);
+    EXPECT_EQ(control.heard, 1);
+}
+
 class RecordingWatcher : public CWatcher {
 public:
     std::vector<std::pair<int, CZTDialog*>> events;
