@@ -37,6 +37,7 @@ BEGIN_MESSAGE_MAP(CZTDialog, CZTBCGPDialog)
     ON_WM_SYSCOMMAND()
     ON_WM_EXITSIZEMOVE()
     ON_WM_ENTERSIZEMOVE()
+    ON_WM_SYSCOLORCHANGE()
     // Scroll bars.
     ON_WM_HSCROLL()
     ON_WM_VSCROLL()
@@ -145,6 +146,12 @@ void CZTDialog::OnCancel() {
     if (CWnd::FromHandlePermanent(window) != this) return;
     m_bClosedByCancel = true;
     if (m_pDgBar && m_bReturnFocusToBar) m_pDgBar->SetFocus();
+}
+
+// Windows tells top-level windows alone; controls whose colours nobody set follow it too.
+void CZTDialog::OnSysColorChange() {
+    CZTBCGPDialog::OnSysColorChange();
+    SendMessageToDescendants(WM_SYSCOLORCHANGE);
 }
 
 // --- System menu, move and size ------------------------------------------------------------------------------------

@@ -138,6 +138,7 @@ protected:
     afx_msg void OnShowWindow(BOOL bShow, UINT nStatus);
     afx_msg void OnWindowPosChanged(WINDOWPOS* pPos);
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnSysColorChange();
     afx_msg void OnSysCommand(UINT nID, LPARAM lParam);
     afx_msg void OnEnterSizeMove();
     afx_msg void OnExitSizeMove();

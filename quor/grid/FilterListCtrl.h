@@ -289,7 +289,7 @@ protected:
     // Rows are asked for anew once the columns came from a file.
     void OnColumnsImported() override { PopulateList(); }
     void OnColumnsMoved(const std::vector<int>& moved) override;
-    void OnColumnsRebuilt() override;
+    void OnColumnsRebuilt(bool shown) override;
     // A heading that tells counts is read as that of the column under it, so that the column keeps its width.
     CString KnownHeading(int item, const CString& shown) override;
     // Decimals are grouped, and a column of icons shows none.
@@ -365,6 +365,8 @@ private:
     bool matchesExactly() const { return MatchExact != 0 || MatchExactSticky != 0; }
     int placeOf(int columnIndex) const;
     char* filterBuffer();
+    void showFilters();
+    void tellFilterEnded();
     LRESULT forwardToOwner(NMHDR* header);
     void OnFilterChange(NMHDR* header);
     void OnFilterButtonClicked(NMHDR* header, LRESULT* result);
@@ -399,9 +401,10 @@ private:
 
     int DoFilter = 1;
     int FilterBarVisible = 0;
-    BYTE MatchExact = 0;        // of the next rebuild
-    BYTE MatchExactSticky = 0;  // the user's choice in the menu
-    int FilterEditColumn = 0;   // place of the field that has the keyboard
+    BYTE MatchExact = 0;         // of the next rebuild
+    BYTE MatchExactSticky = 0;   // the user's choice in the menu
+    bool m_filterEnded = false;  // with its column; the owner was not told
+    int FilterEditColumn = 0;    // place of the field that has the keyboard
     std::unique_ptr<char, decltype(&std::free)> FilterTextBuffer{nullptr, &std::free};
     std::size_t FilterTextBytes = 0;  // of the buffer, from its start, that are not zero
 

@@ -69,6 +69,30 @@ int CFilterListCtrl::GetHeaderText(int place, CString& text) {
     return text.GetLength();
 }
 
+// Fields are new with their columns. They say what filters already; nobody is told.
+void CFilterListCtrl::showFilters() {
+    const Presence presence(*this);
+    const int former = std::exchange(DoFilter, 0);
+    for (int i = 0; !presence.gone() && m_header.m_hWnd && i < m_parts->filters.count(); ++i) {
+        CString text = m_parts->filters.textAt(i);
+        const int place = placeOf(m_parts->filters.columnAt(i));
+        if (place >= 0)
+            quor::NarrowFilterItem(text.GetBuffer(), static_cast<int>(kFilterBufferSize))
+                .send(m_header.m_hWnd, HDM_SETITEMA, place);
+    }
+    if (!presence.gone()) DoFilter = former;
+}
+
+// As the header tells of a cleared field; it has none for a column that went.
+void CFilterListCtrl::tellFilterEnded() {
+    if (m_header.m_hWnd) m_header.Invalidate(FALSE);
+    if (!DoFilter) return;
+    NMHEADERA change{};
+    change.hdr = {m_header.m_hWnd, 0, static_cast<UINT>(HDN_FILTERCHANGE)};
+    change.iItem = -1;
+    forwardToOwner(&change.hdr);
+}
+
 void CFilterListCtrl::PutListFilter() {
     if (!m_header.m_hWnd) return;
     showFilterBar(!FilterBarVisible);

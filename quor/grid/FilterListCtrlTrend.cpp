@@ -67,7 +67,9 @@ void CFilterListCtrl::GetTrendColumns(CArray<int, int>& columns) const {
 
 void CFilterListCtrl::OnColumnsMoved(const std::vector<int>& moved) {
     CCommonListCtrl::OnColumnsMoved(moved);
-    m_parts->rows.trends().moveColumns(moved, static_cast<int>(m_arrColumns.GetSize()));
+    const int count = static_cast<int>(m_arrColumns.GetSize());
+    m_parts->rows.trends().moveColumns(moved, count);
+    if (m_parts->filters.moveColumns(moved, count)) m_filterEnded = true;
     startTrendTimer();
 }
 

@@ -6,6 +6,7 @@
 #include "quor/resource/resource.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 using namespace quor::grid;
@@ -39,7 +40,6 @@ std::vector<CListTrendSetting*>& allDialogs() {
 IMPLEMENT_DYNAMIC(CListTrendSetting, CZTDialog)
 
 BEGIN_MESSAGE_MAP(CListTrendSetting, CZTDialog)
-    ON_WM_SYSCOLORCHANGE()
     ON_WM_HSCROLL()
     ON_BN_CLICKED(IDC_TREND_BACKGROUND, &CListTrendSetting::OnBnClickedBackground)
     ON_BN_CLICKED(IDC_TREND_TEXT, &CListTrendSetting::OnBnClickedText)
@@ -223,11 +223,6 @@ void CListTrendSetting::OnHScroll(UINT code, UINT position, CScrollBar* bar) {
     CZTDialog::OnHScroll(code, position, bar);
 }
 
-void CListTrendSetting::OnSysColorChange() {
-    CZTDialog::OnSysColorChange();
-    SendMessageToDescendants(WM_SYSCOLORCHANGE);
-}
-
 // Neither box checked counts as background.
 void CListTrendSetting::OnBnClickedOk() {
     if (m_pFilterList) {
@@ -251,7 +246,9 @@ void CFilterListCtrl::OnSetTrendColumns() {
     if (CListTrendSetting* const dialog = CListTrendSetting::shared(*this)) dialog->openOn(*this);
 }
 
-void CFilterListCtrl::OnColumnsRebuilt() {
-    CCommonListCtrl::OnColumnsRebuilt();
+void CFilterListCtrl::OnColumnsRebuilt(bool shown) {
+    CCommonListCtrl::OnColumnsRebuilt(shown);
     CListTrendSetting::columnsRebuilt(this);
+    if (shown) showFilters();
+    if (std::exchange(m_filterEnded, false)) tellFilterEnded();
 }

@@ -40,7 +40,6 @@ public:
     BOOL PreTranslateMessage(MSG* message) override;
 
 protected:
-    afx_msg void OnSysColorChange();
     afx_msg void OnHScroll(UINT code, UINT position, CScrollBar* bar);
     afx_msg void OnBnClickedBackground();
     afx_msg void OnBnClickedText();

@@ -37,7 +37,6 @@ IMPLEMENT_DYNAMIC(AppearanceDialog, CZTDialog)
 
 BEGIN_MESSAGE_MAP(AppearanceDialog, CZTDialog)
     ON_WM_SHOWWINDOW()
-    ON_WM_SYSCOLORCHANGE()
     ON_BN_CLICKED(IDC_LIST_FONT, &AppearanceDialog::OnFont)
     ON_BN_CLICKED(IDC_ADD_KEYWORD, &AppearanceDialog::OnAddKeyword)
     ON_BN_CLICKED(IDC_APPLY_APPEARANCE, &AppearanceDialog::OnApply)
@@ -135,11 +134,6 @@ void AppearanceDialog::keepFocusUsable() {
     if ((style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE) return;  // also while the dialog is still hidden
     const HWND next = ::GetNextDlgTabItem(m_hWnd, isOurs ? focus : nullptr, FALSE);
     if (next) SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
-}
-
-void AppearanceDialog::OnSysColorChange() {
-    CZTDialog::OnSysColorChange();
-    SendMessageToDescendants(WM_SYSCOLORCHANGE);
 }
 
 // --- Keywords ------------------------------------------------------------------------------------------------------

@@ -77,7 +77,6 @@ protected:
 
     void OnOK() override;
     afx_msg void OnShowWindow(BOOL show, UINT status);
-    afx_msg void OnSysColorChange();
     afx_msg void OnFont();
     afx_msg void OnAddKeyword();
     afx_msg void OnApply();

@@ -31,6 +31,10 @@ typedef int (CWnd::*TextColorCallback)(DWORD_PTR rowData, COLORREF& color, int, 
 typedef int (CWnd::*TextColorWithLineCallback)(DWORD_PTR rowData, COLORREF& color, int, int, int line);
 typedef int (CWnd::*ToolTipTextCallback)(int row, int place, CString& text);
 
+namespace quor::list {
+struct ColumnNumbers;
+}
+
 class QUOR_CONTROLS_API CCommonListCtrl : public CListCtrl {
     DECLARE_DYNAMIC(CCommonListCtrl)
 
@@ -376,11 +380,11 @@ protected:
     virtual bool ExportMarketWatch(const CString& name, const CString& file);
     virtual bool ImportMarketWatch(const CString& file);
     // Columns were numbered anew: `moved` has the new columnIndex for each former one, -1 for a column that went.
-    // Carries the numbers kept elsewhere along: here the keyword column, which ends with its column.
+    // Carries the numbers kept elsewhere along, which end with their columns: here lock, levels and keyword column.
     virtual void OnColumnsMoved(const std::vector<int>& moved);
-    // The columns stand as they were built anew. Here an open dialog that shows them takes them over; runs before the
-    // parent is told.
-    virtual void OnColumnsRebuilt();
+    // The columns stand as they were built anew; not `shown`: the control still has the former ones. Here an open
+    // dialog that shows them takes them over; runs before the parent is told.
+    virtual void OnColumnsRebuilt(bool shown);
     // Columns were imported and the parent was told; here nothing is left to do.
     virtual void OnColumnsImported();
     // On a category list: makes a user column read-only.
@@ -408,10 +412,13 @@ protected:
     // The lock that is stored under the list's name; its end if it names a column that the list does not have.
     void ReadSortLockInfo();
     void DropSortLockOutsideColumns();
-    // For an import, which numbers columns anew: lock and levels stay with the headings of their columns, or end with
-    // them. `locked` is what the first gave before. A lock that moved with columns worth storing is stored with them.
-    CString LockedHeading() const;
-    void FollowSortColumns(const CString& locked, bool imported);
+    // Around whatever numbers or places columns anew. What was kept by number stays with the heading of its column
+    // (OnColumnsMoved), sorted places and arrows follow theirs, or end with them. The first is taken before, the second
+    // gives the new numbers, the last comes once the control shows the columns. A lock that moved with columns worth
+    // storing is stored with them.
+    quor::list::ColumnNumbers TakeColumnNumbers() const;
+    std::vector<int> FollowNumbers(const quor::list::ColumnNumbers& before, bool imported);
+    void FollowPlaces(const quor::list::ColumnNumbers& before, const std::vector<int>& moved);
     void SaveMovedSortLock();
     // The levels of the multi-column sort in a section of the store. `name` is what a line in the log calls them.
     void ReadSortLevels(const CString& section, const CString& name);
@@ -429,7 +436,7 @@ private:
     // Columns.
     void InsertColumnsForList_Recursive(int* unused);
     bool TakeColumnsFrom(CString file);
-    std::vector<int> ColumnsByHeading(const std::vector<CString>& headings) const;
+    std::vector<CString> Headings() const;
     void InsertColumnRecord(int place, int columnIndex, int width);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);

@@ -1,5 +1,6 @@
 // The column set: how it is built, replaced and sized. What is decided about it stands in core/.
 #include "quor/foundation/Messages.h"
+#include "quor/list/ColumnNumbers.h"
 #include "quor/list/CommonListCtrlParts.h"
 #include "quor/list/ListCommands.h"
 #include "quor/list/core/ColumnArrays.h"
@@ -71,7 +72,7 @@ void CCommonListCtrl::InsertColumnsForList_Recursive(int*) {
     m_parts->takePlan(plan);
     DropSortLockOutsideColumns();
     m_parts->showPlan(plan);
-    OnColumnsRebuilt();
+    OnColumnsRebuilt(true);
     if (!plan.readsSortOrder) return;
     ReadSortOrderProfile();
     if (m_bMultiSortActive) DrawHeaderSortImageForMultiSortMode(1, true);
@@ -134,6 +135,7 @@ BOOL CCommonListCtrl::DeleteColumn(int place) {
 }
 
 void CCommonListCtrl::LoadHeaders(CArray<int, int>* columns, CArray<int, int>* widths) {
+    const ColumnNumbers before = TakeColumnNumbers();
     const ShownColumns shown =
         showColumns(static_cast<int>(m_arrColumns.GetCount()), toVector(*columns), toVector(*widths));
     assign(m_arrOrder, shown.order);
@@ -147,7 +149,8 @@ void CCommonListCtrl::LoadHeaders(CArray<int, int>* columns, CArray<int, int>* w
         int place = 0;
         for (const int column : shown.bySequence) InsertColumnRecord(place++, column, m_arrWidth.GetAt(column));
     }
-    OnColumnsRebuilt();
+    FollowPlaces(before, movedColumns(before.headings, before.headings));
+    OnColumnsRebuilt(true);
     NotifyColumnsRebuilt(0);
 }
 

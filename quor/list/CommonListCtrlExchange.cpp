@@ -1,4 +1,5 @@
 // Column sets that travel: export to a file, import from one, and both over all lists of the process.
+#include "quor/list/ColumnNumbers.h"
 #include "quor/list/CommonListCtrlParts.h"
 #include "quor/list/core/ColumnImport.h"
 #include "quor/platform/tools/QuorTools.h"
@@ -18,14 +19,13 @@ void CCommonListCtrl::ExportColumnToFile(CString file) {
 }
 
 void CCommonListCtrl::ImportColumnsFromFile(CString file) {
-    const CString locked = LockedHeading();
-    std::vector<CString> headings;
-    for (INT_PTR i = 0; i < m_arrColumns.GetCount(); ++i) headings.emplace_back(m_arrColumns.GetAt(i).szColumnName);
+    const ColumnNumbers before = TakeColumnNumbers();
     const bool imported = TakeColumnsFrom(file);
-    FollowSortColumns(locked, imported);
-    OnColumnsMoved(ColumnsByHeading(headings));
-    OnColumnsRebuilt();
-    if (!imported) return;
+    const std::vector<int> moved = FollowNumbers(before, imported);
+    if (imported) FollowPlaces(before, moved);
+    const HWND window = m_hWnd;
+    OnColumnsRebuilt(imported);  // an owner that hears of a filter's end may end the list
+    if (!imported || !::IsWindow(window)) return;
     const bool parentLives = isLive(GetParent());
     NotifyColumnsRebuilt(m_bGroupList ? 0 : 1);
     if (parentLives && !m_bGroupList) OnColumnsImported();
@@ -59,24 +59,6 @@ bool CCommonListCtrl::DoesColumnExist(const CString& heading, int* index, int* f
     seen->Add(column);
     *found = column;
     return true;
-}
-
-// Where the columns with these headings stand now, each the former owner of its place in the array; -1 nowhere.
-std::vector<int> CCommonListCtrl::ColumnsByHeading(const std::vector<CString>& headings) const {
-    const int count = static_cast<int>(m_arrColumns.GetCount());
-    const auto headingAt = [this](int i) { return CString(m_arrColumns.GetAt(i).szColumnName); };
-    std::vector<int> columns;
-    for (const CString& heading : headings) {
-        const int former = static_cast<int>(columns.size());
-        columns.push_back(findHeading(count, headingAt, heading, former < count ? former : 0));
-    }
-    return columns;
-}
-
-void CCommonListCtrl::OnColumnsMoved(const std::vector<int>& moved) {
-    int& column = m_Appearance.iKeywordColumn;
-    if (column >= 0)
-        column = static_cast<std::size_t>(column) < moved.size() ? moved[static_cast<std::size_t>(column)] : -1;
 }
 
 void CCommonListCtrl::ExportColumns(CString name, CString file) {

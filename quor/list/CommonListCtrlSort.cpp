@@ -274,32 +274,6 @@ void CCommonListCtrl::EndSortLock() {
     m_nLockSortOrder = 0;
 }
 
-CString CCommonListCtrl::LockedHeading() const {
-    const bool names = m_nLockSortColumn >= 0 && m_nLockSortColumn < m_arrColumns.GetCount();
-    return names ? m_arrColumns.GetAt(m_nLockSortColumn).szColumnName : "";
-}
-
-void CCommonListCtrl::FollowSortColumns(const CString& locked, bool imported) {
-    const int count = static_cast<int>(m_arrColumns.GetCount());
-    const auto headingAt = [this](int i) { return CString(m_arrColumns.GetAt(i).szColumnName); };
-    const auto numberOf = [&](const CString& heading, int former) {
-        return findHeading(count, headingAt, heading, former < count ? former : 0);
-    };
-    if (const int former = m_nLockSortColumn; former >= 0) {
-        m_nLockSortColumn = numberOf(locked, former);
-        if (m_nLockSortColumn != former && imported && m_bSortLocked) m_parts->sortLockMoved = true;
-        if (m_nLockSortColumn < 0) EndSortLock();
-    }
-    for (INT_PTR i = m_arrSortOrder.GetUpperBound(); i >= 0; --i) {
-        ColumnSortInfo& level = m_arrSortOrder[i];
-        level.iColumnIndex = numberOf(level.csColumnName, level.iColumnIndex);
-        if (level.iColumnIndex >= 0) continue;
-        if (m_parts->sortOrderChooser) m_parts->sortOrderChooser->removeName(level.csColumnName);
-        m_arrSortOrder.RemoveAt(i);
-    }
-    if (m_arrSortOrder.IsEmpty()) m_bMultiSortActive = 0;
-}
-
 void CCommonListCtrl::SaveMovedSortLock() {
     if (!m_parts->sortLockMoved) return;
     m_parts->sortLockMoved = false;

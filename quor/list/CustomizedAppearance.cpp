@@ -231,4 +231,4 @@ void CCommonListCtrl::OnCustomize() {
     if (CCustomizedAppearance* const dialog = CCustomizedAppearance::shared(*this)) dialog->openOn(*this);
 }
 
-void CCommonListCtrl::OnColumnsRebuilt() { AppearanceDialog::columnsRebuilt(this); }
+void CCommonListCtrl::OnColumnsRebuilt(bool) { AppearanceDialog::columnsRebuilt(this); }

@@ -114,6 +114,9 @@ int CMrktWatchListCtrl::InsertMrktColumn(int place, CString name, int format, in
     column.iFormat = format;
     column.iWidth = width;
     const int columnIndex = static_cast<int>(m_arrColumns.Add(column));
+    for (int* sorted : {&m_nSortCol, &m_nLastSortCol})
+        if (order >= 0 && *sorted >= order && *sorted < m_arrVisible.GetCount()) ++*sorted;
+    if (order == 0) m_nFirstColumn = columnIndex;
     if (order >= 0) {
         for (INT_PTR i = 0; i < m_arrOrder.GetCount(); ++i)
             if (m_arrOrder.GetAt(i) >= order) m_arrOrder.SetAt(i, m_arrOrder.GetAt(i) + 1);

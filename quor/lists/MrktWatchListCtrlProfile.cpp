@@ -2,6 +2,7 @@
 #include "quor/expression/core/CustomColumnDependents.h"
 #include "quor/foundation/Messages.h"
 #include "quor/foundation/core/Globals.h"
+#include "quor/list/ColumnNumbers.h"
 #include "quor/list/ListSettings.h"
 #include "quor/lists/MrktWatchListCtrlParts.h"
 #include "quor/lists/core/WatchColumns.h"
@@ -109,9 +110,9 @@ bool CMrktWatchListCtrl::ImportMarketWatch(const CString& file) {
 }
 
 void CMrktWatchListCtrl::ImportColumnsFromFile(CString file) {
-    const CString locked = LockedHeading();
+    const ColumnNumbers before = TakeColumnNumbers();
     const bool imported = TakeColumnsFrom(file);
-    FollowSortColumns(locked, imported);
+    FollowPlaces(before, FollowNumbers(before, imported));
     if (!imported) return;
     if (CWnd* parent = GetParent(); isLive(parent))
         parent->SendMessage(WM_LIST_COLUMNS_REBUILT, static_cast<WPARAM>(GetDlgCtrlID()), 0);

@@ -73,7 +73,7 @@ MUTANTS = [
          ">5 lets 5 pass"),
     core("filter-several-limits", "grid/core/FilterTokens.cpp", "m_greater = std::min(m_greater, number);",
          "m_greater = std::max(m_greater, number);", "FilterTokens*", "of several > the greatest decides"),
-    core("filter-removed", "grid/core/FilterStore.cpp", "        m_compiled.erase(m_compiled.begin() + found);\n", "",
+    core("filter-removed", "grid/core/FilterStore.cpp", "    m_compiled.erase(m_compiled.begin() + i);\n", "",
          "GridMix*", "after a filter was emptied, the next column's is judged by its texts"),
     shell("filter-exact-once", "grid/FilterListCtrlFilter.cpp", "    if (walk.gone()) return;\n    MatchExact = 0;\n",
           "    if (walk.gone()) return;\n", "grid_tests:*Filter*:*LiveGridMix*", "an exact filter makes all later ones exact"),

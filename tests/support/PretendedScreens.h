@@ -11,13 +11,12 @@ namespace test {
 class PretendedScreens {
 public:
     struct Monitor {
-        CRect area;
-        CRect work;
+        CRect area, work;
     };
 
     explicit PretendedScreens(std::vector<Monitor> monitors)
         : m_former(quor::platform::useScreens({&fromRect, &fromWindow, &describe, &workArea})) {
-        s_monitors = std::move(monitors);
+        show(std::move(monitors));
     }
     ~PretendedScreens() { quor::platform::useScreens(m_former); }
     PretendedScreens(const PretendedScreens&) = delete;
@@ -27,18 +26,17 @@ public:
 
 private:
     // A monitor's handle is its number, from 1.
-    static HMONITOR handle(std::size_t number) { return reinterpret_cast<HMONITOR>(number); }
     static HMONITOR fromRect(const RECT& rect) {
         CRect common;
         for (std::size_t at = 0; at < s_monitors.size(); ++at)
-            if (common.IntersectRect(&rect, s_monitors[at].area)) return handle(at + 1);
+            if (common.IntersectRect(&rect, s_monitors[at].area)) return reinterpret_cast<HMONITOR>(at + 1);
         return nullptr;
     }
     static HMONITOR fromWindow(HWND window) {
         CRect rect;
         ::GetWindowRect(window, &rect);
         const HMONITOR found = fromRect(rect);
-        return found ? found : handle(1);
+        return found ? found : reinterpret_cast<HMONITOR>(std::size_t{1});
     }
     static bool describe(HMONITOR monitor, MONITORINFO& info) {
         const auto number = reinterpret_cast<std::size_t>(monitor);

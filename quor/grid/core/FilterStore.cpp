@@ -18,13 +18,34 @@ void FilterStore::set(int columnIndex, const CString& text) {
         FilteredCols.Add(columnIndex);
         FilterStrings.Add(text);
     } else if (text.IsEmpty()) {
-        FilteredCols.RemoveAt(found);
-        FilterStrings.RemoveAt(found);
-        m_compiled.erase(m_compiled.begin() + found);
+        removeAt(found);
     } else if (FilterStrings.GetAt(found) != text) {
         FilterStrings.SetAt(found, text);
         m_compiled[static_cast<std::size_t>(found)].reset();
     }
+}
+
+void FilterStore::removeAt(int i) {
+    m_compiled.resize(static_cast<std::size_t>(count()));
+    m_compiled.erase(m_compiled.begin() + i);
+    FilteredCols.RemoveAt(i);
+    FilterStrings.RemoveAt(i);
+}
+
+bool FilterStore::moveColumns(const std::vector<int>& moved, int columnCount) {
+    const int former = count();
+    for (int i = former - 1; i >= 0; --i) {
+        int number = columnAt(i);
+        const bool hadColumn = number >= 0 && static_cast<std::size_t>(number) < moved.size();
+        if (hadColumn) number = moved[static_cast<std::size_t>(number)];
+        const bool hasColumn = number >= 0 && number < columnCount;
+        if (hadColumn != hasColumn) {
+            removeAt(i);
+        } else {
+            FilteredCols.SetAt(i, number);
+        }
+    }
+    return count() != former;
 }
 
 void FilterStore::clear() {

@@ -16,6 +16,9 @@ public:
     // An empty text removes the column's filter, if there is one; another text replaces it, or is appended.
     void set(int columnIndex, const CString& text);
     void clear();
+    // Columns were numbered anew: `moved` has the new columnIndex for each former one, -1 for one that went. A filter
+    // ends with its column; one of no column ends if a column of the new set has its number. Whether one ended.
+    bool moveColumns(const std::vector<int>& moved, int columnCount);
 
     int count() const { return static_cast<int>(FilteredCols.GetSize()); }
     bool isEmpty() const { return FilteredCols.GetSize() == 0; }
@@ -48,6 +51,7 @@ protected:
 
 private:
     int find(int columnIndex) const;
+    void removeAt(int i);
     const FilterTokens& compile(std::size_t index, bool exact);
 
     // By position, as the two arrays; empty until asked for.

@@ -27,6 +27,29 @@ int columnAtPlace(const CArray<sVisibleColumn, sVisibleColumn>& visible, int pla
     return -1;
 }
 
+std::vector<int> movedColumns(const std::vector<CString>& former, const std::vector<CString>& now) {
+    std::vector<int> moved(former.size(), -1);
+    std::vector<bool> taken(now.size());
+    const auto take = [&](std::size_t from, std::size_t to) {
+        moved[from] = static_cast<int>(to);
+        taken[to] = true;
+    };
+    for (std::size_t i = 0; i < former.size() && i < now.size(); ++i)
+        if (former[i] == now[i]) take(i, i);
+    for (std::size_t i = 0; i < former.size(); ++i) {
+        if (moved[i] != -1) continue;
+        std::size_t found = 0;
+        while (found < now.size() && (taken[found] || now[found] != former[i])) ++found;
+        if (found < now.size()) take(i, found);
+    }
+    return moved;
+}
+
+int movedColumn(const std::vector<int>& moved, int columnIndex) {
+    const auto index = static_cast<std::size_t>(columnIndex);
+    return columnIndex >= 0 && index < moved.size() ? moved[index] : -1;
+}
+
 void addVisibleColumn(CArray<sVisibleColumn, sVisibleColumn>& visible, sVisibleColumn column) {
     if (column.iVisiblePosition == 0) {
         visible.InsertAt(0, column);

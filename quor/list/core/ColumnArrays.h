@@ -18,6 +18,13 @@ std::vector<int> defaultPlaces(int columnCount, const int* shown, int shownCount
 // The columnIndex of the first record for a place, -1 if there is none.
 int columnAtPlace(const CArray<sVisibleColumn, sVisibleColumn>& visible, int place);
 
+// Where each column of `former` stands in `now`, both headings by columnIndex: at its own number if that has its
+// heading still, else at the first of that heading that no other column has; -1 nowhere.
+std::vector<int> movedColumns(const std::vector<CString>& former, const std::vector<CString>& now);
+
+// The new number of a column; -1 for one that went, or never was.
+int movedColumn(const std::vector<int>& moved, int columnIndex);
+
 // Appends a record; one for place 0 goes to the front, so that it is always met first.
 void addVisibleColumn(CArray<sVisibleColumn, sVisibleColumn>& visible, sVisibleColumn column);
 

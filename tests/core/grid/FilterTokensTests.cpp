@@ -1,4 +1,4 @@
-#include "quor/grid/core/FilterTokens.h"
+#include "quor/grid/core/FilterStore.h"
 #include "tests/core/grid/NaiveFilter.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +42,24 @@ TEST(FilterTokens, Grammar) {
 }
 
 // A cell is taken at its full length; a filter text ends at its NUL.
+TEST(FilterStore, FiltersMoveWithTheirColumnsOrEndWithThem) {
+    FilterStore store;
+    const auto shown = [&] {
+        std::string text;
+        for (int i = 0; i < store.count(); ++i)
+            text += std::to_string(store.columnAt(i)) + store.textAt(i).GetString() +
+                    (store.tokensAt(i, false).passes(store.textAt(i)) ? " " : "! ");
+        return text;
+    };
+    for (const auto& [column, text] : {std::pair{0, "a"}, {2, "b"}, {3, "c"}, {9, "d"}}) store.set(column, text);
+    EXPECT_EQ(shown(), "0a 2b 3c 9d ");
+    EXPECT_TRUE(store.moveColumns({1, 0, -1, 2}, 4));
+    EXPECT_EQ(shown(), "1a 2c 9d ") << "9 was never a column";
+    EXPECT_FALSE(store.moveColumns({0, 1, 2, 3}, 4));
+    EXPECT_TRUE(store.moveColumns({0, 1, 2, 3}, 10)) << "another column has that number now";
+    EXPECT_EQ(shown(), "1a 2c ");
+}
+
 TEST(FilterTokens, NulBytes) {
     const CString cell("ab\0cd", 5);
     EXPECT_TRUE(passes("ab", cell));

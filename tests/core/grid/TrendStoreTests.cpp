@@ -1,10 +1,10 @@
-// Trends of cells: each rule by hand, and long mixes of everything against records kept one by one.
+// Trends of cells, each rule by hand. Long mixes of everything that happens to rows are those of the grid.
+#include "quor/grid/core/TrendChoices.h"
 #include "quor/grid/core/TrendStore.h"
-#include "support/Rounds.h"
 
+#include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
-#include <map>
-#include <optional>
 #include <sstream>
 
 using namespace quor::grid;
@@ -68,107 +68,86 @@ TEST(TrendStore, ColumnsOutsideTheListAreKeptByNameAndMoveWithTheirColumn) {
 
 TEST(TrendStore, StoredColumnsAreNumbersBetweenBlanks) {
     EXPECT_STREQ(formatTrendColumns({4, 12, 5000}), "4 12 5000 ");
-    const struct {
-        const char* text;
-        std::vector<int> columns;
-    } table[] = {{"4 12 ", {4, 12}}, {"  7   x 9z", {7, 0, 9}}, {"", {}}, {"   ", {}}, {"99999999999", {INT32_MAX}}};
-    for (const auto& row : table) EXPECT_EQ(parseTrendColumns(row.text), row.columns) << row.text;
+    EXPECT_EQ(parseTrendColumns("  7   x 9z 99999999999"), (std::vector<int>{7, 0, 9, INT32_MAX}));
+    EXPECT_TRUE(parseTrendColumns("   ").empty());
 }
 
-// ---- The mix
+// ---- Rows
 
-struct NaiveCell {
-    double last = 0;
-    int trend = 0;
-    std::optional<std::int32_t> since;
-};
-
-class NaiveTrends {
-public:
-    std::map<int, std::vector<std::optional<NaiveCell>>> columns;
-
-    TrendPaint paint(int column, int row, double value, const TrendTime& time) {
-        const auto found = columns.find(column);
-        if (found == columns.end()) return kPlain;
-        if (row >= static_cast<int>(found->second.size()) || !found->second[static_cast<std::size_t>(row)])
-            return TrendPaint::unchanged;
-        NaiveCell& cell = *found->second[static_cast<std::size_t>(row)];
-        const double last = std::exchange(cell.last, value);
-        if (std::exchange(cell.trend, cell.trend ? cell.trend : 3) == 0) return kPlain;
-        if (value != last) {
-            cell.trend = value > last ? 1 : 2;
-            cell.since = time.now;
-        }
-        if (cell.since && value == last && time.now - *cell.since >= time.interval) cell.since.reset();
-        if (!cell.since) return kPlain;
-        return cell.trend == 1 ? kUp : kDown;
+// Four rows, of which the first and the third show a change, and a column that never fades beside.
+struct ChangedRows {
+    ChangedRows() {
+        store.set({1, 4}, 5, 4);
+        for (const int row : {0, 1, 2, 3}) paint(row, 0, 10);
+        paint(0, 5, 11), paint(2, 5, 12);
     }
-    std::vector<std::int32_t> fade(int column, const TrendTime& time) {
+    TrendPaint paint(int row, int value, int now) {
+        store.paint(4, row, std::to_string(value).c_str(), {now, kInterval});
+        return store.paint(1, row, std::to_string(value).c_str(), {now, kInterval});
+    }
+    // The rows whose change ends, in order.
+    std::vector<std::int32_t> fade(int now) {
         std::vector<std::int32_t> ended;
-        auto& cells = columns[column];
-        for (std::size_t row = 0; row < cells.size(); ++row) {
-            if (!cells[row] || !cells[row]->since || time.now - *cells[row]->since < time.interval) continue;
-            cells[row]->since.reset();
-            ended.push_back(static_cast<std::int32_t>(row));
-        }
+        store.fade(1, {now, kInterval}, ended);
+        std::sort(ended.begin(), ended.end());
         return ended;
     }
+    TrendStore store;
 };
 
-TEST(TrendStore, ARandomMixEndsAsRecordsKeptOneByOne) {
-    const unsigned seed = test::anySeed();
-    SCOPED_TRACE("QUOR_SEED=" + std::to_string(seed));
-    std::mt19937 random(seed);
-    const auto below = [&](std::size_t n) { return n == 0 ? 0 : static_cast<int>(random() % n); };
-    const std::vector<int> columns{1, 4, 6};
-    TrendStore store;
-    NaiveTrends naive;
-    std::size_t count = 20;
-    TrendTime time{1, 40};
-    for (long step = test::rounds("QUOR_TREND_STEPS", 200'000), painted = 0; step > 0; --step) {
-        const int row = below(count), action = below(200);
-        time.now += below(3);
-        if (painted == 0 || action == 0) {
-            store.set(columns, 7, static_cast<int>(count));
-            for (const int column : columns) naive.columns[column].assign(count, NaiveCell{});
-        } else if (action == 1) {
-            store.clearRows();
-            for (auto& [column, cells] : naive.columns) cells.clear();
-            count = 0;
-        } else if (action < 8) {
-            store.insertRow(row);
-            for (auto& [column, cells] : naive.columns) cells.insert(cells.begin() + row, NaiveCell{});
-            ++count;
-        } else if (action < 13 && count > 0) {
-            store.eraseRow(row);
-            for (auto& [column, cells] : naive.columns) cells.erase(cells.begin() + row);
-            --count;
-        } else if (action < 15 && count > 0) {
-            store.forgetRow(row);
-            for (auto& [column, cells] : naive.columns) cells[static_cast<std::size_t>(row)].reset();
-        } else if (action < 16) {
-            std::vector<std::int32_t> order(count);
-            for (std::size_t i = 0; i < count; ++i) order[i] = static_cast<std::int32_t>(i);
-            std::shuffle(order.begin(), order.end(), random);
-            store.reorderRows(order);
-            for (auto& [column, cells] : naive.columns) {
-                auto former = cells;
-                for (std::size_t i = 0; i < count; ++i) cells[i] = former[static_cast<std::size_t>(order[i])];
-            }
-        } else if (action < 30) {
-            const int column = columns[static_cast<std::size_t>(below(2))];  // the last one is hidden: it never fades
-            std::vector<std::int32_t> ended;
-            store.fade(column, time, ended);
-            std::sort(ended.begin(), ended.end());
-            ASSERT_EQ(ended, naive.fade(column, time)) << step;
-        } else {
-            const int column = below(8), value = below(3);
-            ASSERT_EQ(store.paint(column, row, std::to_string(value).c_str(), time),
-                      naive.paint(column, row, value, time))
-                << step << " column " << column << " row " << row;
-        }
-        ++painted;
+// The same rows of a grid are held against all that can happen to them by the mix of its store.
+TEST(TrendStore, RowsTakeTheirChangesAlong) {
+    using Rows = std::vector<std::int32_t>;
+    const struct {
+        std::function<void(TrendStore&)> act;
+        Rows ended;
+    } cases[] = {{[](TrendStore& store) { store.insertRow(1); }, {0, 3}},
+                 {[](TrendStore& store) { store.eraseRow(0); }, {1}},
+                 {[](TrendStore& store) { store.eraseRow(1); }, {0, 1}},
+                 {[](TrendStore& store) { store.forgetRow(2); }, {0}},
+                 {[](TrendStore& store) { store.clearRows(); }, {}},
+                 {[](TrendStore& store) { store.set({1}, 5, 4); }, {}},
+                 {[](TrendStore& store) {
+                      store.reorderRows({1, 2, 3, 0});
+                  },
+                  {1, 3}},
+                 {[](TrendStore& store) { store.insertRow(0), store.eraseRow(1), store.insertRow(4); }, {2}}};
+    for (const auto& each : cases) {
+        ChangedRows rows;
+        each.act(rows.store);
+        EXPECT_EQ(rows.fade(1010), Rows()) << &each - cases;
+        EXPECT_EQ(rows.fade(1012), each.ended) << &each - cases;
+        EXPECT_EQ(rows.fade(9000), Rows()) << &each - cases;
     }
+    ChangedRows rows;
+    rows.store.forgetRow(2);
+    EXPECT_EQ(rows.paint(2, 9, 20), TrendPaint::unchanged);
+    rows.store.insertRow(2);
+    EXPECT_EQ(rows.paint(2, 9, 20), kPlain) << "seen for the first time";
+}
+
+TEST(TrendStore, CellsThatChangeOftenEndOnceEach) {
+    ChangedRows rows;
+    for (int now = 20; now < 20'000; ++now) rows.paint(now % 3, now, now);
+    EXPECT_EQ(rows.fade(20'998), (std::vector<std::int32_t>{0, 2}));
+    EXPECT_EQ(rows.fade(20'999), (std::vector<std::int32_t>{1}));
+    EXPECT_EQ(rows.paint(1, 19'999, 21'000), kPlain);
+}
+
+// ---- The dialog's choices
+
+TEST(TrendChoices, NumbersMayHaveATrend) {
+    std::string types;
+    for (int type = -1; type <= 10; ++type) types += mayHaveTrend(type) ? std::to_string(type) + " " : "";
+    EXPECT_EQ(types, "1 2 4 5 9 ");
+}
+
+TEST(TrendChoices, TheLabelSaysOneSecondMoreThanIsMeant) {
+    for (const auto& [interval, position] : {std::pair{-5000, 0}, {1999, 1}, {9000, 9}, {60'000, 9}})
+        EXPECT_EQ(trendPosition(interval), position) << interval;
+    EXPECT_EQ(trendInterval(9), 9000);
+    EXPECT_STREQ(openedTrendLabel(0), "1 Sec");
+    EXPECT_STREQ(movedTrendLabel(9), "10 Secs");
 }
 
 }  // namespace

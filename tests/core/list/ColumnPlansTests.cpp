@@ -1,5 +1,6 @@
 // The columns that come on screen, of a stored profile and of another list's export.
 #include "core/list/RandomColumnSet.h"
+#include "quor/list/core/ColumnArrays.h"
 #include "quor/list/core/ColumnImport.h"
 
 #include <algorithm>
@@ -103,6 +104,23 @@ TEST(ColumnImport, ComesOutAs) {
     std::string text = "0,0,50,Symbol,CUSTOMCOLUMN,";
     for (int i = 0; i < kMaxColumns; ++i) text += "3,-1,0,R,R#F#T,";
     EXPECT_EQ(picture(planColumnImport(kThreeColumns, parseExchangeProfile(text.c_str()))), unchanged);
+}
+
+TEST(ColumnArrays, NumbersFollowTheHeadingsOfTheirColumns) {
+    const struct {
+        const char *former, *now;  // a letter a heading
+        std::vector<int> moved;
+    } cases[] = {
+        {"abc", "abc", {0, 1, 2}}, {"abc", "cab", {1, 2, 0}},      {"abc", "ab", {0, 1, -1}},
+        {"ab", "xab", {1, 2}},     {"axbx", "axx", {0, 1, -1, 2}}, {"axx", "ax", {0, 1, -1}},
+    };
+    const auto headings = [](std::string_view letters) {
+        std::vector<CString> all;
+        for (const char letter : letters) all.emplace_back(letter);
+        return all;
+    };
+    for (const auto& c : cases) EXPECT_EQ(movedColumns(headings(c.former), headings(c.now)), c.moved) << c.now;
+    for (const int none : {-1, 2}) EXPECT_EQ(movedColumn({1, 0}, none), -1);
 }
 
 // A list that exports its columns and a list of the same columns in another order that imports them look alike.

@@ -23,9 +23,11 @@ public:
         ShowWindow(SW_SHOW);
     }
     void press(int button) { GetDlgItem(button)->SendMessage(BM_CLICK); }
-    CRect place() const {
+    CRect place() const { return placeOf(*this); }
+    CRect placeOf(int control) const { return placeOf(*GetDlgItem(control)); }
+    static CRect placeOf(const CWnd& window) {
         CRect rect;
-        GetWindowRect(&rect);
+        window.GetWindowRect(&rect);
         return rect;
     }
 

@@ -33,34 +33,26 @@ protected:
 };
 
 TEST_F(Focus, NothingIsLeftOfADialogThatHidOnAnyRoad) {
-    const struct {
-        const char* name;
-        std::function<void(TestDialog&)> hide;
-    } roads[] = {
+    const std::pair<const char*, std::function<void(TestDialog&)>> roads[] = {
         {"OK", [](TestDialog& dialog) { dialog.press(IDOK); }},
         {"Cancel", [](TestDialog& dialog) { dialog.press(IDCANCEL); }},
         {"a caption that is not known", [](TestDialog& dialog) { dialog.press(IDC_CLOSE), dialog.EndDialog(7); }},
-        {"Esc",
-         [](TestDialog& dialog) {
-             dialog.SetFocus(IDC_TEXT);
-             quor::sendKeys({VK_ESCAPE});
-             pumpUntilIdle();
-         }},
+        {"Esc", [](TestDialog& dialog) { dialog.SetFocus(IDC_TEXT), quor::sendKeys({VK_ESCAPE}), pumpUntilIdle(); }},
         {"the close box", [](TestDialog& dialog) { dialog.SendMessage(WM_SYSCOMMAND, SC_CLOSE), pumpUntilIdle(); }},
         {"code", [](TestDialog& dialog) { dialog.ShowWindow(SW_HIDE); }},
         {"its end", [](TestDialog& dialog) { dialog.DestroyWindow(); }},
     };
     const long rounds = test::rounds("QUOR_DIALOG_ROUNDS", 200);
     takeStack();
-    for (const auto& road : roads) {
-        SCOPED_TRACE(road.name);
+    for (const auto& [road, hide] : roads) {
+        SCOPED_TRACE(road);
         AddToFocusWnd(&bar, 0);
         AddToFocusWnd(&frame(), 0);
         TestDialog dialog;
         test::HandleCounts after;
         for (long round = 0; round < rounds; ++round) {
             dialog.open(frame());
-            road.hide(dialog);
+            hide(dialog);
             ASSERT_TRUE(!dialog.m_hWnd || !dialog.IsWindowVisible()) << round;
             if (round == 0) after = test::countHandles();
         }
@@ -72,26 +64,22 @@ TEST_F(Focus, NothingIsLeftOfADialogThatHidOnAnyRoad) {
     EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), 0);
 }
 
+// How the stack works stands in the core; here: whose window lives.
 TEST_F(Focus, TheStackFollowsNoDeadWindow) {
     int flag = 5;
     EXPECT_EQ(GetFocusWnd(flag), nullptr);
     EXPECT_EQ(flag, 5);
     AddToFocusWnd(&bar, 1);
-    auto* const gone = new CEdit;
-    gone->Create(WS_CHILD, CRect(), &frame(), 78);
-    AddToFocusWnd(gone, 2);
-    EXPECT_EQ(GetPreviousFocusWnd(), &bar);
-    delete gone;
+    {
+        CEdit gone;
+        gone.Create(WS_CHILD, CRect(), &frame(), 78);
+        AddToFocusWnd(&gone, 2);
+        EXPECT_EQ(GetPreviousFocusWnd(), &bar);
+    }
     AddToFocusWnd(nullptr, 3);
     EXPECT_EQ(GetPreviousFocusWnd(), nullptr);
     EXPECT_EQ(GetFocusWnd(flag), &bar);
     EXPECT_EQ(flag, 1);
-    TestDialog dialog;
-    dialog.open(frame());
-    AddToFocusWnd(&dialog, 0);
-    AddToFocusWnd(&frame(), 0);
-    dialog.DestroyWindow();
-    EXPECT_EQ(GetPreviousFocusWnd(), &bar) << "no record of a dialog outlives it";
     takeStack();
 }
 
@@ -115,32 +103,31 @@ TEST_F(Focus, AClickThatClosesHandsTheFocusOn) {
         {kMultiMonitor, false, IDOK, true, kToMain},
         {kModal, true, IDOK, true, kStaysInDialog},
         {kModal, false, IDCANCEL, false, kStaysInDialog},
-        {kModal, true, IDC_CLOSE, false, kStaysInDialog},  // a caption that is not known
-        {kMiniFrameWithBar, true, IDOK, true, kToBar},
         {kMiniFrame, true, IDOK, true, kToMain},
+        {kMiniFrameWithBar, true, IDOK, true, kToBar},
+        {kModal, true, IDC_CLOSE, false, kStaysInDialog},  // a caption that is not known
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(&each - cases);
-        CZTDialog::m_pDgBar = each.hasBar ? &bar : nullptr;
+    for (const auto& [behind, hasBar, button, focusStatus, given] : cases) {
+        SCOPED_TRACE(std::to_string(behind) + (hasBar ? " with bar" : ""));
+        CZTDialog::m_pDgBar = hasBar ? &bar : nullptr;
         CZTDialog::m_bGlobalMmmMode = true;
         frame().SetFocus();
-        TestDialog other;
+        TestDialog other, dialog;
         CBCGPMiniFrameWnd mini;
         CEdit floating;
-        if (each.behind >= kMiniFrame) mini.CreateEx(0, "Bars", WS_VISIBLE, CRect(300, 300, 500, 400), &frame());
-        if (each.behind == kMiniFrameWithBar) floating.Create(WS_CHILD, CRect(), &mini, 10000);
-        if (each.behind == kDialog || each.behind == kMultiMonitor || each.behind == kModal) other.open(frame());
-        other.m_bMmmMode = each.behind == kMultiMonitor || each.behind == kModal;
-        other.m_nFlags |= each.behind == kModal ? WF_MODALLOOP : 0;
-        TestDialog dialog;
+        if (behind >= kMiniFrame) mini.CreateEx(0, "Bars", WS_VISIBLE, CRect(300, 300, 500, 400), &frame());
+        if (behind == kMiniFrameWithBar) floating.Create(WS_CHILD, CRect(), &mini, 10000);
+        if (behind != kMain && behind < kMiniFrame) other.open(frame());
+        other.m_bMmmMode = behind == kMultiMonitor || behind == kModal;
+        other.m_nFlags |= behind == kModal ? WF_MODALLOOP : 0;
         dialog.open(frame());
         CZTDialog::m_bFocusStatus = false;
-        dialog.press(each.button);
-        EXPECT_EQ(dialog.IsWindowVisible() != FALSE, each.given == kStaysInDialog);
-        EXPECT_EQ(CZTDialog::m_bFocusStatus, each.focusStatus);
-        EXPECT_EQ(::GetFocus() == bar.m_hWnd, each.given == kToBar);
+        dialog.press(button);
+        EXPECT_EQ(dialog.IsWindowVisible() != FALSE, given == kStaysInDialog);
+        EXPECT_EQ(CZTDialog::m_bFocusStatus, focusStatus);
+        EXPECT_EQ(::GetFocus() == bar.m_hWnd, given == kToBar);
         const HWND active[] = {frame(), frame(), other, dialog};
-        EXPECT_EQ(::GetActiveWindow(), active[each.given]);
+        EXPECT_EQ(::GetActiveWindow(), active[given]);
         other.m_nFlags &= ~WF_MODALLOOP;
         takeStack();
     }
@@ -149,14 +136,13 @@ TEST_F(Focus, AClickThatClosesHandsTheFocusOn) {
 TEST_F(Focus, AWindowOfTheStackWithAFlagComesFirst) {
     CZTDialog::m_pDgBar = &frame();
     for (const int flag : {0, 1}) {
-        takeStack();
         frame().SetFocus();
         AddToFocusWnd(&bar, flag);
         TestDialog dialog;
         dialog.open(frame());
         dialog.press(IDOK);
         EXPECT_EQ(::GetFocus() == bar.m_hWnd, flag != 0);
-        EXPECT_EQ(takeStack(), flag ? std::vector<CWnd*>() : std::vector<CWnd*>{&bar});
+        EXPECT_EQ(takeStack().size(), flag ? 0u : 1u);
     }
 }
 
@@ -173,8 +159,8 @@ protected:
 };
 
 TEST_F(Focus, ADialogMayEndWithItsClick) {
-    for (CWnd* const given : {static_cast<CWnd*>(&bar), static_cast<CWnd*>(nullptr)}) {
-        CZTDialog::m_pDgBar = given;
+    for (const bool hasBar : {true, false}) {
+        CZTDialog::m_pDgBar = hasBar ? &bar : nullptr;
         for (const bool overDialog : {false, true}) {
             TestDialog other;
             if (overDialog) other.open(frame());
@@ -183,9 +169,8 @@ TEST_F(Focus, ADialogMayEndWithItsClick) {
             dialog->press(IDOK);
             EXPECT_EQ(PassingDialog::living, 0);
             EXPECT_EQ(CZTDialog::AllDlgArray.GetCount(), overDialog ? 1 : 0);
-            const HWND active = overDialog ? other.m_hWnd : frame().m_hWnd;
-            EXPECT_EQ(::GetActiveWindow(), active);
-            EXPECT_EQ(::GetFocus() == bar.m_hWnd, given && !overDialog);
+            EXPECT_EQ(::GetActiveWindow(), overDialog ? other.m_hWnd : frame().m_hWnd);
+            EXPECT_EQ(::GetFocus() == bar.m_hWnd, hasBar && !overDialog);
         }
     }
 }
@@ -193,21 +178,17 @@ TEST_F(Focus, ADialogMayEndWithItsClick) {
 TEST_F(Focus, AControlGetsItAtTheNextActivation) {
     TestDialog dialog;
     dialog.open(frame());
-    dialog.SetFocus(IDOK);
-    EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(IDOK)->m_hWnd);
-    dialog.ZTDGotoDlgCtrl(dialog.GetDlgItem(IDC_LIST));
-    frame().SetActiveWindow();
-    pumpUntilIdle();  // the object that was named is gone by then
-    dialog.SetActiveWindow();
-    pumpUntilIdle();
-    EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(IDC_LIST)->m_hWnd);
-    dialog.SetFocus(dialog.GetDlgItem(IDC_TEXT));
-    dialog.ZTDGotoDlgCtrl(dialog.GetDlgItem(IDC_LIST));
-    dialog.GetDlgItem(IDC_LIST)->DestroyWindow();
-    frame().SetActiveWindow();
-    dialog.SetActiveWindow();
-    pumpUntilIdle();
-    EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(IDC_TEXT)->m_hWnd);
+    for (const bool lives : {true, false}) {
+        dialog.SetFocus(IDC_TEXT);
+        EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), IDC_TEXT);
+        dialog.ZTDGotoDlgCtrl(dialog.GetDlgItem(IDC_LIST));
+        frame().SetActiveWindow();
+        pumpUntilIdle();  // the object that was named is gone by then
+        if (!lives) dialog.GetDlgItem(IDC_LIST)->DestroyWindow();
+        dialog.SetActiveWindow();
+        pumpUntilIdle();
+        EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), lives ? IDC_LIST : IDC_TEXT);
+    }
 }
 
 }  // namespace

@@ -101,6 +101,33 @@ TEST_F(GridFilter, AnImportOfColumnsRebuildsTheRows) {
     ::DeleteFileA(file);
 }
 
+TEST_F(GridFilter, FieldsFollowTheirColumnsAndTheOwnerHearsOfAFilterThatEnds) {
+    begin();
+    sQuorColInfo user;
+    setColumnName(user, "user");
+    user.csToolTip = "T";
+    grid.m_arrColumns.Add(user);
+    grid.AddToFilteredCols(1, "x");
+    int told = 0;
+    owner.onNotify = [&](const NMHDR& header) { told += header.code == static_cast<UINT>(HDN_FILTERCHANGE); };
+    CArray<int, int> columns, widths;
+    for (const int column : {2, 1}) columns.Add(column), widths.Add(60);
+    grid.LoadHeaders(&columns, &widths);
+    CString field;
+    grid.GetHeaderText(1, field);
+    EXPECT_EQ(field, "x");
+    EXPECT_EQ(told, 0);
+    grid.RemoveMapColumnFilter(1);
+    EXPECT_EQ(grid.GetFilterCount(), 0);
+    EXPECT_EQ(told, 1);
+    grid.AddToFilteredCols(3, "x");
+    grid.ImportColumns("no such file.ini");
+    EXPECT_EQ(told, 1) << "a list without a name";
+    grid.ImportColumnsFromFile("no such file.ini");  // user columns go with it
+    EXPECT_EQ(grid.GetFilterCount(), 0);
+    EXPECT_EQ(told, 2);
+}
+
 TEST_F(GridFilter, TheComboBoxOffersWhatTheRowsShow) {
     begin();
     addSix();

@@ -200,24 +200,28 @@ TEST_F(Profiles, TheSortFollowsItsColumnsThroughAnImport) {
     const struct {
         const char* file;
         const char* lock;
-        int levelColumn;  // -1: it ended
+        int levelColumn;             // -1: it ended
+        std::pair<int, int> places;  // sorted, sorted last
         const char* stored;
     } cases[] = {
-        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,New,New#G#U,4,2,60,Ratio,Ratio#F#T,", "1 4 1", 4, "True,4,1"},
-        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,New,New#G#U,", "0 -1 0", -1, "False,-1,0"},
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,2,60,New,New#G#U,4,1,60,Ratio,Ratio#F#T,", "1 4 1", 4, {1, 1}, "True,4,1"},
+        {"0,0,50,Symbol,CUSTOMCOLUMN,3,1,60,New,New#G#U,", "0 -1 0", -1, {0, -1}, "False,-1,0"},
+        {nullptr, "0 -1 0", -1, {2, 2}, "True,3,1"},  // the header is what it was
     };
     for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.file);
+        SCOPED_TRACE(expected.lock);
         stored("COLUMNPROFILE") = kWithUserColumn;
         stored("SortLockInfo") = "True,3,1";
         stored("COLUMN_SORT_ORDER_PROFILE") = "Ratio->-1#0";
-        writeFile(expected.file);
+        if (expected.file) writeFile(expected.file);
         TestList locked;
         locked.m_bLockSortEnabled = locked.m_bMultiSortEnabled = 1;
         start(locked);
         ASSERT_EQ(locked.m_arrSortOrder.GetCount(), 1);
         locked.m_Appearance.iKeywordColumn = 3;
-        locked.ImportColumnsFromFile(file);
+        locked.m_nSortCol = locked.m_nLastSortCol = 2;
+        locked.ImportColumnsFromFile(expected.file ? file : "no such file.ini");
+        EXPECT_EQ(std::pair(locked.m_nSortCol, locked.m_nLastSortCol), expected.places);
         EXPECT_EQ(lock(locked), expected.lock);
         EXPECT_EQ(locked.m_Appearance.iKeywordColumn, expected.levelColumn);
         EXPECT_EQ(locked.m_arrSortOrder.IsEmpty() ? -1 : locked.m_arrSortOrder[0].iColumnIndex, expected.levelColumn);

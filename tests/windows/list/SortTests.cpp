@@ -112,6 +112,24 @@ TEST_P(SortsOnEachRoad, AClickOnANewColumnRisesTheNextOneFalls) {
     EXPECT_EQ(list.m_nLockSortColumn, -1);
 }
 
+// Of a hidden column nothing is left: the next click on any other one rises.
+TEST_F(Sorts, TheSortedPlaceAndItsArrowFollowTheColumn) {
+    open();
+    click(1), click(1);
+    const struct {
+        std::initializer_list<int> shown;
+        std::pair<int, int> places;  // sorted, sorted last
+        const char* arrows;
+    } steps[] = {{{1, 0}, {0, 0}, "1/5801 2/5800"}, {{2, 0, 1}, {2, 2}, "- 2/5800"}, {{0, 2}, {0, -1}, "2/5800 -"}};
+    for (const auto& step : steps) {
+        loadHeaders(list, step.shown);
+        EXPECT_EQ(std::pair(list.m_nSortCol, list.m_nLastSortCol), step.places);
+        EXPECT_EQ(arrows(), step.arrows);
+    }
+    click(0);
+    EXPECT_EQ(list.m_nSortOrder, -1);
+}
+
 TEST_F(Sorts, RowsWithEqualDataSortToo) {
     open();
     const DWORD_PTR data[] = {7, 7, 0, ~DWORD_PTR{0}, 0};

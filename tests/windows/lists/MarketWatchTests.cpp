@@ -82,8 +82,12 @@ TEST_F(MarketWatch, ColumnsAreAddedOneByOne) {
     EXPECT_EQ(list->InsertMrktColumn(1, "New", 1, 44, 1), 112);
     EXPECT_EQ(list->InsertMrktColumn(0, "Hidden", 1, 30, -1), 113);
     EXPECT_EQ(header(*list), "c0:60 New:44 c1:60 c2:60 c3:60");
+    list->m_nSortCol = list->m_nLastSortCol = 1;
+    list->InsertMrktColumn(0, "First", 1, 20, 0);
+    EXPECT_EQ(list->m_nFirstColumn, 114);
+    EXPECT_EQ(std::pair(list->m_nSortCol, list->m_nLastSortCol), std::pair(2, 2));
     addRow("A", 1);
-    EXPECT_EQ(list->GetItemText(0, 4), "A/3") << "cells follow";
+    EXPECT_EQ(list->GetItemText(0, 5), "A/3") << "cells follow";
 }
 
 // What one window reads of the store is what all have; a number that nobody has makes no column.
@@ -234,8 +238,10 @@ TEST_F(WatchStore, ALockStaysWithItsUserColumnThroughAnImport) {
     userColumns() = user("112", "Other", " 7") + "\xA7" + user("113", "Twice", " 7");
     stored("SortLockInfo") = "True,113,1";
     open([](CMrktWatchListCtrl& watch) { watch.m_bLockSortEnabled = 1; });
+    list->m_Appearance.iKeywordColumn = 113;
     importFrom(inFile("113", "Twice", " 7"));
     EXPECT_EQ(list_tests::lock(*list), "1 112 1");
+    EXPECT_EQ(list->m_Appearance.iKeywordColumn, 112);
     close();
     EXPECT_EQ(stored("SortLockInfo"), "True,112,1");
 }

@@ -6,6 +6,8 @@
 // Needs what windows.h declares.
 #include "ChildProcess.h"
 #include "host/resource/resource.h"
+#include "quor/list/ListCommands.h"
+#include "quor/resource/resource.h"
 #include "tests/support/Rounds.h"
 
 #include <commctrl.h>
@@ -29,10 +31,10 @@ constexpr std::pair<int, const char*> lists[] = {{IDC_WATCH, "MarketWatchNew_Mar
                                                  {IDC_TRADES, "Trades|COLUMNPROFILE"},
                                                  {IDC_CHAIN, "Option chain|COLUMNPROFILE"}};
 
-Layout storedLayout() {
+Layout storedLayout(const std::string& path = settingsPath) {
     Layout layout;
     std::string section;
-    const std::string text = readFile(settingsPath);
+    const std::string text = readFile(path);
     static const std::regex line("\\[([^\\]\r\n]*)\\]|([^=\r\n]+)=([^\r\n]*)");
     for (std::sregex_iterator at(text.begin(), text.end(), line), end; at != end; ++at)
         if ((*at)[1].matched)
@@ -98,10 +100,14 @@ public:
         DWORD_PTR result = 0;
         return ::SendMessageTimeoutA(to, message, wParam, lParam, SMTO_NORMAL, 30'000, &result) != 0;
     }
-    bool setWidth(int id, int place, int width) const {
+    HWND child(int id) const {
         for (const HWND child : children())
-            if (::GetDlgCtrlID(child) == id) return send(child, LVM_SETCOLUMNWIDTH, place, MAKELPARAM(width, 0));
-        return false;
+            if (::GetDlgCtrlID(child) == id) return child;
+        return nullptr;
+    }
+    bool setWidth(int id, int place, int width) const {
+        const HWND list = child(id);
+        return list && send(list, LVM_SETCOLUMNWIDTH, place, MAKELPARAM(width, 0));
     }
     void close() const { ::PostMessageA(frame(), WM_CLOSE, 0, 0); }
     void kill() { m_process.terminate(); }
@@ -220,30 +226,51 @@ TEST_F(TerminalEnd, AtAnyMomentLeavesNoPoorerLayout) {
     }
 }
 
-// Closed before the end, open at the end, open when the session ends.
-TEST_F(TerminalEnd, ADialogStandsWhereItStoodBefore) {
-    for (int end = 0; end < 3; ++end) {
-        const RECT place{120 + 10 * end, 90, 0, 0};
-        for (const bool before : {true, false}) {
-            UserTerminal terminal;
-            ASSERT_TRUE(terminal.waitForFrame());
-            ASSERT_TRUE(UserTerminal::send(terminal.frame(), WM_COMMAND, ID_HELP_ABOUT));
-            const HWND dialog = terminal.window("About Quor Terminal");
+// Closed before the end, open at it, open when the session ends. The dialogs of a list's looks open over their list,
+// wherever they stood; the others where they stood.
+TEST_F(TerminalEnd, DialogsStandWhereTheyStoodBefore) {
+    const struct {
+        int list;  // 0: the frame
+        WPARAM command;
+        const char* title;
+        int key;
+        bool overList;
+    } dialogs[] = {{0, ID_HELP_ABOUT, "About Quor Terminal", IDD_ABOUT, false},
+                   {IDC_ORDERS, kCustomizeAppearance, "Customize Appearance :Orders ", IDD_CUSTOMIZE_APPEARANCE, true},
+                   {IDC_ORDERS, kUserCustomize, "User Customize Appearance :Orders ", IDD_USER_CUSTOMIZE, true},
+                   {IDC_ORDERS, kCommandSetTrendColumns, "Trend Settings", IDD_TREND_SETTINGS, false}};
+    for (int run = 0; run < 6; ++run) {
+        const int end = run / 2, left = 120 + 10 * end;
+        const bool before = run % 2 == 0;
+        UserTerminal terminal;
+        ASSERT_TRUE(terminal.waitForFrame());
+        for (const auto& each : dialogs) {
+            SCOPED_TRACE(each.title + std::to_string(run));
+            const HWND target = each.list ? terminal.child(each.list) : terminal.frame();
+            ASSERT_TRUE(UserTerminal::send(target, WM_COMMAND, each.command));
+            const HWND dialog = terminal.window(each.title);
             ASSERT_TRUE(dialog && ::IsWindowVisible(dialog));
-            if (before) ::SetWindowPos(dialog, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-            RECT rect{};
-            ::GetWindowRect(dialog, &rect);
-            EXPECT_EQ(rect.left, place.left) << end;
-            EXPECT_EQ(rect.top, place.top) << end;
+            RECT place{}, list{};
+            ::GetWindowRect(dialog, &place);
+            ::GetWindowRect(target, &list);
+            if (before) ::SetWindowPos(dialog, nullptr, left, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+            const bool overList = std::abs(place.left + place.right - list.left - list.right) <= 2;
+            const bool stands = place.left == left && place.top == 90;
+            EXPECT_TRUE(each.overList ? overList : before || stands) << place.left << " " << place.top;
             if (end == 0) UserTerminal::send(dialog, WM_COMMAND, IDCANCEL);
-            if (end == 2) {
-                EXPECT_TRUE(UserTerminal::send(terminal.frame(), WM_ENDSESSION, TRUE));
-                terminal.kill();
-            } else {
-                terminal.close();
-            }
-            terminal.wait();
         }
+        if (end == 2) {
+            EXPECT_TRUE(UserTerminal::send(terminal.frame(), WM_ENDSESSION, TRUE));
+            terminal.kill();
+        } else {
+            terminal.close();
+        }
+        terminal.wait();
+        const Layout stored = storedLayout(folder + "\\dialogs.ini");
+        const std::string record = "90," + std::to_string(left) + ",";
+        for (const auto& each : dialogs)
+            EXPECT_EQ(!before || stored.at("DIALOG_POSITION|" + std::to_string(each.key)).starts_with(record), true)
+                << each.key;
     }
 }
 

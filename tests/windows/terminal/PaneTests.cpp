@@ -6,13 +6,11 @@
 #include "host/panes/ListMenu.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
+#include "quor/edits/core/Colours.h"
 #include "quor/foundation/ControlBlock.h"
 #include "quor/foundation/core/Globals.h"
 #include "support/WindowFixture.h"
 #include "tests/core/host/HostTestTools.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace terminal {
 namespace {
@@ -267,23 +265,10 @@ TEST_F(PaneTest, APauseLeavesTheOrdersInTheirLockedOrder) {
     EXPECT_EQ(shown(), (std::vector<OrderId>{3, 2, 1}));
 }
 
-// Relative luminance, as the Web Content Accessibility Guidelines 2.1 define it.
-double luminance(COLORREF color) {
-    const auto linear = [](int value) {
-        const double share = value / 255.0;
-        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(GetRValue(color)) + 0.7152 * linear(GetGValue(color)) + 0.0722 * linear(GetBValue(color));
-}
-double contrast(COLORREF one, COLORREF other) {
-    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
-    return (light + 0.05) / (dark + 0.05);
-}
-
 TEST_F(PaneTest, PositionsFlashFromTheirFirstBatchOnAndKeepTheUsersTrends) {
     for (const COLORREF flash : {palette::kRiseFlash, palette::kFallFlash})
-        EXPECT_GE(contrast(flash, palette::kText), 4.5);
-    EXPECT_GE(contrast(palette::kRiseFlash, palette::kFallFlash), 1.4) << "in lightness too";
+        EXPECT_GE(quor::edits::contrast(flash, palette::kText), 4.5);
+    EXPECT_GE(quor::edits::contrast(palette::kRiseFlash, palette::kFallFlash), 1.4) << "in lightness too";
     for (const bool restarted : {false, true}) {
         SCOPED_TRACE(restarted);
         auto* const pane = new CPositionsPane(figures, 1);
@@ -301,13 +286,14 @@ TEST_F(PaneTest, PositionsFlashFromTheirFirstBatchOnAndKeepTheUsersTrends) {
             pane->grid().GetSubItemRect(0, static_cast<int>(column), LVIR_LABEL, cell);
             return ::GetPixel(CClientDC(&pane->grid()), cell.left, cell.top);
         };
+        const COLORREF ground = pane->grid().m_Appearance.crBackground;
         pane->instrument({.id = 0, .symbol = "A", .tickSize = kPriceOne});
         tell(100 * kPriceOne);
-        EXPECT_EQ(colourOf(PositionColumn::last), palette::kBackground);
+        EXPECT_EQ(colourOf(PositionColumn::last), ground);
         EXPECT_EQ(pane->remark().find("day 0.00 (0.00 %)"), pane->remark().find("day ")) << pane->remark();
         tell(1100 * kPriceOne);
         EXPECT_EQ(colourOf(PositionColumn::last), restarted ? 0x123456u : palette::kRiseFlash);
-        EXPECT_EQ(colourOf(PositionColumn::value), palette::kBackground);
+        EXPECT_EQ(colourOf(PositionColumn::value), ground);
         const Position& position = pane->positions().all()[0];
         EXPECT_EQ(pane->list().GetItemText(0, static_cast<int>(PositionColumn::day)),
                   CString(formatted("%+.2f", 1000.0 * static_cast<double>(position.quantity)).c_str()));
