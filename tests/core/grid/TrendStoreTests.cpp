@@ -147,6 +147,10 @@ TEST(TrendStore, ARandomMixEndsAsRecordsKeptOneByOne) {
             store.forgetRow(row);
             for (auto& [column, cells] : naive.columns) cells[static_cast<std::size_t>(row)].reset();
         } else if (action < 16) {
+            count += static_cast<std::size_t>(below(3));
+            store.extend(static_cast<int>(count));
+            for (auto& [column, cells] : naive.columns) cells.resize(count, NaiveCell{});
+        } else if (action < 17) {
             std::vector<std::int32_t> order(count);
             for (std::size_t i = 0; i < count; ++i) order[i] = static_cast<std::int32_t>(i);
             std::shuffle(order.begin(), order.end(), random);
