@@ -297,6 +297,8 @@ protected:
     CString KnownHeading(int item, const CString& shown) override;
     // Decimals are grouped, and a column of icons shows none.
     CString ShownText(int item, int place) override;
+    // How a cell of a data type shows its text. Sort, filters, trends and exports know the text as the host gave it.
+    virtual void GroupDigits(int dataType, CString& text);
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
