@@ -42,7 +42,8 @@ FeedState FeedPump::slice() {
 void FeedPump::closeBatch() {
     m_panes.trades->dropOldest();
     processEndofBatchUpdates();
-    m_panes.positions->batchClosed();
+    for (CLiveGrid* grid : {&m_panes.orders->grid(), &m_panes.trades->grid(), &m_panes.positions->grid()})
+        grid->batchClosed();
     m_panes.orders->refillIfNeeded();
     m_panes.trades->refillIfNeeded();
     m_panes.orders->keepOrder(m_clock.nowMicros());

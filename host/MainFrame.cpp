@@ -46,8 +46,8 @@ END_MESSAGE_MAP()
 CMainFrame::CMainFrame(TerminalRun& run) : m_run(run), m_about(IDD_ABOUT) {}
 
 BOOL CMainFrame::createWindow() {
-    const int width = (std::min)(kLargestWidth, ::GetSystemMetrics(SM_CXSCREEN));
-    const int height = (std::min)(kLargestHeight, ::GetSystemMetrics(SM_CYSCREEN));
+    const int width = (std::min)(quor::platform::scaled(nullptr, kLargestWidth), ::GetSystemMetrics(SM_CXSCREEN));
+    const int height = (std::min)(quor::platform::scaled(nullptr, kLargestHeight), ::GetSystemMetrics(SM_CYSCREEN));
     const CRect place(0, 0, width, height);
     if (!Create(nullptr, "Quor Terminal", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place, nullptr,
                 MAKEINTRESOURCEA(IDR_TERMINAL)))
@@ -81,7 +81,8 @@ BOOL CMainFrame::CreateRestored() {
     m_panes.watch->showChanged();
     processEndofBatchUpdates();
     m_panes.orders->keepOrder();
-    m_panes.positions->batchClosed();
+    for (CLiveGrid* grid : {&m_panes.orders->grid(), &m_panes.trades->grid(), &m_panes.positions->grid()})
+        grid->batchClosed();
     m_panes.positions->showTotals();
     m_chain->connect();
     m_chain->update(m_run.clock.nowMicros());

@@ -46,6 +46,8 @@ void CPaneSplitter::showSecond(bool show) {
     layOut();
 }
 
+int CPaneSplitter::barWidth() const { return quor::platform::scaled(m_hWnd, kBarWidth); }
+
 int CPaneSplitter::extent() const {
     CRect area;
     GetClientRect(&area);
@@ -55,9 +57,9 @@ int CPaneSplitter::extent() const {
 RECT CPaneSplitter::barRect() const {
     CRect area;
     GetClientRect(&area);
-    const int at = static_cast<int>((std::max)(0, extent() - kBarWidth) * m_share + 0.5);
-    if (m_axis == Axis::Columns) return CRect(at, 0, at + kBarWidth, area.bottom);
-    return CRect(0, at, area.right, at + kBarWidth);
+    const int at = static_cast<int>((std::max)(0, extent() - barWidth()) * m_share + 0.5);
+    if (m_axis == Axis::Columns) return CRect(at, 0, at + barWidth(), area.bottom);
+    return CRect(0, at, area.right, at + barWidth());
 }
 
 void CPaneSplitter::layOut() {
@@ -85,10 +87,11 @@ void CPaneSplitter::layOut() {
 }
 
 void CPaneSplitter::moveBarTo(CPoint point) {
-    const int room = extent() - kBarWidth;
-    if (room <= 2 * kSmallestPane) return;
-    const int at = (m_axis == Axis::Columns ? point.x : point.y) - kBarWidth / 2;
-    setShare(static_cast<double>(std::clamp(at, kSmallestPane, room - kSmallestPane)) / room);
+    const int room = extent() - barWidth();
+    const int smallest = quor::platform::scaled(m_hWnd, kSmallestPane);
+    if (room <= 2 * smallest) return;
+    const int at = (m_axis == Axis::Columns ? point.x : point.y) - barWidth() / 2;
+    setShare(static_cast<double>(std::clamp(at, smallest, room - smallest)) / room);
 }
 
 void CPaneSplitter::OnSize(UINT type, int width, int height) {

@@ -33,6 +33,7 @@ public:
 
 private:
     void layOut();
+    int barWidth() const;
     int extent() const;
     RECT barRect() const;
     void moveBarTo(CPoint point);

@@ -8,6 +8,7 @@ namespace terminal {
 namespace {
 constexpr int kPartCount = static_cast<int>(StatusPart::count);
 constexpr int kWidths[kPartCount] = {0, 110, 110, 110, 160, 100};  // the state takes the rest
+constexpr int kLineInset = 4;
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CStatusStrip, CStatusBarCtrl)
@@ -38,8 +39,9 @@ void CStatusStrip::OnPaint() {
     for (int part = kPartCount - 1; part >= 0; --part) {
         const bool isState = part == static_cast<int>(StatusPart::state);
         cell.right = cell.left;
-        cell.left = isState ? area.left : cell.right - kWidths[part];
-        const RECT line{cell.left, cell.top + 4, cell.left + 1, cell.bottom - 4};
+        cell.left = isState ? area.left : cell.right - scaled(dc, kWidths[part]);
+        const int inset = scaled(dc, kLineInset);
+        const RECT line{cell.left, cell.top + inset, cell.left + 1, cell.bottom - inset};
         if (!isState) dc.FillSolidRect(&line, palette::kEdge);
         dc.SetBkMode(TRANSPARENT);
         dc.SetTextColor(!isState ? palette::kDim : m_fault ? palette::kDown : palette::kText);

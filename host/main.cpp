@@ -11,7 +11,6 @@
 #include "host/proof/Proofs.h"
 #include "host/proof/SelfCheck.h"
 #include "host/proof/SelfTestFault.h"
-#include "quor/foundation/core/Globals.h"
 #include "quor/framework/ZTDialog.h"
 #include "quor/list/CommonListCtrl.h"
 #include "quor/platform/proving/UserInput.h"
@@ -49,16 +48,6 @@ private:
     TerminalRun& m_run;
     BoxGuard* m_guard;
 };
-
-// Every list starts in the terminal's colours and font; a user's own choice for a list wins.
-void setAppearance() {
-    cCustomizedAppearanceSettings appearance = Get_Apperance_setting();
-    appearance.crBackground = palette::kBackground;
-    appearance.crText = palette::kText;
-    appearance.csFontName = "Tahoma";
-    appearance.csFontSize = "9";
-    Set_Apperance_setting(appearance);
-}
 
 // The windows are gone, and without this nobody would miss the settings before the next start.
 int tellSettingsLost(const TerminalRun& run, int code) {

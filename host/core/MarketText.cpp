@@ -144,6 +144,14 @@ std::string_view formatPrice(Price price, int decimals, TextBuffer& buffer) {
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
+std::string_view formatChange(Price change, int decimals, TextBuffer& buffer) {
+    const std::string_view text = formatPrice(change, decimals, buffer);
+    if (change <= 0) return text;
+    char* const begin = buffer.text + (text.data() - buffer.text) - 1;
+    *begin = '+';
+    return withoutZeroSign({begin, text.size() + 1});
+}
+
 std::string_view formatQuantity(Quantity quantity, TextBuffer& buffer) {
     char* const end = std::end(buffer.text);
     char* begin = writeWhole(end, magnitude(quantity));

@@ -19,6 +19,8 @@ struct TextBuffer {
 std::string_view formatPrice(Price price, TextBuffer& buffer);
 // Rounded half away from zero to `decimals` (0 to 8): for columns whose cells shall line up.
 std::string_view formatPrice(Price price, int decimals, TextBuffer& buffer);
+// A difference of prices: a rise has its sign too, "+0.15".
+std::string_view formatChange(Price change, int decimals, TextBuffer& buffer);
 std::string_view formatQuantity(Quantity quantity, TextBuffer& buffer);  // "1234567"
 std::string_view formatDateTime(MarketTime time, TextBuffer& buffer);    // "2012-06-21 09:30:00.017460000"
 std::string_view formatTimeOfDay(MarketTime time, TextBuffer& buffer);   // "09:30:00.017", cut, not rounded

@@ -44,13 +44,7 @@ Price minus(Price of, Price from) {
 double units(Price price) { return static_cast<double>(price); }
 
 View difference(Cell cell, Price of, Price from) {
-    const Price value = minus(of, from);
-    const View text = price(cell, value);
-    if (value <= 0) return text;
-    TextBuffer plain;
-    const std::size_t length = text.copy(plain.text, sizeof plain.text - 1);
-    plain.text[length] = 0;
-    return withoutZeroSign(print(cell, "+%s", plain.text));
+    return formatChange(minus(of, from), decimalsOf(cell.data.instrument.tickSize), cell.buffer);
 }
 
 View quantity(Cell cell, Quantity value) { return formatQuantity(value, cell.buffer); }

@@ -10,15 +10,15 @@ namespace terminal {
 namespace {
 using Column = ChainColumn;
 constexpr int kColumnCount = static_cast<int>(Column::count);
-constexpr int kRight = 1, kCentred = 2, kTypeDecimal = 2;
+constexpr int kRight = 1, kCentred = 2;
 constexpr ColumnSpec kColumns[kColumnCount] = {
-    {"Call Vega", 68, kRight, kTypeDecimal},  {"Call Theta", 72, kRight, kTypeDecimal},
-    {"Call Gamma", 78, kRight, kTypeDecimal}, {"Call Delta", 70, kRight, kTypeDecimal},
-    {"Call IV", 62, kRight, kTypeDecimal},    {"Call", 76, kRight, kTypeDecimal},
-    {"Strike", 84, kCentred, kTypeDecimal},   {"Put", 76, kRight, kTypeDecimal},
-    {"Put IV", 62, kRight, kTypeDecimal},     {"Put Delta", 70, kRight, kTypeDecimal},
-    {"Put Gamma", 78, kRight, kTypeDecimal},  {"Put Theta", 72, kRight, kTypeDecimal},
-    {"Put Vega", 68, kRight, kTypeDecimal},
+    {"Call Vega", 66, kRight, kTypeDecimal},  {"Call Theta", 70, kRight, kTypeDecimal},
+    {"Call Gamma", 80, kRight, kTypeDecimal}, {"Call Delta", 72, kRight, kTypeDecimal},
+    {"Call IV", 60, kRight, kTypeDecimal},    {"Call", 70, kRight, kTypeDecimal},
+    {"Strike", 76, kCentred, kTypeDecimal},   {"Put", 70, kRight, kTypeDecimal},
+    {"Put IV", 60, kRight, kTypeDecimal},     {"Put Delta", 72, kRight, kTypeDecimal},
+    {"Put Gamma", 80, kRight, kTypeDecimal},  {"Put Theta", 70, kRight, kTypeDecimal},
+    {"Put Vega", 66, kRight, kTypeDecimal},
 };
 
 // The put's column of the same meaning.
@@ -67,6 +67,7 @@ BOOL CChainPane::createList() {
     if (!m_grid.CreateGrid(this, IDC_CHAIN)) return FALSE;
     // Each cell has colours of its own: custom draw, by which the grid paints cell by cell. The rows keep their height.
     m_grid.CustomDrawMode = true;
+    m_grid.NoSelectionPaint = true;  // the callback gives its colours
     m_grid.m_bCustomDraw = 1;
     m_grid.ModifyStyle(LVS_OWNERDRAWFIXED, 0);
     m_grid.InsertColumnsForList(nullptr);
@@ -75,7 +76,8 @@ BOOL CChainPane::createList() {
 
 int CChainPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int&) {
     if (columnIndex < 0 || columnIndex >= kColumnCount) return 0;
-    const int index = static_cast<const Row*>(reinterpret_cast<const CFilterListBaseData*>(data))->index;
+    auto* const own = static_cast<Row*>(reinterpret_cast<CFilterListBaseData*>(data));
+    const int index = own->index;
     const ChainRow& row = m_chain.rows()[static_cast<std::size_t>(index)];
     const Price price = m_chain.basis().price;
     const int decimals = decimalsOf(m_chain.basis().tickSize);
@@ -99,6 +101,7 @@ int CChainPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORRE
         back = palette::kAtMoney;
         if (color == palette::kDim) color = palette::kText;
     }
+    m_grid.takeSelection(own, color, back);
     assignText(text, cell);
     return 1;
 }
@@ -139,7 +142,7 @@ void CChainPane::show() {
     TextBuffer price, expiry;
     std::string remark = instrument.symbol;
     if (!instrument.series.empty()) remark.append(" ").append(instrument.series);
-    remark.append("  ").append(formatPrice(basis.price, decimalsOf(instrument.tickSize), price));
+    remark.append("  ").append(grouped(m_grid, formatPrice(basis.price, decimalsOf(instrument.tickSize), price)));
     remark.append("    expires ").append(formatDateTime(m_chain.expiry(), expiry).substr(0, 10));
     setRemark(remark);
 }

@@ -17,8 +17,11 @@ void paintCell(CCommonListCtrl& list, HWND header, const NMCUSTOMDRAW& draw) {
     const int image = (item.fmt & HDF_IMAGE) ? item.iImage : -1;
     const int columnIndex = list.GetOriginalColumnPosition(static_cast<int>(draw.dwItemSpec));
     const int format = columnIndex < 0 ? item.fmt : list.m_arrColumns[columnIndex].iFormat;
-    drawHeaderCell(*CDC::FromHandle(draw.hdc), quor::platform::headerCaption(draw), text, format & HDF_JUSTIFYMASK,
-                   image);
+    CDC& dc = *CDC::FromHandle(draw.hdc);
+    const bool isGrid = dynamic_cast<const CFilterListCtrl*>(&list) != nullptr;
+    const Padding ofGrid = draw.dwItemSpec == 0 ? kFirstGridCell : kGridCell;
+    drawHeaderCell(dc, quor::platform::headerCaption(draw), text, format & HDF_JUSTIFYMASK, image,
+                   isGrid ? ofGrid : cellPadding(dc));
 }
 
 // What no column covers: right of the last one, as high as its caption.
@@ -34,7 +37,7 @@ void paintRest(HWND header, const NMCUSTOMDRAW& draw) {
         ::SendMessageA(header, HDM_GETITEMRECT, last.dwItemSpec, reinterpret_cast<LPARAM>(&item));
         area.left = item.right;
     }
-    if (area.left < area.right) drawHeaderCell(*CDC::FromHandle(draw.hdc), area, "", 0, -1);
+    if (area.left < area.right) drawHeaderCell(*CDC::FromHandle(draw.hdc), area, "", 0, -1, {});
 }
 }  // namespace
 

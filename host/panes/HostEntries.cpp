@@ -66,7 +66,7 @@ HOST_ENTRY HMODULE quoru_call_LoadLibrary(const char* fileName) {
 }
 
 HOST_ENTRY void FillShadeRect(CDC* dc, const RECT* rect, COLORREF from, COLORREF to, int) {
-    if (dc && rect) terminal::fillGradient(*dc, *rect, from, to);
+    if (dc && rect) terminal::fillShade(*dc, *rect, from, to);
 }
 
 // Looked up and never called.

@@ -1,5 +1,6 @@
 #include "host/panes/ListPane.h"
 
+#include "host/panes/GridLines.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/ListMenu.h"
 #include "host/panes/LiveGrid.h"
@@ -14,6 +15,7 @@ namespace terminal {
 
 namespace {
 constexpr int kCaptionHeight = 22;
+constexpr const char* kEllipsis = "...";
 constexpr UINT kWmFiltersChanged = WM_APP + 40;
 }  // namespace
 
@@ -21,6 +23,22 @@ void assignText(CString& text, std::string_view value) {
     char* const room = text.GetBuffer(static_cast<int>(value.size()));
     std::memcpy(room, value.data(), value.size());
     text.ReleaseBuffer(static_cast<int>(value.size()));
+}
+
+void groupDigits(CCommonListCtrl& list, CString& number) {
+    std::string_view digits = viewOf(number);
+    const bool rose = digits.starts_with('+');
+    if (rose || digits.starts_with('-')) digits.remove_prefix(1);
+    const std::size_t whole = (std::min)(digits.find('.'), digits.size());
+    if (whole <= 3 || digits.find_first_not_of("0123456789.") != std::string_view::npos) return;
+    if (rose) number.Delete(0);
+    number = (rose ? "+" : "") + list.GetCommaData(number);
+}
+
+std::string grouped(CCommonListCtrl& list, std::string_view number) {
+    CString text(number.data(), static_cast<int>(number.size()));
+    groupDigits(list, text);
+    return std::string(viewOf(text));
 }
 
 BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
@@ -71,7 +89,7 @@ void CListPane::describeColumns(const ColumnSpec* columns, int count) {
     for (int i = 0; i < count; ++i) {
         sQuorColInfo column{};
         setColumnName(column, columns[i].heading);
-        column.iWidth = columns[i].width;
+        column.iWidth = quor::platform::scaled(m_hWnd, columns[i].width);
         column.iFormat = columns[i].format;
         column.iDataType = columns[i].dataType;
         target.m_arrColumns.Add(column);
@@ -81,17 +99,23 @@ void CListPane::describeColumns(const ColumnSpec* columns, int count) {
 void CListPane::setRemark(const std::string& remark) {
     if (remark == m_remark) return;
     m_remark = remark;
+    const RECT area = captionStrip();
+    InvalidateRect(&area, FALSE);
+}
+
+RECT CListPane::captionStrip() const {
     CRect area;
     GetClientRect(&area);
-    area.bottom = (std::min)(area.bottom, static_cast<LONG>(kCaptionHeight));
-    InvalidateRect(&area, FALSE);
+    area.bottom = (std::min)(area.bottom, static_cast<LONG>(quor::platform::scaled(m_hWnd, kCaptionHeight)));
+    return area;
 }
 
 void CListPane::layOut() {
     if (!GetSafeHwnd() || !list().GetSafeHwnd()) return;
     CRect area;
     GetClientRect(&area);
-    list().MoveWindow(0, kCaptionHeight, area.Width(), (std::max)(0, area.Height() - kCaptionHeight));
+    area.top = captionStrip().bottom;
+    list().MoveWindow(&area);
 }
 
 void CListPane::fitColumns() {
@@ -115,9 +139,23 @@ void CListPane::fitNewColumns() {
 
 // Any number of changed filters cost one rebuild, and that only once the caller who set them has set everything.
 BOOL CListPane::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
-    if (reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(HDN_FILTERCHANGE) && !m_filtersChanged)
+    const NMHDR& news = *reinterpret_cast<const NMHDR*>(lParam);
+    if (news.code == static_cast<UINT>(HDN_FILTERCHANGE) && !m_filtersChanged)
         m_filtersChanged = PostMessage(kWmFiltersChanged) != FALSE;
+    if (news.code == static_cast<UINT>(NM_CUSTOMDRAW) && news.hwndFrom == list().m_hWnd && showsGridLines(list()))
+        return paintLined(wParam, lParam, result);
     return CBCGPFormView::OnNotify(wParam, lParam, result);
+}
+
+// The lines lie over whatever the list paints.
+BOOL CListPane::paintLined(WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    const auto& draw = *reinterpret_cast<const NMCUSTOMDRAW*>(lParam);
+    *result = CDRF_DODEFAULT;
+    const BOOL answered = CBCGPFormView::OnNotify(wParam, lParam, result);
+    if (draw.dwDrawStage == CDDS_POSTPAINT) drawGridLines(list(), *CDC::FromHandle(draw.hdc));
+    if (draw.dwDrawStage != CDDS_PREPAINT) return answered;
+    *result |= CDRF_NOTIFYPOSTPAINT;
+    return TRUE;
 }
 
 LRESULT CListPane::OnFiltersChanged(WPARAM, LPARAM) {
@@ -138,23 +176,27 @@ void CListPane::OnContextMenu(CWnd*, CPoint point) {
 
 void CListPane::OnSize(UINT type, int width, int height) {
     CBCGPFormView::OnSize(type, width, height);
+    const RECT strip = captionStrip();
+    InvalidateRect(&strip, FALSE);  // the remark stands at the right edge
     layOut();
 }
 
 void CListPane::OnPaint() {
     CPaintDC dc(this);
-    CRect strip;
-    GetClientRect(&strip);
-    strip.bottom = (std::min)(strip.bottom, static_cast<LONG>(kCaptionHeight));
+    const RECT strip = captionStrip();
     dc.FillSolidRect(&strip, palette::kSurface);
     const RECT foot{strip.left, strip.bottom - 1, strip.right, strip.bottom};
     dc.FillSolidRect(&foot, palette::kEdge);
     CFont* const former = dc.SelectObject(&m_captionFont);
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(palette::kText);
-    drawCellText(dc, m_title, static_cast<int>(std::strlen(m_title)), strip, 0);
+    const int titleLength = static_cast<int>(std::strlen(m_title)), padding = scaled(dc, kCellPadding);
+    drawCellText(dc, m_title, titleLength, strip, 0);
     dc.SetTextColor(palette::kDim);
-    drawCellText(dc, m_remark.c_str(), static_cast<int>(m_remark.size()), strip, 1);
+    RECT rest = strip;
+    rest.left = remarkLeft(strip.left + padding + dc.GetTextExtent(m_title, titleLength).cx) + padding;
+    const int least = 2 * padding + dc.GetTextExtent(kEllipsis, static_cast<int>(std::strlen(kEllipsis))).cx;
+    if (rest.right - rest.left >= least) drawCellText(dc, m_remark.c_str(), static_cast<int>(m_remark.size()), rest, 1);
     dc.SelectObject(former);
 }
 

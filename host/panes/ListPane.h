@@ -20,7 +20,12 @@ inline std::string_view viewOf(const CString& text) {
     return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
-// A column of a list: heading, width in pixels, list column format (0 left, 1 right, 2 centred), sort type.
+// A number with separators between its thousands, behind any sign; any other text stays as it is.
+void groupDigits(CCommonListCtrl& list, CString& number);
+std::string grouped(CCommonListCtrl& list, std::string_view number);
+
+// A column of a list: heading, width on a screen of 96 dots an inch, list column format (0 left, 1 right, 2 centred),
+// sort type.
 struct ColumnSpec {
     const char* heading;
     int width;
@@ -61,12 +66,16 @@ protected:
     void OnInitialUpdate() override;
     void PostNcDestroy() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    RECT captionStrip() const;
     // Gives the list its place below the caption strip.
     virtual void layOut();
+    // Where in the strip the remark may begin, behind the title and what a pane has put there.
+    virtual int remarkLeft(int titleEnd) const { return titleEnd; }
     // The context menu has closed, and the dialog with it that one of its items may have run.
     virtual void menuClosed() {}
 
 private:
+    BOOL paintLined(WPARAM wParam, LPARAM lParam, LRESULT* result);
     int OnCreate(LPCREATESTRUCT create);
     void OnSize(UINT type, int width, int height);
     void OnPaint();

@@ -1,7 +1,10 @@
 #include "host/panes/LiveGrid.h"
 
 #include "host/panes/HeaderPaint.h"
+#include "host/panes/ListPane.h"
 #include "host/panes/Theme.h"
+
+#include <utility>
 
 namespace terminal {
 
@@ -43,6 +46,7 @@ void CLiveGrid::touched(CFilterListBaseData* row, PaintStamp& stamp, std::int64_
 void CLiveGrid::add(CFilterListBaseData* row) {
     AddRow(row, false);
     ++m_live;
+    m_rowsCame = true;
 }
 
 void CLiveGrid::remove(CFilterListBaseData* row) {
@@ -111,6 +115,11 @@ void CLiveGrid::refill(const std::function<void()>& addAll) {
     beginTrends();
 }
 
+void CLiveGrid::batchClosed() {
+    if (std::exchange(m_rowsCame, false)) ExtendTrendColumns();
+}
+
+// All rows that are in the grid now have them; none flashes.
 void CLiveGrid::beginTrends() {
     CArray<int, int> columns;
     GetTrendColumns(columns);
@@ -128,10 +137,23 @@ void CLiveGrid::DrawItem(LPDRAWITEMSTRUCT item) {
     if (stamp.micros) m_painted.push_back(&stamp);
 }
 
+void CLiveGrid::takeSelection(CFilterListBaseData* row, COLORREF& text, COLORREF& back) {
+    if (!m_painting || !CListCtrl::GetItemState(visualOf(row), LVIS_SELECTED)) return;
+    text = palette::kSelectedText;
+    back = selectionColour(*this);
+}
+
+// A change has its sign before the digits.
+void CLiveGrid::GroupDigits(int dataType, CString& text) {
+    if (dataType == kTypeDecimal) groupDigits(*this, text);
+}
+
 void CLiveGrid::OnPaint() {
     m_drawn.clear();
     m_painted.clear();
+    m_painting = true;
     CFilterListCtrl::OnPaint();
+    m_painting = false;
     const std::int64_t now = m_figures.now();
     for (PaintStamp* stamp : m_painted) {
         if (stamp->generation == m_generation) m_figures.addLatency(now - stamp->micros);

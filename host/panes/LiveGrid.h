@@ -6,6 +6,7 @@
 #pragma once
 
 #include "host/panes/DrawnRows.h"
+#include "host/panes/GridLines.h"
 #include "host/panes/PaintFigures.h"
 #include "quor/grid/FilterListCtrl.h"
 #include "quor/platform/Framework.h"
@@ -16,7 +17,7 @@
 
 namespace terminal {
 
-class CLiveGrid : public CFilterListCtrl {
+class CLiveGrid : public Lined<CFilterListCtrl> {
 public:
     explicit CLiveGrid(PaintFigures& figures) : m_figures(figures) {}
 
@@ -39,6 +40,9 @@ public:
     }
     const DrawnRows& drawn() const { return m_drawn; }
 
+    // For a pane whose grid paints cell by cell: a row that is selected takes the selection's colours in a paint.
+    void takeSelection(CFilterListBaseData* row, COLORREF& text, COLORREF& back);
+
     // Deleted rows whose slots are still held, and whether they are so many that the grid has to be filled anew.
     int tombstones() { return GetItemCount() - m_live; }
     bool needsRefill() { return tombstones() > 4 * m_live; }
@@ -55,8 +59,8 @@ public:
     void keepSelection(const std::function<void()>& change);
     // Takes rows that came in, or changed, into the locked order; nothing without a lock. Only between batches.
     void resort();
-    // The trend columns have all rows that are in the grid now; none flashes.
-    void beginTrends();
+    // After each batch: rows that came in have trends from here on.
+    void batchClosed();
     // Empties the grid and lets `addAll` add its rows again, in arrival order; a locked sort and the selection stay.
     // Only between batches. Trend columns stay, and have the rows from then on.
     void refill(const std::function<void()>& addAll);
@@ -64,8 +68,10 @@ public:
 protected:
     void DrawItem(LPDRAWITEMSTRUCT item) override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    void GroupDigits(int dataType, CString& text) override;
 
 private:
+    void beginTrends();
     int visualOf(CFilterListBaseData* row);  // -1: null, or not shown
     void scrollTo(int top);
     void OnPaint();
@@ -86,6 +92,8 @@ private:
     int m_topInView = 0;
     int m_endInView = 0;
     int m_live = 0;
+    bool m_painting = false;
+    bool m_rowsCame = false;  // in the batch
 
     DECLARE_MESSAGE_MAP()
 };

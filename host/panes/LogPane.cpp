@@ -7,6 +7,7 @@ namespace terminal {
 
 namespace {
 constexpr UINT kEditId = 1;
+constexpr int kTopPadding = 2;
 constexpr int kMostCharacters = 200'000;  // beyond it the older half leaves the window; the file keeps everything
 
 std::string stamped(const char* text) {
@@ -89,8 +90,8 @@ void CLogPane::OnDestroy() {
 
 void CLogPane::OnSize(UINT type, int width, int height) {
     CWnd::OnSize(type, width, height);
-    if (m_edit)
-        ::MoveWindow(m_edit, kCellPadding, 2, (std::max)(0, width - kCellPadding), (std::max)(0, height - 2), TRUE);
+    const int left = quor::platform::scaled(m_hWnd, kCellPadding), top = quor::platform::scaled(m_hWnd, kTopPadding);
+    if (m_edit) ::MoveWindow(m_edit, left, top, (std::max)(0, width - left), (std::max)(0, height - top), TRUE);
 }
 
 BOOL CLogPane::OnEraseBkgnd(CDC* dc) {

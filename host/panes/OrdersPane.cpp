@@ -16,7 +16,7 @@ constexpr int kColumnCount = static_cast<int>(Column::count);
 constexpr std::int64_t kOrderPeriodMicros = 200'000;
 constexpr ColumnSpec kColumns[kColumnCount] = {
     {"Order", 84, 0, 4}, {"Symbol", 92, 0, 3}, {"Side", 50, 0, 3},  {"Price", 96, 1, 2},
-    {"Qty", 90, 1, 2},   {"Value", 118, 1, 2}, {"Time", 110, 1, 6},
+    {"Qty", 90, 1, 2},   {"Value", 118, 1, 2}, {"Time", 110, 2, 6},
 };
 
 // Price times quantity in currency units; a long product is cut to what fits rather than wrapped.

@@ -13,14 +13,11 @@ namespace terminal {
 namespace {
 using Column = PositionColumn;
 constexpr int kColumnCount = static_cast<int>(Column::count);
-// Results have a sign before them, which the grid does not group: the type is the one that is not.
-constexpr int kLeft = 0, kRight = 1, kTypeMixed = 3, kTypeDecimal = 2, kTypePlainDecimal = 5;
+constexpr int kLeft = 0, kRight = 1;
 constexpr ColumnSpec kColumns[kColumnCount] = {
-    {"Symbol", 64, kLeft, kTypeMixed},          {"Qty", 58, kRight, kTypeDecimal},
-    {"Average", 78, kRight, kTypeDecimal},      {"Last", 78, kRight, kTypeDecimal},
-    {"Value", 98, kRight, kTypeDecimal},        {"Day P&L", 80, kRight, kTypePlainDecimal},
-    {"Day %", 58, kRight, kTypePlainDecimal},   {"Total P&L", 88, kRight, kTypePlainDecimal},
-    {"Total %", 60, kRight, kTypePlainDecimal},
+    {"Symbol", 64, kLeft, kTypeMixed},   {"Qty", 58, kRight, kTypeDecimal},       {"Average", 78, kRight, kTypeDecimal},
+    {"Last", 78, kRight, kTypeDecimal},  {"Value", 98, kRight, kTypeDecimal},     {"Day P&L", 80, kRight, kTypeDecimal},
+    {"Day %", 58, kRight, kTypeDecimal}, {"Total P&L", 88, kRight, kTypeDecimal}, {"Total %", 60, kRight, kTypeDecimal},
 };
 constexpr Column kTrendColumns[] = {Column::last, Column::day, Column::total};
 constexpr int kFlashMilliseconds = 1'000;
@@ -116,17 +113,12 @@ void CPositionsPane::quote(const Quote& news, std::int64_t now) {
         row.position = position;
         m_grid.add(&row);
         m_grid.touched(&row, row.stamp, now);
-        m_rowsCame = true;
         return;
     }
     const auto row =
         std::find_if(m_rows.begin(), m_rows.end(), [=](const auto& one) { return one.position == position; });
     m_grid.touched(&*row, row->stamp, now);
     m_grid.UpdateRow(&*row);
-}
-
-void CPositionsPane::batchClosed() {
-    if (std::exchange(m_rowsCame, false)) m_grid.beginTrends();
 }
 
 void CPositionsPane::showTotals() {
@@ -138,16 +130,12 @@ void CPositionsPane::showTotals() {
 std::string CPositionsPane::totalsText() {
     TextBuffer buffer;
     const Portfolio sum = m_positions.total();
-    const auto money = [&](std::string_view text) {
-        CString plain(text.data(), static_cast<int>(text.size()));
-        return std::string(m_grid.GetCommaData(plain));
-    };
     std::string text = counted(static_cast<std::int64_t>(m_rows.size()), "position");
-    text += "   " + money(plainNumber(sum.value, buffer));
+    text += "   " + grouped(m_grid, plainNumber(sum.value, buffer));
     for (const auto& [name, result] : {std::pair{"day", sum.day}, {"total", sum.total}}) {
         if (!result.money || !result.percent) continue;
-        text += std::string("   ") + name + " " + money(signedNumber(result.money, buffer)) + " (";
-        text += std::string(signedNumber(result.percent, buffer)) + " %)";
+        text += std::string("   ") + name + " " + grouped(m_grid, signedNumber(result.money, buffer)) + " (";
+        text += std::string(signedNumber(result.percent, buffer)) + "%)";
     }
     return text;
 }

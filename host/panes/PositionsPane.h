@@ -30,8 +30,6 @@ public:
     void instrument(const Instrument& news) { m_positions.instrument(news); }
     void quote(const Quote& news, std::int64_t now);
 
-    // Rows that came in have trends from here on. Only between batches.
-    void batchClosed();
     // Brings sums and locked order up to date. Only between batches.
     void showTotals();
 
@@ -44,7 +42,6 @@ private:
     Positions m_positions;
     std::deque<PositionRow> m_rows;  // as they came, one for each position
     CLiveGrid m_grid;
-    bool m_rowsCame = false;
     bool m_changed = false;  // since the sums were shown
 };
 

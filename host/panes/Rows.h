@@ -22,7 +22,7 @@ struct OrderRow : CFilterListBaseData {
 struct TradeRow : CFilterListBaseData {
     Trade trade;
     std::int64_t number = 0;  // 1 is the first trade of the run
-    Price change = 0;         // against the trade before it of the same instrument
+    Price change = kNoPrice;  // against the trade before it of the same instrument; kNoPrice: it is the first
     Move move = Move::none;
     PaintStamp stamp;
 };

@@ -11,8 +11,8 @@ namespace {
 using Column = TradeColumn;
 constexpr int kColumnCount = static_cast<int>(Column::count);
 constexpr ColumnSpec kColumns[kColumnCount] = {
-    {"Trade", 84, 0, 4}, {"Time", 110, 1, 6},  {"Symbol", 92, 0, 3},
-    {"Price", 96, 1, 2}, {"Change", 84, 1, 5}, {"Qty", 90, 1, 2},
+    {"Trade", 84, 0, 4}, {"Time", 110, 2, 6},  {"Symbol", 92, 0, 3},
+    {"Price", 96, 1, 2}, {"Change", 84, 1, 2}, {"Qty", 90, 1, 2},
 };
 
 std::string_view cellOf(const TradeRow& row, const Instrument& instrument, Column column, TextBuffer& buffer) {
@@ -27,7 +27,7 @@ std::string_view cellOf(const TradeRow& row, const Instrument& instrument, Colum
         case Column::price:
             return formatPrice(row.trade.price, decimals, buffer);
         case Column::change:
-            return row.change ? formatPrice(row.change, decimals, buffer) : std::string_view();
+            return formatChange(row.change, decimals, buffer);
         case Column::quantity:
             return formatQuantity(row.trade.quantity, buffer);
         case Column::count:

@@ -6,6 +6,7 @@
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
+#include "quor/foundation/core/Globals.h"
 
 #include <algorithm>
 #include <charconv>
@@ -73,6 +74,7 @@ COLORREF colourOf(const WatchData& data, WatchTone tone, std::string_view text, 
 
 BEGIN_MESSAGE_MAP(CWatchList, CMrktWatchListCtrl)
     ON_WM_PAINT()
+    ON_WM_MEASUREITEM_REFLECT()
 END_MESSAGE_MAP()
 
 // Header items may have been dragged and sized: their rectangles are asked for once a paint.
@@ -95,6 +97,14 @@ void CWatchList::invalidateRow(int row) {
     if (!GetItemRect(row, &area, LVIR_BOUNDS) || !seen.IntersectRect(&area, &client)) return;
     InvalidateRect(&area, FALSE);
     ++m_unpainted;
+}
+
+// As the grids measure theirs.
+void CWatchList::MeasureItem(LPMEASUREITEMSTRUCT item) {
+    constexpr int kRowPadding = 4;
+    LOGFONT font{};
+    if (const CFont* const own = GetFont()) own->GetLogFont(&font);
+    item->itemHeight = static_cast<UINT>(std::abs(font.lfHeight) + kRowPadding);
 }
 
 void CWatchList::OnPaint() {
@@ -147,11 +157,20 @@ BOOL CWatchPane::createList() {
         WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | LVS_REPORT | LVS_OWNERDRAWFIXED | LVS_SHOWSELALWAYS,
         none, this, IDC_WATCH);
     if (!m_list.GetSafeHwnd()) return FALSE;
+    setLooks();
     readLooks();
     m_list.SetExtendedStyle(m_list.GetExtendedStyle() | LVS_EX_DOUBLEBUFFER);
     m_list.InsertColumnsForList(nullptr);
     readSort();
     return TRUE;
+}
+
+// Those of all lists. The ground is the control's own: ListBkColor tells what the user chose, and stripes end there.
+void CWatchPane::setLooks() {
+    const cCustomizedAppearanceSettings looks = Get_Apperance_setting();
+    m_list.SetListFont(looks.csFontName, looks.csFontSize, 0);
+    m_list.CListCtrl::SetBkColor(looks.crBackground);
+    m_list.CListCtrl::SetTextColor(looks.crText);
 }
 
 // What does not read as it was written is passed over.
@@ -185,8 +204,15 @@ std::string CWatchPane::layoutSection() const {
 
 void CWatchPane::layOut() {
     CListPane::layOut();
-    if (m_names.GetSafeHwnd()) m_names.MoveWindow(kNamesLeft, 0, kNamesWidth, kNamesDropped);
+    if (!m_names.GetSafeHwnd()) return;
+    const auto pixels = [this](int length) { return quor::platform::scaled(m_hWnd, length); };
+    CRect field;
+    m_names.GetWindowRect(&field);  // its height is the font's
+    const int top = (std::max)(0, static_cast<int>(captionStrip().bottom - field.Height()) / 2);
+    m_names.MoveWindow(pixels(kNamesLeft), top, pixels(kNamesWidth), pixels(kNamesDropped));
 }
+
+int CWatchPane::remarkLeft(int) const { return quor::platform::scaled(m_hWnd, kNamesLeft + kNamesWidth); }
 
 int CWatchPane::selectedInstrument() const {
     const sMWStruct* const chosen = record(m_list.CListCtrl::GetNextItem(-1, LVNI_SELECTED));
@@ -338,8 +364,10 @@ void CWatchPane::drawCell(CDC& dc, const WatchData& data, int columnIndex, const
     const bool own = columnIndex >= kWatchBuiltInColumns;
     const WatchTone tone = own ? userColumnTone(viewOf(text)) : watchColumn(columnIndex).tone;
     const COLORREF plain = m_list.ListTextColor == CLR_DEFAULT ? palette::kText : m_list.ListTextColor;
-    dc.SetTextColor(selected && tone != WatchTone::symbol ? palette::kText : colourOf(data, tone, viewOf(text), plain));
-    drawCellText(dc, text, text.GetLength(), cell, own ? 1 : watchColumn(columnIndex).format);
+    dc.SetTextColor(selected ? palette::kSelectedText : colourOf(data, tone, viewOf(text), plain));
+    CString shown = text;
+    if (own || watchColumn(columnIndex).dataType != kTypeMixed) groupDigits(m_list, shown);
+    drawCellText(dc, shown, shown.GetLength(), cell, own ? 1 : watchColumn(columnIndex).format);
 }
 
 void CWatchPane::OnDrawItem(int id, LPDRAWITEMSTRUCT item) {
@@ -357,7 +385,7 @@ void CWatchPane::OnDrawItem(int id, LPDRAWITEMSTRUCT item) {
     const COLORREF ground = m_list.ListBkColor != CLR_DEFAULT ? m_list.ListBkColor
                             : row % 2                         ? palette::kStripe
                                                               : palette::kBackground;
-    const COLORREF back = selected ? palette::kSelection : ground;
+    const COLORREF back = selected ? selectionColour(m_list) : ground;
     dc.FillSolidRect(&area, back);
     dc.SetBkMode(TRANSPARENT);
     DrawnRow& drawn = m_list.drawnRows.begin(row, shown);

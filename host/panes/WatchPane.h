@@ -13,6 +13,7 @@
 #include "host/core/WatchData.h"
 #include "host/core/WatchRecord.h"
 #include "host/panes/DrawnRows.h"
+#include "host/panes/GridLines.h"
 #include "host/panes/ListPane.h"
 #include "host/panes/PaintFigures.h"
 #include "quor/lists/MrktWatchListCtrl.h"
@@ -24,7 +25,7 @@
 namespace terminal {
 
 // The list itself: keeps account of its paints and knows where its cells stand.
-class CWatchList : public CMrktWatchListCtrl {
+class CWatchList : public Lined<CMrktWatchListCtrl> {
 public:
     explicit CWatchList(PaintFigures& figures) : m_figures(figures) {}
 
@@ -48,6 +49,7 @@ protected:
 
 private:
     void OnPaint();
+    void MeasureItem(LPMEASUREITEMSTRUCT item);
     void measureCells();
 
     PaintFigures& m_figures;
@@ -97,7 +99,9 @@ private:
     BOOL createList() override;
     std::string layoutSection() const override;
     void layOut() override;
+    int remarkLeft(int titleEnd) const override;
     void menuClosed() override;
+    void setLooks();
     void readLooks();
     void takeFont(const std::string& font);
     void mark(InstrumentId id);

@@ -218,7 +218,8 @@ public:
     // --- Trends. A cell of a trend column whose number differs from the one painted last is painted in a colour, until
     // the interval is over. Painted is compared with painted: what no paint showed is not seen. Only rows that are in
     // the store when the columns are set have trends, and those that classic mode inserts afterwards; a host calls
-    // SetTrendColumns, with what GetTrendColumns gives, after it loaded or refilled rows in opti-data mode.
+    // SetTrendColumns, with what GetTrendColumns gives, after it loaded or refilled rows in opti-data mode, and
+    // ExtendTrendColumns after a batch that brought some.
 
     bool TrendEnabled = true;               // off: no colours, nothing read, nothing written
     bool TrendBackground = true;            // fills the cell; off: colours the text
@@ -228,6 +229,8 @@ public:
     // The trend columns, by columnIndex; all trends begin anew. Null changes nothing. A column that the list does not
     // have, or above 4095, is only kept for the settings. Always 1.
     int SetTrendColumns(CArray<int, int>* columns);
+    // Rows that came in since have trends from here on too; those of the others go on. Only between batches.
+    void ExtendTrendColumns();
     // The columns in force, as they were set.
     void GetTrendColumns(CArray<int, int>& columns) const;
     // Opens the process's dialog of the trends on this grid.
@@ -294,6 +297,8 @@ protected:
     CString KnownHeading(int item, const CString& shown) override;
     // Decimals are grouped, and a column of icons shows none.
     CString ShownText(int item, int place) override;
+    // How a cell of a data type shows its text. Sort, filters, trends and exports know the text as the host gave it.
+    virtual void GroupDigits(int dataType, CString& text);
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;

@@ -97,9 +97,7 @@ public:
         return true;
     }
 
-    void group(Cell& cell) const {
-        if (wantsGrouping(cell.record->iDataType, cell.text)) cell.text = m_grid.GetCommaData(cell.text);
-    }
+    void group(Cell& cell) const { m_grid.GroupDigits(cell.record->iDataType, cell.text); }
     bool labelRect(int place, RECT& rect) const {
         return m_grid.m_parts->native.labelRect(m_grid.m_parts->rows.layout(), m_visual, place, rect);
     }

@@ -41,7 +41,12 @@ CString CFilterListCtrl::ShownText(int item, int place) {
     if (!UseFilter || columnIndex < 0 || columnIndex >= m_arrColumns.GetSize()) return text;
     const sQuorColInfo& record = m_arrColumns.GetAt(columnIndex);
     if (cellAlign(record.iFormat) == CellAlign::icon) return {};
-    return wantsGrouping(record.iDataType, text) ? GetCommaData(text) : text;
+    GroupDigits(record.iDataType, text);
+    return text;
+}
+
+void CFilterListCtrl::GroupDigits(int dataType, CString& text) {
+    if (wantsGrouping(dataType, text)) text = GetCommaData(text);
 }
 
 BOOL CFilterListCtrl::GetCheck(int item) const {

@@ -61,6 +61,8 @@ void CFilterListCtrl::setTrendColumns(const std::vector<int>& columns) {
     startTrendTimer();
 }
 
+void CFilterListCtrl::ExtendTrendColumns() { m_parts->rows.trends().extend(m_parts->rows.itemCount()); }
+
 void CFilterListCtrl::GetTrendColumns(CArray<int, int>& columns) const {
     assign(columns, m_parts->rows.trends().columns());
 }

@@ -208,6 +208,12 @@ void TrendStore::clearRows() {
     }
 }
 
+void TrendStore::extend(int rowCount) {
+    for (Column& column : m_columns)
+        if (column.hasRecords)
+            column.records.resize(std::max(column.records.size(), static_cast<std::size_t>(rowCount)));
+}
+
 void TrendStore::reorderRows(const std::vector<std::int32_t>& mapIndices) {
     for (Column& column : m_columns) {
         if (column.records.empty()) continue;

@@ -2,9 +2,9 @@
 // fall; and which of them show a change, so that its end is found without a walk over what is stored.
 //
 // A record belongs to a row: it moves, ends and is made anew with it (the operations on rows below), so that no row
-// takes over what another one showed. Rows that come by LiveRows::add have none until the columns are set again. There
-// is one exception: a row of classic mode that is deleted while it is filtered out leaves its record behind, and the
-// records after it stay where they were; hosts set the columns anew after such deletes.
+// takes over what another one showed. Rows that come by LiveRows::add have none until the columns are extended or set
+// again. There is one exception: a row of classic mode that is deleted while it is filtered out leaves its record
+// behind, and the records after it stay where they were; hosts set the columns anew after such deletes.
 //
 // Knows no text but the one that it is asked about, and no clock: every time is the caller's, in milliseconds, may
 // wrap, and must not step back. Row numbers: see FilterListBaseData.h. Bad numbers have no record.
@@ -68,6 +68,7 @@ public:
     void eraseRow(int mapIndex);   // those behind close up
     void forgetRow(int mapIndex);  // in its place
     void clearRows();              // the columns stay
+    void extend(int rowCount);     // a fresh record for each row behind those that were there
     // Records by the new map index, each named by its former one.
     void reorderRows(const std::vector<std::int32_t>& mapIndices);
 

@@ -111,6 +111,7 @@ TEST(TrendStore, RowsTakeTheirChangesAlong) {
                       store.reorderRows({1, 2, 3, 0});
                   },
                   {1, 3}},
+                 {[](TrendStore& store) { store.extend(6); }, {0, 2}},
                  {[](TrendStore& store) { store.insertRow(0), store.eraseRow(1), store.insertRow(4); }, {2}}};
     for (const auto& each : cases) {
         ChangedRows rows;
@@ -124,6 +125,9 @@ TEST(TrendStore, RowsTakeTheirChangesAlong) {
     EXPECT_EQ(rows.paint(2, 9, 20), TrendPaint::unchanged);
     rows.store.insertRow(2);
     EXPECT_EQ(rows.paint(2, 9, 20), kPlain) << "seen for the first time";
+    EXPECT_EQ(rows.paint(5, 9, 20), TrendPaint::unchanged);
+    rows.store.extend(6);
+    EXPECT_EQ(rows.paint(5, 9, 20), kPlain);
 }
 
 TEST(TrendStore, CellsThatChangeOftenEndOnceEach) {

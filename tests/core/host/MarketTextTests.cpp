@@ -40,6 +40,13 @@ TEST(MarketText, PricesShowTwoDecimalsAndMoreWhereTheyHaveThem) {
     } const rounded[] = {{1'00500000, 2, "1.01"}, {-1'00500000, 2, "-1.01"}, {1'00499999, 2, "1.00"},
                          {99'50000000, 0, "100"}, {-400000, 2, "0.00"},      {1'00000000, 8, "1.00000000"}};
     for (const auto& c : rounded) EXPECT_EQ(formatPrice(c.price, c.decimals, buffer), c.text);
+    struct {
+        Price change;
+        int decimals;
+        const char* text;
+    } const changes[] = {{15000000, 2, "+0.15"}, {-15000000, 2, "-0.15"}, {0, 2, "0.00"},
+                         {400000, 2, "0.00"},    {kNoPrice, 2, ""},       {kLargestPrice, 8, "+90000000000.00000000"}};
+    for (const auto& c : changes) EXPECT_EQ(formatChange(c.change, c.decimals, buffer), c.text);
     const std::pair<Price, int> decimals[] = {{0, 2}, {5'000000, 2}, {5'000, 5}, {100'00000000, 2}, {1, 8}};
     for (const auto& [tickSize, expected] : decimals) EXPECT_EQ(decimalsOf(tickSize), expected);
 }

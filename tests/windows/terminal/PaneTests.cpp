@@ -1,6 +1,7 @@
 // The panes in a window of the test's own: the market watch with its two watches and the levels chosen in its menu, and
-// the pump between a scripted feed and the panes that it fills, and the flashes of the positions.
+// the pump between a scripted feed and the panes that it fills, the looks that all lists share, and the flashes.
 #include "host/FeedPump.h"
+#include "host/panes/ChainPane.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
@@ -9,6 +10,7 @@
 #include "quor/edits/core/Colours.h"
 #include "quor/foundation/ControlBlock.h"
 #include "quor/foundation/core/Globals.h"
+#include "quor/platform/proving/WindowCapture.h"
 #include "support/WindowFixture.h"
 #include "tests/core/host/HostTestTools.h"
 
@@ -20,10 +22,14 @@ constexpr const char* futures = "MarketWatchNew_Futures";
 constexpr const char* levelsKey = "COLUMN_SORT_ORDER_PROFILE";
 
 struct PaneTest : ::test::WindowFixture {
-    PaneTest() { useSettings(&settings); }
+    PaneTest() {
+        useSettings(&settings);
+        setAppearance();
+    }
     void TearDown() override {
         WindowFixture::TearDown();
         useSettings(nullptr);
+        Set_Apperance_setting({});
     }
 
     test::SetClock clock;
@@ -265,6 +271,131 @@ TEST_F(PaneTest, APauseLeavesTheOrdersInTheirLockedOrder) {
     EXPECT_EQ(shown(), (std::vector<OrderId>{3, 2, 1}));
 }
 
+COLORREF pixel(CWnd& window, CPoint at) {
+    window.RedrawWindow();
+    return ::GetPixel(CClientDC(&window), at.x, at.y);
+}
+
+// Right of the text of a row's first cell, and on the lines right of it and below it.
+struct RowPoints {
+    CPoint ground, column, foot;
+};
+RowPoints pointsOf(CCommonListCtrl& list, int row) {
+    CRect bounds;
+    list.GetItemRect(row, &bounds, LVIR_BOUNDS);
+    const int right = list.GetColumnWidth(0);
+    return {{right - 4, bounds.top + 1}, {right - 1, bounds.top + 1}, {right - 4, bounds.bottom - 1}};
+}
+
+TEST_F(WatchPaneTest, ListsShareFontRowHeightSelectionAndGridLines) {
+    auto* const orders = new COrdersPane(figures);
+    auto* const chain = new CChainPane(figures, *pane);
+    orders->CreatePane(&frame(), IDC_PANE_ORDERS);
+    chain->CreatePane(&frame(), IDC_PANE_CHAIN);
+    CListPane* const panes[] = {orders, chain, pane};
+    for (CListPane* one : panes) one->MoveWindow(0, 0, 780, 400);
+    orders->instrument({.id = 0, .symbol = "A", .tickSize = kPriceOne});
+    orders->order({OrderAction::add, {.id = 1, .price = kPriceOne, .quantity = 1}}, 1);
+    processEndofBatchUpdates();
+    chain->update(1);
+
+    CRect first, row, client;
+    LOGFONT font{}, other{};
+    orders->list().GetItemRect(0, &first, LVIR_BOUNDS);
+    orders->list().GetFont()->GetLogFont(&font);
+    for (CListPane* one : panes) {
+        SCOPED_TRACE(one->title());
+        CCommonListCtrl& shown = one->list();
+        one->BringWindowToTop();
+        ASSERT_TRUE(shown.GetItemRect(0, &row, LVIR_BOUNDS));
+        shown.GetFont()->GetLogFont(&other);
+        EXPECT_EQ(row.Height(), first.Height());
+        EXPECT_EQ(std::string(other.lfFaceName) + std::to_string(other.lfHeight),
+                  std::string(font.lfFaceName) + std::to_string(font.lfHeight));
+        shown.GetClientRect(&client);
+        EXPECT_EQ(pixel(shown, {3, client.bottom - 3}), palette::kBackground) << "below the rows";
+        const RowPoints points = pointsOf(shown, 0);
+        shown.SetItemState(0, LVIS_SELECTED, LVIS_SELECTED);
+        shown.SetFocus();
+        EXPECT_EQ(pixel(shown, points.ground), palette::kSelection);
+        frame().SetFocus();
+        EXPECT_EQ(pixel(shown, points.ground), palette::kSelectionIdle);
+        for (const bool lined : {true, false}) {
+            shown.GridLines();
+            EXPECT_EQ((shown.GetExtendedStyle() & LVS_EX_GRIDLINES) != 0, lined);
+            for (const CPoint at : {points.column, points.foot})
+                EXPECT_EQ(pixel(shown, at) == palette::kGridLine, lined) << at.x << "," << at.y;
+        }
+    }
+    for (const COLORREF ground : {palette::kSelection, palette::kSelectionIdle})
+        EXPECT_GE(quor::edits::contrast(ground, palette::kSelectedText), 4.5);
+}
+
+TEST_F(WatchPaneTest, ARemarkNeverReachesWhatStandsLeftOfIt) {
+    const auto left = [&](int width) {
+        WindowPicture picture;
+        pane->MoveWindow(0, 0, width, 100);
+        pane->RedrawWindow();
+        EXPECT_TRUE(quorCaptureClientArea(*pane, picture));
+        std::vector<std::uint32_t> strip;
+        for (int y = 0; y < 20; ++y)
+            for (int x = 0; x < (std::min)(width, 260); ++x)
+                strip.push_back(picture.pixels[static_cast<std::size_t>(y * picture.width + x)]);
+        return strip;
+    };
+    for (const int width : {780, 300, 275, 200, 60}) {
+        pane->setRemark("");
+        const auto plain = left(width);
+        pane->setRemark(std::string(200, 'W'));
+        EXPECT_TRUE(left(width) == plain) << width;
+    }
+}
+
+TEST(PaneTexts, NumbersAreGroupedBehindTheirSign) {
+    CFilterListCtrl list;
+    const std::pair<const char*, const char*> table[] = {{"+324473.75", "+324,473.75"},
+                                                         {"-1382.50", "-1,382.50"},
+                                                         {"17897.00", "17,897.00"},
+                                                         {"1000", "1,000"},
+                                                         {"999.999", "999.999"},
+                                                         {"+0.15", "+0.15"},
+                                                         {"2024-03-28", "2024-03-28"},
+                                                         {"25.89%", "25.89%"},
+                                                         {"-", "-"},
+                                                         {"", ""}};
+    for (const auto& [text, shown] : table) EXPECT_EQ(grouped(list, text), shown);
+}
+
+TEST_F(PaneTest, RowsThatStreamInFlashAndLeaveTheOthersFlashing) {
+    auto* const pane = new COrdersPane(figures);
+    ASSERT_TRUE(pane->CreatePane(&frame(), IDC_PANE_ORDERS));
+    pane->MoveWindow(0, 0, 780, 300);
+    CLiveGrid& grid = pane->grid();
+    CArray<int, int> columns;
+    columns.Add(static_cast<int>(OrderColumn::quantity));
+    grid.SetTrendColumns(&columns);
+    grid.PosColor = palette::kRiseFlash;
+    grid.TrendInterval = 60'000;
+    pane->instrument({.id = 0, .symbol = "A", .tickSize = kPriceOne});
+    const auto tell = [&](OrderAction action, OrderId id, Quantity quantity) {
+        pane->order({action, {.id = id, .price = kPriceOne, .quantity = quantity}}, 1);
+        processEndofBatchUpdates();
+        grid.batchClosed();
+        grid.RedrawWindow();
+    };
+    const auto flashes = [&](int visual) {
+        CRect cell;
+        grid.GetSubItemRect(visual, static_cast<int>(OrderColumn::quantity), LVIR_LABEL, cell);
+        return pixel(grid, {cell.left + 1, cell.top + 1}) == palette::kRiseFlash;
+    };
+    for (const OrderId id : {1, 2}) {
+        tell(OrderAction::add, id, 1);
+        EXPECT_FALSE(flashes(static_cast<int>(id) - 1));
+        tell(OrderAction::change, id, 2);
+        for (int visual = 0; visual < static_cast<int>(id); ++visual) EXPECT_TRUE(flashes(visual)) << id << visual;
+    }
+}
+
 TEST_F(PaneTest, PositionsFlashFromTheirFirstBatchOnAndKeepTheUsersTrends) {
     for (const COLORREF flash : {palette::kRiseFlash, palette::kFallFlash})
         EXPECT_GE(quor::edits::contrast(flash, palette::kText), 4.5);
@@ -277,7 +408,7 @@ TEST_F(PaneTest, PositionsFlashFromTheirFirstBatchOnAndKeepTheUsersTrends) {
         const auto tell = [&](Price last) {
             pane->quote({.instrument = 0, .fields = quoteLast | quoteClose, .last = last, .close = 100 * kPriceOne}, 1);
             processEndofBatchUpdates();
-            pane->batchClosed();
+            pane->grid().batchClosed();
             pane->showTotals();
             pane->grid().RedrawWindow();
         };
@@ -290,7 +421,7 @@ TEST_F(PaneTest, PositionsFlashFromTheirFirstBatchOnAndKeepTheUsersTrends) {
         pane->instrument({.id = 0, .symbol = "A", .tickSize = kPriceOne});
         tell(100 * kPriceOne);
         EXPECT_EQ(colourOf(PositionColumn::last), ground);
-        EXPECT_EQ(pane->remark().find("day 0.00 (0.00 %)"), pane->remark().find("day ")) << pane->remark();
+        EXPECT_EQ(pane->remark().find("day 0.00 (0.00%)"), pane->remark().find("day ")) << pane->remark();
         tell(1100 * kPriceOne);
         EXPECT_EQ(colourOf(PositionColumn::last), restarted ? 0x123456u : palette::kRiseFlash);
         EXPECT_EQ(colourOf(PositionColumn::value), ground);
