@@ -73,4 +73,11 @@ TEST(DialogFold, NothingMovesTwice) {
     for (const auto& row : rows) EXPECT_EQ(foldStep(heights, row.frame, row.shown), row.step) << row.frame;
 }
 
+TEST(DialogFold, TheEndStaysInTheWorkArea) {
+    const struct {
+        int top, height, outcome;
+    } rows[] = {{400, 300, 400}, {401, 300, 400}, {20, 681, 20}, {20, 700, 20}, {-50, 300, -50}};
+    for (const auto& row : rows) EXPECT_EQ(unfoldedTop(row.top, row.height, 20, 700), row.outcome) << row.height;
+}
+
 }  // namespace

@@ -163,6 +163,9 @@ TEST_F(Fonts, ASettingIsTakenOrRefused) {
         CFontSettingDlg dialog("Not installed", "10", &frame());
         const INT_PTR result = run(dialog, [&] {
             EXPECT_EQ(dialog.GetDlgItemInt(IDC_FONT_SIZE), 10u);
+            CString shown;
+            dialog.GetDlgItemText(IDC_FONT_NAME, shown);
+            EXPECT_EQ(shown, "Not installed");
             dialog.SetDlgItemText(IDC_FONT_SIZE, each.typed);
             quor::sendKeys({each.key});
             pumpUntilIdle();

@@ -143,6 +143,8 @@ TEST_F(AppearanceDialogs, ShowWhatTheListAllowsAndFoldTheRest) {
         dialog.GetWindowText(title);
         EXPECT_STREQ(title, "Customize Appearance :orders ");
         EXPECT_EQ(text(dialog, IDC_LIST_FONT), "MS Shell Dlg 2 (8)");
+        EXPECT_EQ(text(dialog, IDC_NEW_KEYWORD), "") << "typed for the list before";
+        item(dialog, IDC_NEW_KEYWORD).SetWindowText("typed");
         EXPECT_EQ(LOWORD(dialog.SendMessage(DM_GETDEFID)), IDC_APPLY_APPEARANCE);
         EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), each.colours ? IDC_PROPERTY : IDC_LIST_FONT);
         CRect folded, again;
@@ -152,6 +154,8 @@ TEST_F(AppearanceDialogs, ShowWhatTheListAllowsAndFoldTheRest) {
             EXPECT_EQ(state(dialog), each.withText);
             dialog.GetWindowRect(&again);
             EXPECT_EQ(again.Height() > folded.Height(), each.keywords);
+            const CRect screen = quor::platform::screens().workArea();
+            EXPECT_LE(again.bottom, std::max(screen.bottom, screen.top + again.Height())) << "the buttons are there";
             EXPECT_TRUE(isPainted(dialog)) << "nothing is left of the folded frame";
             choose(dialog, "Background");
             dialog.GetWindowRect(&again);
