@@ -1,7 +1,6 @@
 #include "host/gallery/Exhibits.h"
 
 #include "quor/edits/ClrButton.h"
-#include "quor/edits/FontSettingDlg.h"
 #include "quor/edits/HotFontCombo.h"
 #include "quor/edits/QuorSplitButton.h"
 #include "quor/edits/XListCtrl.h"
@@ -16,14 +15,18 @@ constexpr COLORREF kInk = RGB(120, 20, 20), kCream = RGB(255, 240, 200), kBlue =
 
 // ---- Buttons
 
+void dress(CWnd& control, const Stage& stage) {
+    control.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(stage.font.m_hObject), TRUE);
+}
+
 using ColourState = std::function<void(CClrButton&)>;
 
 Exhibit colourButton(const char* state, const ColourState& change, const char* text = "&Colour",
                      CSize size = {110, 26}) {
-    return {"CClrButton", state, [=](Stage& stage) {
+    return {"CClrButton", state, size, [=](Stage& stage) {
                 auto& button = stage.add<CClrButton>();
-                button.Create(text, kChild | BS_OWNERDRAW, stage.place(10, 10, size.cx, size.cy), &stage.window,
-                              kControlId);
+                button.Create(text, kChild | BS_OWNERDRAW, stage.place(size), &stage.window, kControlId);
+                dress(button, stage);
                 change(button);
             }};
 }
@@ -31,9 +34,11 @@ Exhibit colourButton(const char* state, const ColourState& change, const char* t
 using SplitState = std::function<void(CQuorSplitButton&)>;
 
 Exhibit splitButton(const char* state, const SplitState& change, const char* text = "&Export", bool menu = true) {
-    return {"CQuorSplitButton", state, [=](Stage& stage) {
+    const CSize size(110, 26);
+    return {"CQuorSplitButton", state, size, [=](Stage& stage) {
                 auto& button = stage.add<CQuorSplitButton>();
-                button.Create(text, kChild, stage.place(10, 10, 110, 26), &stage.window, kControlId);
+                button.Create(text, kChild, stage.place(size), &stage.window, kControlId);
+                dress(button, stage);
                 if (menu) button.m_menu.AppendMenu(MF_STRING, 200, "First");
                 change(button);
             }};
@@ -44,13 +49,15 @@ void press(CButton& button) { button.SendMessage(BM_SETSTATE, TRUE); }
 // ---- The check list
 
 Exhibit checkList(const char* state, const std::function<void(CXListCtrl&)>& change) {
-    return {"CXListCtrl", state, [=](Stage& stage) {
+    const CSize size(264, 120);
+    return {"CXListCtrl", state, size, [=](Stage& stage) {
                 auto& list = stage.add<CXListCtrl>();
-                list.Create(kChild | LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER, stage.place(10, 10, 300, 120),
-                            &stage.window, kControlId);
+                list.Create(kChild | LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER, stage.place(size), &stage.window,
+                            kControlId);
+                dress(list, stage);
                 const char* const headings[] = {"Keyword", "Color", "Both"};
                 for (int column = 0; column < 3; ++column)
-                    list.InsertColumn(column, headings[column], LVCFMT_LEFT, quor::platform::scaled(list, 96));
+                    list.InsertColumn(column, headings[column], LVCFMT_LEFT, quor::platform::scaled(list, 80));
                 list.SetHeaderCheckbox(0, TRUE);
                 change(list);
             }};
@@ -81,10 +88,14 @@ void chooseRow(CXListCtrl& list) {
 
 // ---- The font choosers
 
-Exhibit fontCombo(const char* state, const std::function<void(CHotFontCombo&)>& change) {
-    return {"CHotFontCombo", state, [=](Stage& stage) {
+constexpr int kComboHeight = 24, kOpenHeight = 150;
+
+Exhibit fontCombo(const char* state, const std::function<void(CHotFontCombo&)>& change, int height = kComboHeight) {
+    const CSize size(220, height);
+    return {"CHotFontCombo", state, size, [=](Stage& stage) {
                 auto& combo = stage.add<CHotFontCombo>();
-                combo.Create(kChild | WS_VSCROLL, stage.place(10, 10, 220, 140), &stage.window, kControlId);
+                combo.Create(kChild | WS_VSCROLL, stage.place({size.cx, kOpenHeight}), &stage.window, kControlId);
+                dress(combo, stage);
                 change(combo);
                 COMBOBOXINFO info{};
                 info.cbSize = sizeof info;
@@ -94,12 +105,12 @@ Exhibit fontCombo(const char* state, const std::function<void(CHotFontCombo&)>& 
 
 }  // namespace
 
-CRect Stage::place(int left, int top, int width, int height) const {
+CRect Stage::place(CSize size) const {
     const auto pixels = [this](int length) { return quor::platform::scaled(window, length); };
-    return CRect(CPoint(pixels(left), pixels(top)), CSize(pixels(width), pixels(height)));
+    return CRect(CPoint(pixels(kAir), pixels(kAir)), CSize(pixels(size.cx), pixels(size.cy)));
 }
 
-std::vector<Exhibit> exhibits() {
+std::vector<Exhibit> controlExhibits() {
     return {
         colourButton("normal", [](CClrButton&) {}),
         colourButton("focused", [](CClrButton& b) { b.SetFocus(); }),
@@ -130,7 +141,8 @@ std::vector<Exhibit> exhibits() {
         colourButton("colour alone", [](CClrButton& b) { b.SetColour(kBlue, kBlue); }, "", {33, 23}),
         colourButton("font", [](CClrButton& b) { b.DisplayFont("Arial", "10", kFontBold); }, "", {150, 26}),
         colourButton("close box", [](CClrButton&) {}, "x", {15, 15}),
-        colourButton("long text", [](CClrButton&) {}, "A text that is too long for it", {110, 26}),
+        colourButton("long text", [](CClrButton&) {}, "A text that is too long even for the two lines of a button",
+                     {110, 26}),
         colourButton("two lines", [](CClrButton&) {}, "A text that is too long for it", {110, 44}),
         splitButton("normal", [](CQuorSplitButton&) {}),
         splitButton("focused", [](CQuorSplitButton& b) { b.SetFocus(); }),
@@ -141,7 +153,7 @@ std::vector<Exhibit> exhibits() {
         splitButton(
             "no menu", [](CQuorSplitButton&) {}, "&Export", false),
         splitButton(
-            "long text", [](CQuorSplitButton&) {}, "Export everything there is"),
+            "long text", [](CQuorSplitButton&) {}, "Export everything there is to an open worksheet"),
         checkList("empty", [](CXListCtrl&) {}),
         checkList("normal", [](CXListCtrl& list) { fillList(list); }),
         checkList("focused",
@@ -167,14 +179,14 @@ std::vector<Exhibit> exhibits() {
                       combo.SelectFont("DejaVu Serif");
                       combo.EnableWindow(FALSE);
                   }),
-        fontCombo("open",
-                  [](CHotFontCombo& combo) {
-                      combo.SelectFont("DejaVu Serif");
-                      combo.SetFocus();
-                      combo.ShowDropDown();
-                  }),
-        {"CFontSettingDlg", "normal",
-         [](Stage& stage) { CFontSettingDlg("DejaVu Serif", "14", &stage.window).DoModal(); }, true},
+        fontCombo(
+            "open",
+            [](CHotFontCombo& combo) {
+                combo.SelectFont("DejaVu Serif");
+                combo.SetFocus();
+                combo.ShowDropDown();
+            },
+            kOpenHeight),
     };
 }
 

@@ -2,6 +2,7 @@
 //   QuorGallery --out FOLDER
 // Exit code 0: every picture was written; 1: one was not, or shows nothing; 2: a wrong command line.
 #include "host/gallery/Exhibits.h"
+#include "host/gallery/Sheet.h"
 #include "quor/platform/proving/UserInput.h"
 #include "quor/platform/proving/WindowCapture.h"
 
@@ -10,41 +11,31 @@
 #include <cstring>
 #include <string>
 
-// The one entry of a host that the exhibits need: themes come by it.
-extern "C" __declspec(dllexport) HMODULE quoru_call_LoadLibrary(const char* fileName) {
-    return ::LoadLibraryA(fileName);
-}
+// The entries of a host that the exhibits need: themes come by the first, dialogs ask for an icon and for a client's
+// name, lists for what is stored. There is nothing stored, and everything can be.
+#define GALLERY_ENTRY extern "C" __declspec(dllexport)
+GALLERY_ENTRY HMODULE quoru_call_LoadLibrary(const char* fileName) { return ::LoadLibraryA(fileName); }
+GALLERY_ENTRY HICON pu_get_application_iCon() { return ::LoadIcon(nullptr, IDI_APPLICATION); }
+GALLERY_ENTRY int quoru_get_app_status() { return 0; }
+GALLERY_ENTRY int UserSetting(int operation, CString, CString&, CString) { return operation != 0; }
 
 namespace gallery {
 
 namespace {
 
-constexpr int kStageWidth = 340, kStageHeight = 200, kLabelHeight = 20;
-constexpr int kColumns = 4;
-constexpr std::uint32_t kGround = 0xFFFFFFFF;
+constexpr int kSheetWidth = 1500, kSheetGap = 16;
+constexpr const char* kFont = "MS Shell Dlg";
+constexpr int kPoints = 8, kHeadingPoints = 12;
+constexpr int kOverhang = 2;              // of a last letter, beyond its advance
+constexpr ULONGLONG kLongestWait = 5000;  // ms until the messages of an exhibit have run out
 
-void pump() {
+// False: there is always one more.
+bool pump() {
+    const ULONGLONG begin = ::GetTickCount64();
     MSG message;
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE))
-        if (!AfxPumpMessage()) return;
-}
-
-// Pixels outside the target are dropped.
-void paste(WindowPicture& target, const WindowPicture& picture, int left, int top) {
-    for (int y = std::max(0, -top); y < picture.height && top + y < target.height; ++y)
-        for (int x = std::max(0, -left); x < picture.width && left + x < target.width; ++x)
-            target.pixels[static_cast<std::size_t>(top + y) * static_cast<std::size_t>(target.width) +
-                          static_cast<std::size_t>(left + x)] =
-                picture.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) +
-                               static_cast<std::size_t>(x)];
-}
-
-WindowPicture emptyPicture(int width, int height) {
-    WindowPicture picture;
-    picture.width = width;
-    picture.height = height;
-    picture.pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), kGround);
-    return picture;
+        if (!AfxPumpMessage() || ::GetTickCount64() - begin > kLongestWait) return false;
+    return true;
 }
 
 bool showsNothing(const WindowPicture& picture) {
@@ -52,71 +43,81 @@ bool showsNothing(const WindowPicture& picture) {
                        [&](std::uint32_t pixel) { return pixel == picture.pixels.front(); });
 }
 
-// What the timer of a modal exhibit takes. One at a time.
-struct {
-    HWND owner = nullptr;
-    WindowPicture picture;
-} g_modal;
-
-void CALLBACK takeModal(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND dialog = ::GetLastActivePopup(g_modal.owner);
-    if (dialog == g_modal.owner) return;  // not yet
-    ::KillTimer(nullptr, timer);
-    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    quorCaptureClientArea(dialog, g_modal.picture);
-    ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+void repaint(HWND window) {
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
-bool takeDialog(CWnd& frame, const Exhibit& exhibit, WindowPicture& picture) {
-    constexpr UINT kPeriod = 50;
-    Stage stage{frame, {}, nullptr};
-    g_modal = {frame.m_hWnd, {}};
-    ::SetTimer(nullptr, 0, kPeriod, &takeModal);
-    exhibit.show(stage);
-    picture = emptyPicture(quor::platform::scaled(frame, kStageWidth), quor::platform::scaled(frame, kStageHeight));
-    paste(picture, g_modal.picture, 0, 0);
-    return !g_modal.picture.pixels.empty();
+// While it lives, modal dialogs are cancelled, since nobody else would answer. Of one that is wanted the picture is
+// taken first; any other one is a failure. One at a time.
+class ModalWatch {
+public:
+    explicit ModalWatch(WindowPicture* wanted) : m_wanted(wanted), m_timer(::SetTimer(nullptr, 0, kPeriod, &look)) {
+        s_current = this;
+    }
+    ~ModalWatch() {
+        ::KillTimer(nullptr, m_timer);
+        s_current = nullptr;
+    }
+    ModalWatch(const ModalWatch&) = delete;
+    ModalWatch& operator=(const ModalWatch&) = delete;
+
+    bool failed() const { return m_failed; }
+
+private:
+    static constexpr UINT kPeriod = 10;  // ms
+
+    static void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) { ::EnumThreadWindows(::GetCurrentThreadId(), &answer, 0); }
+    static BOOL CALLBACK answer(HWND window, LPARAM) {
+        const HWND owner = ::GetWindow(window, GW_OWNER);
+        if (!owner || ::IsWindowEnabled(owner) || !::IsWindowVisible(window)) return TRUE;
+        s_current->cancel(window);
+        return FALSE;
+    }
+    void cancel(HWND dialog) {
+        if (m_wanted && m_wanted->pixels.empty()) {
+            repaint(dialog);
+            m_failed = !quorCaptureWindow(dialog, *m_wanted);
+        } else if (!m_wanted) {
+            m_failed = true;
+        }
+        ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    }
+
+    inline static ModalWatch* s_current = nullptr;
+    WindowPicture* m_wanted;
+    UINT_PTR m_timer;
+    bool m_failed = false;
+};
+
+// What stands in a window of its own, over the picture of another one.
+void addPopup(HWND popup, HWND window, WindowPicture& picture) {
+    WindowPicture above;
+    repaint(popup);
+    if (!quorCaptureWindow(popup, above)) return;
+    RECT place{};
+    ::GetWindowRect(popup, &place);
+    ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+    paste(picture, above, place.left, place.top);
 }
 
-// False: the window could not be read.
-bool take(CWnd& frame, const Exhibit& exhibit, WindowPicture& picture) {
-    if (exhibit.modal) return takeDialog(frame, exhibit, picture);
-    const auto pixels = [&](int length) { return quor::platform::scaled(frame, length); };
+// Null, or why there is no picture.
+const char* take(CWnd& frame, CFont& font, const Exhibit& exhibit, WindowPicture& picture) {
+    const auto pixels = [&](int length) { return quor::platform::scaled(frame, length + 2 * kAir); };
     CWnd window;
     window.Create(AfxRegisterWndClass(0, nullptr, ::GetSysColorBrush(COLOR_BTNFACE)), nullptr, WS_CHILD | WS_VISIBLE,
-                  CRect(0, 0, pixels(kStageWidth), pixels(kStageHeight)), &frame, 1);
+                  CRect(0, 0, pixels(exhibit.size.cx), pixels(exhibit.size.cy)), &frame, 1);
     frame.SetFocus();
-    Stage stage{window, {}, nullptr};
+    Stage stage{window, font, {}, nullptr, nullptr};
+    const ModalWatch watch(exhibit.modal ? &picture : nullptr);
     exhibit.show(stage);
-    pump();
-    window.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    const bool taken = quorCaptureClientArea(window, picture);
-    WindowPicture popup;
-    if (stage.popup && ::RedrawWindow(stage.popup, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW) &&
-        quorCaptureClientArea(stage.popup, popup)) {
-        POINT corner = {0, 0};
-        ::MapWindowPoints(stage.popup, window, &corner, 1);
-        paste(picture, popup, corner.x, corner.y);
-    }
-    return taken;
-}
-
-// The exhibit's name above its picture.
-bool label(CWnd& frame, const std::string& text, WindowPicture& picture) {
-    const int height = quor::platform::scaled(frame, kLabelHeight);
-    CStatic line;
-    line.Create(text.c_str(), WS_CHILD | WS_VISIBLE, CRect(0, 0, picture.width, height), &frame, 2);
-    CFont font;
-    font.CreatePointFont(80, "Tahoma");
-    line.SetFont(&font);
-    line.UpdateWindow();
-    WindowPicture written;
-    if (!quorCaptureClientArea(line, written)) return false;
-    WindowPicture both = emptyPicture(picture.width, picture.height + height);
-    paste(both, written, 0, 0);
-    paste(both, picture, 0, height);
-    picture = std::move(both);
-    return true;
+    if (!pump()) return "does not come to rest";
+    if (watch.failed()) return "opened a dialog that nobody wanted";
+    if (exhibit.modal) return picture.pixels.empty() ? "did not open" : nullptr;
+    const HWND shown = stage.dialog ? stage.dialog : window.m_hWnd;
+    repaint(shown);
+    const bool taken = stage.dialog ? quorCaptureWindow(shown, picture) : quorCaptureClientArea(shown, picture);
+    if (taken && stage.popup) addPopup(stage.popup, window, picture);
+    return taken ? nullptr : "cannot be read";
 }
 
 class Gallery {
@@ -124,28 +125,57 @@ public:
     Gallery(CWnd& frame, std::string folder)
         : m_frame(frame),
           m_folder(std::move(folder)),
-          m_dots(std::to_string(quor::platform::scaled(frame, quor::platform::kDotsPerInch))) {}
+          m_dots(std::to_string(quor::platform::scaled(frame, quor::platform::kDotsPerInch))),
+          m_sheet(quor::platform::scaled(frame, kSheetWidth), quor::platform::scaled(frame, kSheetGap), ground()) {
+        makeFont(m_font, kPoints, FW_NORMAL);
+        makeFont(m_headingFont, kHeadingPoints, FW_BOLD);
+    }
 
     void add(const Exhibit& exhibit) {
         WindowPicture picture;
         const std::string name = std::string(exhibit.control) + "-" + exhibit.state;
-        if (!take(m_frame, exhibit, picture) || showsNothing(picture)) return fail(name, "shows nothing");
+        const char* const failure = take(m_frame, m_font, exhibit, picture);
+        if (failure || showsNothing(picture)) return fail(name, failure ? failure : "shows nothing");
         save(picture, name);
-        if (label(m_frame, std::string(exhibit.control) + ": " + exhibit.state, picture)) m_pictures.push_back(picture);
+        if (m_control != exhibit.control) m_sheet.addHeading(written(exhibit.control, m_headingFont));
+        m_control = exhibit.control;
+        m_sheet.add(written(exhibit.state, m_font), picture);
+        ++m_count;
     }
-    void addSheet() {
-        if (m_pictures.empty()) return;
-        const int width = m_pictures[0].width, height = m_pictures[0].height;
-        const int rows = (static_cast<int>(m_pictures.size()) + kColumns - 1) / kColumns;
-        WindowPicture sheet = emptyPicture(width * kColumns, height * rows);
-        for (int i = 0; i < static_cast<int>(m_pictures.size()); ++i)
-            paste(sheet, m_pictures[static_cast<std::size_t>(i)], i % kColumns * width, i / kColumns * height);
-        save(sheet, "sheet");
-    }
+    void saveSheet() { save(m_sheet.finished(), "sheet"); }
     bool complete() const { return m_complete; }
-    int count() const { return static_cast<int>(m_pictures.size()); }
+    int count() const { return m_count; }
 
 private:
+    // The pictures of single controls have it too.
+    static std::uint32_t ground() {
+        const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
+        return 0xFF000000u | static_cast<std::uint32_t>(RGB(GetBValue(face), GetGValue(face), GetRValue(face)));
+    }
+    void makeFont(CFont& font, int points, int weight) {
+        LOGFONT description{};
+        description.lfHeight = quor::platform::fontHeight(m_frame, points);
+        description.lfWeight = weight;
+        ::lstrcpynA(description.lfFaceName, kFont, LF_FACESIZE);
+        font.CreateFontIndirect(&description);
+    }
+    // A text as a picture of its size.
+    WindowPicture written(const char* text, CFont& font) {
+        CSize size;
+        {
+            CClientDC dc(&m_frame);
+            const SelectScope selected(dc, font);
+            size = dc.GetTextExtent(text, static_cast<int>(std::strlen(text)));
+            size.cx += quor::platform::scaled(m_frame, kOverhang);
+        }
+        CStatic line;
+        line.Create(text, WS_CHILD | WS_VISIBLE | SS_NOPREFIX, CRect(CPoint(0, 0), size), &m_frame, 2);
+        line.SetFont(&font);
+        line.UpdateWindow();
+        WindowPicture picture;
+        if (!quorCaptureClientArea(line, picture)) fail(text, "cannot be written");
+        return picture;
+    }
     void save(const WindowPicture& picture, std::string name) {
         std::replace(name.begin(), name.end(), ' ', '_');
         CString error;
@@ -160,7 +190,11 @@ private:
     CWnd& m_frame;
     std::string m_folder;
     std::string m_dots;
-    std::vector<WindowPicture> m_pictures;
+    Sheet m_sheet;
+    CFont m_font;
+    CFont m_headingFont;
+    std::string m_control;  // whose states come now
+    int m_count = 0;
     bool m_complete = true;
 };
 
@@ -170,8 +204,9 @@ int run(const char* folder) {
     AfxSetMainWnd(frame);
     pump();
     Gallery shown(*frame, folder);
-    for (const Exhibit& exhibit : exhibits()) shown.add(exhibit);
-    shown.addSheet();
+    for (const auto& exhibits : {controlExhibits(), dialogExhibits()})
+        for (const Exhibit& exhibit : exhibits) shown.add(exhibit);
+    shown.saveSheet();
     frame->DestroyWindow();
     std::printf("%d pictures\n", shown.count());
     return shown.complete() ? 0 : 1;

@@ -27,6 +27,17 @@ UINT plainState(const CheckBoxLook& look) {
 
 }  // namespace
 
+UINT drawFormat(int format) {
+    switch (format & LVCFMT_JUSTIFYMASK) {
+        case LVCFMT_RIGHT:
+            return DT_RIGHT;
+        case LVCFMT_CENTER:
+            return DT_CENTER;
+        default:
+            return DT_LEFT;
+    }
+}
+
 // A theme may have sizes for a plain screen only.
 int checkBoxSize(CThemeUtil& theme, HWND window) {
     SIZE size = {0, 0};

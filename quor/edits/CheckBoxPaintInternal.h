@@ -15,4 +15,7 @@ struct CheckBoxLook {
 };
 void paintCheckBox(CThemeUtil& theme, CDC& dc, const CRect& box, const CheckBoxLook& look);
 
+// The alignment of a column or heading, as DrawText takes it.
+UINT drawFormat(int format);
+
 }  // namespace quor::edits

@@ -37,7 +37,10 @@ BOOL CFontSettingDlg::OnInitDialog() {
     m_names.SubclassDlgItem(IDC_FONT_NAME, this);
     CZTBCGPDialog::OnInitDialog();
     m_names.InitFonts();
-    m_names.SelectFont(m_font);
+    if (!m_names.SelectFont(m_font) && !m_font.IsEmpty()) {
+        m_names.OfferMissingFont(m_font);
+        m_names.SelectFont(m_font);
+    }
     SetDlgItemText(IDC_FONT_SIZE, m_size);
     showSample();
     return TRUE;

@@ -1,5 +1,7 @@
 #include "quor/edits/HotFontCombo.h"
 
+#include "quor/edits/ButtonPaintInternal.h"
+#include "quor/edits/core/Colours.h"
 #include "quor/edits/core/FontNames.h"
 #include "quor/foundation/RedrawScope.h"
 
@@ -134,6 +136,13 @@ BOOL CHotFontCombo::SelectFont(LPCTSTR name) {
     return found >= 0 && SetCurSel(found) >= 0;
 }
 
+void CHotFontCombo::OfferMissingFont(LPCTSTR name) {
+    needFonts();
+    const std::size_t face = m_parts->faces.size();
+    m_parts->faces.push_back({name, true});  // no letters of its own, as a symbol font
+    SetItemData(InsertString(m_parts->recentCount, name), face);
+}
+
 CString CHotFontCombo::GetSelectedFont() const {
     CString name;
     if (const int selected = GetCurSel(); selected >= 0) GetLBText(selected, name);
@@ -223,14 +232,16 @@ void CHotFontCombo::DrawItem(LPDRAWITEMSTRUCT item) {
     const DcStateScope state(dc);
     const bool chosen = (item->itemState & ODS_SELECTED) != 0, disabled = (item->itemState & ODS_DISABLED) != 0;
     const CRect area = item->rcItem;
-    dc.FillSolidRect(area, ::GetSysColor(chosen ? COLOR_HIGHLIGHT : disabled ? COLOR_BTNFACE : COLOR_WINDOW));
+    const COLORREF ground = ::GetSysColor(chosen ? COLOR_HIGHLIGHT : disabled ? COLOR_BTNFACE : COLOR_WINDOW);
+    dc.FillSolidRect(area, ground);
     const int index = static_cast<int>(item->itemID);
     if (index >= 0) {
         CString name;
         GetLBText(index, name);
         const SelectScope font(item->hDC, faceOf(index));
         dc.SetBkMode(TRANSPARENT);
-        dc.SetTextColor(::GetSysColor(disabled ? COLOR_GRAYTEXT : chosen ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+        dc.SetTextColor(disabled ? readableOn(ground, ::GetSysColor(COLOR_GRAYTEXT), kDisabledContrast)
+                                 : ::GetSysColor(chosen ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
         CRect text = area;
         text.DeflateRect(scaled(m_hWnd, kTextMargin), 0);
         dc.DrawText(name, text, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);

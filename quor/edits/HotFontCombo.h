@@ -25,6 +25,9 @@ public:
     void InitFonts();
     // Without regard to case. FALSE, and the selection stays: there is no such font.
     BOOL SelectFont(LPCTSTR name);
+    // One more name, above the sorted ones and in the combo's face, until the fonts are listed anew: of a font that is
+    // not installed but may stay chosen.
+    void OfferMissingFont(LPCTSTR name);
     // Empty without a selection.
     CString GetSelectedFont() const;
 

@@ -1,8 +1,10 @@
 #include "quor/edits/XHeaderCtrl.h"
 
+#include "quor/edits/ButtonPaintInternal.h"
 #include "quor/edits/CheckBoxPaintInternal.h"
 #include "quor/edits/XListCtrl.h"
 #include "quor/edits/core/CheckCell.h"
+#include "quor/edits/core/Colours.h"
 
 #include <vsstyle.h>
 
@@ -13,6 +15,7 @@ namespace {
 
 constexpr int kMargin = 4;
 constexpr int kLongestHeading = 260;
+constexpr int kSystemsOwn = HDF_IMAGE | HDF_BITMAP | HDF_SORTUP | HDF_SORTDOWN | HDF_OWNERDRAW;
 
 }  // namespace
 
@@ -41,6 +44,12 @@ BOOL CXHeaderCtrl::HasCheckbox(int column) const {
     return GetItem(column, &item) && (item.fmt & HDF_CHECKBOX);
 }
 
+bool CXHeaderCtrl::isOurs(int column) const {
+    HDITEM item{};
+    item.mask = HDI_FORMAT;
+    return GetItem(column, &item) && ((item.fmt & HDF_CHECKBOX) || !(item.fmt & kSystemsOwn));
+}
+
 // The second of two quick clicks on a box is a click; on a divider it stays what it is.
 void CXHeaderCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
     HDHITTESTINFO hit{};
@@ -60,7 +69,7 @@ void CXHeaderCtrl::OnCustomDraw(NMHDR* header, LRESULT* result) {
     const auto& draw = *reinterpret_cast<const NMCUSTOMDRAW*>(header);
     *result = draw.dwDrawStage == CDDS_PREPAINT ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
     const int column = static_cast<int>(draw.dwItemSpec);
-    if (draw.dwDrawStage != CDDS_ITEMPREPAINT || !HasCheckbox(column)) return;
+    if (draw.dwDrawStage != CDDS_ITEMPREPAINT || !isOurs(column)) return;
     paintHeading(*CDC::FromHandle(draw.hdc), quor::platform::headerCaption(draw), column,
                  (draw.uItemState & CDIS_SELECTED) != 0);
     *result = quor::platform::headerCaptionPainted(draw);
@@ -75,18 +84,21 @@ void CXHeaderCtrl::paintHeading(CDC& dc, CRect area, int column, bool pressed) {
     }
     char heading[kLongestHeading] = "";
     HDITEM item{};
-    item.mask = HDI_TEXT;
+    item.mask = HDI_TEXT | HDI_FORMAT;
     item.pszText = heading;
     item.cchTextMax = sizeof heading;
     GetItem(column, &item);
     const auto* const list = DYNAMIC_DOWNCAST(CXListCtrl, GetParent());
     const int check = list ? list->GetHeaderCheckbox(column) : kNoCheck;
-    const int margin = scaled(m_hWnd, kMargin);
-    const CellPlaces places =
-        cellPlaces({std::max(check, kUnchecked), false, true}, area, {margin, checkBoxSize(m_boxTheme, m_hWnd)});
-    paintCheckBox(m_boxTheme, dc, places.check, {check, check != kNoCheck && IsWindowEnabled() != FALSE});
+    const int box = HasCheckbox(column) ? std::max(check, kUnchecked) : kNoCheck;
+    const CellMetrics metrics{scaled(m_hWnd, kMargin), checkBoxSize(m_boxTheme, m_hWnd)};
+    const CellPlaces places = cellPlaces({box, false, true}, area, metrics);
+    const bool enabled = GetParent()->IsWindowEnabled() != FALSE;
+    paintCheckBox(m_boxTheme, dc, places.check, {check, check != kNoCheck && enabled});
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(::GetSysColor(COLOR_BTNTEXT));
+    dc.SetTextColor(enabled
+                        ? ::GetSysColor(COLOR_BTNTEXT)
+                        : readableOn(::GetSysColor(COLOR_WINDOW), ::GetSysColor(COLOR_GRAYTEXT), kDisabledContrast));
     CRect text = places.text;
-    dc.DrawText(heading, -1, text, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+    dc.DrawText(heading, -1, text, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX | drawFormat(item.fmt));
 }

@@ -1,6 +1,7 @@
 // CXHeaderCtrl: the header of a check list, which attaches it by itself. A heading may have a check box for its whole
 // column: it says what the column's boxes say, half ticked when they differ. A click on the heading is the list's
-// (CXListCtrl::OnColumnClick).
+// (CXListCtrl::OnColumnClick). Headings begin where the texts of their cells do; one with an image, an arrow or a
+// painter of its own is the system's.
 #pragma once
 
 #include "quor/edits/ThemeUtil.h"
@@ -22,6 +23,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    bool isOurs(int column) const;
     void paintHeading(CDC& dc, CRect area, int column, bool pressed);
 
     CThemeUtil m_theme;

@@ -17,6 +17,7 @@ static_assert(COLORREF{CXListCtrl::kNoColor} == kNoColour);
 namespace {
 
 constexpr int kMargin = 4;
+constexpr int kRowHeight = 16;  // at least, so that boxes have air
 constexpr DWORD kExtendedStyle = LVS_EX_FULLROWSELECT | LVS_EX_SUBITEMIMAGES | LVS_EX_DOUBLEBUFFER;
 constexpr int kIdleHighlight = 5;      // sixteenths of the highlight in a chosen row while the focus is elsewhere
 constexpr double kTextContrast = 4.5;  // that its text keeps
@@ -24,17 +25,6 @@ constexpr WPARAM kHeadingRow = static_cast<WPARAM>(-1);
 constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
 
 CellMetrics metricsOf(CThemeUtil& theme, HWND list) { return {scaled(list, kMargin), checkBoxSize(theme, list)}; }
-
-UINT drawFormat(int format) {
-    switch (format & LVCFMT_JUSTIFYMASK) {
-        case LVCFMT_RIGHT:
-            return DT_RIGHT;
-        case LVCFMT_CENTER:
-            return DT_CENTER;
-        default:
-            return DT_LEFT;
-    }
-}
 
 // A colour of the control's, which may be none of its own.
 COLORREF resolved(COLORREF color, int index) {
@@ -62,6 +52,7 @@ struct CXListCtrl::Parts {
     int focusColumn = 0;
     bool spaceTaken = false;  // its WM_CHAR is not for the search by letters
     CThemeUtil theme;
+    CImageList rowHeight;  // of its images, which nobody sees
 };
 
 IMPLEMENT_DYNCREATE(CXListCtrl, CListCtrl)
@@ -108,8 +99,16 @@ void CXListCtrl::OnParentNotify(UINT message, LPARAM lParam) {
 
 void CXListCtrl::prepare() {
     SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtendedStyle, kExtendedStyle);
+    giveRowHeight();
     const HWND header = m_header.m_hWnd ? nullptr : ::FindWindowExA(m_hWnd, nullptr, WC_HEADERA, nullptr);
     if (header) m_header.SubclassWindow(header);
+}
+
+void CXListCtrl::giveRowHeight() {
+    CImageList& images = m_parts->rowHeight;
+    if (!images.m_hImageList) images.Create(1, scaled(m_hWnd, kRowHeight), ILC_COLOR, 0, 1);
+    ModifyStyle(0, LVS_SHAREIMAGELISTS);  // the control frees none
+    SetImageList(&images, LVSIL_SMALL);
 }
 
 // ---- Cells
@@ -320,6 +319,7 @@ void CXListCtrl::OnPaint() {
 void CXListCtrl::OnEnable(BOOL enabled) {
     CListCtrl::OnEnable(enabled);
     Invalidate(FALSE);
+    if (m_header.m_hWnd) m_header.Invalidate(FALSE);
 }
 
 void CXListCtrl::OnSysColorChange() {

@@ -65,6 +65,7 @@ private:
     struct Parts;
 
     void prepare();
+    void giveRowHeight();
     bool isCell(int row, int column) const;
     int cellNumber(int row, int column) const;
     BOOL setCellNumber(int row, int column, int number);

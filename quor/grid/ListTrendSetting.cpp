@@ -17,6 +17,8 @@ namespace {
 constexpr COLORREF kFirstRiseColor = RGB(0, 0, 255);
 constexpr COLORREF kFirstFallColor = RGB(255, 125, 125);
 
+constexpr int kThumbAir = 3;  // above the slider's thumb and below it
+
 struct ToolTip {
     int control;
     const char* text;
@@ -72,10 +74,19 @@ BOOL CListTrendSetting::OnInitDialog() {
     m_riseButton.SetColour(kFirstRiseColor, kFirstRiseColor);
     m_fallButton.SetColour(kFirstFallColor, kFirstFallColor);
     slider().SetRange(0, kLastTrendPosition);
+    fitThumb();
     CheckDlgButton(IDC_TREND_BACKGROUND, BST_CHECKED);
     SetDlgItemText(IDC_TREND_TIME, openedTrendLabel(0));
     addToolTips();
     return TRUE;
+}
+
+// The control's own thumb grows with the screen's resolution faster than the control, which is measured in letters.
+void CListTrendSetting::fitThumb() {
+    CRect area;
+    slider().GetClientRect(&area);
+    slider().SendMessage(TBM_SETTHUMBLENGTH,
+                         static_cast<WPARAM>(area.Height() - 2 * quor::platform::scaled(m_hWnd, kThumbAir)));
 }
 
 void CListTrendSetting::addToolTips() {

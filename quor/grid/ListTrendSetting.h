@@ -52,6 +52,7 @@ protected:
 private:
     CListBox& columnBox() const;
     CSliderCtrl& slider() const;
+    void fitThumb();
     void addToolTips();
     std::map<int, CString> selectedColumns() const;
     void pickColor(CClrButton& button);

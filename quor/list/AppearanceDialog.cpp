@@ -115,6 +115,7 @@ void AppearanceDialog::fillFromList() {
     m_record.freeKeywordArrays();
     m_record = m_pParentList->m_Appearance;
     m_keywords.DeleteAllItems();
+    SetDlgItemText(IDC_NEW_KEYWORD, "");
     fill();
     m_fontButton.DisplayFont(m_record.csFontName, m_record.csFontSize, kFontStyleNotShown);
     keepFocusUsable();

@@ -190,6 +190,14 @@ void CCustomizedAppearance::showKeywordGroup(bool shown) {
     for (const int id : kKeywordControls) GetDlgItem(id)->ShowWindow(shown ? SW_SHOWNA : SW_HIDE);
 }
 
+// The buttons stand at the dialog's end.
+int CCustomizedAppearance::topInView(int top, int height) const {
+    MONITORINFO monitor{};
+    const auto& screens = quor::platform::screens();
+    if (!screens.describe(screens.monitorFromWindow(m_hWnd), monitor)) return top;
+    return unfoldedTop(top, height, monitor.rcWork.top, monitor.rcWork.bottom);
+}
+
 void CCustomizedAppearance::moveBelowKeywords(int step) {
     CWnd& frame = *GetDlgItem(IDC_APPEARANCE_GROUP);
     CRect rect;
@@ -202,7 +210,9 @@ void CCustomizedAppearance::moveBelowKeywords(int step) {
         control.SetWindowPos(nullptr, rect.left, rect.top + step, 0, 0, kPlaceOnly | SWP_NOSIZE);
     }
     GetWindowRect(&rect);
-    SetWindowPos(nullptr, 0, 0, rect.Width(), rect.Height() + step, kPlaceOnly | SWP_NOMOVE);
+    const int height = rect.Height() + step;
+    const int top = step > 0 ? topInView(rect.top, height) : rect.top;
+    SetWindowPos(nullptr, rect.left, top, rect.Width(), height, kPlaceOnly);
     // A frame paints its lines alone, so those of its former size would stay.
     RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

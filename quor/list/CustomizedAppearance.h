@@ -43,6 +43,7 @@ private:
     void enable(std::initializer_list<int> ids, bool on);
     void addToolTips();
     void showKeywordGroup(bool shown);
+    int topInView(int top, int height) const;
     void moveBelowKeywords(int step);
 
     CClrButton m_colorButton;

@@ -18,4 +18,10 @@ constexpr int foldStep(const FoldHeights& heights, int presentFrame, bool shown)
     return shown ? heights.group : -heights.group;
 }
 
+// Where a dialog that has grown to `height` begins so that the work area shows its end, or else its beginning.
+constexpr int unfoldedTop(int top, int height, int workTop, int workBottom) {
+    const int highest = workBottom - height < workTop ? workTop : workBottom - height;
+    return top > highest ? highest : top;
+}
+
 }  // namespace quor::list

@@ -89,30 +89,39 @@ HRESULT readPng(LPCWSTR path, WindowPicture& picture) {
                                  reinterpret_cast<BYTE*>(picture.pixels.data()));
 }
 
+bool capture(CDC& from, int width, int height, WindowPicture& picture) {
+    CDC memory;
+    CBitmap section;
+    void* bits = nullptr;
+    const BITMAPINFO info = bitmapInfo(width, height);
+    if (!memory.CreateCompatibleDC(&from) ||
+        !section.Attach(::CreateDIBSection(from, &info, DIB_RGB_COLORS, &bits, nullptr, 0)))
+        return false;
+    const SelectScope selected(memory, section);
+    if (!memory.BitBlt(0, 0, width, height, &from, 0, 0, SRCCOPY)) return false;
+    ::GdiFlush();
+    const auto* const first = static_cast<const std::uint32_t*>(bits);
+    picture.width = width;
+    picture.height = height;
+    picture.pixels.assign(first, first + static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    for (std::uint32_t& pixel : picture.pixels) pixel |= 0xFF000000u;
+    return true;
+}
+
 }  // namespace
 
 bool quorCaptureClientArea(HWND window, WindowPicture& picture) {
     RECT client{};
     if (!::GetClientRect(window, &client) || ::IsRectEmpty(&client)) return false;
-    CWnd* const source = CWnd::FromHandle(window);
-    CClientDC from(source);
-    CDC memory;
-    CBitmap section;
-    void* bits = nullptr;
-    const BITMAPINFO info = bitmapInfo(client.right, client.bottom);
-    if (!memory.CreateCompatibleDC(&from) ||
-        !section.Attach(::CreateDIBSection(from, &info, DIB_RGB_COLORS, &bits, nullptr, 0)))
-        return false;
-    const SelectScope selected(memory, section);
-    if (!memory.BitBlt(0, 0, client.right, client.bottom, &from, 0, 0, SRCCOPY)) return false;
-    ::GdiFlush();
-    const auto* const first = static_cast<const std::uint32_t*>(bits);
-    picture.width = client.right;
-    picture.height = client.bottom;
-    picture.pixels.assign(first,
-                          first + static_cast<std::size_t>(client.right) * static_cast<std::size_t>(client.bottom));
-    for (std::uint32_t& pixel : picture.pixels) pixel |= 0xFF000000u;
-    return true;
+    CClientDC from(CWnd::FromHandle(window));
+    return capture(from, client.right, client.bottom, picture);
+}
+
+bool quorCaptureWindow(HWND window, WindowPicture& picture) {
+    CRect whole;
+    if (!::GetWindowRect(window, &whole) || whole.IsRectEmpty()) return false;
+    CWindowDC from(CWnd::FromHandle(window));
+    return capture(from, whole.Width(), whole.Height(), picture);
 }
 
 bool quorSavePng(const WindowPicture& picture, LPCWSTR path, CString* error) {

@@ -18,6 +18,8 @@ struct WindowPicture {
 // where its children are, as seen by the system). Menus, tips and other popups need a call of their own. False for a
 // window that is gone or has an empty client area.
 bool quorCaptureClientArea(HWND window, WindowPicture& picture);
+// The same of the whole window, with its caption and frame.
+bool quorCaptureWindow(HWND window, WindowPicture& picture);
 
 // Writes a picture to `path`, replacing the file. COM is initialised meanwhile. On failure the result is false and
 // `error`, if given, says which step failed, after the path where that is narrow.

@@ -131,4 +131,9 @@ TEST(DialogFold, NothingMovesTwice) {
     for (const auto& [frame, shown, step] : steps) EXPECT_EQ(foldStep(heights, frame, shown != 0), step) << frame;
 }
 
+TEST(DialogFold, TheEndStaysInTheWorkArea) {
+    const int rows[][3] = {{400, 300, 400}, {401, 300, 400}, {20, 681, 20}, {20, 700, 20}, {-50, 300, -50}};
+    for (const auto& [top, height, outcome] : rows) EXPECT_EQ(unfoldedTop(top, height, 20, 700), outcome) << height;
+}
+
 }  // namespace

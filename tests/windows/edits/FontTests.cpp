@@ -144,6 +144,9 @@ TEST_F(Fonts, ASettingIsTakenOrRefused) {
         test::MessageBoxAnswerer answer;
         CFontSettingDlg dialog("Not installed", "10", &frame());
         const INT_PTR result = run(dialog, [&] {
+            CString shown;
+            dialog.GetDlgItemText(IDC_FONT_NAME, shown);
+            EXPECT_EQ(shown, "Not installed");
             dialog.SetDlgItemText(IDC_FONT_SIZE, each.typed);
             quor::sendKeys({each.key});
             pumpUntilIdle();

@@ -159,6 +159,8 @@ TEST_F(AppearanceDialogs, ShowWhatTheListAllowsAndFoldTheRest) {
         EXPECT_EQ(state(), each.opened);
         EXPECT_EQ(rows(), each.keywords ? "HOLD/255 BUY/-1" : "");
         EXPECT_EQ(text(IDC_LIST_FONT), "MS Shell Dlg 2 (8)");
+        EXPECT_EQ(text(IDC_NEW_KEYWORD), "") << "typed for the list before";
+        item(IDC_NEW_KEYWORD).SetWindowText("typed");
         EXPECT_EQ(LOWORD(dialog->SendMessage(DM_GETDEFID)), IDC_APPLY_APPEARANCE);
         EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), each.colours ? IDC_PROPERTY : IDC_LIST_FONT);
         CRect folded, again, below;
@@ -170,6 +172,8 @@ TEST_F(AppearanceDialogs, ShowWhatTheListAllowsAndFoldTheRest) {
             EXPECT_EQ(state(), each.withText);
             dialog->GetWindowRect(&again);
             EXPECT_EQ(again.Height() > folded.Height(), each.keywords);
+            const CRect screen = quor::platform::screens().workArea();
+            EXPECT_LE(again.bottom, std::max(screen.bottom, screen.top + again.Height())) << "the buttons are there";
             EXPECT_EQ(test::stalePixels(*dialog), "") << "nothing is left of the folded frame";
             choose("Background");
             dialog->GetWindowRect(&again);
