@@ -66,6 +66,10 @@ protected:
 TEST_F(TrendDialog, ShowsTheGridsTrendsAndHandsOverWhatIsChosen) {
     open();
     EXPECT_EQ(shown(), "change* count last 10 4 Sec");
+    CRect thumb, slider;
+    dialog->SendDlgItemMessage(IDC_TREND_INTERVAL, TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&thumb));
+    dialog->GetDlgItem(IDC_TREND_INTERVAL)->GetClientRect(&slider);
+    EXPECT_EQ(thumb & slider, thumb);
     EXPECT_EQ(color(IDC_RISE_COLOR), kDefaultRiseColor);
     EXPECT_EQ(color(IDC_FALL_COLOR), kDefaultFallColor);
     dialog->SetFocus(IDC_TREND_INTERVAL);
