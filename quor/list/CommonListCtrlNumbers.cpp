@@ -18,8 +18,10 @@ ColumnNumbers CCommonListCtrl::TakeColumnNumbers() const {
     ColumnNumbers numbers;
     numbers.headings = Headings();
     const auto columnAt = [this](int place) { return place < 0 ? -1 : columnAtPlace(m_arrVisible, place); };
-    numbers.sortColumn = columnAt(m_nSortCol);
-    numbers.lastSortColumn = columnAt(m_nLastSortCol);
+    if (m_bSorted) {  // before the first sort they speak of no column
+        numbers.sortColumn = columnAt(m_nSortCol);
+        numbers.lastSortColumn = columnAt(m_nLastSortCol);
+    }
     const CHeaderCtrl* const header = GetHeaderCtrl();
     HDITEM item{};
     item.mask = HDI_FORMAT | HDI_IMAGE;

@@ -206,4 +206,27 @@ TEST_P(CheckList, ThePictureFollowsTheCells) {
     EXPECT_EQ(::GetPixel(CClientDC(&*list), 390, 180), ::GetSysColor(COLOR_WINDOW)) << "nobody coloured it";
 }
 
+// Where the dark pixels of an area begin and end, from its left.
+std::pair<int, int> inkOf(const WindowPicture& picture, const CRect& area) {
+    std::pair<int, int> ink{area.Width(), 0};
+    for (int y = area.top; y < area.bottom; ++y)
+        for (int x = area.left; x < area.right; ++x) {
+            if (picture.pixels[static_cast<std::size_t>(y * picture.width + x)] & 0x808080u) continue;
+            ink = {std::min(ink.first, x - static_cast<int>(area.left)),
+                   std::max(ink.second, x - static_cast<int>(area.left))};
+        }
+    return ink;
+}
+
+TEST_P(CheckList, BoxesHaveRoomAndHeadingsStandOverTheirTexts) {
+    EXPECT_GT(list->GetCellRect(0, 0).Height(), quor::platform::scaled(*list, 16));
+    list->SetItemText(2, 0, "column");
+    pumpUntilIdle();
+    WindowPicture picture;
+    ASSERT_TRUE(quorCaptureClientArea(*list, picture));
+    CRect heading;
+    list->GetHeaderCtrl()->GetItemRect(0, &heading);
+    EXPECT_EQ(inkOf(picture, heading), inkOf(picture, list->GetCellRect(2, 0)));
+}
+
 }  // namespace

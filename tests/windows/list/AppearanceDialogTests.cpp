@@ -269,6 +269,10 @@ TEST_F(AppearanceDialogs, TrendsAreShownChosenAndFollowedByTheirNames) {
     grid.TrendInterval = 3500;
     open(kCommandSetTrendColumns, grid);
     EXPECT_EQ(trends(), "change* count last 10 4 Sec");
+    CRect thumb, slider;
+    item(IDC_TREND_INTERVAL).SendMessage(TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&thumb));
+    item(IDC_TREND_INTERVAL).GetClientRect(&slider);
+    EXPECT_EQ(thumb & slider, thumb);
     EXPECT_EQ(static_cast<CClrButton&>(item(IDC_RISE_COLOR)).GetColor(), kDefaultRiseColor);
     keys(IDC_TREND_INTERVAL, {VK_HOME});
     keys(IDC_TREND_COLUMNS, {VK_SPACE, VK_DOWN, VK_SPACE, VK_DOWN, VK_SPACE});
