@@ -21,6 +21,13 @@ constexpr ColumnSpec kColumns[kColumnCount] = {
     {"Put Vega", 66, kRight, kTypeDecimal},
 };
 
+constexpr bool sidesAreAlike() {
+    for (int i = 0; i < kColumnCount / 2; ++i)
+        if (kColumns[i].width != kColumns[kColumnCount - 1 - i].width) return false;
+    return true;
+}
+static_assert(sidesAreAlike(), "calls and puts have columns of one width");
+
 // The put's column of the same meaning.
 constexpr Column mirrored(Column column) { return static_cast<Column>(kColumnCount - 1 - static_cast<int>(column)); }
 

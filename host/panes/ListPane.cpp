@@ -26,11 +26,12 @@ void assignText(CString& text, std::string_view value) {
 }
 
 void groupDigits(CCommonListCtrl& list, CString& number) {
+    constexpr std::size_t kGroup = 3;
     std::string_view digits = viewOf(number);
     const bool rose = digits.starts_with('+');
     if (rose || digits.starts_with('-')) digits.remove_prefix(1);
     const std::size_t whole = (std::min)(digits.find('.'), digits.size());
-    if (whole <= 3 || digits.find_first_not_of("0123456789.") != std::string_view::npos) return;
+    if (whole <= kGroup || digits.find_first_not_of("0123456789.") != std::string_view::npos) return;
     if (rose) number.Delete(0);
     number = (rose ? "+" : "") + list.GetCommaData(number);
 }
