@@ -15,12 +15,12 @@ public:
     ModalAnswer(HWND owner, std::function<void(HWND)> answer) {
         s_owner = owner;
         s_answer = std::move(answer);
-        m_timer = ::SetTimer(nullptr, 0, kPeriod, &look);
+        s_timer = ::SetTimer(nullptr, 0, kPeriod, &look);
     }
     ModalAnswer(const ModalAnswer&) = delete;
     ModalAnswer& operator=(const ModalAnswer&) = delete;
     ~ModalAnswer() {
-        ::KillTimer(nullptr, m_timer);
+        ::KillTimer(nullptr, s_timer);
         EXPECT_EQ(std::exchange(s_answer, nullptr), nullptr) << "No dialog opened";
     }
 
@@ -32,13 +32,16 @@ private:
     static BOOL CALLBACK take(HWND window, LPARAM) {
         const bool isIt = s_answer && ::GetWindow(window, GW_OWNER) == s_owner && ::IsWindowVisible(window) &&
                           ::GetClassLongPtrA(window, GCW_ATOM) == kDialogAtom;
-        if (isIt) std::exchange(s_answer, nullptr)(window);
+        if (isIt) {
+            ::KillTimer(nullptr, s_timer);  // or on a busy machine the answer would never see an empty queue
+            std::exchange(s_answer, nullptr)(window);
+        }
         return !isIt;
     }
 
     inline static HWND s_owner = nullptr;
     inline static std::function<void(HWND)> s_answer;
-    UINT_PTR m_timer;
+    inline static UINT_PTR s_timer = 0;
 };
 
 // In the system's colour dialog: this colour, then OK.
