@@ -33,7 +33,7 @@ void expectReadable(const RunResult& run, const char* file, std::initializer_lis
     ASSERT_TRUE(quorReadPng(wideText(run.folder + "\\" + file).c_str(), picture)) << file;
     ASSERT_GT((std::min)(picture.width, picture.height), 100) << file;
     const auto& pixels = picture.pixels;
-    EXPECT_GT(std::unordered_set<std::uint32_t>(pixels.begin(), pixels.end()).size(), 8u) << file;
+    EXPECT_GT(std::unordered_set<std::uint32_t>(pixels.begin(), pixels.end()).size(), 6u) << file;
     for (const std::uint32_t colour : colours) {
         const double share = static_cast<double>(std::count(pixels.begin(), pixels.end(), pixelOf(colour))) /
                              static_cast<double>(pixels.size());
