@@ -1,6 +1,8 @@
 // Numbers are grouped as texts, so that a host's digits, however many, and its fraction stay as it wrote them.
 #include "quor/list/core/ListLayout.h"
 
+#include "quor/edits/core/DigitGroups.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -50,17 +52,11 @@ std::vector<RECT> areaOutsideCells(RECT client, RECT cells) {
 CString withThousandsSeparators(const CString& number) {
     const int point = number.Find('.');
     CString whole = point < 0 ? number : number.Left(point);
-    const CString fraction = point < 0 ? CString() : number.Mid(point);
-    whole.Remove(',');
-    const bool negative = !whole.IsEmpty() && whole[0] == '-';
-    if (negative) whole.Remove('-');
-    CString grouped = negative ? "-" : "";
-    const int length = whole.GetLength();
-    for (int i = 0; i < length; ++i) {
-        if (i > 0 && (i - length) % 3 == 0) grouped += ',';
-        grouped += whole[i];
+    if (!whole.IsEmpty() && whole[0] == '-') {
+        whole.Remove('-');
+        whole.Insert(0, '-');
     }
-    return grouped + fraction;
+    return point < 0 ? edits::groupedWhole(whole) : edits::groupedWhole(whole) + number.Mid(point);
 }
 
 }  // namespace quor::list

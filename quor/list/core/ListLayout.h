@@ -41,7 +41,7 @@ Span headerItemSpan(const std::vector<int>& widths, const std::vector<int>& sequ
 std::vector<RECT> areaOutsideCells(RECT client, RECT cells);
 
 // A number's text with a comma before each group of three digits of its integer part. Commas that stand there already
-// are replaced; a minus in front and whatever follows the first point stay as they are.
+// are replaced; a sign in front and whatever follows the first point stay as they are.
 CString withThousandsSeparators(const CString& number);
 
 }  // namespace quor::list

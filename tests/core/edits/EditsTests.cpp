@@ -2,6 +2,7 @@
 #include "quor/edits/core/ButtonLayout.h"
 #include "quor/edits/core/CheckCell.h"
 #include "quor/edits/core/Colours.h"
+#include "quor/edits/core/DigitGroups.h"
 #include "quor/edits/core/FontNames.h"
 
 #include <array>
@@ -145,6 +146,23 @@ TEST(FontNames, QuickLettersAreOneBeginning) {
     } cases[] = {{'a', 500, "a"}, {'r', 1500, "ar"}, {'i', 2501, "i"}, {'x', 0xFFFFFF00u, "x"}, {'y', 0x10u, "xy"}};
     TypeAhead typed;
     for (const auto& [letter, time, text] : cases) EXPECT_EQ(typed.type(letter, time), text) << time;
+}
+
+TEST(DigitGroups, OfTheIntegerPartOnly) {
+    const char* const cases[][2] = {
+        {"-1234567.50", "-1,234,567.50"},
+        {"+324473.75", "+324,473.75"},
+        {"+1234", "+1,234"},
+        {"999", "999"},
+        {"--12345", "-12,345"},
+        {"1,23,456.12", "123,456.12"},
+        {".5", ".5"},
+        {"", ""},
+        {"1234.5678.9", "123,4.5,678.9"},
+        {"-.5", "-.5"},
+        {"-", "-"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(groupedNumber(c[0]), c[1]) << c[0];
 }
 
 }  // namespace
