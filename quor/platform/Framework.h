@@ -21,6 +21,7 @@
 #include "quor/platform/win/MessageMap.h"
 #include "quor/platform/win/Platform.h"
 #include "quor/platform/win/Screens.h"
+#include "quor/platform/win/Splitter.h"
 #include "quor/platform/win/StandardControls.h"
 #include "quor/platform/win/ToolTipCtrl.h"
 #include "quor/platform/win/View.h"

@@ -181,3 +181,20 @@ CPaintDC::~CPaintDC() {
     ::EndPaint(m_hWnd, &m_ps);
     Detach();
 }
+
+PaintBufferScope::PaintBufferScope(HDC target, const RECT& area)
+    : m_target(target),
+      m_area(area),
+      m_bitmap(::CreateCompatibleBitmap(target, std::max(1, m_area.Width()), std::max(1, m_area.Height()))),
+      m_former(nullptr) {
+    m_dc.Attach(::CreateCompatibleDC(target));
+    m_former = ::SelectObject(m_dc, m_bitmap);
+    ::SetViewportOrgEx(m_dc, -m_area.left, -m_area.top, nullptr);
+}
+
+PaintBufferScope::~PaintBufferScope() {
+    ::BitBlt(m_target, m_area.left, m_area.top, m_area.Width(), m_area.Height(), m_dc, m_area.left, m_area.top,
+             SRCCOPY);
+    ::SelectObject(m_dc, m_former);
+    ::DeleteObject(m_bitmap);
+}

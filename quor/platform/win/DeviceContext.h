@@ -295,3 +295,22 @@ private:
     HDC m_hDC;
     int m_level;
 };
+
+// Draws into memory first, so that nothing flickers: what was drawn on dc() goes to the target at the end of the block.
+// `area` is in the target's coordinates, which are those of dc() too; nothing outside it is touched.
+class QUOR_FRAMEWORK_API PaintBufferScope {
+public:
+    PaintBufferScope(HDC target, const RECT& area);
+    PaintBufferScope(const PaintBufferScope&) = delete;
+    PaintBufferScope& operator=(const PaintBufferScope&) = delete;
+    ~PaintBufferScope();
+
+    CDC& dc() { return m_dc; }
+
+private:
+    HDC m_target;
+    CRect m_area;
+    CDC m_dc;
+    HBITMAP m_bitmap;
+    HGDIOBJ m_former;
+};

@@ -27,33 +27,6 @@ private:
     int m_state;
 };
 
-// Draws into memory first, so that nothing flickers.
-class Canvas {
-public:
-    Canvas(HDC target, const RECT& area)
-        : m_target(target),
-          m_area(area),
-          m_dc(::CreateCompatibleDC(target)),
-          m_bitmap(::CreateCompatibleBitmap(target, std::max<int>(1, area.right), std::max<int>(1, area.bottom))),
-          m_former(::SelectObject(m_dc, m_bitmap)) {}
-    ~Canvas() {
-        ::BitBlt(m_target, 0, 0, m_area.right, m_area.bottom, m_dc, 0, 0, SRCCOPY);
-        ::SelectObject(m_dc, m_former);
-        ::DeleteObject(m_bitmap);
-        ::DeleteDC(m_dc);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-    HDC dc() const { return m_dc; }
-
-private:
-    HDC m_target;
-    RECT m_area;
-    HDC m_dc;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_former;
-};
-
 void fill(HDC dc, const RECT& rect, int color) { ::FillRect(dc, &rect, ::GetSysColorBrush(color)); }
 
 void frame(HDC dc, const RECT& rect, int color) { ::FrameRect(dc, &rect, ::GetSysColorBrush(color)); }
@@ -86,8 +59,8 @@ void FilterBar::onPaint() {
     RECT client;
     ::GetClientRect(m_header, &client);
     {
-        const Canvas canvas(dc, client);
-        draw(canvas.dc());
+        PaintBufferScope buffer(dc, client);
+        draw(buffer.dc());
     }
     ::EndPaint(m_header, &paint);
 }

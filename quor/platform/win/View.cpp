@@ -11,6 +11,8 @@ BEGIN_MESSAGE_MAP(CView, CWnd)
     ON_WM_PAINT()
     ON_WM_MOUSEACTIVATE()
     ON_MESSAGE(WM_INITIALUPDATE, &CView::OnInitialUpdateMessage)
+    ON_COMMAND_EX(ID_WINDOW_SPLIT, &CView::OnSplitCmd)
+    ON_UPDATE_COMMAND_UI(ID_WINDOW_SPLIT, &CView::OnUpdateSplitCmd)
 END_MESSAGE_MAP()
 
 CView::CView() = default;
@@ -58,6 +60,23 @@ LRESULT CView::OnInitialUpdateMessage(WPARAM, LPARAM) {
     OnInitialUpdate();
     return 0;
 }
+
+namespace {
+
+CSplitterWnd* splitterAround(const CWnd& view) {
+    for (HWND parent = ::GetParent(view); parent; parent = ::GetParent(parent))
+        if (auto* splitter = dynamic_cast<CSplitterWnd*>(CWnd::FromHandlePermanent(parent))) return splitter;
+    return nullptr;
+}
+
+}  // namespace
+
+BOOL CView::OnSplitCmd(UINT) {
+    CSplitterWnd* splitter = splitterAround(*this);
+    return splitter && splitter->DoKeyboardSplit();
+}
+
+void CView::OnUpdateSplitCmd(CCmdUI* pCmdUI) { pCmdUI->Enable(splitterAround(*this) != nullptr); }
 
 // --- CScrollView ---------------------------------------------------------------------------------------------------
 

@@ -31,6 +31,9 @@ protected:
     afx_msg void OnPaint();
     afx_msg int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
     afx_msg LRESULT OnInitialUpdateMessage(WPARAM wParam, LPARAM lParam);
+    // ID_WINDOW_SPLIT: the nearest splitter around the view moves its bars by keys.
+    afx_msg BOOL OnSplitCmd(UINT nID);
+    afx_msg void OnUpdateSplitCmd(CCmdUI* pCmdUI);
     DECLARE_MESSAGE_MAP()
 
     friend class CFrameWnd;
