@@ -10,6 +10,15 @@
 inline constexpr UINT WM_LIST_COLUMNS_REBUILT = WM_USER + 123;  // lParam: 1 after an import, else 0
 inline constexpr UINT WM_LIST_ROWS_REORDERED = WM_USER + 500;   // a market watch was sorted, or a row was dropped
 
+// To a holder view. The first two are forwarded to its notify window as they come; the third's wParam is the colour that
+// its title takes.
+inline constexpr UINT WM_HOLDER_FIRST = WM_USER + 100;
+inline constexpr UINT WM_HOLDER_SECOND = WM_USER + 200;
+inline constexpr UINT WM_HOLDER_TITLE_COLOR = WM_USER + 222;
+// From a holder view to its notify window: a check list's click with its arguments; the client size of a plain view.
+inline constexpr UINT WM_HOLDER_CHECK_CLICKED = WM_USER + 300;
+inline constexpr UINT WM_HOLDER_SIZED = WM_USER + 1115;
+
 // From the column dialog to the host's grid.
 extern QUOR_CONTROLS_API const UINT WM_FGRID_LOCK_SORT_ON_REPOS_COLUMN;
 extern QUOR_CONTROLS_API const UINT WM_FGRID_SORT_ORDER_ON_REPOS_COLUMN;

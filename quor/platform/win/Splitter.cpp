@@ -29,6 +29,17 @@ constexpr int kMostPanes = 16;  // rows or columns; the ids leave room for no mo
 constexpr int kBarWidth = 6;
 constexpr int kKeyStep = 8;  // an arrow moves a bar by so much
 
+// A pane that gets a new size may end its splitter.
+class Presence {
+public:
+    explicit Presence(const CWnd& window) : m_object(&window), m_window(window.m_hWnd) {}
+    explicit operator bool() const { return m_window && CWnd::FromHandlePermanent(m_window) == m_object; }
+
+private:
+    const CWnd* m_object;
+    HWND m_window;
+};
+
 }  // namespace
 
 struct CSplitterWnd::Parts {
@@ -126,7 +137,7 @@ void CSplitterWnd::RecalcLayout() {
     auto& columns = m_parts->columns;
     quor::layOutParts(columns, client.Width() - (GetColumnCount() - 1) * m_cxSplitter);
     quor::layOutParts(rows, client.Height() - (GetRowCount() - 1) * m_cySplitter);
-    const HWND self = m_hWnd;
+    const Presence here(*this);
     HDWP moves = ::BeginDeferWindowPos(GetRowCount() * GetColumnCount());
     for (int row = 0; row < GetRowCount(); ++row) {
         for (int col = 0; col < GetColumnCount(); ++col) {
@@ -138,7 +149,7 @@ void CSplitterWnd::RecalcLayout() {
         }
     }
     if (moves) ::EndDeferWindowPos(moves);
-    if (FromHandlePermanent(self) == this) Invalidate(FALSE);  // the bars; a pane may have ended all this
+    if (here) Invalidate(FALSE);  // the bars
     quor::throwKeptException();
 }
 
@@ -241,6 +252,7 @@ void CSplitterWnd::StartTracking(int ht) {
 void CSplitterWnd::StopTracking(BOOL bAccept) {
     if (!m_bTracking) return;
     m_bTracking = FALSE;  // first: losing the capture or the focus comes back here
+    const Presence here(*this);
     const HWND self = m_hWnd;
     OnInvertTracker(m_rectTracker);
     if (!bAccept) {
@@ -254,7 +266,7 @@ void CSplitterWnd::StopTracking(BOOL bAccept) {
     m_htTrack = kNoBar;
     if (::GetCapture() == self) ::ReleaseCapture();
     if (m_parts->byKeys && ::GetFocus() == self) ::SetFocus(m_parts->formerFocus);
-    if (FromHandlePermanent(self) == this) RecalcLayout();
+    if (here) RecalcLayout();
 }
 
 // Along the bar's own axis, inside the window.
@@ -267,14 +279,17 @@ void CSplitterWnd::moveTracker(int position) {
     else
         bar.MoveToY(std::clamp(position, 0, std::max(0, client.Height() - bar.Height())));
     if (bar == m_rectTracker) return;
+    const Presence here(*this);
     OnInvertTracker(m_rectTracker);
+    if (!here) return;
     m_rectTracker = bar;
     OnInvertTracker(m_rectTracker);
 }
 
 void CSplitterWnd::OnLButtonDown(UINT, CPoint point) {
+    const Presence here(*this);
     if (m_bTracking) StopTracking(TRUE);
-    const int hit = HitTest(point);
+    const int hit = here ? HitTest(point) : int{kNoBar};
     if (hit == kNoBar) return;
     SetCapture();
     StartTracking(hit);
@@ -283,8 +298,9 @@ void CSplitterWnd::OnLButtonDown(UINT, CPoint point) {
 
 void CSplitterWnd::OnLButtonUp(UINT, CPoint point) {
     if (!m_bTracking || m_parts->byKeys) return;
+    const Presence here(*this);
     moveTracker((m_htTrack < kRowBar ? point.x : point.y) - m_parts->grip);
-    StopTracking(TRUE);
+    if (here) StopTracking(TRUE);
 }
 
 void CSplitterWnd::OnMouseMove(UINT, CPoint point) {
@@ -329,7 +345,9 @@ void CSplitterWnd::nextBar(int step) {
     const int next = (current + step + bars) % bars;
     const auto [rows, cols, focus] = std::tuple(m_parts->formerRows, m_parts->formerColumns, m_parts->formerFocus);
     m_parts->byKeys = false;  // the focus stays
+    const Presence here(*this);
     StopTracking(TRUE);
+    if (!here) return;
     StartTracking(next < columns ? kColumnBar + next : kRowBar + next - columns);
     m_parts->formerRows = rows;  // Esc undoes all bars
     m_parts->formerColumns = cols;

@@ -1,0 +1,353 @@
+// Splitters on real windows: bars by mouse and keys, panes that close, fit and keep their shares.
+#include "quor/bars/HolderView.h"
+#include "quor/platform/proving/UserInput.h"
+#include "support/Canvas.h"
+#include "support/FakeHost.h"
+#include "support/HandleCounts.h"
+#include "support/WindowFixture.h"
+
+#include <optional>
+
+namespace {
+
+constexpr UINT kSplitterId = 300;
+constexpr int kWidth = 606, kHeight = 203;
+
+// Its child, and what it says of its size.
+class Fitting : public CWnd, public CFittingPane {
+public:
+    CSize fitting{0, 0};
+    CSize GetFittingSize() override { return fitting; }
+};
+
+class Splitters : public test::WindowFixture {
+protected:
+    Splitters() { resetFakeHost(); }
+    void TearDown() override {
+        splitter.reset();
+        WindowFixture::TearDown();
+    }
+    void make(int rows, int columns) {
+        splitter.emplace();
+        ASSERT_TRUE(splitter->CreateStatic(&frame(), rows, columns, WS_CHILD | WS_VISIBLE, kSplitterId));
+        for (int row = 0; row < rows; ++row)
+            for (int col = 0; col < columns; ++col)
+                ASSERT_TRUE(splitter->CreateView(row, col, RUNTIME_CLASS(CHolderView), {100, 60}, nullptr));
+        splitter->MoveWindow(0, 0, kWidth, kHeight);
+        pumpUntilIdle();
+    }
+    CHolderView& view(int row, int col) { return *static_cast<CHolderView*>(splitter->GetPane(row, col)); }
+    // As the panes' windows stand.
+    std::vector<int> widths() {
+        std::vector<int> told;
+        CRect place;
+        for (int col = 0; col < splitter->GetColumnCount(); ++col)
+            splitter->GetPane(0, col)->GetWindowRect(place), told.push_back(place.Width());
+        return told;
+    }
+    int bar() const { return quor::platform::scaled(nullptr, 3); }
+    CPoint onBar(int number) {
+        CRect place;
+        splitter->GetPane(0, number)->GetWindowRect(place);
+        splitter->ScreenToClient(place);
+        return CPoint(place.right + bar() / 2, 20);
+    }
+    void drag(int number, int by) {
+        quor::sendDrag(*splitter, onBar(number), onBar(number) + CSize(by, 0));
+        pumpUntilIdle();
+    }
+    void keys(std::initializer_list<WORD> sent) {
+        for (const WORD key : sent) quor::sendKeys({key});
+        pumpUntilIdle();
+    }
+
+    std::optional<CFlatSplitterWnd> splitter;
+};
+
+using Widths = std::vector<int>;
+
+TEST_F(Splitters, PanesAreFoundByTheirNumbers) {
+    CFlatSplitterWnd none;
+    EXPECT_FALSE(none.CreateStatic(&frame(), 0, 3));
+    EXPECT_FALSE(none.CreateStatic(&frame(), 1, 17));
+    make(2, 3);
+    int row = -1, col = -1;
+    EXPECT_TRUE(splitter->IsChildPane(&view(1, 2), &row, &col));
+    EXPECT_TRUE(row == 1 && col == 2);
+    EXPECT_FALSE(splitter->IsChildPane(&frame(), nullptr, nullptr));
+    EXPECT_FALSE(splitter->CreateView(1, 2, RUNTIME_CLASS(CHolderView), {1, 1}, nullptr)) << "the pane is taken";
+    EXPECT_EQ(splitter->GetPane(1, 3), nullptr);
+    int current = 0, least = 0;
+    splitter->GetRowInfo(1, current, least);
+    EXPECT_EQ(current, kHeight - bar() - 60);
+}
+
+TEST_F(Splitters, TheMouseMovesABarBetweenItsNeighbours) {
+    make(1, 3);
+    const int rest = kWidth - 2 * bar() - 200;
+    EXPECT_EQ(widths(), (Widths{100, 100, rest}));
+    drag(0, 30);
+    EXPECT_EQ(widths(), (Widths{130, 70, rest}));
+    drag(1, -90);
+    EXPECT_EQ(widths(), (Widths{130, 0, rest + 70})) << "a bar stops at the next one";
+    drag(1, 40);
+    EXPECT_EQ(widths(), (Widths{130, 40, rest + 30})) << "a closed pane is drawn open";
+    // While it moves, the panes follow; a lost capture gives back what was.
+    splitter->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(onBar(0).x, 20));
+    splitter->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(onBar(0).x - 50, 20));
+    EXPECT_EQ(widths(), (Widths{80, 90, rest + 30}));
+    ::ReleaseCapture();
+    EXPECT_EQ(widths(), (Widths{130, 40, rest + 30}));
+    splitter->SetResizable(0);
+    drag(0, 30);
+    EXPECT_EQ(widths(), (Widths{130, 40, rest + 30}));
+    EXPECT_FALSE(splitter->DoKeyboardSplit());
+}
+
+TEST_F(Splitters, KeysMoveABarAfterTheCommand) {
+    make(1, 3);
+    const int step = quor::platform::scaled(nullptr, 8), rest = kWidth - 2 * bar() - 200;
+    view(0, 0).SetFocus();
+    const auto begin = [&] { view(0, 0).SendMessage(WM_COMMAND, ID_WINDOW_SPLIT); };
+    begin();
+    ASSERT_EQ(::GetFocus(), splitter->m_hWnd);
+    keys({VK_RIGHT, VK_RIGHT, VK_UP, VK_TAB, VK_LEFT});
+    EXPECT_EQ(widths(), (Widths{100 + 2 * step, 100 - 3 * step, rest + step}));
+    keys({VK_ESCAPE});
+    EXPECT_EQ(widths(), (Widths{100, 100, rest})) << "both bars go back";
+    EXPECT_EQ(::GetFocus(), view(0, 0).m_hWnd);
+    begin();
+    keys({VK_LEFT, VK_RETURN, VK_LEFT});
+    EXPECT_EQ(widths(), (Widths{100 - step, 100 + step, rest}));
+    begin();
+    keys({VK_LEFT});
+    view(0, 2).SetFocus();
+    keys({VK_LEFT});
+    EXPECT_EQ(widths(), (Widths{100 - 2 * step, 100 + 2 * step, rest})) << "whoever takes the focus ends it";
+}
+
+TEST_F(Splitters, PanesKeepTheirSharesWhenTold) {
+    make(1, 3);
+    splitter->SetColumnInfo(1, 200, 0);
+    splitter->RecalcLayout();
+    const int bars = 2 * bar();
+    const auto resize = [&](int room) { splitter->MoveWindow(0, 0, room + bars, kHeight); };
+    resize(600);
+    EXPECT_EQ(widths(), (Widths{100, 200, 300}));
+    resize(400);
+    EXPECT_EQ(widths(), (Widths{100, 200, 100})) << "off, the last one gives";
+    resize(600);
+    splitter->SetKeepShares(1);
+    resize(300);
+    EXPECT_EQ(widths(), (Widths{50, 100, 150}));
+    for (int room = 299; room > 0; --room) resize(room);
+    splitter->MoveWindow(0, 0, 0, 0);
+    resize(601);
+    resize(600);
+    EXPECT_EQ(widths(), (Widths{100, 200, 300})) << "no run of sizes drifts";
+    drag(0, -50);
+    resize(1200);
+    EXPECT_EQ(widths(), (Widths{100, 500, 600}));
+    EXPECT_FALSE(splitter->SetColumnShares({1, 2}));
+    EXPECT_TRUE(splitter->SetColumnShares({1, 0, 2}));
+    EXPECT_EQ(widths(), (Widths{400, 0, 800}));
+    resize(600);
+    EXPECT_EQ(splitter->GetColumnShares(), (Widths{200, 0, 400}));
+    splitter->SetKeepShares(0);
+    splitter->SetColumnShares({1, 1, 1});
+    drag(0, -50);
+    resize(700);
+    EXPECT_EQ(widths(), (Widths{150, 250, 300})) << "shares that are not kept count once";
+}
+
+// As a host does that brings back a layout.
+TEST_F(Splitters, SharesMayBeToldBeforeTheWindowHasASize) {
+    for (const int keep : {0, 1}) {
+        splitter.emplace();
+        splitter->CreateStatic(&frame(), 1, 2, WS_CHILD | WS_VISIBLE, kSplitterId);
+        splitter->SetKeepShares(keep);
+        splitter->SetColumnShares({1, 3});
+        splitter->MoveWindow(0, 0, 400 + bar(), kHeight);
+        EXPECT_EQ(splitter->GetColumnShares(), (Widths{100, 300}));
+        splitter->MoveWindow(0, 0, 800 + bar(), kHeight);
+        EXPECT_EQ(splitter->GetColumnShares(), keep ? (Widths{200, 600}) : (Widths{100, 700}));
+        EXPECT_EQ(splitter->GetRowShares(), (Widths{kHeight}));
+    }
+}
+
+TEST_F(Splitters, ADoubleClickFitsThePaneBeforeTheBar) {
+    make(1, 3);
+    Fitting child;
+    child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &view(0, 1), 1);
+    view(0, 1).SetStyleZT(HV_TITLE_CLOSE);
+    view(0, 1).setWnd(&child);
+    const int rest = kWidth - 2 * bar() - 200;
+    const auto doubleClick = [&](int number) {
+        splitter->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(onBar(number).x, 20));
+    };
+    doubleClick(1);
+    EXPECT_EQ(widths(), (Widths{100, 100, rest})) << "the pane does not know";
+    child.fitting = CSize(170, 50);
+    doubleClick(1);
+    EXPECT_EQ(widths(), (Widths{100, 170, rest - 70}));
+    doubleClick(0);
+    EXPECT_EQ(widths(), (Widths{100, 170, rest - 70}));
+    EXPECT_EQ(view(0, 1).GetFittingSize(), CSize(170, 50 + view(0, 1).GetTopOffset()));
+    child.DestroyWindow();
+    EXPECT_EQ(view(0, 1).GetFittingSize(), CSize()) << "a child that went is not asked";
+}
+
+TEST_F(Splitters, ACloseBoxClosesItsColumnOrRow) {
+    const struct {
+        int rows, columns, row, col;
+        Widths left;  // of the room for panes, in hundredths of the whole, -1: the rest
+    } cases[] = {{1, 3, 0, 0, {0, 100, -1}}, {1, 3, 0, 1, {100, 0, -1}}, {1, 3, 0, 2, {100, -1, 0}},
+                 {3, 1, 0, 0, {0, 60, -1}},  {3, 1, 2, 0, {60, -1, 0}},  {1, 1, 0, 0, {-1}}};
+    for (const auto& c : cases) {
+        make(c.rows, c.columns);
+        CWnd child;
+        child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &view(c.row, c.col), 1);
+        view(c.row, c.col).SetStyleZT(HV_TITLE_CLOSE);
+        view(c.row, c.col).setWnd(&child);
+        view(c.row, c.col).SetFocus();
+        view(c.row, c.col).GetDlgItem(kCommandCloseHolder)->SendMessage(BM_CLICK);
+        const bool across = c.columns > 1;
+        const int count = static_cast<int>(c.left.size());
+        const int room = (across || count == 1 ? kWidth : kHeight) - (count - 1) * bar();
+        int rest = room;
+        for (const int size : c.left) rest -= std::max(size, 0);
+        Widths expected;
+        for (const int size : c.left) expected.push_back(size < 0 ? rest : size);
+        EXPECT_EQ(across || count == 1 ? splitter->GetColumnShares() : splitter->GetRowShares(), expected)
+            << c.rows << "x" << c.columns << " " << c.row << "," << c.col;
+        const bool closed = count > 1;
+        EXPECT_EQ(::GetFocus() == child.m_hWnd || ::IsChild(view(c.row, c.col), ::GetFocus()), !closed)
+            << "the focus does not stay in a closed pane";
+        splitter->DestroyWindow();
+    }
+}
+
+TEST_F(Splitters, AHolderPlacesItsChildAsItsStyleSays) {
+    make(1, 1);
+    CHolderView& holder = view(0, 0);
+    CWnd child, notified;
+    notified.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 10, 10), &frame(), 9);
+    child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &holder, 1);
+    const auto top = [&] {
+        CRect place;
+        child.GetWindowRect(place);
+        holder.ScreenToClient(place);
+        EXPECT_TRUE(place.left == 0 && place.right == splitter->GetColumnShares()[0] && place.bottom == kHeight);
+        return static_cast<int>(place.top);
+    };
+    const int strip = quor::platform::scaled(nullptr, 17);
+    const auto resize = [&] {
+        splitter->MoveWindow(0, 0, kWidth + 1, kHeight);
+        splitter->MoveWindow(0, 0, kWidth, kHeight);
+    };
+    const struct {
+        DWORD style;
+        int placed, resized, offset;
+    } cases[] = {{0, strip, 0, 0},
+                 {HV_TITLE, strip, 0, strip},
+                 {HV_TITLE_CLOSE, strip, strip, strip},
+                 {HV_TITLE_CLOSE | HV_GRADIENT, strip, strip, strip}};
+    for (const auto& c : cases) {
+        holder.SetStyleZT(c.style);
+        holder.setWnd(&child);
+        EXPECT_EQ(top(), c.placed) << c.style;
+        resize();
+        EXPECT_EQ(top(), c.resized) << c.style;
+        EXPECT_EQ(holder.GetTopOffset(), c.offset) << c.style;
+        EXPECT_EQ(holder.GetDlgItem(kCommandCloseHolder) != nullptr, (c.style & HV_TITLE_CLOSE) != 0) << c.style;
+    }
+    CRect box;
+    holder.GetDlgItem(kCommandCloseHolder)->GetWindowRect(box);
+    holder.ScreenToClient(box);
+    const int two = quor::platform::scaled(nullptr, 2);
+    EXPECT_EQ(box, CRect(kWidth - quor::platform::scaled(nullptr, 15), -two, kWidth + two, strip));
+    // A notify window that went is told nothing.
+    holder.SetStyleZT(HV_PLAIN);
+    holder.setNotifyWindow(&notified);
+    EXPECT_EQ(holder.GetNotifyWindow(), &notified);
+    notified.DestroyWindow();
+    EXPECT_EQ(holder.GetNotifyWindow(), nullptr);
+    resize();
+    holder.SendMessage(WM_COMMAND, 77);
+    EXPECT_EQ(holder.SendMessage(WM_XLISTCTRL_CHECKBOX_CLICKED), 1);
+    child.DestroyWindow();
+    EXPECT_EQ(holder.GetCtrlWnd(), nullptr);
+}
+
+// What a holder hands on, as it was sent.
+TEST_F(Splitters, AHolderForwardsWithTheSameArguments) {
+    make(1, 1);
+    std::vector<std::tuple<UINT, WPARAM, LPARAM>> seen;
+    frame().onMessage = [&](UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) {
+        const bool ours =
+            (message >= WM_USER && message < WM_USER + 1200) || message == WM_COMMAND || message == WM_NOTIFY;
+        if (ours) seen.emplace_back(message, wParam, lParam);
+        answer = 5;
+        return ours;
+    };
+    CHolderView& holder = view(0, 0);
+    holder.setNotifyWindow(&frame());
+    NMHDR told{frame(), 3, 4};
+    const LPARAM notification = reinterpret_cast<LPARAM>(&told);
+    holder.SendMessage(WM_USER + 100, 1, 2);
+    holder.SendMessage(WM_USER + 200, 3, 4);
+    holder.SendMessage(WM_USER + 201, 3, 4);
+    holder.SendMessage(WM_COMMAND, 77, 0);
+    EXPECT_EQ(holder.SendMessage(WM_NOTIFY, 3, notification), 5);
+    EXPECT_EQ(holder.SendMessage(WM_XLISTCTRL_CHECKBOX_CLICKED, 6, 7), 1);
+    holder.SendMessage(WM_HOLDER_TITLE_COLOR, RGB(1, 2, 3));
+    EXPECT_EQ(holder.GetTitleColor(), RGB(1, 2, 3));
+    holder.SetStyleZT(HV_PLAIN);
+    splitter->MoveWindow(0, 0, 50, 40);
+    EXPECT_EQ(seen, (decltype(seen){{WM_USER + 100, 1, 2},
+                                    {WM_USER + 200, 3, 4},
+                                    {WM_COMMAND, 77, 0},
+                                    {WM_NOTIFY, 3, notification},
+                                    {WM_USER + 300, 6, 7},
+                                    {WM_USER + 1115, 50, 40}}));
+}
+
+TEST_F(Splitters, APaneMayEndItsSplitter) {
+    const std::function<void()> moves[] = {
+        [&] { drag(0, 30); },
+        [&] { quor::sendClick(*splitter, onBar(1)), pumpUntilIdle(), splitter->MoveWindow(0, 0, 90, 90); },
+        [&] {
+            splitter->DoKeyboardSplit(), keys({VK_TAB, VK_RIGHT});
+        },
+        [&] {
+            splitter->SetColumnShares({1, 2, 3});
+        },
+        [&] { view(0, 1).SendMessage(WM_COMMAND, kCommandFitBricks); },
+        [&] { view(0, 1).SendMessage(WM_COMMAND, kCommandCloseHolder); },
+    };
+    frame().onMessage = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_HOLDER_SIZED) splitter.reset();
+        return false;
+    };
+    for (const auto& move : moves) {
+        make(1, 3);
+        view(0, 1).SetStyleZT(HV_PLAIN);
+        view(0, 1).setNotifyWindow(&frame());
+        move();
+        EXPECT_FALSE(splitter.has_value()) << &move - moves;
+    }
+}
+
+TEST_F(Splitters, HandlesReturnToTheirStart) {
+    test::expectHandlesReturn(200, [&](int round) {
+        make(1, 2);
+        CWnd child;
+        child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &view(0, 0), 1);
+        view(0, 0).SetStyleZT(HV_TITLE_CLOSE | (round % 2 ? HV_GRADIENT : 0));
+        view(0, 0).setWnd(&child);
+        frame().RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        splitter.reset();
+    });
+}
+
+}  // namespace
