@@ -20,6 +20,7 @@ struct Figure {
 using Figures = std::vector<Figure>;
 
 // Each measures its figures in turn and throws std::runtime_error when a result that it timed is wrong.
+void benchBricks(Figures& figures);
 void benchGrid(Figures& figures);
 void benchFlip(Figures& figures);
 void benchGridFlip(Figures& figures);

@@ -33,6 +33,7 @@ const Suite suites[] = {
     {"fontcombo", benchFontCombo},
     {"trend", benchTrend},
     {"keywords", benchKeywords},
+    {"bricks", benchBricks},
 };
 constexpr int kFurtherRuns = 2;
 
