@@ -42,5 +42,6 @@ struct Exhibit {
 // A new control adds its lines in one of these.
 std::vector<Exhibit> controlExhibits();
 std::vector<Exhibit> dialogExhibits();
+std::vector<Exhibit> barExhibits();
 
 }  // namespace gallery
