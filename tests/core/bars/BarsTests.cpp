@@ -49,7 +49,7 @@ CString stored(CString text) {
 CString told(const StoredBrick& brick) {
     CString text = brick.complete ? "complete" : "ends";
     if (brick.width) text.AppendFormat(" width %d", *brick.width);
-    if (brick.color) text.AppendFormat(" color %x", *brick.color);
+    if (brick.color) text.AppendFormat(" color %x", static_cast<unsigned>(*brick.color));
     if (brick.font)
         text.AppendFormat(" font %d %d %s", brick.font->numbers[0], brick.font->numbers[12],
                           brick.font->face.GetString());

@@ -375,6 +375,11 @@ TEST_F(BrickBars, AClippedBrickTellsItsWholeText) {
     brick(0).SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&wide));
     EXPECT_EQ(std::wstring(wide.lpszText).size(), static_cast<std::size_t>(text.GetLength() + 4));
     EXPECT_GT(brick(0).GetFittingSize().cx, widths()[0]) << "a double click on its bar shows it all";
+    quor::sendMouseMove(brick(0), {5, 5});
+    EXPECT_TRUE(pumpFor([&] {
+        const HWND tip = ::FindWindowA(TOOLTIPS_CLASSA, nullptr);
+        return tip && ::IsWindowVisible(tip);
+    }));
 }
 
 }  // namespace
