@@ -18,3 +18,12 @@ inline constexpr unsigned kRepaintDelay = 500;
 inline constexpr unsigned kTrendFadeTimer = 4000;
 inline constexpr unsigned kTrendFadePeriod = 250;
 inline constexpr unsigned kFlushTimer = 4001;  // one shot; its delay is a field of the grid, 200 by default
+
+// CCustomTabCtrl.
+inline constexpr unsigned kTabRepeatTimer = 1;  // looks whether a scroll button that is held repeats
+inline constexpr unsigned kTabRepeatPeriod = 100;
+inline constexpr unsigned kTabDragTimer = 2;  // one shot
+inline constexpr unsigned kTabDragDelay = 200;
+inline constexpr unsigned kTabDragCursorDelay = 10;
+inline constexpr unsigned kTabDragScrollTimer = 3;
+inline constexpr unsigned kTabDragScrollPeriod = 100;

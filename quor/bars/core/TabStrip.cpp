@@ -18,6 +18,7 @@ int TabStrip::insert(int index, std::unique_ptr<TabItem> item, bool select) {
     if (index < 0 || index > count() || !item) return -1;
     item->m_fSelected = 0;
     m_aItems.insert(m_aItems.begin() + index, std::move(item));
+    forgetTabDown();
     if (m_nItemSelected >= index) ++m_nItemSelected;
     if (m_nFirstVisible > index) ++m_nFirstVisible;
     if (select)
@@ -34,8 +35,7 @@ bool TabStrip::remove(int index) {
     if (m_nItemSelected > index || m_nItemSelected == count()) --m_nItemSelected;
     if (m_nFirstVisible > index) --m_nFirstVisible;
     keepFirstVisible();
-    // Tabs behind it took new numbers, and what is held down may be one of them.
-    if (m_nButtonIDDown >= 0) m_nButtonIDDown = CTS_HIT_NOTHING;
+    forgetTabDown();
     recalcLayout(TabAction::closeGap);
     if (wasSelected) select(m_nItemSelected);
     return true;
@@ -45,8 +45,13 @@ void TabStrip::removeAll() {
     m_aItems.clear();
     m_nItemSelected = -1;
     m_nFirstVisible = 0;
-    if (m_nButtonIDDown >= 0) m_nButtonIDDown = CTS_HIT_NOTHING;
+    forgetTabDown();
     recalcLayout(TabAction::none);
+}
+
+// Tabs took new numbers, and what is held down may be one of them.
+void TabStrip::forgetTabDown() {
+    if (m_nButtonIDDown >= 0) m_nButtonIDDown = CTS_HIT_NOTHING;
 }
 
 void TabStrip::keepFirstVisible() { m_nFirstVisible = std::clamp(m_nFirstVisible, 0, std::max(count() - 1, 0)); }
@@ -55,6 +60,7 @@ bool TabStrip::move(int from, int to) {
     if (!has(from) || !has(to)) return false;
     const TabItem* const chosen = has(m_nItemSelected) ? &item(m_nItemSelected) : nullptr;
     const auto begin = m_aItems.begin();
+    forgetTabDown();
     if (from < to)
         std::rotate(begin + from, begin + from + 1, begin + to + 1);
     else

@@ -111,6 +111,7 @@ public:
     int height() const { return m_height; }
     int slope() const { return m_height / 2; }
     int firstVisible() const { return m_nFirstVisible; }
+    bool styled(DWORD style) const { return (m_style & style) != 0; }
     bool isTop() const { return styled(CTS_TOP); }
     // What the buttons leave for the tabs: drawn and hit are only points from `left` to before `right`.
     int left() const { return styled(CTS_BUTTONSAFTER) ? 0 : m_room; }
@@ -137,6 +138,7 @@ public:
     bool repeat(DWORD now);
     // What was down; a pressed button comes up.
     int release();
+    // A tab that is held down is forgotten when tabs come, go or move.
     int down() const { return m_nButtonIDDown; }
 
     // Whether a press on this tab may become a drag: the selected one, and not the last.
@@ -149,7 +151,6 @@ public:
     std::optional<TabAction> dragScroll(CPoint point) const;
 
 private:
-    bool styled(DWORD style) const { return (m_style & style) != 0; }
     int side() const { return m_height > 3 ? m_height - 3 : 0; }
     // Of the close and the list button, which no scrolling needs.
     int fixedRoom() const;
@@ -164,6 +165,7 @@ private:
     void bringIntoView(int index);
     void closeGap();
     void keepFirstVisible();
+    void forgetTabDown();
     int& stateOf(int code) { return m_states[static_cast<std::size_t>(-code - 1)]; }
     int tabAt(int x) const;
 

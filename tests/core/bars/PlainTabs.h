@@ -26,14 +26,15 @@ struct PlainTabs {
     int count() const { return static_cast<int>(tabs.size()); }
     int side() const { return height - 3; }
 
+    int ownWidth(int index) const {
+        const Tab& tab = tabs[static_cast<std::size_t>(index)];
+        return index == selected ? tab.selectedWidth : tab.width;
+    }
     int textWidth(int index) const {
-        int width = 0;
-        for (int i = 0; i < count(); ++i) {
-            const Tab& tab = tabs[static_cast<std::size_t>(i)];
-            const int own = i == selected ? tab.selectedWidth : tab.width;
-            if (has(CTS_FIXEDWIDTH) ? own > width : i == index) width = own;
-        }
-        return width;
+        if (!has(CTS_FIXEDWIDTH)) return ownWidth(index);
+        int widest = 0;
+        for (int i = 0; i < count(); ++i) widest = std::max(widest, ownWidth(i));
+        return widest;
     }
     // Left edge of a tab in a strip that nothing is scrolled out of.
     int start(int index) const {
