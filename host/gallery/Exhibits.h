@@ -43,5 +43,6 @@ struct Exhibit {
 std::vector<Exhibit> controlExhibits();
 std::vector<Exhibit> dialogExhibits();
 std::vector<Exhibit> barExhibits();
+std::vector<Exhibit> tabExhibits();
 
 }  // namespace gallery

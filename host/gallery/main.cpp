@@ -204,7 +204,7 @@ int run(const char* folder) {
     AfxSetMainWnd(frame);
     pump();
     Gallery shown(*frame, folder);
-    for (const auto& exhibits : {controlExhibits(), dialogExhibits(), barExhibits()})
+    for (const auto& exhibits : {controlExhibits(), dialogExhibits(), barExhibits(), tabExhibits()})
         for (const Exhibit& exhibit : exhibits) shown.add(exhibit);
     shown.saveSheet();
     frame->DestroyWindow();
