@@ -124,6 +124,19 @@ MUTANTS = [
     restart("restart-levels", "list/core/SortTexts.cpp", 'part.Format("%d,", level.order);',
             'part.Format("%d,", -level.order);', "levels come back turned round"),
 
+    # ---- tabs
+    core("tabs-gap", "bars/core/TabStripLayout.cpp", "while (m_nFirstVisible >= 0 && item", "while (m_nFirstVisible > 0 && item",
+         "TabStrip*", "a strip that grows hides its first tab"),
+    core("tabs-sliver", "bars/core/TabStripLayout.cpp", "offset += slope() - tab.m_rect.Width();",
+         "offset -= tab.m_rect.Width();", "TabStrip*", "scrolled tabs lie under the buttons"),
+    core("tabs-copy", "bars/core/TabStrip.cpp", "text[length - 2] >= '1'", "text[length - 2] >= '0'", "TabStrip*",
+         "a copy of Watch(0) becomes Watch(2)"),
+    core("tabs-held", "bars/core/TabStrip.cpp", "now - m_dwLastRepeatTime < kTabRepeatDelay",
+         "now < m_dwLastRepeatTime + kTabRepeatDelay", "TabStrip*", "a held button runs once in 49 days"),
+    shell("tabs-equal", "bars/CustomTabCtrlEdit.cpp", "!text.IsEmpty() && text != former", "!text.IsEmpty()",
+          "bars_tests:*Renaming*", "a name that stayed counts as a new one"),
+    shell("tabs-capture", "bars/CustomTabCtrlInput.cpp", "OnCaptureChanged(CWnd*) { endPress(); }",
+          "OnCaptureChanged(CWnd*) {}", "bars_tests:*Drag*", "a drag that Esc ended drops its tab"),
     # ---- Four that a user cannot find rows with
     find("find-case", "grid/core/FilterTokens.cpp", "i >= 'A' && i <= 'Z' ? i + 32 : i", "i",
          "small letters find nothing"),
