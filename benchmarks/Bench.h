@@ -38,3 +38,4 @@ void benchListSort(Figures& figures);
 void benchDialog(Figures& figures);
 void benchTrend(Figures& figures);
 void benchKeywords(Figures& figures);
+void benchTabs(Figures& figures);

@@ -34,6 +34,7 @@ const Suite suites[] = {
     {"trend", benchTrend},
     {"keywords", benchKeywords},
     {"bricks", benchBricks},
+    {"tabs", benchTabs},
 };
 constexpr int kFurtherRuns = 2;
 
