@@ -68,6 +68,17 @@ BOOL CCustomTabCtrl::EditLabel(int index) {
     if (notify(kTabLabel, index) != 0 || !::IsWindow(self)) return FALSE;
     index = strip.find(tab);
     if (index < 0 || !openEditor(index)) return FALSE;
+    // Whatever a message throws, the field does not outlive its loop.
+    struct Leave {
+        HWND window;
+        Parts& parts;
+        ~Leave() {
+            if (!::IsWindow(window) || !parts.m_ctrlEdit.m_hWnd) return;
+            parts.editing = false;
+            parts.edited = nullptr;
+            parts.m_ctrlEdit.DestroyWindow();
+        }
+    } leave{self, *m_parts};
     runEditor();
     return ::IsWindow(self) ? closeEditor() : FALSE;
 }

@@ -265,6 +265,8 @@ TEST_F(TabWindow, AnOwnerMayRefuseRenamingOrEndTheTabMeanwhile) {
     };
     EXPECT_FALSE(meanwhile([&] { tabs->DeleteItem(1); }));
     EXPECT_EQ(texts(), "a c* d ");
+    EXPECT_THROW(meanwhile([] { throw 1; }), int);
+    EXPECT_EQ(tabs->GetWindow(GW_CHILD), nullptr);
     EXPECT_FALSE(meanwhile([&] { tabs->DestroyWindow(); }));
     EXPECT_FALSE(meanwhile([&] { tabs.reset(); }));
     EXPECT_FALSE(meanwhile([&] { ::PostQuitMessage(5); }));
