@@ -42,6 +42,7 @@ LINES = [
     ("memory of the grid", "W5", "w5_bytes_per_row_{}", 1,
      {"qt6": "added by proxy", "ag-grid": "added by grid", "perspective": "added by one", "gtk4": "added by models"}),
     ("one full repaint, 43 x 20 cells", "W0", "repaint_ms_43x20", 1e-3, {"qt6": "one full repaint"}),
+    ("tabs inserted, scrolled to the end, painted", "W7", "tabs_500_ms", 1e-3, {"qt6": "QTabBar"}),
     *[("evaluation: " + variant, "W6", key, 1e-6, {"muParser": variant, "LuaJIT": variant, "floor": variant})
       for variant, key in (("fresh text (last-close)/close*100", "w6_short_us"),
                            ("fresh text, 10 operands", "w6_ten_us"))],

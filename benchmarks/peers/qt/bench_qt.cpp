@@ -430,6 +430,34 @@ void repaints() {
     report("W0", "one full repaint of the 1600x900 view (about 43 rows x 20 columns)", 0, samples);
 }
 
+// --- tabs ------------------------------------------------------------------------------------------------------------
+
+// A bar that shows lays itself out with each tab that it gets. Scrolled by clicks on its own button.
+Sample tabsOnce() {
+    constexpr int tabs = 500;
+    QTabBar bar;
+    bar.setUsesScrollButtons(true);
+    bar.setExpanding(false);
+    bar.resize(900, 24);
+    bar.show();
+    QCoreApplication::processEvents();
+    const workload::Timer timer;
+    for (int i = 0; i < tabs; ++i) bar.addTab(QStringLiteral("Workspace %1%2").arg(i).arg(i % 7 ? "" : " of many"));
+    auto* const right = bar.findChild<QToolButton*>(QStringLiteral("ScrollRightButton"));
+    for (int i = 0; right && i < tabs && right->isEnabled(); ++i) right->click();
+    bar.repaint();
+    const Sample sample = timer.stop();
+    if (!right || bar.tabRect(tabs - 1).right() > bar.width()) workload::wrong(peer, "W7: the last tab is not in view");
+    return sample;
+}
+
+void tabs() {
+    if (settings.rows != 10'000) return;
+    std::vector<Sample> samples;
+    for (int i = 0; i < settings.repeats; ++i) samples.push_back(tabsOnce());
+    workload::report({peer, "W7", 500, "QTabBar"}, 0, samples, "");
+}
+
 }  // namespace
 
 // bench_qt [rows [repeats]]
@@ -444,4 +472,5 @@ int main(int argc, char** argv) {
     filteredTicks();
     filtersAndSorts();
     churns();
+    tabs();
 }
