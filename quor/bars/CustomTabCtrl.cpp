@@ -7,7 +7,6 @@ namespace {
 constexpr char kClassName[] = "CCustomTabCtrl";
 constexpr char kFace[] = "MS Shell Dlg 2";
 constexpr int kPoints = 8;
-constexpr UINT kEditId = 1;
 
 void registerTabClass() {
     WNDCLASSA description{};
@@ -52,8 +51,8 @@ BEGIN_MESSAGE_MAP(CCustomTabCtrl, CWnd)
     ON_WM_KILLFOCUS()
     ON_WM_KEYDOWN()
     ON_MESSAGE(WM_GETDLGCODE, &CCustomTabCtrl::OnGetDialogCode)
-    ON_EN_UPDATE(kEditId, &CCustomTabCtrl::OnUpdateEdit)
-    ON_EN_KILLFOCUS(kEditId, &CCustomTabCtrl::OnKillFocusEdit)
+    ON_EN_UPDATE(kTabEditId, &CCustomTabCtrl::OnUpdateEdit)
+    ON_EN_KILLFOCUS(kTabEditId, &CCustomTabCtrl::OnKillFocusEdit)
 END_MESSAGE_MAP()
 
 // ---- Parts
@@ -113,6 +112,7 @@ void CCustomTabCtrl::PreSubclassWindow() {
 
 void CCustomTabCtrl::OnDestroy() {
     endEditor(false);
+    m_parts->edited = nullptr;
     if (m_parts->m_wndToolTip.m_hWnd) m_parts->m_wndToolTip.DestroyWindow();
     m_parts->tools.clear();
     CWnd::OnDestroy();

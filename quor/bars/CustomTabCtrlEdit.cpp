@@ -8,7 +8,6 @@ using namespace quor::bars;
 
 namespace {
 
-constexpr UINT kEditId = 1;
 constexpr int kEditIndent = 2;  // as that of a text
 
 bool isPress(UINT message) {
@@ -89,7 +88,7 @@ BOOL CCustomTabCtrl::openEditor(int index) {
     m_parts->edited = &m_parts->strip.item(index);
     m_parts->editing = true;
     m_parts->keepsText = false;
-    edit.Create(WS_CHILD | ES_AUTOHSCROLL, CRect(), this, kEditId);
+    edit.Create(WS_CHILD | ES_AUTOHSCROLL, CRect(), this, kTabEditId);
     edit.SetFont(&m_parts->m_fontSelected);
     edit.SetMargins(0, 0);
     edit.SetWindowText(m_parts->edited->m_strText);

@@ -122,8 +122,7 @@ void CCustomTabCtrl::askClose(int index, CPoint point) {
 // ---- Drag
 
 void CCustomTabCtrl::awaitDrag(int index, bool copies) {
-    const HCURSOR cursor = copies ? m_parts->m_hCursorCopy : m_parts->m_hCursorMove;
-    if (!cursor || !m_parts->strip.canDrag(index, copies)) {
+    if (!m_parts->dragCursor(index, copies)) {
         m_parts->strip.release();
         return;
     }
@@ -140,23 +139,21 @@ void CCustomTabCtrl::startDrag() {
         m_parts->m_nItemDragDest = tab;
         SetTimer(kTabDragTimer, kTabDragCursorDelay);
     }
-    const bool copies = isControlDown();
-    if (!m_parts->strip.canDrag(tab, copies)) {
+    const HCURSOR cursor = m_parts->dragCursor(tab, isControlDown());
+    if (!cursor) {
         endPress();
         ::ReleaseCapture();
         return;
     }
-    ::SetCursor(copies ? m_parts->m_hCursorCopy : m_parts->m_hCursorMove);
+    ::SetCursor(cursor);
     Invalidate(FALSE);
 }
 
 void CCustomTabCtrl::dragTo(CPoint point) {
     const bool copies = isControlDown();
-    const int tab = m_parts->strip.down();
-    const bool may = m_parts->strip.canDrag(tab, copies);
-    const HCURSOR cursor = copies ? m_parts->m_hCursorCopy : m_parts->m_hCursorMove;
-    m_parts->m_nItemDragDest = may ? m_parts->strip.dropPlace(stripPoint(point), copies) : CTS_HIT_NOTHING;
-    ::SetCursor(m_parts->m_nItemDragDest >= 0 && cursor ? cursor : ::LoadCursorA(nullptr, IDC_NO));
+    const HCURSOR cursor = m_parts->dragCursor(m_parts->strip.down(), copies);
+    m_parts->m_nItemDragDest = cursor ? m_parts->strip.dropPlace(stripPoint(point), copies) : CTS_HIT_NOTHING;
+    ::SetCursor(m_parts->m_nItemDragDest >= 0 ? cursor : ::LoadCursorA(nullptr, IDC_NO));
     if (!m_parts->scrollsDrag && m_parts->strip.dragScroll(stripPoint(point))) {
         m_parts->scrollsDrag = true;
         SetTimer(kTabDragScrollTimer, kTabDragScrollPeriod);
@@ -180,7 +177,7 @@ void CCustomTabCtrl::scrollDrag() {
 }
 
 void CCustomTabCtrl::drop(int from, int to, bool copies) {
-    if (to < 0 || !m_parts->strip.canDrag(from, copies)) return;
+    if (to < 0 || !m_parts->dragCursor(from, copies)) return;
     if (copies)
         CopyItem(from, to);
     else if (from != to)

@@ -298,9 +298,10 @@ void CCustomTabCtrl::drawMarks(TabPainter& painter) {
         painter.dc().SetBkColor(0xFFFFFF);
         if (!focus.IsRectEmpty()) painter.dc().DrawFocusRect(painter.area(focus));
     }
-    if (m_parts->drags() && m_parts->m_nItemDragDest >= 0)
-        painter.dropMark(strip.dropMark(strip.down(), m_parts->m_nItemDragDest, ::GetKeyState(VK_CONTROL) < 0),
-                         ::GetSysColor(COLOR_HIGHLIGHT));
+    const bool copies = ::GetKeyState(VK_CONTROL) < 0;
+    const int from = strip.down(), to = m_parts->m_nItemDragDest;
+    if (m_parts->drags() && to >= 0 && (copies || to != from))
+        painter.dropMark(strip.dropMark(from, to, copies), ::GetSysColor(COLOR_HIGHLIGHT));
 }
 
 void CCustomTabCtrl::drawButtons(TabPainter& painter) {

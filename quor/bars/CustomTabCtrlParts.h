@@ -5,6 +5,8 @@
 #include "quor/bars/core/TabStrip.h"
 #include "quor/edits/ThemeUtil.h"
 
+inline constexpr UINT kTabEditId = 1;
+
 // A tab with what the window draws it by.
 class CCustomTabCtrlItem : public quor::bars::TabItem {
 public:
@@ -31,6 +33,10 @@ struct CCustomTabCtrl::Parts {
     int lineHeight();
     void setFont(LOGFONT font);
     CCustomTabCtrlItem& item(int index) { return static_cast<CCustomTabCtrlItem&>(strip.item(index)); }
+    // Null: there is no such drag of this tab.
+    HCURSOR dragCursor(int index, bool copies) const {
+        return strip.canDrag(index, copies) ? (copies ? m_hCursorCopy : m_hCursorMove) : nullptr;
+    }
     bool drags() const { return dragging && strip.down() >= 0; }
 
     quor::bars::TabStrip strip;

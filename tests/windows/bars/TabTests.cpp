@@ -210,6 +210,18 @@ TEST_F(TabWindow, DragsEndWhereTheyAreDropped) {
     }
 }
 
+TEST_F(TabWindow, ADragScrollsAtTheEnds) {
+    make(CTS_DRAGMOVE | CTS_BUTTONSAFTER, "abcdefgh", CRect(10, 10, 160, 34));
+    const CPoint end = pointOf(CTS_HIT_PREVIOUS) - CSize(6, 0);
+    startDrag(0);
+    quor::sendMouseMove(*tabs, end);
+    pumpUntilIdle();
+    for (int step = 0; step < 20; ++step) tabs->SendMessage(WM_TIMER, kTabDragScrollTimer);
+    told.clear();
+    mouse(WM_LBUTTONUP, end);
+    EXPECT_EQ(told, "2:7a ");
+}
+
 TEST_F(TabWindow, RenamingEndsOnEveryRoad) {
     const auto typed = [](const char* text, WORD key) {
         quor::sendText(text);
