@@ -86,6 +86,7 @@ void FeedPump::instrument(const Instrument& news) {
 void FeedPump::quote(const Quote& news) {
     m_panes.watch->quote(news);
     m_panes.positions->quote(news, now());
+    if (m_panes.pulse) m_panes.pulse->quote(news);
 }
 void FeedPump::order(const OrderEvent& news) {
     m_panes.watch->order(news);

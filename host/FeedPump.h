@@ -5,6 +5,7 @@
 #pragma once
 
 #include "host/core/Feed.h"
+#include "host/core/MarketPulse.h"
 #include "host/core/Statistics.h"
 #include "host/panes/OrdersPane.h"
 #include "host/panes/PositionsPane.h"
@@ -21,6 +22,7 @@ struct Panes {
     COrdersPane* orders = nullptr;
     CTradesPane* trades = nullptr;
     CPositionsPane* positions = nullptr;
+    MarketPulse* pulse = nullptr;  // may be null
 };
 
 class FeedPump final : private FeedSink {

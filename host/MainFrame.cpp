@@ -16,6 +16,7 @@ constexpr UINT kWmRefreshStatus = WM_USER + kStatusOffset;
 constexpr std::int64_t kPauseAfterFailure = 1'000'000;  // microseconds between two saves
 constexpr double kSlowest = 1.0 / 64, kFastest = 4096;
 constexpr int kLargestWidth = 1680, kLargestHeight = 1000;
+constexpr int kLeastWidth = 640, kLeastHeight = 480;
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
@@ -23,12 +24,14 @@ BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
     ON_WM_DESTROY()
     ON_WM_ENDSESSION()
     ON_WM_CLOSE()
+    ON_WM_GETMINMAXINFO()
     ON_WM_TIMER()
     ON_MESSAGE(kWmRefreshStatus, &CMainFrame::OnRefreshStatus)
     ON_COMMAND(ID_FILE_PICTURES, &CMainFrame::OnFilePictures)
     ON_COMMAND(ID_FILE_EXIT, &CMainFrame::OnFileExit)
-    ON_COMMAND(ID_VIEW_LOG, &CMainFrame::OnViewLog)
-    ON_UPDATE_COMMAND_UI(ID_VIEW_LOG, &CMainFrame::OnUpdateViewLog)
+    ON_COMMAND_RANGE(ID_VIEW_ORDERS, ID_VIEW_LOG, &CMainFrame::OnViewPane)
+    ON_UPDATE_COMMAND_UI_RANGE(ID_VIEW_ORDERS, ID_VIEW_LOG, &CMainFrame::OnUpdateViewPane)
+    ON_COMMAND(ID_VIEW_ADD_WORKSPACE, &CMainFrame::OnViewAddWorkspace)
     ON_COMMAND(ID_VIEW_FIT_COLUMNS, &CMainFrame::OnViewFitColumns)
     ON_COMMAND(ID_VIEW_RESET_LAYOUT, &CMainFrame::OnViewResetLayout)
     ON_COMMAND(ID_VIEW_MULTI_MONITOR, &CMainFrame::OnViewMultiMonitor)
@@ -43,7 +46,8 @@ BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
     ON_COMMAND(ID_HELP_ABOUT, &CMainFrame::OnHelpAbout)
 END_MESSAGE_MAP()
 
-CMainFrame::CMainFrame(TerminalRun& run) : m_run(run), m_about(IDD_ABOUT) {}
+CMainFrame::CMainFrame(TerminalRun& run)
+    : m_run(run), m_workspaces({"Trading", CWorkspaceArea::firstShares(), {}, "", {}}), m_about(IDD_ABOUT) {}
 
 BOOL CMainFrame::createWindow() {
     const int width = (std::min)(quor::platform::scaled(nullptr, kLargestWidth), ::GetSystemMetrics(SM_CXSCREEN));
@@ -69,6 +73,7 @@ BOOL CMainFrame::CreateRestored() {
     for (const auto& of : m_run.feed->tally().instruments()) {
         m_panes.watch->addInstrument(of.instrument);
         m_panes.watch->quote(of.quote);
+        m_pulse.quote(of.quote);
         m_panes.orders->instrument(of.instrument);
         m_panes.trades->instrument(of.instrument);
         m_panes.positions->instrument(of.instrument);
@@ -84,6 +89,7 @@ BOOL CMainFrame::CreateRestored() {
     for (CLiveGrid* grid : {&m_panes.orders->grid(), &m_panes.trades->grid(), &m_panes.positions->grid()})
         grid->batchClosed();
     m_panes.positions->showTotals();
+    showBricks();
     m_chain->connect();
     m_chain->update(m_run.clock.nowMicros());
     return TRUE;
@@ -95,6 +101,7 @@ BOOL CMainFrame::CreateTerminal() {
     m_pump = std::make_unique<FeedPump>(*m_run.feed, m_run.options.speed, m_run.clock, m_panes);
     m_timer.register_timer(this, kStatusPeriod, kStatusOffset);
     m_lastTick = m_run.clock.nowMicros();
+    m_nextKeeping = m_lastTick + kKeepingPeriod;
     if (const auto seconds = secondsToRun(m_run.options)) m_deadline = m_lastTick + *seconds * std::int64_t{1'000'000};
     Log::instance().add(("Feed: " + m_run.feedName()).c_str());
     refreshStatus();
@@ -126,6 +133,7 @@ void CMainFrame::OnTimer(UINT_PTR id) {
     if (id != kTickTimer) return CFrameWnd::OnTimer(id);
     if (m_finished || m_ending) return;
     const FeedState state = m_pump->slice();
+    keepLayouts();
     saveSettings();
     const std::int64_t now = m_run.clock.nowMicros();
     m_chain->update(now);
@@ -156,6 +164,11 @@ void CMainFrame::refreshStatus() {
     m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
                               m_panes.orders->orderText());
     m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));
+    showBricks();
+}
+
+void CMainFrame::OnGetMinMaxInfo(MINMAXINFO* info) {
+    info->ptMinTrackSize = {quor::platform::scaled(m_hWnd, kLeastWidth), quor::platform::scaled(m_hWnd, kLeastHeight)};
 }
 
 LRESULT CMainFrame::OnRefreshStatus(WPARAM, LPARAM) {

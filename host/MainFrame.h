@@ -1,4 +1,5 @@
-// The terminal's frame window: menu, panes in splitters, log, status bar, and the one tick that drives it all.
+// The terminal's frame window: menu, bricks of the market, panes in splitters and workspaces, status bar, and the one
+// tick that drives it all.
 //
 // The tick (a window timer) takes one slice of the feed and then drives a CZTTimer, whose entry refreshes the status
 // bar. When the run is over (its time, the tape's end, a bad line) a headless frame paints for the last time, saves its
@@ -6,11 +7,13 @@
 #pragma once
 
 #include "host/FeedPump.h"
-#include "host/Splitter.h"
 #include "host/StatusStrip.h"
 #include "host/TerminalRun.h"
+#include "host/WorkspaceArea.h"
+#include "host/core/MarketPulse.h"
 #include "host/panes/ChainPane.h"
 #include "host/panes/LogPane.h"
+#include "quor/bars/ZTBrickBar.h"
 #include "quor/foundation/ZTTimer.h"
 #include "quor/framework/ZTDialog.h"
 #include "quor/platform/Framework.h"
@@ -30,7 +33,7 @@ struct ListPanes {
     CChainPane& chain;
 };
 
-class CMainFrame : public CFrameWnd {
+class CMainFrame : public CFrameWnd, private CWorkspaceArea::Owner {
 public:
     // The run is borrowed and outlives the frame.
     explicit CMainFrame(TerminalRun& run);
@@ -48,18 +51,21 @@ protected:
 
 private:
     static constexpr UINT_PTR kTickTimer = 1;
+    static constexpr std::int64_t kKeepingPeriod = 5'000'000;  // microseconds: what a crash may cost
 
     int OnCreate(LPCREATESTRUCT create);
     void OnDestroy();
     void OnEndSession(BOOL ending);
     void OnClose();
+    void OnGetMinMaxInfo(MINMAXINFO* info);
     void OnTimer(UINT_PTR id);
     LRESULT OnRefreshStatus(WPARAM, LPARAM);
 
     void OnFilePictures();
     void OnFileExit();
-    void OnViewLog();
-    void OnUpdateViewLog(CCmdUI* ui);
+    void OnViewPane(UINT id);
+    void OnUpdateViewPane(CCmdUI* ui);
+    void OnViewAddWorkspace();
     void OnViewFitColumns();
     void OnViewResetLayout();
     void OnViewMultiMonitor();
@@ -73,12 +79,27 @@ private:
     void OnUpdateFeedSpeed(CCmdUI* ui);
     void OnHelpAbout();
 
+    void showWorkspace(int place) override;
+    void moveWorkspace(int from, int to) override;
+    void copyWorkspace(int to, const std::string& name) override;
+    std::string workspaceName(int place) const override;
+    bool renameWorkspace(int place, const std::string& name) override;
+    void closeWorkspace(int place) override;
+    void addWorkspace() override;
+    // As the panes stand now, and so again.
+    Workspace arrangement();
+    void arrange(const Workspace& workspace);
+    void keepWorkspace() { m_workspaces.keep(arrangement()); }
+
     bool createPanes();
+    bool createBricks();
+    void showBricks();
     void paneGone(const CListPane* pane);
     BOOL createWindow();
     std::vector<CListPane*> listPanes();
     void readLayout();
     void writeLayout();
+    void keepLayouts();
     void setSpeed(Speed speed);
     void saveSettings();
 
@@ -99,21 +120,21 @@ private:
     CChainPane* m_chain = nullptr;  // a view: it goes with its window
     std::unique_ptr<FeedPump> m_pump;
     CZTTimer m_timer;
-    CPaneSplitter m_splitLog{CPaneSplitter::Axis::Rows, 0};
-    CPaneSplitter m_splitBottom{CPaneSplitter::Axis::Columns, 0};
-    CPaneSplitter m_splitMoney{CPaneSplitter::Axis::Rows, 0};
-    CPaneSplitter m_splitWatch{CPaneSplitter::Axis::Rows, 0};
-    CPaneSplitter m_splitBooks{CPaneSplitter::Axis::Columns, 0};
+    MarketPulse m_pulse;
+    CZTBrickBar m_bricks;
+    CFlatSplitterWnd m_split;  // the watch, and the panes of a workspace
+    CWorkspaceArea m_area{*this};
+    Workspaces m_workspaces;
     CLogPane m_log;
     CStatusStrip m_status;
     CZTDialog m_about;
     std::string m_feedEnding;  // "" while the feed runs
-    bool m_logShown = true;
     bool m_layoutRead = false;
     bool m_finished = false;
     bool m_ending = false;  // the window goes, or will as soon as it may
     bool m_saveFailed = false;
     std::int64_t m_nextSave = 0;
+    std::int64_t m_nextKeeping = 0;
     std::int64_t m_lastTick = 0;
     std::int64_t m_deadline = 0;  // 0: none
 

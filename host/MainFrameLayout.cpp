@@ -1,5 +1,6 @@
 // The panes in their splitters: made, laid out, and kept over a restart.
 #include "host/MainFrame.h"
+#include "host/core/WatchStore.h"
 #include "host/resource/resource.h"
 
 #include <algorithm>
@@ -7,41 +8,79 @@
 
 namespace terminal {
 
+using quor::platform::scaled;
+
 namespace {
-constexpr double kWatchShare = 0.50, kOrdersShare = 0.54, kPanesShare = 0.68, kChainShare = 0.57,
-                 kPositionsShare = 0.70;
+
+constexpr int kBrickHeight = 24;
+constexpr int kShareUnits = 10'000;
+constexpr double kWatchShare = 0.34, kLeastShare = 0.02, kLargestShare = 0.98;
+constexpr const char* kBricksName = "Market";
+
+enum Brick { kLeadersBrick, kMarketBrick, kAdvancesBrick, kDeclinesBrick, kResultBrick, kRateBrick };
+constexpr const char* kBrickCaptions[] = {"Leaders", "Market", "Advances", "Declines", "Day P&L", "Ticks/s"};
+
+std::string indexText(const std::optional<MarketPulse::Index>& index) {
+    if (!index) return "-";
+    const std::string text = formatted("%.2f (%+.2f%%)", index->value, index->change);
+    return text;
+}
+
+LowerPane paneOf(UINT id) {
+    switch (id) {
+        case ID_VIEW_ORDERS:
+            return LowerPane::orders;
+        case ID_VIEW_TRADES:
+            return LowerPane::trades;
+        case ID_VIEW_CHAIN:
+            return LowerPane::chain;
+        case ID_VIEW_POSITIONS:
+            return LowerPane::positions;
+        default:
+            return LowerPane::log;
+    }
+}
+
 }  // namespace
 
 std::vector<CListPane*> CMainFrame::listPanes() {
     return {m_panes.watch, m_panes.orders, m_panes.trades, m_panes.positions, m_chain};
 }
 
+bool CMainFrame::createBricks() {
+    CArray<CString> captions;
+    for (const char* caption : kBrickCaptions) captions.Add(caption);
+    RECT place{0, 0, scaled(m_hWnd, kBrickHeight) * 40, scaled(m_hWnd, kBrickHeight)};
+    m_bricks.m_strBarName = kBricksName;
+    return m_bricks.CreateBrickBars(this, static_cast<int>(std::size(kBrickCaptions)), captions, &place, 1) != 0;
+}
+
 bool CMainFrame::createPanes() {
-    if (!m_splitLog.CreatePane(this, IDC_SPLIT_LOG) || !m_splitWatch.CreatePane(&m_splitLog, IDC_SPLIT_WATCH) ||
-        !m_splitBooks.CreatePane(&m_splitWatch, IDC_SPLIT_BOOKS) ||
-        !m_splitBottom.CreatePane(&m_splitLog, IDC_SPLIT_BOTTOM) ||
-        !m_splitMoney.CreatePane(&m_splitBottom, IDC_SPLIT_MONEY) || !m_log.CreatePane(&m_splitMoney, IDC_LOG))
+    constexpr DWORD kInside = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+    if (!createBricks() || !m_split.CreateStatic(this, 2, 1, kInside, IDC_SPLIT) ||
+        !m_split.CreateView(0, 0, RUNTIME_CLASS(CPaneHolder), SIZE{0, 0}, nullptr) ||
+        !m_area.CreateArea(&m_split, static_cast<UINT>(m_split.IdFromRowCol(1, 0))))
         return false;
+    m_split.SetKeepShares(1);
+    CPaneHolder& log = m_area.holder(LowerPane::log);
+    if (!m_log.CreatePane(&log, IDC_LOG)) return false;
+    log.hold(m_log, "Log");
     // The views delete themselves with their windows, also when their creation fails half-way.
     const auto watched = [this](auto* pane) {
         pane->setOnGone([this, pane] { paneGone(pane); });
         return pane;
     };
+    m_panes.pulse = &m_pulse;
     m_panes.watch = watched(new CWatchPane(m_run.figures));
-    if (!m_panes.watch->CreatePane(&m_splitWatch, IDC_PANE_WATCH)) return false;
+    if (!m_panes.watch->CreatePane(m_split.GetPane(0, 0), IDC_PANE_WATCH)) return false;
     m_panes.orders = watched(new COrdersPane(m_run.figures));
-    if (!m_panes.orders->CreatePane(&m_splitBooks, IDC_PANE_ORDERS)) return false;
+    if (!m_panes.orders->CreatePane(&m_area.holder(LowerPane::orders), IDC_PANE_ORDERS)) return false;
     m_panes.trades = watched(new CTradesPane(m_run.figures, m_run.options.keep));
-    if (!m_panes.trades->CreatePane(&m_splitBooks, IDC_PANE_TRADES)) return false;
+    if (!m_panes.trades->CreatePane(&m_area.holder(LowerPane::trades), IDC_PANE_TRADES)) return false;
     m_panes.positions = watched(new CPositionsPane(m_run.figures, m_run.options.seed));
-    if (!m_panes.positions->CreatePane(&m_splitMoney, IDC_PANE_POSITIONS)) return false;
+    if (!m_panes.positions->CreatePane(&m_area.holder(LowerPane::positions), IDC_PANE_POSITIONS)) return false;
     m_chain = watched(new CChainPane(m_run.figures, *m_panes.watch));
-    if (!m_chain->CreatePane(&m_splitBottom, IDC_PANE_CHAIN)) return false;
-    m_splitBooks.SetPanes(m_panes.orders, m_panes.trades);
-    m_splitWatch.SetPanes(m_panes.watch, &m_splitBooks);
-    m_splitMoney.SetPanes(m_panes.positions, &m_log);
-    m_splitBottom.SetPanes(m_chain, &m_splitMoney);
-    m_splitLog.SetPanes(&m_splitWatch, &m_splitBottom);
+    if (!m_chain->CreatePane(&m_area.holder(LowerPane::chain), IDC_PANE_CHAIN)) return false;
     CZTDialog::m_pDgBar = &m_panes.watch->list();
     return true;
 }
@@ -57,8 +96,6 @@ void CMainFrame::paneGone(const CListPane* pane) {
     if (m_panes.trades == pane) m_panes.trades = nullptr;
     if (m_panes.positions == pane) m_panes.positions = nullptr;
     if (m_chain == pane) m_chain = nullptr;
-    for (CPaneSplitter* splitter : {&m_splitLog, &m_splitBottom, &m_splitMoney, &m_splitWatch, &m_splitBooks})
-        splitter->SetPanes(nullptr, nullptr);
     if (m_ending) return;
     m_ending = true;
     KillTimer(kTickTimer);
@@ -69,49 +106,136 @@ void CMainFrame::paneGone(const CListPane* pane) {
 }
 
 void CMainFrame::RecalcLayout(BOOL) {
-    if (!m_status.GetSafeHwnd() || !m_splitLog.GetSafeHwnd()) return;
+    if (!m_status.GetSafeHwnd() || !m_split.GetSafeHwnd()) return;
     CRect area, bar;
     GetClientRect(&area);
     m_status.SendMessage(WM_SIZE);  // the bar finds its own place and height
     m_status.GetWindowRect(&bar);
-    m_splitLog.MoveWindow(0, 0, area.Width(), (std::max)(0, area.Height() - bar.Height()));
+    const int bricks = std::min<int>(area.Height(), scaled(m_hWnd, kBrickHeight));
+    m_bricks.MoveWindow(0, 0, area.Width(), bricks);
+    m_bricks.GetSplitterWnd()->MoveWindow(0, 0, area.Width(), bricks);
+    m_split.MoveWindow(0, bricks, area.Width(), (std::max)(0, area.Height() - bricks - bar.Height()));
 }
+
+// --- Bricks --------------------------------------------------------------------------------------------------------
+
+void CMainFrame::showBricks() {
+    if (!m_bricks.GetSafeHwnd() || !m_panes.positions) return;
+    const auto day = m_panes.positions->positions().total().day.money;
+    m_bricks.SetText(kLeadersBrick, indexText(m_pulse.leaders()).c_str());
+    m_bricks.SetText(kMarketBrick, indexText(m_pulse.all()).c_str());
+    m_bricks.SetText(kAdvancesBrick, std::to_string(m_pulse.advances()).c_str());
+    m_bricks.SetText(kDeclinesBrick, std::to_string(m_pulse.declines()).c_str());
+    m_bricks.SetText(kResultBrick, day ? grouped(m_panes.positions->list(), formatted("%+.2f", *day)).c_str() : "-");
+    m_bricks.SetText(kRateBrick, m_pump ? formatted("%.0f", m_pump->ticksPerSecond()).c_str() : "-");
+}
+
+// --- Workspaces ----------------------------------------------------------------------------------------------------
+
+Workspace CMainFrame::arrangement() {
+    Workspace now = m_workspaces.present();
+    now.panes = m_area.shares();
+    now.watch = watchLists()[static_cast<std::size_t>(m_panes.watch->shownWatch())].name;
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    if (IsWindowVisible() && ::GetWindowPlacement(m_hWnd, &placement)) {
+        const CRect place(placement.rcNormalPosition);
+        now.place = {place.left, place.top, place.Width(), place.Height(), placement.showCmd == SW_SHOWMAXIMIZED};
+    }
+    return now;
+}
+
+void CMainFrame::arrange(const Workspace& workspace) {
+    m_area.setShares(workspace.panes);
+    const auto& lists = watchLists();
+    const auto watch = std::ranges::find(lists, workspace.watch, &WatchList::name);
+    if (watch != lists.end()) m_panes.watch->showWatch(static_cast<int>(watch - lists.begin()));
+    const WindowPlace& place = workspace.place;
+    if (place.width <= 0 || place.height <= 0 || m_run.options.headless) return;
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    placement.rcNormalPosition = {place.left, place.top, place.left + place.width, place.top + place.height};
+    placement.showCmd = place.maximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+    if (::MonitorFromRect(&placement.rcNormalPosition, MONITOR_DEFAULTTONULL)) ::SetWindowPlacement(m_hWnd, &placement);
+}
+
+void CMainFrame::showWorkspace(int place) {
+    keepWorkspace();
+    m_workspaces.show(static_cast<std::size_t>(place));
+    arrange(m_workspaces.present());
+}
+
+void CMainFrame::moveWorkspace(int from, int to) {
+    m_workspaces.move(static_cast<std::size_t>(from), static_cast<std::size_t>(to));
+}
+
+void CMainFrame::copyWorkspace(int to, const std::string& name) {
+    keepWorkspace();
+    m_workspaces.show(m_workspaces.copy(m_workspaces.shown(), static_cast<std::size_t>(to), name));
+    m_area.showTabs(m_workspaces);
+}
+
+std::string CMainFrame::workspaceName(int place) const {
+    const auto& all = m_workspaces.all();
+    return static_cast<std::size_t>(place) < all.size() ? all[static_cast<std::size_t>(place)].name : std::string();
+}
+
+bool CMainFrame::renameWorkspace(int place, const std::string& name) {
+    return m_workspaces.rename(static_cast<std::size_t>(place), name);
+}
+
+void CMainFrame::closeWorkspace(int place) {
+    keepWorkspace();
+    if (!m_workspaces.close(static_cast<std::size_t>(place))) return;
+    m_area.showTabs(m_workspaces);
+    arrange(m_workspaces.present());
+}
+
+void CMainFrame::addWorkspace() {
+    keepWorkspace();
+    m_workspaces.show(m_workspaces.add());
+    m_area.showTabs(m_workspaces);
+}
+
+void CMainFrame::OnViewAddWorkspace() { addWorkspace(); }
+
+void CMainFrame::OnViewPane(UINT id) { m_area.show(paneOf(id), !m_area.shows(paneOf(id))); }
+
+void CMainFrame::OnUpdateViewPane(CCmdUI* ui) { ui->SetCheck(m_area.shows(paneOf(ui->m_nID)) ? 1 : 0); }
+
+// --- Kept ----------------------------------------------------------------------------------------------------------
 
 void CMainFrame::readLayout() {
     m_layoutRead = true;
-    const auto share = [this](const char* key, double otherwise) {
-        const auto text = m_run.settings.get("Layout", key);
-        const double value = text ? std::atof(std::string(*text).c_str()) : 0;
-        return value > 0.02 && value < 0.98 ? value : otherwise;
-    };
-    m_splitLog.setShare(share("Bottom", kPanesShare));
-    m_splitBottom.setShare(share("Chain", kChainShare));
-    m_splitMoney.setShare(share("Positions", kPositionsShare));
-    m_splitWatch.setShare(share("Watch", kWatchShare));
-    m_splitBooks.setShare(share("Orders", kOrdersShare));
-    const auto shown = m_run.settings.get("Layout", "LogShown");
-    m_logShown = !shown || *shown != "0";
-    m_splitMoney.showSecond(m_logShown);
+    const auto text = m_run.settings.get("Layout", "Watch");
+    const double stored = text ? std::atof(std::string(*text).c_str()) : 0;
+    const double watch = stored > kLeastShare && stored < kLargestShare ? stored : kWatchShare;
+    const int units = static_cast<int>(watch * kShareUnits);
+    m_split.SetRowShares({units, kShareUnits - units});
+    m_workspaces.read(m_run.settings);
+    m_area.showTabs(m_workspaces);
+    arrange(m_workspaces.present());
     CZTDialog::m_bGlobalMmmMode = m_run.settings.get("Layout", "MultiMonitor") == "1";
 }
 
 void CMainFrame::writeLayout() {
     if (!m_layoutRead) return;
-    m_run.settings.set("Layout", "Bottom", formatted("%.4f", m_splitLog.share()));
-    m_run.settings.set("Layout", "Chain", formatted("%.4f", m_splitBottom.share()));
-    m_run.settings.set("Layout", "Positions", formatted("%.4f", m_splitMoney.share()));
-    m_run.settings.set("Layout", "Watch", formatted("%.4f", m_splitWatch.share()));
-    m_run.settings.set("Layout", "Orders", formatted("%.4f", m_splitBooks.share()));
-    m_run.settings.set("Layout", "LogShown", m_logShown ? "1" : "0");
+    const std::vector<int> rows = m_split.GetRowShares();
+    if (const double total = rows[0] + rows[1]; total > 0)
+        m_run.settings.set("Layout", "Watch", formatted("%.4f", rows[0] / total));
+    if (m_panes.watch) keepWorkspace();
+    m_workspaces.write(m_run.settings);
     m_run.settings.set("Layout", "MultiMonitor", CZTDialog::m_bGlobalMmmMode ? "1" : "0");
 }
 
-void CMainFrame::OnViewLog() {
-    m_logShown = !m_logShown;
-    m_splitMoney.showSecond(m_logShown);
+void CMainFrame::keepLayouts() {
+    const std::int64_t now = m_run.clock.nowMicros();
+    if (now < m_nextKeeping) return;
+    m_nextKeeping = now + kKeepingPeriod;
+    for (CListPane* pane : listPanes())
+        if (pane) pane->saveState();
+    writeLayout();
 }
-
-void CMainFrame::OnUpdateViewLog(CCmdUI* ui) { ui->SetCheck(m_logShown ? 1 : 0); }
 
 // Dialogs that run in multi-monitor mode, by their system menus, keep out of the way of the others' focus.
 void CMainFrame::OnViewMultiMonitor() { CZTDialog::m_bGlobalMmmMode = !CZTDialog::m_bGlobalMmmMode; }
@@ -127,12 +251,9 @@ void CMainFrame::OnViewFitColumns() {
 }
 
 void CMainFrame::OnViewResetLayout() {
-    m_splitLog.setShare(kPanesShare);
-    m_splitBottom.setShare(kChainShare);
-    m_splitMoney.setShare(kPositionsShare);
-    m_splitWatch.setShare(kWatchShare);
-    m_splitBooks.setShare(kOrdersShare);
-    if (!m_logShown) OnViewLog();
+    const int units = static_cast<int>(kWatchShare * kShareUnits);
+    m_split.SetRowShares({units, kShareUnits - units});
+    m_area.setShares(CWorkspaceArea::firstShares());
 }
 
 }  // namespace terminal

@@ -4,6 +4,7 @@
 #include "host/panes/HostEntries.h"
 #include "host/panes/ListMenu.h"
 #include "host/panes/LiveGrid.h"
+#include "host/panes/PaneHolder.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
 #include "quor/grid/FilterListCtrl.h"
@@ -14,8 +15,6 @@
 namespace terminal {
 
 namespace {
-constexpr int kCaptionHeight = 22;
-constexpr const char* kEllipsis = "...";
 constexpr UINT kWmFiltersChanged = WM_APP + 40;
 }  // namespace
 
@@ -45,7 +44,6 @@ std::string grouped(CCommonListCtrl& list, std::string_view number) {
 BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
     ON_WM_CREATE()
     ON_WM_SIZE()
-    ON_WM_PAINT()
     ON_WM_ERASEBKGND()
     ON_WM_CONTEXTMENU()
     ON_WM_PARENTNOTIFY()
@@ -56,13 +54,14 @@ CListPane::CListPane(const char* title) : CBCGPFormView(IDD_PANE), m_title(title
 
 BOOL CListPane::CreatePane(CWnd* parent, UINT id) {
     const CRect none(0, 0, 0, 0);
-    return Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, none, parent, id,
-                  nullptr);
+    if (!Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, none, parent, id, nullptr))
+        return FALSE;
+    if (CPaneHolder* const holder = CPaneHolder::around(*this)) holder->hold(*this, m_title);
+    return TRUE;
 }
 
 int CListPane::OnCreate(LPCREATESTRUCT create) {
     if (CBCGPFormView::OnCreate(create) == -1) return -1;
-    m_captionFont.CreatePointFont(90, "Tahoma");
     return createList() ? 0 : -1;
 }
 
@@ -100,22 +99,13 @@ void CListPane::describeColumns(const ColumnSpec* columns, int count) {
 void CListPane::setRemark(const std::string& remark) {
     if (remark == m_remark) return;
     m_remark = remark;
-    const RECT area = captionStrip();
-    InvalidateRect(&area, FALSE);
-}
-
-RECT CListPane::captionStrip() const {
-    CRect area;
-    GetClientRect(&area);
-    area.bottom = (std::min)(area.bottom, static_cast<LONG>(quor::platform::scaled(m_hWnd, kCaptionHeight)));
-    return area;
+    if (CPaneHolder* const holder = CPaneHolder::around(*this)) holder->setRemark(remark);
 }
 
 void CListPane::layOut() {
     if (!GetSafeHwnd() || !list().GetSafeHwnd()) return;
     CRect area;
     GetClientRect(&area);
-    area.top = captionStrip().bottom;
     list().MoveWindow(&area);
 }
 
@@ -177,28 +167,7 @@ void CListPane::OnContextMenu(CWnd*, CPoint point) {
 
 void CListPane::OnSize(UINT type, int width, int height) {
     CBCGPFormView::OnSize(type, width, height);
-    const RECT strip = captionStrip();
-    InvalidateRect(&strip, FALSE);  // the remark stands at the right edge
     layOut();
-}
-
-void CListPane::OnPaint() {
-    CPaintDC dc(this);
-    const RECT strip = captionStrip();
-    dc.FillSolidRect(&strip, palette::kSurface);
-    const RECT foot{strip.left, strip.bottom - 1, strip.right, strip.bottom};
-    dc.FillSolidRect(&foot, palette::kEdge);
-    CFont* const former = dc.SelectObject(&m_captionFont);
-    dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(palette::kText);
-    const int titleLength = static_cast<int>(std::strlen(m_title)), padding = scaled(dc, kCellPadding);
-    drawCellText(dc, m_title, titleLength, strip, 0);
-    dc.SetTextColor(palette::kDim);
-    RECT rest = strip;
-    rest.left = remarkLeft(strip.left + padding + dc.GetTextExtent(m_title, titleLength).cx) + padding;
-    const int least = 2 * padding + dc.GetTextExtent(kEllipsis, static_cast<int>(std::strlen(kEllipsis))).cx;
-    if (rest.right - rest.left >= least) drawCellText(dc, m_remark.c_str(), static_cast<int>(m_remark.size()), rest, 1);
-    dc.SelectObject(former);
 }
 
 BOOL CListPane::OnEraseBkgnd(CDC*) { return TRUE; }

@@ -1,4 +1,4 @@
-// One pane of the frame: a form view with a caption strip and one list that fills the rest.
+// One pane of the frame: a form view that is filled by one list. The strip above it is its holder's (CPaneHolder).
 //
 // It is a form view so that its list finds a customisable parent: the list then registers itself, takes its font and
 // hears of changes to it. The view deletes itself with its window, as views do; the list and the rows are its members.
@@ -35,10 +35,11 @@ struct ColumnSpec {
 
 class CListPane : public CBCGPFormView {
 public:
-    // `title` stands in the caption strip, and is the name under which the list's settings are kept.
+    // `title` stands in the holder's strip, and is the name under which the list's settings are kept.
     explicit CListPane(const char* title);
 
-    // Makes the pane, its list included, as a child of `parent`. FALSE: the system gave no window.
+    // Makes the pane, its list included, as a child of `parent`, and puts it in if that is a holder. FALSE: the system
+    // gave no window.
     BOOL CreatePane(CWnd* parent, UINT id);
 
     virtual CCommonListCtrl& list() = 0;
@@ -47,7 +48,7 @@ public:
     virtual void saveState();
     // Called when the pane or its list loses its window, and before the view deletes itself.
     void setOnGone(std::function<void()> onGone) { m_onGone = std::move(onGone); }
-    // Shown at the right of the caption strip; repainted only when it changes.
+    // Shown in the holder's strip.
     void setRemark(const std::string& remark);
     const std::string& remark() const { return m_remark; }
 
@@ -66,11 +67,8 @@ protected:
     void OnInitialUpdate() override;
     void PostNcDestroy() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
-    RECT captionStrip() const;
-    // Gives the list its place below the caption strip.
+    // Gives the list its place: all there is.
     virtual void layOut();
-    // Where in the strip the remark may begin, behind the title and what a pane has put there.
-    virtual int remarkLeft(int titleEnd) const { return titleEnd; }
     // The context menu has closed, and the dialog with it that one of its items may have run.
     virtual void menuClosed() {}
 
@@ -78,7 +76,6 @@ private:
     BOOL paintLined(WPARAM wParam, LPARAM lParam, LRESULT* result);
     int OnCreate(LPCREATESTRUCT create);
     void OnSize(UINT type, int width, int height);
-    void OnPaint();
     BOOL OnEraseBkgnd(CDC* dc);
     void OnContextMenu(CWnd* window, CPoint point);
     void OnParentNotify(UINT message, LPARAM lParam);
@@ -88,7 +85,6 @@ private:
     bool m_filtersChanged = false;  // the message that rebuilds the list is on its way
     std::string m_remark;
     std::function<void()> m_onGone;
-    CFont m_captionFont;
 
     DECLARE_MESSAGE_MAP()
 };

@@ -4,6 +4,7 @@
 #include "host/panes/HeaderPaint.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
+#include "host/panes/PaneHolder.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
 #include "quor/foundation/core/Globals.h"
@@ -17,7 +18,7 @@
 namespace terminal {
 
 namespace {
-constexpr int kNamesLeft = 110, kNamesWidth = 150, kNamesDropped = 200;
+constexpr int kNamesWidth = 150;
 
 // Looks that the user chose, in the section of the pane's title; none is stored before.
 constexpr const char* kBackgroundKey = "Background";
@@ -130,7 +131,8 @@ CWatchPane::CWatchPane(PaintFigures& figures) : CListPane("Market Watch"), m_lis
 
 BOOL CWatchPane::createList() {
     const CRect none(0, 0, 0, 0);
-    m_names.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, none, this, IDC_WATCH_NAMES);
+    CWnd* const holder = CPaneHolder::around(*this);  // its strip has the room
+    m_names.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, none, holder ? holder : this, IDC_WATCH_NAMES);
     if (!m_names.GetSafeHwnd()) return FALSE;
     m_comboFont.CreatePointFont(80, "Tahoma");
     m_names.SetFont(&m_comboFont);
@@ -204,15 +206,9 @@ std::string CWatchPane::layoutSection() const {
 
 void CWatchPane::layOut() {
     CListPane::layOut();
-    if (!m_names.GetSafeHwnd()) return;
-    const auto pixels = [this](int length) { return quor::platform::scaled(m_hWnd, length); };
-    CRect field;
-    m_names.GetWindowRect(&field);  // its height is the font's
-    const int top = (std::max)(0, static_cast<int>(captionStrip().bottom - field.Height()) / 2);
-    m_names.MoveWindow(pixels(kNamesLeft), top, pixels(kNamesWidth), pixels(kNamesDropped));
+    CPaneHolder* const holder = CPaneHolder::around(*this);
+    if (holder && m_names.GetSafeHwnd()) holder->putIntoStrip(m_names, kNamesWidth);
 }
-
-int CWatchPane::remarkLeft(int) const { return quor::platform::scaled(m_hWnd, kNamesLeft + kNamesWidth); }
 
 int CWatchPane::selectedInstrument() const {
     const sMWStruct* const chosen = record(m_list.CListCtrl::GetNextItem(-1, LVNI_SELECTED));

@@ -99,7 +99,6 @@ private:
     BOOL createList() override;
     std::string layoutSection() const override;
     void layOut() override;
-    int remarkLeft(int titleEnd) const override;
     void menuClosed() override;
     void setLooks();
     void readLooks();

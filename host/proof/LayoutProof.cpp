@@ -92,9 +92,9 @@ void dragDivider(CCommonListCtrl& list, int item, int by) {
 }
 
 void chooseWatch(CWatchPane& watch, int number) {
-    const HWND combo = ::GetDlgItem(watch.GetSafeHwnd(), IDC_WATCH_NAMES);
+    const HWND holder = ::GetParent(watch.GetSafeHwnd()), combo = ::GetDlgItem(holder, IDC_WATCH_NAMES);
     ::SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(number), 0);
-    watch.SendMessage(WM_COMMAND, MAKEWPARAM(IDC_WATCH_NAMES, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+    ::SendMessageA(holder, WM_COMMAND, MAKEWPARAM(IDC_WATCH_NAMES, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
 }
 
 // ---- Changing one list
