@@ -116,7 +116,3 @@ BOOL CCommonListCtrl::PreTranslateMessage(MSG* message) {
     if (m_ToolTip.m_hWnd) m_ToolTip.RelayEvent(message);
     return CListCtrl::PreTranslateMessage(message);
 }
-
-INT_PTR CCommonListCtrl::OnToolHitTest(CPoint point, TOOLINFO* info) const {
-    return CListCtrl::OnToolHitTest(point, info);
-}
