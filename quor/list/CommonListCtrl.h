@@ -325,7 +325,9 @@ public:
     // A cell under the mouse has a tool tip: its whole text, in its place and its font, if the cell does not show that,
     // or what m_pfnToolTipText gives, beside the cell. It follows the text while it shows.
     int m_bCellToolTips = 0;
-    CToolTipCtrl m_ToolTip;  // of the header; created on first use
+    // Of the header; created on first use. Off while the mouse is on a heading that shows whole and that it would
+    // repeat.
+    CToolTipCtrl m_ToolTip;
     TextColorCallback m_pfnGetTextColor = nullptr;
     TextColorWithLineCallback m_pfnGetTextColorWithLine = nullptr;
     ToolTipTextCallback m_pfnToolTipText = nullptr;
@@ -456,6 +458,8 @@ private:
     void InsertColumnRecord(int place, int columnIndex, int width);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
+    bool HeadingSaysTheSame(int place);
+    void QuietHeaderToolTip(const MSG& move);
     int LabelIndent(int place);
     void FitColumnToView(const NMHEADER& click);
     void RemoveHeaderToolTip(int place);

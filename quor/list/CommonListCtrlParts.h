@@ -113,6 +113,7 @@ struct CCommonListCtrl::Parts {
     std::vector<int> paintedOrder;  // header items as they stood when the list was painted last
     CRect paintedRows;              // the row at the top and the sides of all, when the list was painted last
     bool toolTipsStale = false;     // a header item was dragged since the tools were laid out
+    bool headerTipQuiet = false;    // the mouse is on a heading that shows whole
     CellTip cellTip;
 
 private:
