@@ -15,6 +15,7 @@ namespace {
 
 constexpr UINT_PTR kToolId = 1;
 constexpr BYTE kOpaque = 255;
+constexpr int kMostAround = 32;  // a text, by the tip's window
 // Of the system's tips: shares of the double click time, which is what they wait at first.
 constexpr UINT kReshowShare = 5;
 constexpr UINT kAutopopFactor = 10;
@@ -121,20 +122,17 @@ public:
         m_tool.lpszText = const_cast<LPSTR>(text.GetString());
         return SendMessage(TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&m_tool)) != 0;
     }
-    // What stands around a text.
-    CRect around(CRect text) const {
-        SendMessage(TTM_ADJUSTRECT, TRUE, reinterpret_cast<LPARAM>(&text));
-        return text;
-    }
-    // The screen has the last word: what the control makes of the text may be larger than was thought.
-    void showAt(CPoint corner, const CRect& screen) {
+    void showAt(CPoint corner) {
         SendMessage(TTM_TRACKPOSITION, 0, MAKELPARAM(corner.x, corner.y));
         SendMessage(TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&m_tool));
-        CRect shown;
-        GetWindowRect(&shown);
-        const CPoint mended = cornerOnScreen(corner, shown.Size(), screen);
-        if (mended != shown.TopLeft())
-            SetWindowPos(nullptr, mended.x, mended.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    CRect shown() const {
+        CRect rect;
+        GetWindowRect(&rect);
+        return rect;
+    }
+    void moveTo(CPoint corner) {
+        SetWindowPos(nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
 private:
@@ -280,7 +278,8 @@ void CCommonListCtrl::CellTip::show() {
     place();
 }
 
-// A text that is wider than the screen takes more lines.
+// A text that is wider than the screen takes more lines. What the control puts around a text is known once it shows:
+// TTM_ADJUSTRECT does not tell everywhere.
 void CCommonListCtrl::CellTip::place() {
     CRect cell = m_found->cell, whole = m_found->whole;
     CPoint mouse;
@@ -288,13 +287,14 @@ void CCommonListCtrl::CellTip::place() {
     m_list.ClientToScreen(&cell);
     m_list.ClientToScreen(&whole);
     const CRect screen = workAreaAt(cell, m_list);
-    const int width = screen.Width() - m_window->around(CRect(0, 0, 0, 0)).Width();
+    const int width = std::max<int>(screen.Width() - quor::platform::scaled(m_list, kMostAround), 1);
     m_window->SetMaxTipWidth(width);
-    const CSize text = textExtent(*m_window, m_found->text, width, kMeasure | DT_WORDBREAK);
-    const CRect tip = m_window->around(CRect(whole.TopLeft(), text));
-    m_window->showAt(m_found->inPlace ? cornerOnScreen(tip.TopLeft(), tip.Size(), screen)
-                                      : cornerBesideCell(cell, mouse.x, tip.Size(), screen),
-                     screen);
+    m_window->showAt(whole.TopLeft());
+    const CSize size = m_window->shown().Size();
+    const CSize around = size - textExtent(*m_window, m_found->text, width, kMeasure | DT_WORDBREAK);
+    m_window->moveTo(m_found->inPlace
+                         ? cornerOnScreen(whole.TopLeft() - CSize(around.cx / 2, around.cy / 2), size, screen)
+                         : cornerBesideCell(cell, mouse.x, size, screen));
 }
 
 void CCommonListCtrl::CellTip::hide() {

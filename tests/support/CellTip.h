@@ -5,8 +5,10 @@
 #include "quor/foundation/TimerIds.h"
 #include "quor/list/CommonListCtrl.h"
 #include "quor/platform/proving/UserInput.h"
+#include "quor/platform/proving/WindowCapture.h"
 #include "support/WindowFixture.h"
 
+#include <algorithm>
 #include <string>
 
 namespace test {
@@ -34,14 +36,28 @@ inline std::string tipText() {
     return text;
 }
 
-// Its text on the screen, without what stands around.
 inline CRect tipRect() {
     CRect rect;
-    const HWND tip = shownTip();
-    ::GetWindowRect(tip, &rect);
-    ::SendMessageA(tip, TTM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(static_cast<RECT*>(&rect)));
+    ::GetWindowRect(shownTip(), &rect);
     return rect;
 }
+
+// Where on the screen what is drawn in a part of a window begins, on the ground that its corner shows.
+inline CPoint inkCorner(HWND window, const CRect& area) {
+    WindowPicture picture;
+    quorCaptureClientArea(window, picture);
+    const auto pixel = [&](int x, int y) { return picture.pixels[static_cast<std::size_t>(y * picture.width + x)]; };
+    CPoint corner = area.BottomRight();
+    for (int y = area.top; y < std::min<int>(area.bottom, picture.height); ++y) {
+        for (int x = area.left; x < std::min<int>(area.right, picture.width); ++x) {
+            if (pixel(x, y) == pixel(area.left, area.top)) continue;
+            corner = CPoint(std::min<int>(corner.x, x), std::min<int>(corner.y, y));
+        }
+    }
+    ::ClientToScreen(window, &corner);
+    return corner;
+}
+inline CPoint tipInk() { return inkCorner(shownTip(), CRect(0, 0, 1000, 1000)); }
 
 inline CPoint middleOf(CListCtrl& list, int row, int place) {
     CRect label;

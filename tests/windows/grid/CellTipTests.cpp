@@ -48,13 +48,12 @@ TEST_F(GridCellTips, FollowTheCellUnderTheMouse) {
         const auto under = [&] { return rowOf(grid->GetItemData(2)); };
         leave();
         ASSERT_EQ(restOn(*grid, 2, 1), under()->cells[1]);
-        CRect before, after;
-        ::GetWindowRect(shownTip(), &before);
+        const CRect before = test::tipRect();
         under()->cells[1] = "a tick brought a text that is still longer than its cell, and than the one before";
         grid->UpdateRow(under());
         endBatch();
         EXPECT_EQ(tipText(), under()->cells[1]);
-        ::GetWindowRect(shownTip(), &after);
+        const CRect after = test::tipRect();
         EXPECT_EQ(after.TopLeft(), before.TopLeft());
         EXPECT_GT(after.Width(), before.Width());
         EXPECT_TRUE(pumpFor([&] {
@@ -93,10 +92,7 @@ TEST_F(GridCellTips, SayWhatTheGridPaints) {
     int order[] = {1, 0, 2, 3};
     grid->SetColumnOrderArray(4, order);
     EXPECT_EQ(restAt(*grid, {30, test::middleOf(*grid, 0, 1).y}), "a" + kLong) << "the column was dragged to the left";
-    CRect label;
-    grid->GetSubItemRect(0, 1, LVIR_LABEL, label);
-    grid->ClientToScreen(&label);
-    EXPECT_EQ(test::tipRect().TopLeft(), CPoint(label.left + 3, label.top));
+    EXPECT_LT(test::tipInk().x, grid->GetColumnWidth(1));
     row("b")->cells[1] = "two\nlines";
     EXPECT_EQ(restOn(*grid, 1, 1), "two\nlines");
     grid->SetNoOfLinesPerRow(2);
@@ -107,6 +103,33 @@ TEST_F(GridCellTips, SayWhatTheGridPaints) {
     EXPECT_EQ(restOn(*grid, 0, 2), "");
     grid->MoveWindow(0, 0, 60 + 60 + 240, 200);
     EXPECT_EQ(restOn(*grid, 0, 2), "123,456,789,012,345.25") << "it ends behind the window";
+}
+
+// A whole text that the window cuts stands where it would, a cut one where its beginning does.
+TEST_F(GridCellTips, ShowTheTextWhereTheCellDoes) {
+    fill("a");
+    row("a")->cells[2] = "8.25";
+    grid->MoveWindow(0, 0, 174, 200);
+    LOGFONT font{};
+    font.lfHeight = -24;
+    ::lstrcpyA(font.lfFaceName, "Tahoma");
+    CFont large;
+    large.CreateFontIndirect(&font);
+    for (CFont* const used : {grid->GetFont(), &large}) {
+        grid->SetFont(used);
+        quor::sendMouseMove(*grid, CPoint(20, 150));
+        pumpUntilIdle();
+        lookAgain(*grid);
+        for (const int place : {1, 2}) {
+            CRect label;
+            grid->GetSubItemRect(0, place, LVIR_LABEL, label);
+            label.right = std::min<int>(label.right, 174);
+            const CPoint painted = test::inkCorner(*grid, label);
+            ASSERT_NE(restAt(*grid, label.CenterPoint()), "") << place;
+            EXPECT_EQ(test::tipInk(), painted) << place;
+            restAt(*grid, CPoint(20, 150));
+        }
+    }
 }
 
 TEST_F(GridCellTips, AHostThatIsAskedMayEndTheGrid) {
