@@ -106,9 +106,9 @@ HWND shownTip() {
 
 // The mouse rests on the first cell. The control paints its rows itself.
 Exhibit cellTip(const char* state, const char* text) {
-    return {"CCommonListToolTip", state, [=](Stage& stage) {
+    return {"CCommonListToolTip", state, CSize(300, 120), [=](Stage& stage) {
                 auto& list = stage.add<CCommonListToolTip>();
-                list.Create(kChild | LVS_REPORT | WS_BORDER, stage.place(10, 10, 300, 120), &stage.window, kControlId);
+                list.Create(kChild | LVS_REPORT | WS_BORDER, stage.place({300, 120}), &stage.window, kControlId);
                 list.ModifyStyle(LVS_OWNERDRAWFIXED, 0);
                 auto& font = stage.add<CFont>();
                 font.CreatePointFont(90, "Tahoma");
