@@ -4,6 +4,8 @@
 #include "quor/edits/HotFontCombo.h"
 #include "quor/edits/QuorSplitButton.h"
 #include "quor/edits/XListCtrl.h"
+#include "quor/foundation/TimerIds.h"
+#include "quor/list/CommonListToolTip.h"
 
 namespace gallery {
 
@@ -84,6 +86,48 @@ void fillList(CXListCtrl& list) {
 void chooseRow(CXListCtrl& list) {
     fillList(list);
     list.SetItemState(1, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+// ---- Tool tips of cells
+
+HWND shownTip() {
+    HWND tip = nullptr;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND window, LPARAM found) -> BOOL {
+            if (CWnd::FromHandlePermanent(window) && ::IsWindowVisible(window) &&
+                CWnd::FromHandlePermanent(window)->IsKindOf(RUNTIME_CLASS(CToolTipCtrl)))
+                *reinterpret_cast<HWND*>(found) = window;
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&tip));
+    return tip;
+}
+
+// The mouse rests on the first cell. The control paints its rows itself.
+Exhibit cellTip(const char* state, const char* text) {
+    return {"CCommonListToolTip", state, CSize(300, 120), [=](Stage& stage) {
+                auto& list = stage.add<CCommonListToolTip>();
+                list.Create(kChild | LVS_REPORT | WS_BORDER, stage.place({300, 120}), &stage.window, kControlId);
+                list.ModifyStyle(LVS_OWNERDRAWFIXED, 0);
+                auto& font = stage.add<CFont>();
+                font.CreatePointFont(90, "Tahoma");
+                list.SetFont(&font);
+                list.SetTextColor(RGB(0, 0, 0));
+                list.SetBkColor(RGB(255, 255, 255));
+                list.SetTextBkColor(RGB(255, 255, 255));
+                for (const char* const heading : {"Remark", "Name"})
+                    list.InsertColumn(0, heading, LVCFMT_LEFT, quor::platform::scaled(list, 96));
+                for (int row = 0; row < 4; ++row) list.InsertItem(row, row == 1 ? text : "a text");
+                list.UpdateWindow();
+                CRect cell;
+                list.GetSubItemRect(1, 0, LVIR_LABEL, cell);
+                CPoint mouse = cell.CenterPoint();
+                list.ClientToScreen(&mouse);
+                ::SetCursorPos(mouse.x, mouse.y);
+                list.SendMessage(WM_TIMER, kCellTipTimer);
+                stage.popup = shownTip();
+            }};
 }
 
 // ---- The font choosers
@@ -167,6 +211,8 @@ std::vector<Exhibit> controlExhibits() {
                       fillList(list);
                       list.EnableWindow(FALSE);
                   }),
+        cellTip("clipped cell", "A text that is too long for its cell"),
+        cellTip("several lines", "One line\r\nand a second one, which is longer"),
         fontCombo("empty", [](CHotFontCombo&) {}),
         fontCombo("normal", [](CHotFontCombo& combo) { combo.SelectFont("DejaVu Serif"); }),
         fontCombo("focused",

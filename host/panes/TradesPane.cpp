@@ -48,6 +48,7 @@ BOOL CTradesPane::createList() {
     describeColumns(kColumns, kColumnCount);
     m_grid.InitColumnTextRtn(static_cast<ColumnTextMemberCallback>(&CTradesPane::cellText));
     if (!m_grid.CreateGrid(this, IDC_TRADES)) return FALSE;
+    m_grid.m_bCellToolTips = 1;
     m_grid.m_Appearance.bKeywordsEnabled = 1;
     m_grid.SetReverseDisplay(true);
     m_grid.AnchorView(true);

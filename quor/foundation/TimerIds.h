@@ -11,6 +11,8 @@ inline constexpr unsigned kAutoSortPeriod = 5000;
 inline constexpr unsigned kAutoSortPeriodWhenEmpty = 1000;  // started while the list has no rows
 inline constexpr unsigned kDragScrollTimer = 2;
 inline constexpr unsigned kDragScrollPeriod = 100;
+inline constexpr unsigned kCellTipTimer = 4002;  // until a tip shows once, after the system's delay
+inline constexpr unsigned kCellTipPeriod = 200;  // while it shows
 
 // CFilterListCtrl.
 inline constexpr unsigned kRepaintTimer = 1;  // one shot; the same number as kAutoSortTimer, see above

@@ -299,6 +299,8 @@ protected:
     CString ShownText(int item, int place) override;
     // How a cell of a data type shows its text. Sort, filters, trends and exports know the text as the host gave it.
     virtual void GroupDigits(int dataType, CString& text);
+    bool CellAt(CPoint point, int& item, int& place) override;
+    bool LabelRect(int item, int place, CRect& label) override;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
@@ -350,7 +352,6 @@ private:
     void setCallbackMask();
     void showFilterBar(bool show);
     void turnHeaderThemeOff();
-    CWnd* callbackOwner() const;
     void eraseStripes(CDC& dc);
     void eraseOutsideRows(CDC& dc);
     void fillArea(CDC& dc, const RECT& area, COLORREF color);

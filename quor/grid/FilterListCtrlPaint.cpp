@@ -6,6 +6,7 @@
 // it stands where it stood.
 #include "quor/foundation/ControlBlock.h"
 #include "quor/grid/FilterListCtrlInternal.h"
+#include "quor/list/core/CellTips.h"
 #include "quor/list/core/ListLayout.h"
 
 #include <cstring>
@@ -29,12 +30,6 @@ UINT textFlags(CellAlign align) {
         default:
             return DT_CENTER;
     }
-}
-
-RECT textRect(RECT cell, CellAlign align) {
-    if (align == CellAlign::left) cell.left += kCellInset;
-    if (align == CellAlign::right) cell.right -= kCellInset;
-    return cell;
 }
 
 // The text may be shortened in place, and the ellipsis needs room.
@@ -210,7 +205,7 @@ private:
         const CellAlign align = cellAlign(cell.record->iFormat);
         if (align == CellAlign::icon) return paintIcon(rect, isNumericType(cell.record->iDataType), cell.icon);
         group(cell);
-        drawCellText(m_dc, cell.text, textRect(rect, align), align);
+        drawCellText(m_dc, cell.text, cellTextArea(rect, cell.record->iFormat), align);
     }
 
     void paintIcon(const RECT& cell, bool isHandle, int icon) {
@@ -260,6 +255,23 @@ void CFilterListCtrl::fillArea(CDC& dc, const RECT& area, COLORREF color) {
     }
 }
 
+// The host is not asked for a text to find out where a cell is.
+bool CFilterListCtrl::CellAt(CPoint point, int& item, int& place) {
+    if (!UseFilter) return CCommonListCtrl::CellAt(point, item, place);
+    const Presence presence(*this);
+    m_parts->rows.settle();
+    if (presence.gone() || !hasTextCallback()) return false;
+    const CellPlace cell = m_parts->native.cellAt(point);
+    item = cell.visual;
+    place = cell.place;
+    return item >= 0 && item < GetDisplayCount() && place >= 0;
+}
+
+bool CFilterListCtrl::LabelRect(int item, int place, CRect& label) {
+    if (!UseFilter) return CCommonListCtrl::LabelRect(item, place, label);
+    return m_parts->native.labelRect(m_parts->rows.layout(), item, place, label);
+}
+
 // ---- Custom draw
 
 bool CFilterListCtrl::paintsByCustomDraw() const { return CustomDrawMode && m_bCustomDraw; }
@@ -306,7 +318,7 @@ LRESULT CFilterListCtrl::drawCell(NMLVCUSTOMDRAW& draw) {
     const CellAlign align = cellAlign(cell.record->iFormat);
     if (align == CellAlign::icon) return CDRF_SKIPDEFAULT;
     painter.group(cell);
-    RECT place = textRect(rect, align);
+    RECT place = cellTextArea(rect, cell.record->iFormat);
     dc.DrawText(cell.text, &place, textFlags(align) | DT_NOPREFIX | DT_END_ELLIPSIS);
     return CDRF_SKIPDEFAULT;
 }

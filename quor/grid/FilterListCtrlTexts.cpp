@@ -4,12 +4,6 @@
 
 using namespace quor::grid;
 
-// Members of CWnd run on a permanent object only: a temporary one is not of the host's class.
-CWnd* CFilterListCtrl::callbackOwner() const {
-    const CWnd* const owner = GetOwner();
-    return owner ? CWnd::FromHandlePermanent(owner->m_hWnd) : nullptr;
-}
-
 int CFilterListCtrl::GetColumnText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& textColor,
                                    COLORREF& background, int& icon, bool forExport) {
     if (!hasTextCallback()) return 0;

@@ -144,6 +144,15 @@ bool NativeList::subItemRect(int visual, int place, int part, RECT& rect) {
     return found;
 }
 
+CellPlace NativeList::cellAt(POINT point) {
+    LVHITTESTINFO hit{};
+    hit.pt = point;
+    m_measuring = true;
+    const auto visual = static_cast<int>(send(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    m_measuring = false;
+    return visual < 0 ? CellPlace{-1, -1} : CellPlace{visual, hit.iSubItem};
+}
+
 // A region takes its rectangles in rows from the top.
 void NativeList::invalidateCells(std::vector<CellPlace> cells) {
     std::sort(cells.begin(), cells.end());

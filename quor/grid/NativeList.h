@@ -63,9 +63,11 @@ public:
     void ensureVisible(int visual) { send(LVM_ENSUREVISIBLE, visual); }
     // A cell's label. Asked of the control once per column and paint: in a report view all rows are alike.
     bool labelRect(const RowLayout& layout, int visual, int place, RECT& rect);
+    // Both -1 where no cell is.
+    CellPlace cellAt(POINT point);
     // All at once, without erase: a call to the system costs more than to find a cell.
     void invalidateCells(std::vector<CellPlace> cells);
-    // The control wants a text only to find a rectangle: any will do.
+    // The control wants a text only to find a place: any will do.
     bool isMeasuring() const { return m_measuring; }
     void setRedraw(bool on);
     bool redrawIsOff() const { return m_redrawIsOff; }

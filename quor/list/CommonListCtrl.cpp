@@ -7,11 +7,13 @@
 #include "quor/foundation/core/HostFiles.h"
 #include "quor/list/AppearanceDialog.h"
 #include "quor/list/CommonListCtrlParts.h"
+#include "quor/list/CommonListToolTip.h"
 #include "quor/list/ListCommands.h"
 
 using namespace quor::list;
 
 IMPLEMENT_DYNAMIC(CCommonListCtrl, CListCtrl)
+IMPLEMENT_DYNAMIC(CCommonListToolTip, CCommonListCtrl)
 
 BEGIN_MESSAGE_MAP(CCommonListCtrl, CListCtrl)
     // Life
@@ -159,6 +161,12 @@ CWnd* CCommonListCtrl::GetListCtrlDlgParent(CWnd* list) {
 void CCommonListCtrl::SetRecoveryFiles(CString recoveryFile, CString dialogPositionFile) {
     m_csGetRecoveryFile = recoveryFile;
     m_csGetDialogPosPath = dialogPositionFile;
+}
+
+// Members of CWnd run on a permanent object only: a temporary one is not of the host's class.
+CWnd* CCommonListCtrl::callbackOwner() const {
+    const CWnd* const owner = GetOwner();
+    return owner ? CWnd::FromHandlePermanent(owner->m_hWnd) : nullptr;
 }
 
 int CCommonListCtrl::GetUseFilter() const { return 0; }

@@ -29,6 +29,7 @@
 // their own members by static_cast.
 typedef int (CWnd::*TextColorCallback)(DWORD_PTR rowData, COLORREF& color, int, int);
 typedef int (CWnd::*TextColorWithLineCallback)(DWORD_PTR rowData, COLORREF& color, int, int, int line);
+// The text of a cell's tool tip. 0, or an empty text: the cell has none.
 typedef int (CWnd::*ToolTipTextCallback)(int row, int place, CString& text);
 
 namespace quor::list {
@@ -98,6 +99,7 @@ public:
     void SetPointerToGetTextColorWithLineNo(TextColorWithLineCallback callback) {
         m_pfnGetTextColorWithLine = callback;
     }
+    // What the tips of cells say (m_bCellToolTips). Null: the text of a cell that does not show it whole.
     void InitToolTipRetFunc(ToolTipTextCallback callback) { m_pfnToolTipText = callback; }
 
     // --- Columns
@@ -320,7 +322,12 @@ public:
     BYTE m_bGridLines = 0;
     BYTE m_bCustomized = 0;  // the list has an appearance record of its own
     cCustomizedAppearanceSettings m_Appearance;
-    CToolTipCtrl m_ToolTip;  // of the header; created on first use
+    // A cell under the mouse has a tool tip: its whole text, in its place and its font, if the cell does not show that,
+    // or what m_pfnToolTipText gives, beside the cell. It follows the text while it shows.
+    int m_bCellToolTips = 0;
+    // Of the header; created on first use. Off while the mouse is on a heading that shows whole and that it would
+    // repeat.
+    CToolTipCtrl m_ToolTip;
     TextColorCallback m_pfnGetTextColor = nullptr;
     TextColorWithLineCallback m_pfnGetTextColorWithLine = nullptr;
     ToolTipTextCallback m_pfnToolTipText = nullptr;
@@ -341,12 +348,15 @@ public:
 
     BOOL DestroyWindow() override;
     BOOL PreTranslateMessage(MSG* message) override;
+    // With m_bCellToolTips: a number of the cell at the point, with its rectangle in `info`; -1 if it has no tip. Tips
+    // of cells ask here, so that a derived list may refuse.
     INT_PTR OnToolHitTest(CPoint point, TOOLINFO* info) const override;
     // The owner paints: forwards WM_DRAWITEM to it with the list's control id. While such a forward is under way, a
     // WM_DRAWITEM that comes back reflected returns at once, so that an owner that does not paint is no endless loop.
     void DrawItem(LPDRAWITEMSTRUCT item) override;
 
 protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PreSubclassWindow() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
@@ -393,10 +403,17 @@ protected:
     virtual CString KnownHeading(int item, const CString& shown);
     // The text that a cell is painted with; here GetItemText's.
     virtual CString ShownText(int row, int place);
+    // The cell at a point of the client area; false if there is none.
+    virtual bool CellAt(CPoint point, int& row, int& place);
+    // The rectangle of a cell's label, as it is painted; false if the list does not paint that cell. The text in it
+    // keeps away from the edge that it is aligned to, as a grid's does.
+    virtual bool LabelRect(int row, int place, CRect& label);
     // Whose cells make the data width of a column: the rows from `first` to `last`, none if `last` is before it. False:
     // the control has the texts and measures them itself. Here the rows in view of an owner-data control.
     virtual bool RowsToMeasure(int& first, int& last) const;
 
+    // Where callbacks that are members of CWnd run; null: nowhere.
+    CWnd* callbackOwner() const;
     // Whether arrays and control tell of the same columns, so that these are worth storing.
     bool ColumnsStand() const;
     // Makes the control ask for its row height again, as after a change of size.
@@ -430,6 +447,7 @@ protected:
 
 private:
     struct Parts;
+    class CellTip;  // the tool tip of the cell under the mouse
 
     // Life.
     void StartOnLivingControl();
@@ -440,6 +458,8 @@ private:
     void InsertColumnRecord(int place, int columnIndex, int width);
     void NotifyColumnsRebuilt(LPARAM imported);
     CRect HeaderToolRect(int place);
+    bool HeadingSaysTheSame(int place);
+    void QuietHeaderToolTip(const MSG& move);
     int LabelIndent(int place);
     void FitColumnToView(const NMHEADER& click);
     void RemoveHeaderToolTip(int place);

@@ -1,7 +1,7 @@
 // Auto-sort: a list sorts itself again every five seconds by the column and order that the user left.
 #include "quor/foundation/HostServices.h"
 #include "quor/foundation/TimerIds.h"
-#include "quor/list/CommonListCtrlInternal.h"
+#include "quor/list/CommonListCtrlParts.h"
 #include "quor/list/ListSettings.h"
 
 #include <algorithm>
@@ -72,6 +72,7 @@ void CCommonListCtrl::OnAutoSortTimerTaken() {}
 
 // A timer that was started for an empty list keeps its short period: m_nAutoSortTimer is set then, too.
 void CCommonListCtrl::OnTimer(UINT_PTR id) {
+    if (id == kCellTipTimer) return m_parts->cellTip.onTimer();
     if (id != kAutoSortTimer) {
         CListCtrl::OnTimer(id);
         return;

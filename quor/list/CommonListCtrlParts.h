@@ -3,6 +3,7 @@
 #pragma once
 
 #include "quor/list/CommonListCtrlInternal.h"
+#include "quor/list/core/CellTips.h"
 #include "quor/list/core/ColumnSetPlan.h"
 #include "quor/list/core/ListLayout.h"
 #include "quor/list/core/ProfileEntry.h"
@@ -28,8 +29,56 @@ struct RowSpan {
 
 }  // namespace quor::list
 
+// The tip waits for the mouse to rest (timer kCellTipTimer), looks at the list again every kCellTipPeriod while it
+// shows, and has a window only then. What it asks the list may end that, and this object with it.
+class CCommonListCtrl::CellTip {
+public:
+    explicit CellTip(CCommonListCtrl& list);
+    CellTip(const CellTip&) = delete;
+    CellTip& operator=(const CellTip&) = delete;
+    ~CellTip();
+
+    void beforeMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void onTimer();
+    // As OnToolHitTest; what was found stays known.
+    INT_PTR hitTest(CPoint point, TOOLINFO* info);
+
+private:
+    class Window;
+    struct Found {
+        CRect cell;   // what of it is in view
+        CRect whole;  // the text, if nothing cut it
+        CString text;
+        bool inPlace = true;
+        bool operator==(const Found& other) const;
+    };
+
+    bool isWanted() const { return m_list.m_bCellToolTips || m_window; }
+    void mouseMoved(CPoint point, WPARAM buttons);
+    bool askText(int row, int place, Found& found);
+    quor::list::TextCell measure(const Found& found, CRect label, int place);
+    std::optional<Found> cellAt(CPoint point, INT_PTR& number);
+    bool look();
+    void show();
+    void place();
+    void hide();
+    void end();
+    static LRESULT CALLBACK onMessageTaken(int code, WPARAM removed, LPARAM message);
+
+    static CellTip* s_shown;  // its messages are watched
+    static HHOOK s_hook;
+
+    CCommonListCtrl& m_list;
+    std::unique_ptr<Window> m_window;  // while the tip shows
+    std::optional<Found> m_found;      // what the list said last
+    CPoint m_mouse{-1, -1};            // on the screen, when it moved last
+    CRect m_spent;                     // the cell whose tip was ended; it has none until the mouse has left it
+    bool m_fromCellToCell = false;     // the mouse left a tip for the next cell
+    DWORD m_shownAt = 0;
+};
+
 struct CCommonListCtrl::Parts {
-    explicit Parts(CCommonListCtrl& list) : m_list(list) {}
+    explicit Parts(CCommonListCtrl& list) : cellTip(list), m_list(list) {}
     Parts(const Parts&) = delete;
     Parts& operator=(const Parts&) = delete;
 
@@ -64,6 +113,8 @@ struct CCommonListCtrl::Parts {
     std::vector<int> paintedOrder;  // header items as they stood when the list was painted last
     CRect paintedRows;              // the row at the top and the sides of all, when the list was painted last
     bool toolTipsStale = false;     // a header item was dragged since the tools were laid out
+    bool headerTipQuiet = false;    // the mouse is on a heading that shows whole
+    CellTip cellTip;
 
 private:
     std::vector<quor::list::HeaderColumn> readHeader() const;

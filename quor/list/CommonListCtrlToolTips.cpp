@@ -1,5 +1,6 @@
 // Header tool tips: one tool per header item, its id the item's index plus one, its rectangle in the header's client
-// area. They move when columns do, and see every message of the list before it is dispatched.
+// area. They move when columns do, and see every message of the list before it is dispatched. While the mouse is on a
+// heading that shows whole and has no other text, they are off.
 #include "quor/list/CommonListCtrlParts.h"
 
 using namespace quor::list;
@@ -113,10 +114,31 @@ BOOL CCommonListCtrl::PreTranslateMessage(MSG* message) {
         LayOutHeaderToolTips();
     }
     if (message->message == WM_KEYDOWN) OnListKey(message->wParam);
-    if (m_ToolTip.m_hWnd) m_ToolTip.RelayEvent(message);
+    if (m_ToolTip.m_hWnd) {
+        if (message->message == WM_MOUSEMOVE) QuietHeaderToolTip(*message);
+        m_ToolTip.RelayEvent(message);
+    }
     return CListCtrl::PreTranslateMessage(message);
 }
 
-INT_PTR CCommonListCtrl::OnToolHitTest(CPoint point, TOOLINFO* info) const {
-    return CListCtrl::OnToolHitTest(point, info);
+// A heading that has no more than the control's own fit is cut: that is a pixel short.
+bool CCommonListCtrl::HeadingSaysTheSame(int place) {
+    CHeaderCtrl& header = *GetHeaderCtrl();
+    CString heading, tip;
+    m_ToolTip.GetText(tip, &header, toolId(place));
+    if (!readHeading(*this, place, heading) || heading != tip) return false;
+    CClientDC dc(&header);
+    const SelectScope font(&dc, header.GetFont());
+    return headingWidth(header, dc, place) < CListCtrl::GetColumnWidth(place);
+}
+
+void CCommonListCtrl::QuietHeaderToolTip(const MSG& move) {
+    const CHeaderCtrl* const header = GetHeaderCtrl();
+    if (!header || move.hwnd != header->m_hWnd) return;
+    HDHITTESTINFO hit{};
+    hit.pt = CPoint(move.lParam);
+    const auto place = static_cast<int>(header->SendMessage(HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    const bool quiet = place >= 0 && HeadingSaysTheSame(place);
+    if (quiet != m_parts->headerTipQuiet) m_ToolTip.Activate(!quiet);
+    m_parts->headerTipQuiet = quiet;
 }

@@ -58,8 +58,6 @@ bool isNumericType(int dataType);
 // signs alone. The empty text is not.
 bool wantsGrouping(int dataType, const char* text);
 
-// Pixels between a text and the edge that it is aligned to.
-inline constexpr int kCellInset = 3;
 inline constexpr int kMarginOfFirstCell = 4;  // the most that stands left of its text
 
 // The edge length of an icon in a cell: 14, or half the cell's height where the cell is lower.

@@ -2,8 +2,8 @@
 // hosts that refuse. Which columns come and what a text means is tested in the core.
 #include "ListFixture.h"
 #include "quor/list/ListCommands.h"
-#include "quor/platform/proving/UserInput.h"
 #include "quor/platform/tools/QuorTools.h"
+#include "support/CellTip.h"
 #include "support/EveryMoment.h"
 #include "support/MessageBoxAnswerer.h"
 
@@ -46,6 +46,7 @@ TEST_P(ColumnsOnEachRoad, ASetIsReplacedAndTheDialogIsTold) {
 // --- Tool tips of the headings
 
 struct HeaderToolTips : ListFixture {
+    static constexpr DWORD kLongEnough = 50;  // ms, for a tip that waits for 1
     void SetUp() override { start(list); }
     // "text left..right" of each tool, by header item.
     std::string tools() {
@@ -89,19 +90,39 @@ TEST_P(HeaderToolTipsOnEachRoad, CoverTheirColumnsWhateverMovesThem) {
     EXPECT_EQ(list.AddHeaderToolTip(1, "no report"), 0);
 }
 
-// The tip itself: the pump offers the header's messages to the list, which relays them.
-TEST_F(HeaderToolTips, ShowWhenTheMouseRestsOnTheHeader) {
-    CHeaderCtrl* const control = list.GetHeaderCtrl();
+// The tip itself: the pump offers the header's messages to the list, which relays them. A heading that shows whole is
+// not told again.
+TEST_F(HeaderToolTips, ShowWhenTheMouseRestsOnAHeadingThatIsCutOrExplained) {
     list.m_ToolTip.SetDelayTime(TTDT_INITIAL, 1);
-    POINT mouse{100, 5};
-    control->ClientToScreen(&mouse);
-    ::SetCursorPos(mouse.x, mouse.y);
-    control->PostMessage(WM_MOUSEMOVE, 0, MAKELPARAM(100, 5));
-    EXPECT_TRUE(pumpFor([&] { return list.m_ToolTip.IsWindowVisible() != 0; }));
-    TOOLINFO shown{};
-    shown.cbSize = TTTOOLINFOA_V1_SIZE;
-    ASSERT_TRUE(list.m_ToolTip.SendMessage(TTM_GETCURRENTTOOLA, 0, reinterpret_cast<LPARAM>(&shown)));
-    EXPECT_EQ(shown.uId, 2u);
+    list.AddHeaderToolTip(2, "how many");
+    int whole = 0;
+    {
+        CClientDC dc(list.GetHeaderCtrl());
+        const SelectScope font(&dc, list.GetHeaderCtrl()->GetFont());
+        whole = dc.GetTextExtent("Price").cx + 2 * list.GetHeaderCtrl()->GetBitmapMargin();
+    }
+    const struct {
+        const char* what;
+        int item, width;
+        const char* tip;
+    } cases[] = {
+        {"cut by a pixel", 1, whole - 1, "Price"}, {"whole", 1, whole, ""},  {"whole", 0, 80, ""},
+        {"of another text", 2, 80, "how many"},    {"cut", 0, 20, "Symbol"},
+    };
+    for (const auto& [what, item, width, tip] : cases) {
+        list.SetColumnWidth(item, width);
+        CRect rect;
+        list.GetHeaderCtrl()->GetItemRect(item, &rect);
+        quor::sendMouseMove(list, CPoint(20, 100));
+        pumpUntilIdle();
+        quor::sendMouseMove(*list.GetHeaderCtrl(), rect.CenterPoint());
+        pumpUntilIdle();
+        if (*tip) {
+            EXPECT_TRUE(pumpFor([&] { return test::tipText() == tip; })) << what;
+        } else {
+            EXPECT_FALSE(pumpFor([] { return test::shownTip() != nullptr; }, kLongEnough)) << what;
+        }
+    }
 }
 
 // --- What survives

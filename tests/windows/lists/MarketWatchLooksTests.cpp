@@ -2,6 +2,7 @@
 #include "MarketWatchFixture.h"
 #include "quor/list/ListCommands.h"
 #include "support/Canvas.h"
+#include "support/CellTip.h"
 #include "windows/list/PictureMix.h"
 
 namespace {
@@ -58,6 +59,19 @@ TEST_F(MarketWatchLooks, TheListErasesWhatNoRowCovers) {
     EXPECT_EQ(erased(below), 1);
     list->m_bGridLines = 1;
     EXPECT_EQ(erased(client), 0);
+}
+
+TEST_F(MarketWatchLooks, TipsSayTheHostsTexts) {
+    addRow("A symbol that is longer than its column", 1);
+    list->m_bCellToolTips = 1;
+    EXPECT_EQ(test::restOn(*list, 0, 0), "") << "it shows whole";
+    EXPECT_EQ(test::restOn(*list, 1, 0), "A symbol that is longer than its column/0");
+    rows[1].symbol = "Another that is longer than its column";
+    test::lookAgain(*list);
+    EXPECT_EQ(test::tipText(), "Another that is longer than its column/0");
+    rows[1].symbol = "B";
+    test::lookAgain(*list);
+    EXPECT_EQ(test::shownTip(), nullptr);
 }
 
 // The control has no texts of its own to measure.
