@@ -47,7 +47,7 @@ BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
 END_MESSAGE_MAP()
 
 CMainFrame::CMainFrame(TerminalRun& run)
-    : m_run(run), m_workspaces({"Trading", CWorkspaceArea::firstShares(), {}, "", {}}), m_about(IDD_ABOUT) {}
+    : m_run(run), m_workspaces(CWorkspaceArea::firstWorkspace()), m_about(IDD_ABOUT) {}
 
 BOOL CMainFrame::createWindow() {
     const int width = (std::min)(quor::platform::scaled(nullptr, kLargestWidth), ::GetSystemMetrics(SM_CXSCREEN));

@@ -1,6 +1,7 @@
 // The panes in their splitters: made, laid out, and kept over a restart.
 #include "host/MainFrame.h"
 #include "host/core/WatchStore.h"
+#include "host/panes/ListChoices.h"
 #include "host/resource/resource.h"
 
 #include <algorithm>
@@ -136,6 +137,9 @@ Workspace CMainFrame::arrangement() {
     Workspace now = m_workspaces.present();
     now.panes = m_area.shares();
     now.watch = watchLists()[static_cast<std::size_t>(m_panes.watch->shownWatch())].name;
+    now.lists.clear();
+    for (CListPane* pane : listPanes())
+        if (pane) now.lists.push_back(choiceOf(*pane));
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     if (IsWindowVisible() && ::GetWindowPlacement(m_hWnd, &placement)) {
@@ -150,6 +154,10 @@ void CMainFrame::arrange(const Workspace& workspace) {
     const auto& lists = watchLists();
     const auto watch = std::ranges::find(lists, workspace.watch, &WatchList::name);
     if (watch != lists.end()) m_panes.watch->showWatch(static_cast<int>(watch - lists.begin()));
+    for (CListPane* pane : listPanes()) {
+        const auto choice = std::ranges::find(workspace.lists, pane->title(), &ListChoice::list);
+        if (choice != workspace.lists.end()) applyChoice(*pane, *choice);
+    }
     const WindowPlace& place = workspace.place;
     if (place.width <= 0 || place.height <= 0 || m_run.options.headless) return;
     WINDOWPLACEMENT placement{};

@@ -82,6 +82,13 @@ std::vector<PaneShare> CWorkspaceArea::firstShares() {
     return shares;
 }
 
+Workspace CWorkspaceArea::firstWorkspace() {
+    Workspace first{"Trading", firstShares(), {}, "", {}};
+    for (const char* list : {"Market Watch", "Orders", "Trades", "Positions", "Option chain"})
+        first.lists.push_back({list, {}, -1, false, {}});
+    return first;
+}
+
 std::vector<PaneShare> CWorkspaceArea::shares() const {
     std::vector<PaneShare> shares;
     const auto add = [&shares](const Cell& cell, const std::vector<int>& lengths, int place) {

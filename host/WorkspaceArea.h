@@ -49,6 +49,8 @@ public:
     std::vector<PaneShare> shares() const;
     void setShares(const std::vector<PaneShare>& shares);
     static std::vector<PaneShare> firstShares();
+    // That of the first start.
+    static Workspace firstWorkspace();
 
     bool shows(LowerPane pane) const;
     void show(LowerPane pane, bool on);
