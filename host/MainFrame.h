@@ -44,6 +44,9 @@ public:
     // The frame of a restart: as CreateTerminal, with the market as the feed left it, and without a feed.
     BOOL CreateRestored();
     ListPanes panes() { return {*m_panes.watch, *m_panes.orders, *m_panes.trades, *m_panes.positions, *m_chain}; }
+    CZTBrickBar& bricks() { return m_bricks; }
+    CWorkspaceArea& lowerPanes() { return m_area; }
+    const Workspaces& workspaces() const { return m_workspaces; }
 
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT create, CCreateContext* context) override;

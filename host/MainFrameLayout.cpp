@@ -1,6 +1,7 @@
 // The panes in their splitters: made, laid out, and kept over a restart.
 #include "host/MainFrame.h"
 #include "host/core/WatchStore.h"
+#include "host/panes/HostEntries.h"
 #include "host/panes/ListChoices.h"
 #include "host/resource/resource.h"
 
@@ -213,27 +214,27 @@ void CMainFrame::OnUpdateViewPane(CCmdUI* ui) { ui->SetCheck(m_area.shows(paneOf
 
 // --- Kept ----------------------------------------------------------------------------------------------------------
 
+// From the store in use, as the lists' own settings are.
 void CMainFrame::readLayout() {
     m_layoutRead = true;
-    const auto text = m_run.settings.get("Layout", "Watch");
-    const double stored = text ? std::atof(std::string(*text).c_str()) : 0;
+    const double stored = std::atof(setting("Layout", "Watch").c_str());
     const double watch = stored > kLeastShare && stored < kLargestShare ? stored : kWatchShare;
     const int units = static_cast<int>(watch * kShareUnits);
     m_split.SetRowShares({units, kShareUnits - units});
-    m_workspaces.read(m_run.settings);
+    if (settingsInUse()) m_workspaces.read(*settingsInUse());
     m_area.showTabs(m_workspaces);
     arrange(m_workspaces.present());
-    CZTDialog::m_bGlobalMmmMode = m_run.settings.get("Layout", "MultiMonitor") == "1";
+    CZTDialog::m_bGlobalMmmMode = setting("Layout", "MultiMonitor") == "1";
 }
 
 void CMainFrame::writeLayout() {
-    if (!m_layoutRead) return;
+    if (!m_layoutRead || !settingsInUse()) return;
     const std::vector<int> rows = m_split.GetRowShares();
     if (const double total = rows[0] + rows[1]; total > 0)
-        m_run.settings.set("Layout", "Watch", formatted("%.4f", rows[0] / total));
+        keepSetting("Layout", "Watch", formatted("%.4f", rows[0] / total));
     if (m_panes.watch) keepWorkspace();
-    m_workspaces.write(m_run.settings);
-    m_run.settings.set("Layout", "MultiMonitor", CZTDialog::m_bGlobalMmmMode ? "1" : "0");
+    m_workspaces.write(*settingsInUse());
+    keepSetting("Layout", "MultiMonitor", CZTDialog::m_bGlobalMmmMode ? "1" : "0");
 }
 
 void CMainFrame::keepLayouts() {

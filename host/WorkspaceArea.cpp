@@ -16,9 +16,6 @@ constexpr int kTabHeight = 24;
 constexpr DWORD kTabStyle = CTS_AUTOHIDEBUTTONS | CTS_DRAGMOVE | CTS_DRAGCOPY | CTS_CLOSEBUTTON | CTS_BUTTONSAFTER;
 constexpr int kShareUnits = 10'000;  // of a whole row
 
-// Items of a tab's menu.
-constexpr UINT kAdd = 1, kRename = 2, kCopy = 3, kClose = 4;
-
 // Where a pane stands, and what it has at the first start.
 struct Cell {
     const char* name;
@@ -187,22 +184,22 @@ void CWorkspaceArea::rename(int place) {
 void CWorkspaceArea::showMenu(int place, CPoint point) {
     CMenu menu;
     menu.CreatePopupMenu();
-    menu.AppendMenu(MF_STRING, kAdd, "&New Workspace");
+    menu.AppendMenu(MF_STRING, kAddWorkspace, "&New Workspace");
     const UINT onTab = place >= 0 ? MF_STRING : MF_STRING | MF_GRAYED;
-    menu.AppendMenu(onTab, kRename, "&Rename\tF2");
-    menu.AppendMenu(onTab, kCopy, "&Copy");
-    menu.AppendMenu(m_tabs.GetItemCount() > 1 ? onTab : MF_STRING | MF_GRAYED, kClose, "C&lose\tDelete");
+    menu.AppendMenu(onTab, kRenameWorkspace, "&Rename\tF2");
+    menu.AppendMenu(onTab, kCopyWorkspace, "&Copy");
+    menu.AppendMenu(m_tabs.GetItemCount() > 1 ? onTab : MF_STRING | MF_GRAYED, kCloseWorkspace, "C&lose\tDelete");
     m_tabs.ClientToScreen(&point);
     const HWND self = m_hWnd;
     const int chosen = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_NONOTIFY, point.x, point.y, this);
     if (!::IsWindow(self)) return;
-    if (chosen == static_cast<int>(kAdd)) m_owner.addWorkspace();
-    if (chosen == static_cast<int>(kRename)) m_tabs.EditLabel(place);
-    if (chosen == static_cast<int>(kCopy)) {
+    if (chosen == static_cast<int>(kAddWorkspace)) m_owner.addWorkspace();
+    if (chosen == static_cast<int>(kRenameWorkspace)) m_tabs.EditLabel(place);
+    if (chosen == static_cast<int>(kCopyWorkspace)) {
         m_owner.showWorkspace(place);
         m_tabs.CopyItem(place, place + 1);
     }
-    if (chosen == static_cast<int>(kClose)) m_owner.closeWorkspace(place);
+    if (chosen == static_cast<int>(kCloseWorkspace)) m_owner.closeWorkspace(place);
 }
 
 // --- Window --------------------------------------------------------------------------------------------------------

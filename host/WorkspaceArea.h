@@ -19,6 +19,9 @@ namespace terminal {
 enum class LowerPane { orders, trades, chain, positions, log };
 inline constexpr int kLowerPanes = 5;
 
+// Items of a tab's menu.
+inline constexpr UINT kAddWorkspace = 1, kRenameWorkspace = 2, kCopyWorkspace = 3, kCloseWorkspace = 4;
+
 class CWorkspaceArea : public CWnd {
 public:
     struct Owner {
@@ -44,6 +47,8 @@ public:
     // The tabs of all workspaces, the shown one selected.
     void showTabs(const Workspaces& workspaces);
     CCustomTabCtrl& tabs() { return m_tabs; }
+    // Orders and trades.
+    CFlatSplitterWnd& upperRow() { return m_upper; }
 
     // The panes as they are divided, and so again. Panes that are not named stay.
     std::vector<PaneShare> shares() const;

@@ -28,6 +28,7 @@ int readOrWrite(int operation, const CString& section, CString& value, std::stri
 }  // namespace
 
 void useSettings(SettingsFile* settings) { settingsFile = settings; }
+SettingsFile* settingsInUse() { return settingsFile; }
 bool settingStored(const char* section, const char* key) { return settingsFile && settingsFile->get(section, key); }
 
 std::string setting(const char* section, const char* key) {

@@ -10,6 +10,8 @@ namespace terminal {
 // The store behind the lists' settings. Borrowed; null, the state before this call: nothing is stored and reads fail.
 void useSettings(SettingsFile* settings);
 
+SettingsFile* settingsInUse();
+
 // Whether the store in use has a value under a key.
 bool settingStored(const char* section, const char* key);
 

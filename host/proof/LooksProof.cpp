@@ -24,10 +24,6 @@ constexpr int kFlashMilliseconds = 2'000;
 constexpr const char* kListPoints = "12";
 constexpr const char* kWatchPoints = "14";
 
-// A place among the basic colours of the system's dialog.
-struct ColourBox {
-    int column, row;
-};
 constexpr ColourBox kTradesGround{4, 4}, kKeywordText{1, 0}, kSideGround{1, 4}, kRise{3, 3}, kWatchGround{0, 4};
 
 POINT middleOf(HWND window) {
@@ -53,19 +49,8 @@ void clickItem(CWnd& dialog, int id) {
     click(item, middleOf(item));
 }
 
-// Inside the system's dialog: a click on a basic colour, then Enter.
-void chooseColour(HWND dialog, ColourBox box) {
-    constexpr int kBasicColours = 0x2D0, kColumns = 8, kRows = 6;
-    const HWND colours = ::GetDlgItem(dialog, kBasicColours);
-    RECT area{};
-    ::GetClientRect(colours, &area);
-    quor::sendClick(
-        colours, {area.right * (2 * box.column + 1) / (2 * kColumns), area.bottom * (2 * box.row + 1) / (2 * kRows)});
-    quor::sendKeys({VK_RETURN});
-}
-
 bool pickColour(CWnd& owner, ColourBox box, const std::function<void()>& open) {
-    return throughDialog(owner, open, [box](HWND dialog) { chooseColour(dialog, box); });
+    return throughColours(owner, open, box);
 }
 
 // Whether the client area shows the colour anywhere, painted anew.
@@ -316,13 +301,8 @@ void Steps::dressWatch() {
     check("the menu of the watch opens the colours",
           pickColour(list, kWatchGround, [&] { clickInMenu(list, firstRow(list), kWatchBackground); }),
           "no dialog came, or it did not close");
-    const bool hadFont = throughDialog(
-        list, [&] { clickInMenu(list, firstRow(list), kWatchFont); },
-        [](HWND) {  // face, style, size
-            for (const WORD key : {VK_TAB, VK_TAB}) quor::sendKeys({key});
-            quor::sendText(kWatchPoints);
-            quor::sendKeys({VK_RETURN});
-        });
+    const bool hadFont = throughFonts(
+        list, [&] { clickInMenu(list, firstRow(list), kWatchFont); }, kWatchPoints);
     check("the menu of the watch opens the fonts", hadFont, "no dialog came, or it did not close");
     const Looks now = looksOf(list);
     check("the watch has another ground", now.ground != before.ground && shows(list, now.ground), now.text());

@@ -3,6 +3,7 @@
 #include "host/MainFrame.h"
 #include "host/TerminalRun.h"
 #include "host/panes/LogPane.h"
+#include "host/proof/BarsProof.h"
 #include "host/proof/BoxGuard.h"
 #include "host/proof/FindProof.h"
 #include "host/proof/LayoutProof.h"
@@ -23,11 +24,13 @@ struct Entry {
     std::unique_ptr<Proof> (*make)(TerminalRun& run, Outcome& outcome);
 };
 
-// In the order in which they act. The layouts come last: they change what the others look at.
+// In the order in which they act. The layouts come behind what looks at lists, the bars last: they change the room of
+// all.
 constexpr Entry kTable[] = {
     {"find", "find_checks", &makeFindProof},
     {"looks", "looks_checks", &makeLooksProof},
     {"layout", "layouts_restored", &makeLayoutProof},
+    {"bars", "bars_checks", &makeBarsProof},
 };
 
 class ProofRun {

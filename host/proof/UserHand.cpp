@@ -153,4 +153,24 @@ bool throughDialog(HWND owner, const std::function<void()>& open, const std::fun
     return answered && !cancelled;
 }
 
+bool throughColours(HWND owner, const std::function<void()>& open, ColourBox box) {
+    return throughDialog(owner, open, [box](HWND dialog) {
+        constexpr int kBasicColours = 0x2D0, kColumns = 8, kRows = 6;
+        const HWND colours = ::GetDlgItem(dialog, kBasicColours);
+        RECT area{};
+        ::GetClientRect(colours, &area);
+        quor::sendClick(colours, {area.right * (2 * box.column + 1) / (2 * kColumns),
+                                  area.bottom * (2 * box.row + 1) / (2 * kRows)});
+        quor::sendKeys({VK_RETURN});
+    });
+}
+
+bool throughFonts(HWND owner, const std::function<void()>& open, const char* points) {
+    return throughDialog(owner, open, [points](HWND) {  // face, style, size
+        for (const WORD key : {VK_TAB, VK_TAB}) quor::sendKeys({key});
+        quor::sendText(points);
+        quor::sendKeys({VK_RETURN});
+    });
+}
+
 }  // namespace terminal

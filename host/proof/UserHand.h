@@ -35,4 +35,11 @@ void clickInMenu(HWND window, POINT point, UINT command);
 // taken by the dialog; one that is still open after a while is cancelled. False: none came, or it was cancelled.
 bool throughDialog(HWND owner, const std::function<void()>& open, const std::function<void(HWND dialog)>& answer);
 
+// The same with the system's dialogs: a click on a basic colour, a size in points; then Enter.
+struct ColourBox {
+    int column, row;
+};
+bool throughColours(HWND owner, const std::function<void()>& open, ColourBox box);
+bool throughFonts(HWND owner, const std::function<void()>& open, const char* points);
+
 }  // namespace terminal

@@ -61,6 +61,16 @@ void sendDrag(HWND window, POINT from, POINT to) {
     send(batch);
 }
 
+void sendPress(HWND window, POINT point) {
+    std::vector<INPUT> batch{moveTo(window, point), mouseInput(MOUSEEVENTF_LEFTDOWN)};
+    send(batch);
+}
+
+void sendRelease(HWND window, POINT point) {
+    std::vector<INPUT> batch{moveTo(window, point), mouseInput(MOUSEEVENTF_LEFTUP)};
+    send(batch);
+}
+
 void sendKeys(std::initializer_list<WORD> keys) {
     std::vector<INPUT> batch;
     for (const WORD key : keys) batch.push_back(keyInput(key, 0));

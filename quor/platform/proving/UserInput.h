@@ -17,6 +17,9 @@ enum class MouseButton { left, right };
 void sendMouseMove(HWND window, POINT point);
 void sendClick(HWND window, POINT point, MouseButton button = MouseButton::left, int times = 1);
 void sendDrag(HWND window, POINT from, POINT to);
+// A drag of a control that waits before it begins: press, wait and pump, then release. No loop of its own may run.
+void sendPress(HWND window, POINT point);
+void sendRelease(HWND window, POINT point);
 // Virtual keys; all are pressed in order and released in reverse: {VK_CONTROL, 'A'}.
 void sendKeys(std::initializer_list<WORD> keys);
 // Letters, digits and signs as typed.
