@@ -92,6 +92,7 @@ BOOL CMainFrame::CreateRestored() {
     showBricks();
     m_chain->connect();
     m_chain->update(m_run.clock.nowMicros());
+    takeChoices();
     return TRUE;
 }
 
@@ -172,7 +173,9 @@ void CMainFrame::OnGetMinMaxInfo(MINMAXINFO* info) {
 }
 
 LRESULT CMainFrame::OnRefreshStatus(WPARAM, LPARAM) {
-    if (!m_ending) refreshStatus();
+    if (m_ending) return 0;
+    if (!m_choicesTaken && m_pump->rows() > 0) takeChoices();
+    refreshStatus();
     return 0;
 }
 

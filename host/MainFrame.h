@@ -92,6 +92,7 @@ private:
     // As the panes stand now, and so again.
     Workspace arrangement();
     void arrange(const Workspace& workspace);
+    void takeChoices();
     void keepWorkspace() { m_workspaces.keep(arrangement()); }
 
     bool createPanes();
@@ -133,6 +134,7 @@ private:
     CZTDialog m_about;
     std::string m_feedEnding;  // "" while the feed runs
     bool m_layoutRead = false;
+    bool m_choicesTaken = false;  // the lists' sorts wait for their first rows
     bool m_finished = false;
     bool m_ending = false;  // the window goes, or will as soon as it may
     bool m_saveFailed = false;

@@ -138,9 +138,9 @@ Workspace CMainFrame::arrangement() {
     Workspace now = m_workspaces.present();
     now.panes = m_area.shares();
     now.watch = watchLists()[static_cast<std::size_t>(m_panes.watch->shownWatch())].name;
-    now.lists.clear();
+    if (m_choicesTaken) now.lists.clear();
     for (CListPane* pane : listPanes())
-        if (pane) now.lists.push_back(choiceOf(*pane));
+        if (pane && m_choicesTaken) now.lists.push_back(choiceOf(*pane));
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     if (IsWindowVisible() && ::GetWindowPlacement(m_hWnd, &placement)) {
@@ -155,10 +155,7 @@ void CMainFrame::arrange(const Workspace& workspace) {
     const auto& lists = watchLists();
     const auto watch = std::ranges::find(lists, workspace.watch, &WatchList::name);
     if (watch != lists.end()) m_panes.watch->showWatch(static_cast<int>(watch - lists.begin()));
-    for (CListPane* pane : listPanes()) {
-        const auto choice = std::ranges::find(workspace.lists, pane->title(), &ListChoice::list);
-        if (choice != workspace.lists.end()) applyChoice(*pane, *choice);
-    }
+    if (m_choicesTaken) takeChoices();
     const WindowPlace& place = workspace.place;
     if (place.width <= 0 || place.height <= 0 || m_run.options.headless) return;
     WINDOWPLACEMENT placement{};
@@ -166,6 +163,15 @@ void CMainFrame::arrange(const Workspace& workspace) {
     placement.rcNormalPosition = {place.left, place.top, place.left + place.width, place.top + place.height};
     placement.showCmd = place.maximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
     if (::MonitorFromRect(&placement.rcNormalPosition, MONITOR_DEFAULTTONULL)) ::SetWindowPlacement(m_hWnd, &placement);
+}
+
+void CMainFrame::takeChoices() {
+    m_choicesTaken = true;
+    const std::vector<ListChoice> choices = m_workspaces.present().lists;
+    for (CListPane* pane : listPanes()) {
+        const auto choice = std::ranges::find(choices, pane->title(), &ListChoice::list);
+        if (choice != choices.end()) applyChoice(*pane, *choice);
+    }
 }
 
 void CMainFrame::showWorkspace(int place) {

@@ -41,13 +41,19 @@ void arrangeColumns(CCommonListCtrl& list, const std::vector<int>& wanted) {
 void applySort(CCommonListCtrl& list, const ListChoice& choice) {
     const bool shown = choice.sortColumn >= 0 && choice.sortColumn < list.m_arrOrder.GetCount() &&
                        list.m_arrOrder[choice.sortColumn] >= 0;
-    if (!shown || list.m_bSortLocked || list.m_bAutoSort || list.m_bMultiSortActive) return;
+    if (!shown || list.GetItemCount() == 0 || list.m_bSortLocked || list.m_bAutoSort || list.m_bMultiSortActive) return;
     const auto stands = [&] {
         return isPlainlySorted(list) && list.GetOriginalColumnPosition(list.m_nSortCol) == choice.sortColumn &&
                (list.m_nSortOrder == kFalling) == choice.falling;
     };
-    for (int click = 0; click < kMostClicks && !stands(); ++click)
-        list.SortOn(choice.sortColumn, choice.falling ? kFalling : -kFalling);
+    const int order = choice.falling ? kFalling : -kFalling;
+    const auto grid = dynamic_cast<CFilterListCtrl*>(&list);
+    for (int click = 0; click < kMostClicks && !stands(); ++click) {
+        if (grid)
+            grid->SortOn(choice.sortColumn, order);
+        else
+            list.SortOn(choice.sortColumn, -order);  // it ends in the other one
+    }
 }
 
 std::vector<std::pair<int, std::string>> filtersOf(CFilterListCtrl& grid) {

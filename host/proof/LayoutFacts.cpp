@@ -38,7 +38,7 @@ std::vector<SortBy> sortOf(CCommonListCtrl& list) {
             by.push_back({list.m_arrSortOrder[i].iColumnIndex, list.m_arrSortOrder[i].iSortOrder});
     else if (list.m_bSortLocked)
         by.push_back({list.m_nLockSortColumn, list.m_nLockSortOrder});
-    else if (list.m_bAutoSort)
+    else if (list.m_bAutoSort || list.m_bSorted)
         by.push_back({list.GetOriginalColumnPosition(list.m_nSortCol), list.m_nSortOrder});
     return by;
 }
@@ -80,10 +80,10 @@ int rowsOf(const CCommonListCtrl& list) {
     return static_cast<int>(::SendMessageA(list.GetSafeHwnd(), LVM_GETITEMCOUNT, 0, 0));
 }
 
-std::vector<int> itemsOf(CCommonListCtrl& list, bool onScreen) {
+std::vector<int> itemsOf(CCommonListCtrl& list) {
     std::vector<int> items;
     const CHeaderCtrl* const header = list.GetHeaderCtrl();
-    for (int i = 0; header && i < header->GetItemCount(); ++i) items.push_back(onScreen ? header->OrderToIndex(i) : i);
+    for (int i = 0; header && i < header->GetItemCount(); ++i) items.push_back(header->OrderToIndex(i));
     return items;
 }
 
@@ -107,10 +107,9 @@ std::string rowsBy(CCommonListCtrl& list, const std::vector<SortBy>& by, bool wi
     return withTexts ? std::to_string(count) + " in order, texts " + std::to_string(digest) : "in order";
 }
 
-ListLayout layoutOf(const Subject& subject, bool left) {
+ListLayout layoutOf(const Subject& subject) {
     CCommonListCtrl& list = subject.list;
-    const std::vector<int> items = itemsOf(list, subject.keepsDrag || !left);
-    const bool onlyClicked = list.m_bSorted && !list.m_bSortLocked && !list.m_bAutoSort && !list.m_bMultiSortActive;
+    const std::vector<int> items = itemsOf(list);
     std::string columns, widths;
     for (const int item : items) {
         const std::string heading = headingOf(list, list.GetOriginalColumnPosition(item));
@@ -118,18 +117,13 @@ ListLayout layoutOf(const Subject& subject, bool left) {
         widths += heading + " " + std::to_string(list.GetColumnWidth(item)) + "; ";
     }
     const std::vector<SortBy> by = sortOf(list);
-    const bool forgets = left && onlyClicked;  // what a click did is gone after a restart
     ListLayout layout{subject.name, {{"columns", columns}, {"widths", widths}, {"user columns", userColumnsOf(list)}}};
     const auto add = [&](const char* name, const std::string& value) { layout.facts.push_back({name, value}); };
     add("levels", levelsText(list));
     add("lock", list.m_bSortLocked ? directed(list, list.m_nLockSortColumn, list.m_nLockSortOrder) : "none");
     add("auto-sort", list.m_bAutoSort ? directed(list, by.empty() ? -1 : by[0].columnIndex, list.m_nSortOrder) : "off");
-    add("click", onlyClicked && !left ? "still there" : "forgotten");
-    add("arrows", forgets ? "none" : arrowsOf(list, items));
-    if (!by.empty())
-        add("rows", rowsBy(list, by, true));
-    else if (subject.arrivalColumn >= 0)
-        add("rows", left ? "in order" : rowsBy(list, {{subject.arrivalColumn, subject.arrivalOrder}}, false));
+    add("arrows", arrowsOf(list, items));
+    add("rows", by.empty() ? "as they came" : rowsBy(list, by, true));
     return layout;
 }
 

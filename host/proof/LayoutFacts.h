@@ -1,5 +1,5 @@
 // How a list stands, as facts with a name: columns from left to right, widths, user columns, levels and whether they
-// are active, lock, auto-sort, arrows, the order of the rows, and that a mere click has left nothing.
+// are active, lock, auto-sort, arrows, and the order of the rows.
 #pragma once
 
 #include "quor/list/CommonListCtrl.h"
@@ -27,20 +27,17 @@ struct Subject {
     std::string name;
     CCommonListCtrl& list;
     LastSort sort;
-    int sortColumn;     // columnIndex; of levels, the one that decides last but one
-    bool keepsDrag;     // the order on screen is stored; other lists come back by place
-    int arrivalColumn;  // rises with the rows as they come; it falls where the newest row is the first
-    int arrivalOrder;
+    int sortColumn;  // columnIndex; of levels, the one that decides last but one
 };
 
-// How the list stands; with `left`, as it has to come back.
-ListLayout layoutOf(const Subject& subject, bool left);
+// How the list stands, and as it has to come back.
+ListLayout layoutOf(const Subject& subject);
 
 // A line for each fact that is not as it was left. Empty: all are.
 std::vector<std::string> differences(const ListLayout& left, const ListLayout& found);
 
-// Header items from left to right: as they stand on screen, or by place.
-std::vector<int> itemsOf(CCommonListCtrl& list, bool onScreen);
+// Header items from left to right, as they stand on screen.
+std::vector<int> itemsOf(CCommonListCtrl& list);
 
 // Of the control.
 int rowsOf(const CCommonListCtrl& list);

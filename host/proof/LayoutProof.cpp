@@ -15,23 +15,15 @@ namespace {
 
 Subject watchSubject(CWatchPane& watch) {
     const int shown = watch.shownWatch();
-    return {"watch " + watchLists()[static_cast<std::size_t>(shown)].name,
-            watch.list(),
-            shown == 0 ? LastSort::levels : LastSort::autoSort,
-            static_cast<int>(WatchColumn::last),
-            true,
-            -1,
-            0};
+    return {"watch " + watchLists()[static_cast<std::size_t>(shown)].name, watch.list(),
+            shown == 0 ? LastSort::levels : LastSort::autoSort, static_cast<int>(WatchColumn::last)};
 }
 
 std::vector<Subject> gridSubjects(const ListPanes& panes) {
-    return {
-        {"orders", panes.orders.list(), LastSort::lock, static_cast<int>(OrderColumn::quantity), false, -1, 0},
-        {"trades", panes.trades.list(), LastSort::click, static_cast<int>(TradeColumn::price), false,
-         static_cast<int>(TradeColumn::number), 1},
-        {"positions", panes.positions.list(), LastSort::lock, static_cast<int>(PositionColumn::value), false, -1, 0},
-        {"option chain", panes.chain.list(), LastSort::click, static_cast<int>(ChainColumn::putPrice), false,
-         static_cast<int>(ChainColumn::strike), -1}};
+    return {{"orders", panes.orders.list(), LastSort::lock, static_cast<int>(OrderColumn::quantity)},
+            {"trades", panes.trades.list(), LastSort::click, static_cast<int>(TradeColumn::price)},
+            {"positions", panes.positions.list(), LastSort::lock, static_cast<int>(PositionColumn::value)},
+            {"option chain", panes.chain.list(), LastSort::click, static_cast<int>(ChainColumn::putPrice)}};
 }
 
 std::vector<Subject> allSubjects(const ListPanes& panes) {
@@ -116,7 +108,7 @@ private:
         if (!done) m_failures.push_back(m_subject.name + ": " + what);
     }
     int columnOnScreen(int position) {
-        return m_list.GetOriginalColumnPosition(itemsOf(m_list, true)[static_cast<std::size_t>(position)]);
+        return m_list.GetOriginalColumnPosition(itemsOf(m_list)[static_cast<std::size_t>(position)]);
     }
 
     void changeColumns() {
@@ -170,7 +162,7 @@ public:
 
     std::string missing(CMainFrame& frame) override {
         for (const Subject& subject : allSubjects(frame.panes())) {
-            const std::size_t columns = itemsOf(subject.list, true).size();
+            const std::size_t columns = itemsOf(subject.list).size();
             if (columns < kFewestColumns)
                 return std::to_string(kFewestColumns) + " columns of " + subject.name + ", of which " +
                        std::to_string(columns) + " show";
@@ -198,7 +190,7 @@ public:
         std::vector<ListLayout> found;
         for (int number = 0; number < watches(); ++number) found.push_back(watchAgain(panes, number));
         chooseWatch(panes.watch, 0);
-        for (const Subject& subject : gridSubjects(panes)) found.push_back(layoutOf(subject, false));
+        for (const Subject& subject : gridSubjects(panes)) found.push_back(layoutOf(subject));
         for (std::size_t i = 0; i < m_left.size(); ++i) {
             const std::vector<std::string> lines = differences(m_left[i], found[i]);
             m_outcome.held += lines.empty();
@@ -211,12 +203,12 @@ private:
 
     void leave(const Subject& subject) {
         Change(subject, m_outcome.findings).run();
-        m_left.push_back(layoutOf(subject, true));
+        m_left.push_back(layoutOf(subject));
     }
     ListLayout watchAgain(const ListPanes& panes, int number) {
         chooseWatch(panes.watch, number);
         panes.watch.list().SendMessage(WM_TIMER, kAutoSortTimer);  // the step that is due a second later
-        return layoutOf(watchSubject(panes.watch), false);
+        return layoutOf(watchSubject(panes.watch));
     }
 
     Outcome& m_outcome;

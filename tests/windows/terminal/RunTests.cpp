@@ -94,6 +94,7 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
     EXPECT_EQ(run.figure("find_checks"), "19/19");
     EXPECT_EQ(run.figure("layouts_restored"), "6/6");
     EXPECT_EQ(run.figure("looks_checks"), "30/30");
+    EXPECT_EQ(run.figure("bars_checks"), "27/27");
     using namespace palette;
     expectReadable(run, "terminal.png", {kBackground, kSurface, kUp, kDown});
     expectReadable(run, "watch.png", {kBackground, kStripe, kSymbol, kUp, kDown});
@@ -102,6 +103,7 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
     expectReadable(run, "positions.png", {kBackground, kText, kRiseFlash, kFallFlash});
     expectReadable(run, "chain.png", {kUpBack, kDownBack, kAtMoney, kSurface, kSymbol});
     expectReadable(run, "looks-trades.png", {0x800000, 0x80FFFF});
+    expectReadable(run, "bars-panes.png", {kBackground, kSurface});
     expectReadable(run, "looks-flash.png", {kBackground, kText, 0x408000});
     expectReadable(run, "looks-watch.png", {kSymbol, kUp, kDown, 0x000040});
     for (const char* found : {"find-typed.png", "find-locked.png"})
@@ -208,7 +210,7 @@ TEST(TerminalTape, WhatCannotRunEndsBeforeAnyWindow) {
     const std::pair<std::string, std::vector<std::string>> cases[] = {
         {"--speed 0", {"--speed: found \"0\""}},
         {"--no-such-option", {"--no-such-option"}},
-        {"--proof nothing", {"--proof: found \"nothing\", expected find or looks or layout"}},
+        {"--proof nothing", {"--proof: found \"nothing\", expected find or looks or layout or bars"}},
         {"--tape \"" + missing + "\"", {missing}},
         {taped("bad.csv", tradesTape(500) + badLine), {"bad.csv", "502", "cheap"}}};
     for (const auto& [line, told] : cases) {
