@@ -75,6 +75,7 @@ bool CZTBrickBar::makePane(int number, const CString& caption) {
     if (!m_wndSplitter.CreateView(0, number, RUNTIME_CLASS(CHolderView), size, nullptr)) return false;
     auto* info = new sPaneInfo;
     info->pView = static_cast<CHolderView*>(m_wndSplitter.GetPane(0, number));
+    info->window = info->pView->m_hWnd;
     m_mapPanes.SetAt(number, info);
     info->pView->setNotifyWindow(this);
     info->pView->SetStyleZT(HV_BRICK);
@@ -136,9 +137,12 @@ void CZTBrickBar::FreeMap() {
 
 // ---- Cells
 
+// A view may go before the bar does.
 CZTBrickBar::sPaneInfo* CZTBrickBar::pane(int number) const {
     sPaneInfo* info = nullptr;
-    return m_mapPanes.Lookup(number, info) ? info : nullptr;
+    if (!m_mapPanes.Lookup(number, info)) return nullptr;
+    if (info->pView && FromHandlePermanent(info->window) != info->pView) info->pView = nullptr;
+    return info;
 }
 
 int CZTBrickBar::SetCaption(int nPane, CString caption, DWORD) {

@@ -78,6 +78,7 @@ private:
         COLORREF clrText = 0;
         CString strCaption;
         CFont* pFont = nullptr;
+        HWND window = nullptr;  // the view's
     };
 
     sPaneInfo* pane(int number) const;

@@ -130,8 +130,11 @@ TEST_F(BrickBars, TextsKeepTheirCaption) {
         EXPECT_TRUE(bar->GetTextWithCaption(unknown, text) == 0 && bar->GetCaption(unknown, caption) == 0);
     }
     EXPECT_EQ(bar->SetFont(0, nullptr), 0);
+    brick(0).DestroyWindow();
+    EXPECT_EQ(bar->SetText(0, "x") + bar->GetText(0, text), 0) << "there is no view any more";
+    EXPECT_EQ(bar->SetText(1, "12"), 1);
     bar->DestroyWindow();
-    EXPECT_EQ(bar->SetText(0, "x"), 0) << "there is no view any more";
+    EXPECT_EQ(bar->SetText(1, "x"), 0);
 }
 
 TEST_F(BrickBars, SurviveARestart) {
