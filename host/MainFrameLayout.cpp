@@ -143,7 +143,8 @@ Workspace CMainFrame::arrangement() {
         if (pane && m_choicesTaken) now.lists.push_back(choiceOf(*pane));
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
-    if (IsWindowVisible() && ::GetWindowPlacement(m_hWnd, &placement)) {
+    // It is told of a hidden window, too: one that ends is hidden already.
+    if (!m_run.options.headless && ::GetWindowPlacement(m_hWnd, &placement)) {
         const CRect place(placement.rcNormalPosition);
         now.place = {place.left, place.top, place.Width(), place.Height(), placement.showCmd == SW_SHOWMAXIMIZED};
     }
@@ -238,12 +239,15 @@ void CMainFrame::writeLayout() {
     const std::vector<int> rows = m_split.GetRowShares();
     if (const double total = rows[0] + rows[1]; total > 0)
         keepSetting("Layout", "Watch", formatted("%.4f", rows[0] / total));
+    m_bricks.WriteToINI();
     if (m_panes.watch) keepWorkspace();
     m_workspaces.write(*settingsInUse());
     keepSetting("Layout", "MultiMonitor", CZTDialog::m_bGlobalMmmMode ? "1" : "0");
 }
 
+// Nobody uses a headless terminal.
 void CMainFrame::keepLayouts() {
+    if (m_run.options.headless) return;
     const std::int64_t now = m_run.clock.nowMicros();
     if (now < m_nextKeeping) return;
     m_nextKeeping = now + kKeepingPeriod;

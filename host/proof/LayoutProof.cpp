@@ -63,8 +63,11 @@ CRect itemRect(CCommonListCtrl& list, int item) {
 // A height inside a header's caption, whatever stands below it.
 constexpr int kCaptionLine = 6;
 
+// The column may stand beyond the edge of a narrow pane.
 void clickColumn(CCommonListCtrl& list, int columnIndex) {
-    const CRect area = itemRect(list, list.m_arrOrder[columnIndex]);
+    const int item = list.m_arrOrder[columnIndex];
+    list.SendMessage(LVM_SCROLL, static_cast<WPARAM>(itemRect(list, item).left - list.GetScrollPos(SB_HORZ)));
+    const CRect area = itemRect(list, item);
     const POINT middle{(area.left + area.right) / 2, area.top + kCaptionLine};
     dragMouse(list.GetHeaderCtrl()->GetSafeHwnd(), middle, middle);
 }

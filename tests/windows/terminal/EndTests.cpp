@@ -156,6 +156,8 @@ struct TerminalEnd : testing::Test {
         UserTerminal first;
         ASSERT_TRUE(first.waitForFrame());
         s_start = ::GetTickCount() - begin;
+        for (int i = 0; i < 1'000 && storedLayout()["Workspace 1|Orders Columns"].empty(); ++i) ::Sleep(10);
+        ASSERT_NE(storedLayout()["Workspace 1|Orders Columns"], "") << "layouts are stored as long as it runs";
         first.close();
         ASSERT_EQ(first.wait(), 0);
         const std::string text = readFile(settingsPath);
@@ -221,7 +223,7 @@ TEST_F(TerminalEnd, AtAnyMomentLeavesNoPoorerLayout) {
         for (const auto& [key, value] : before) {
             ASSERT_TRUE(after.contains(key)) << key;
             const std::string& now = after.at(key);
-            ASSERT_TRUE(now == present[key] || (!whole && now == value)) << key << "=" << now;
+            ASSERT_TRUE(now == present[key] || (!whole && now == value)) << key << "=" << now << ", was " << value;
         }
     }
 }

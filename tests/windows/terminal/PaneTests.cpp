@@ -5,6 +5,7 @@
 #include "host/panes/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
+#include "host/panes/PaneHolder.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
 #include "quor/edits/core/Colours.h"
@@ -332,11 +333,15 @@ TEST_F(WatchPaneTest, ListsShareFontRowHeightSelectionAndGridLines) {
 }
 
 TEST_F(WatchPaneTest, ARemarkNeverReachesWhatStandsLeftOfIt) {
+    auto* const holder = new CPaneHolder;  // a view: it goes with its window
+    ASSERT_TRUE(holder->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), &frame(), IDC_SPLIT));
+    auto* const held = new CWatchPane(figures);
+    ASSERT_TRUE(held->CreatePane(holder, IDC_PANE_WATCH));
     const auto left = [&](int width) {
         WindowPicture picture;
-        pane->MoveWindow(0, 0, width, 100);
-        pane->RedrawWindow();
-        EXPECT_TRUE(quorCaptureClientArea(*pane, picture));
+        holder->MoveWindow(0, 0, width, 100);
+        holder->RedrawWindow();
+        EXPECT_TRUE(quorCaptureClientArea(*holder, picture));
         std::vector<std::uint32_t> strip;
         for (int y = 0; y < 20; ++y)
             for (int x = 0; x < (std::min)(width, 260); ++x)
@@ -344,9 +349,9 @@ TEST_F(WatchPaneTest, ARemarkNeverReachesWhatStandsLeftOfIt) {
         return strip;
     };
     for (const int width : {780, 300, 275, 200, 60}) {
-        pane->setRemark("");
+        held->setRemark("");
         const auto plain = left(width);
-        pane->setRemark(std::string(200, 'W'));
+        held->setRemark(std::string(200, 'W'));
         EXPECT_TRUE(left(width) == plain) << width;
     }
 }
