@@ -89,7 +89,7 @@ BOOL CMainFrame::CreateRestored() {
     for (CLiveGrid* grid : {&m_panes.orders->grid(), &m_panes.trades->grid(), &m_panes.positions->grid()})
         grid->batchClosed();
     m_panes.positions->showTotals();
-    showBricks();
+    showCounts();
     m_chain->connect();
     m_chain->update(m_run.clock.nowMicros());
     takeChoices();
@@ -154,18 +154,16 @@ void CMainFrame::refreshStatus() {
     m_status.setPart(StatusPart::state, !m_feedEnding.empty() ? "Feed ended: " + m_feedEnding
                                         : m_pump->paused()    ? "Paused"
                                                               : "Live: " + m_run.feedName());
-    m_status.setPart(StatusPart::ticks, formatted("%.0f ticks/s", m_pump->ticksPerSecond()));
-    m_status.setPart(StatusPart::rows, formatted("%.0f rows", static_cast<double>(m_pump->rows())));
+    CCommonListCtrl& list = m_panes.watch->list();
+    m_status.setPart(StatusPart::ticks, grouped(list, formatted("%.0f", m_pump->ticksPerSecond())) + " ticks/s");
+    m_status.setPart(StatusPart::rows, countedIn(list, m_pump->rows(), "row"));
     m_status.setPart(StatusPart::repaints, formatted("%.1f repaints/s", m_run.figures.repaintsPerSecond()));
     const std::int64_t latency = m_run.figures.takeRecentMedian();
     m_status.setPart(StatusPart::latency, latency
                                               ? formatted("tick to paint %.0f ms", static_cast<double>(latency) / 1000)
                                               : "tick to paint -");
     m_status.setPart(StatusPart::speed, speed.max ? "speed max" : formatted("speed x%g", speed.factor));
-    m_panes.orders->setRemark(counted(m_panes.orders->grid().GetDisplayCount(), "row") + ", " +
-                              m_panes.orders->orderText());
-    m_panes.trades->setRemark(counted(m_panes.trades->tradeCount(), "trade"));
-    showBricks();
+    showCounts();
 }
 
 void CMainFrame::OnGetMinMaxInfo(MINMAXINFO* info) {

@@ -97,6 +97,7 @@ private:
 
     bool createPanes();
     bool createBricks();
+    void showCounts();
     void showBricks();
     void paneGone(const CListPane* pane);
     BOOL createWindow();

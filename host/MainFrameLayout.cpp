@@ -22,10 +22,8 @@ constexpr const char* kBricksName = "Market";
 enum Brick { kLeadersBrick, kMarketBrick, kAdvancesBrick, kDeclinesBrick, kResultBrick, kRateBrick };
 constexpr const char* kBrickCaptions[] = {"Leaders", "Market", "Advances", "Declines", "Day P&L", "Ticks/s"};
 
-std::string indexText(const std::optional<MarketPulse::Index>& index) {
-    if (!index) return "-";
-    const std::string text = formatted("%.2f (%+.2f%%)", index->value, index->change);
-    return text;
+std::string indexText(CCommonListCtrl& list, const std::optional<MarketPulse::Index>& index) {
+    return index ? grouped(list, formatted("%.2f", index->value)) + formatted(" (%+.2f%%)", index->change) : "-";
 }
 
 LowerPane paneOf(UINT id) {
@@ -52,7 +50,9 @@ std::vector<CListPane*> CMainFrame::listPanes() {
 bool CMainFrame::createBricks() {
     CArray<CString> captions;
     for (const char* caption : kBrickCaptions) captions.Add(caption);
-    RECT place{0, 0, scaled(m_hWnd, kBrickHeight) * 40, scaled(m_hWnd, kBrickHeight)};
+    CRect place;  // the bricks of the first start share it
+    GetClientRect(&place);
+    place.bottom = scaled(m_hWnd, kBrickHeight);
     m_bricks.m_strBarName = kBricksName;
     return m_bricks.CreateBrickBars(this, static_cast<int>(std::size(kBrickCaptions)), captions, &place, 1) != 0;
 }
@@ -119,17 +119,25 @@ void CMainFrame::RecalcLayout(BOOL) {
     m_split.MoveWindow(0, bricks, area.Width(), (std::max)(0, area.Height() - bricks - bar.Height()));
 }
 
-// --- Bricks --------------------------------------------------------------------------------------------------------
+// --- Counts and bricks
+// --------------------------------------------------------------------------------------------------------
+
+void CMainFrame::showCounts() {
+    m_panes.orders->showCount();
+    m_panes.trades->showCount();
+    showBricks();
+}
 
 void CMainFrame::showBricks() {
     if (!m_bricks.GetSafeHwnd() || !m_panes.positions) return;
+    CCommonListCtrl& list = m_panes.positions->list();
     const auto day = m_panes.positions->positions().total().day.money;
-    m_bricks.SetText(kLeadersBrick, indexText(m_pulse.leaders()).c_str());
-    m_bricks.SetText(kMarketBrick, indexText(m_pulse.all()).c_str());
+    m_bricks.SetText(kLeadersBrick, indexText(list, m_pulse.leaders()).c_str());
+    m_bricks.SetText(kMarketBrick, indexText(list, m_pulse.all()).c_str());
     m_bricks.SetText(kAdvancesBrick, std::to_string(m_pulse.advances()).c_str());
     m_bricks.SetText(kDeclinesBrick, std::to_string(m_pulse.declines()).c_str());
-    m_bricks.SetText(kResultBrick, day ? grouped(m_panes.positions->list(), formatted("%+.2f", *day)).c_str() : "-");
-    m_bricks.SetText(kRateBrick, m_pump ? formatted("%.0f", m_pump->ticksPerSecond()).c_str() : "-");
+    m_bricks.SetText(kResultBrick, day ? grouped(list, formatted("%+.2f", *day)).c_str() : "-");
+    m_bricks.SetText(kRateBrick, m_pump ? grouped(list, formatted("%.0f", m_pump->ticksPerSecond())).c_str() : "-");
 }
 
 // --- Workspaces ----------------------------------------------------------------------------------------------------

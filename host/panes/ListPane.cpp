@@ -41,6 +41,12 @@ std::string grouped(CCommonListCtrl& list, std::string_view number) {
     return std::string(viewOf(text));
 }
 
+std::string countedIn(CCommonListCtrl& list, std::int64_t count, const char* what) {
+    const std::string text = counted(count, what);
+    const std::size_t digits = text.find(' ');
+    return grouped(list, std::string_view(text).substr(0, digits)) + text.substr(digits);
+}
+
 BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
     ON_WM_CREATE()
     ON_WM_SIZE()

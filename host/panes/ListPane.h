@@ -23,6 +23,8 @@ inline std::string_view viewOf(const CString& text) {
 // A number with separators between its thousands, behind any sign; any other text stays as it is.
 void groupDigits(CCommonListCtrl& list, CString& number);
 std::string grouped(CCommonListCtrl& list, std::string_view number);
+// "1 row", "1,867 rows".
+std::string countedIn(CCommonListCtrl& list, std::int64_t count, const char* what);
 
 // A column of a list: heading, width on a screen of 96 dots an inch, list column format (0 left, 1 right, 2 centred),
 // sort type.

@@ -107,6 +107,8 @@ std::string COrdersPane::orderText() {
            (m_grid.m_nLockSortOrder == -1 ? ", rising" : ", falling");
 }
 
+void COrdersPane::showCount() { setRemark(countedIn(m_grid, m_grid.GetDisplayCount(), "row") + ", " + orderText()); }
+
 int COrdersPane::cellText(DWORD_PTR data, int columnIndex, CString& text, COLORREF& color, COLORREF& back, int&) {
     if (columnIndex < 0 || columnIndex >= kColumnCount) return 0;
     const auto& row = *static_cast<const OrderRow*>(reinterpret_cast<const CFilterListBaseData*>(data));

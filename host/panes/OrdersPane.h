@@ -47,6 +47,7 @@ public:
     std::size_t rowCount() const;
     // The rows' order, for the log: "locked on Price, falling", or "as they came".
     std::string orderText();
+    void showCount();  // beside the title
 
 private:
     BOOL createList() override;

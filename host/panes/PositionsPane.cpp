@@ -130,7 +130,7 @@ void CPositionsPane::showTotals() {
 std::string CPositionsPane::totalsText() {
     TextBuffer buffer;
     const Portfolio sum = m_positions.total();
-    std::string text = counted(static_cast<std::int64_t>(m_rows.size()), "position");
+    std::string text = countedIn(m_grid, static_cast<std::int64_t>(m_rows.size()), "position");
     text += "   " + grouped(m_grid, plainNumber(sum.value, buffer));
     for (const auto& [name, result] : {std::pair{"day", sum.day}, {"total", sum.total}}) {
         if (!result.money || !result.percent) continue;

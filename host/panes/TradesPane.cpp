@@ -73,6 +73,8 @@ void CTradesPane::instrument(const Instrument& news) {
     if (news.id == m_instruments.size()) m_instruments.push_back({news, kNoPrice, Move::none});
 }
 
+void CTradesPane::showCount() { setRemark(countedIn(m_grid, m_tradeCount, "trade")); }
+
 void CTradesPane::trade(const Trade& news, std::int64_t now) {
     if (news.instrument >= m_instruments.size()) return;
     OfInstrument& of = m_instruments[news.instrument];

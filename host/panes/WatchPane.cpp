@@ -266,7 +266,7 @@ void CWatchPane::showChanged() {
         m_list.SortByLastColumnWithLock();  // rows came in: a locked list takes them into its order
         showLevels(m_list);
         m_list.Invalidate(FALSE);
-        setRemark(counted(m_list.GetItemCount(), "instrument"));
+        setRemark(countedIn(m_list, m_list.GetItemCount(), "instrument"));
     }
     const int top = m_list.GetTopIndex();
     const int end = (std::min)(m_list.GetItemCount(), top + m_list.GetCountPerPage() + 1);

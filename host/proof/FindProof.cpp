@@ -138,7 +138,7 @@ void Steps::checkRows(const char* what) {
 
 // The pane as it stands, with the pop-up over it.
 void Steps::save(const char* name, HWND popup) {
-    m_pane.setRemark(std::to_string(m_grid.GetDisplayCount()) + " rows, " + m_pane.orderText());
+    m_pane.showCount();
     m_pane.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     WindowPicture picture, over;
     m_pane.ModifyStyle(WS_CLIPCHILDREN, 0);
