@@ -161,6 +161,7 @@ LRESULT CListPane::OnFiltersChanged(WPARAM, LPARAM) {
         live->keepSelection([live] { live->PopulateList(); });
     else if (const auto grid = dynamic_cast<CFilterListCtrl*>(&list()))
         grid->PopulateList();
+    showCount();
     return 0;
 }
 

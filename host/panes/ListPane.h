@@ -53,6 +53,8 @@ public:
     // Shown in the holder's strip.
     void setRemark(const std::string& remark);
     const std::string& remark() const { return m_remark; }
+    // The remark of a pane that tells how many rows it shows.
+    virtual void showCount() {}
 
     // Gives the columns their first widths again, widened in proportion where they leave room at the right.
     void fitColumns();

@@ -47,7 +47,7 @@ public:
     std::size_t rowCount() const;
     // The rows' order, for the log: "locked on Price, falling", or "as they came".
     std::string orderText();
-    void showCount();  // beside the title
+    void showCount() override;
 
 private:
     BOOL createList() override;

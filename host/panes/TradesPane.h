@@ -33,7 +33,7 @@ public:
     // The rows in arrival order.
     const std::deque<TradeRow>& rows() const { return m_rows; }
     std::int64_t tradeCount() const { return m_tradeCount; }
-    void showCount();  // beside the title
+    void showCount() override;
 
 private:
     BOOL createList() override;
