@@ -44,6 +44,7 @@ std::string grouped(CCommonListCtrl& list, std::string_view number) {
 BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
     ON_WM_CREATE()
     ON_WM_SIZE()
+    ON_WM_SETFOCUS()
     ON_WM_ERASEBKGND()
     ON_WM_CONTEXTMENU()
     ON_WM_PARENTNOTIFY()
@@ -168,6 +169,10 @@ void CListPane::OnContextMenu(CWnd*, CPoint point) {
 void CListPane::OnSize(UINT type, int width, int height) {
     CBCGPFormView::OnSize(type, width, height);
     layOut();
+}
+
+void CListPane::OnSetFocus(CWnd*) {
+    if (list().m_hWnd) list().SetFocus();
 }
 
 BOOL CListPane::OnEraseBkgnd(CDC*) { return TRUE; }
