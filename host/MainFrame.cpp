@@ -25,6 +25,7 @@ BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
     ON_WM_ENDSESSION()
     ON_WM_CLOSE()
     ON_WM_GETMINMAXINFO()
+    ON_WM_SYSCOLORCHANGE()
     ON_WM_TIMER()
     ON_MESSAGE(kWmRefreshStatus, &CMainFrame::OnRefreshStatus)
     ON_COMMAND(ID_FILE_PICTURES, &CMainFrame::OnFilePictures)
@@ -32,6 +33,8 @@ BEGIN_MESSAGE_MAP(CMainFrame, CFrameWnd)
     ON_COMMAND_RANGE(ID_VIEW_ORDERS, ID_VIEW_LOG, &CMainFrame::OnViewPane)
     ON_UPDATE_COMMAND_UI_RANGE(ID_VIEW_ORDERS, ID_VIEW_LOG, &CMainFrame::OnUpdateViewPane)
     ON_COMMAND(ID_VIEW_ADD_WORKSPACE, &CMainFrame::OnViewAddWorkspace)
+    ON_COMMAND_RANGE(ID_VIEW_NEXT_PANE, ID_VIEW_FORMER_PANE, &CMainFrame::OnViewOtherPane)
+    ON_COMMAND(ID_VIEW_MOVE_BARS, &CMainFrame::OnViewMoveBars)
     ON_COMMAND(ID_VIEW_FIT_COLUMNS, &CMainFrame::OnViewFitColumns)
     ON_COMMAND(ID_VIEW_RESET_LAYOUT, &CMainFrame::OnViewResetLayout)
     ON_COMMAND(ID_VIEW_MULTI_MONITOR, &CMainFrame::OnViewMultiMonitor)
@@ -106,7 +109,7 @@ BOOL CMainFrame::CreateTerminal() {
     if (const auto seconds = secondsToRun(m_run.options)) m_deadline = m_lastTick + *seconds * std::int64_t{1'000'000};
     Log::instance().add(("Feed: " + m_run.feedName()).c_str());
     refreshStatus();
-    ShowWindow(SW_SHOWNORMAL);
+    if (!::IsZoomed(m_hWnd)) ShowWindow(SW_SHOWNORMAL);  // its workspace may have been left so
     UpdateWindow();
     m_panes.watch->list().SetFocus();
     SetTimer(kTickTimer, kTickPeriod);
@@ -168,6 +171,12 @@ void CMainFrame::refreshStatus() {
 
 void CMainFrame::OnGetMinMaxInfo(MINMAXINFO* info) {
     info->ptMinTrackSize = {quor::platform::scaled(m_hWnd, kLeastWidth), quor::platform::scaled(m_hWnd, kLeastHeight)};
+}
+
+// The system tells top-level windows only.
+void CMainFrame::OnSysColorChange() {
+    CFrameWnd::OnSysColorChange();
+    SendMessageToDescendants(WM_SYSCOLORCHANGE);
 }
 
 LRESULT CMainFrame::OnRefreshStatus(WPARAM, LPARAM) {

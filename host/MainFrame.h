@@ -61,6 +61,7 @@ private:
     void OnEndSession(BOOL ending);
     void OnClose();
     void OnGetMinMaxInfo(MINMAXINFO* info);
+    void OnSysColorChange();
     void OnTimer(UINT_PTR id);
     LRESULT OnRefreshStatus(WPARAM, LPARAM);
 
@@ -69,6 +70,8 @@ private:
     void OnViewPane(UINT id);
     void OnUpdateViewPane(CCmdUI* ui);
     void OnViewAddWorkspace();
+    void OnViewOtherPane(UINT id);
+    void OnViewMoveBars();
     void OnViewFitColumns();
     void OnViewResetLayout();
     void OnViewMultiMonitor();

@@ -154,7 +154,9 @@ Workspace CMainFrame::arrangement() {
     // It is told of a hidden window, too: one that ends is hidden already.
     if (!m_run.options.headless && ::GetWindowPlacement(m_hWnd, &placement)) {
         const CRect place(placement.rcNormalPosition);
-        now.place = {place.left, place.top, place.Width(), place.Height(), placement.showCmd == SW_SHOWMAXIMIZED};
+        const bool maximized = placement.showCmd == SW_SHOWMINIMIZED ? placement.flags & WPF_RESTORETOMAXIMIZED
+                                                                     : placement.showCmd == SW_SHOWMAXIMIZED;
+        now.place = {place.left, place.top, place.Width(), place.Height(), maximized};
     }
     return now;
 }
@@ -227,6 +229,32 @@ void CMainFrame::OnViewPane(UINT id) { m_area.show(paneOf(id), !m_area.shows(pan
 
 void CMainFrame::OnUpdateViewPane(CCmdUI* ui) { ui->SetCheck(m_area.shows(paneOf(ui->m_nID)) ? 1 : 0); }
 
+// Bricks, watch, tabs and the panes below in turn, those that show.
+void CMainFrame::OnViewOtherPane(UINT id) {
+    std::vector<CWnd*> ring{&m_bricks, m_split.GetPane(0, 0), &m_area.tabs()};
+    for (int pane = 0; pane < kLowerPanes; ++pane) ring.push_back(&m_area.holder(LowerPane{pane}));
+    std::erase_if(ring, [](CWnd* window) {
+        CRect area;
+        window->GetClientRect(&area);
+        return area.IsRectEmpty();
+    });
+    const HWND focus = ::GetFocus();
+    const auto holds = [focus](const CWnd* window) { return *window == focus || ::IsChild(*window, focus); };
+    const auto present = std::ranges::find_if(ring, holds);
+    const std::size_t count = ring.size(), step = id == ID_VIEW_NEXT_PANE ? 1 : count - 1;
+    const std::size_t from = present == ring.end() ? count - step : static_cast<std::size_t>(present - ring.begin());
+    ring[(from + step) % count]->SetFocus();
+}
+
+// Those next to the pane with the focus; Enter keeps and Esc undoes.
+void CMainFrame::OnViewMoveBars() {
+    for (HWND window = ::GetFocus(); window; window = ::GetParent(window))
+        if (auto* splitter = dynamic_cast<CSplitterWnd*>(FromHandlePermanent(window))) {
+            splitter->DoKeyboardSplit();
+            return;
+        }
+}
+
 // --- Kept ----------------------------------------------------------------------------------------------------------
 
 // From the store in use, as the lists' own settings are.
@@ -247,9 +275,9 @@ void CMainFrame::writeLayout() {
     const std::vector<int> rows = m_split.GetRowShares();
     if (const double total = rows[0] + rows[1]; total > 0)
         keepSetting("Layout", "Watch", formatted("%.4f", rows[0] / total));
-    m_bricks.WriteToINI();
     if (m_panes.watch) keepWorkspace();
     m_workspaces.write(*settingsInUse());
+    m_bricks.WriteToINI();
     keepSetting("Layout", "MultiMonitor", CZTDialog::m_bGlobalMmmMode ? "1" : "0");
 }
 

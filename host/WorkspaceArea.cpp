@@ -14,7 +14,8 @@ namespace {
 
 constexpr int kTabHeight = 24;
 constexpr DWORD kTabStyle = CTS_AUTOHIDEBUTTONS | CTS_DRAGMOVE | CTS_DRAGCOPY | CTS_CLOSEBUTTON | CTS_BUTTONSAFTER;
-constexpr int kShareUnits = 10'000;  // of a whole row
+constexpr int kShareUnits = 10'000;      // of a whole row
+constexpr double kLeastRowShare = 0.02;  // of one with a pane in it
 
 // Where a pane stands, and what it has at the first start.
 struct Cell {
@@ -31,6 +32,9 @@ constexpr Cell kRows[] = {{"Upper row", 0, 0, 0.52}, {"Lower row", 1, 0, 0.48}};
 
 const Cell& cellOf(LowerPane pane) { return kCells[static_cast<int>(pane)]; }
 
+// What a closed pane or row gets beside those that share all of the room, so that it has its first share.
+double shareBesideAll(const Cell& cell) { return cell.share / (1 - cell.share); }
+
 std::vector<int> units(const std::vector<double>& shares) {
     double total = 0;
     for (const double share : shares) total += share;
@@ -44,6 +48,7 @@ std::vector<int> units(const std::vector<double>& shares) {
 
 BEGIN_MESSAGE_MAP(CWorkspaceArea, CWnd)
     ON_WM_SIZE()
+    ON_WM_SETFOCUS()
     ON_WM_ERASEBKGND()
 END_MESSAGE_MAP()
 
@@ -61,13 +66,20 @@ BOOL CWorkspaceArea::CreateArea(CWnd* parent, UINT id) {
         CFlatSplitterWnd& row = cell.row == 0 ? m_upper : m_lower;
         if (!row.CreateView(0, cell.column, RUNTIME_CLASS(CPaneHolder), SIZE{0, 0}, nullptr)) return FALSE;
     }
+    for (int pane = 0; pane < kLowerPanes; ++pane) {
+        const auto closed = static_cast<LowerPane>(pane);
+        holder(closed).setOnClose([this, closed] { show(closed, false); });
+    }
     for (CFlatSplitterWnd* splitter : {&m_rows, &m_upper, &m_lower}) splitter->SetKeepShares(1);
     return TRUE;
 }
 
+const CFlatSplitterWnd& CWorkspaceArea::rowOf(LowerPane pane) const {
+    return cellOf(pane).row == 0 ? m_upper : m_lower;
+}
+
 CPaneHolder& CWorkspaceArea::holder(LowerPane pane) {
-    const Cell& cell = cellOf(pane);
-    return *static_cast<CPaneHolder*>((cell.row == 0 ? m_upper : m_lower).GetPane(0, cell.column));
+    return *static_cast<CPaneHolder*>(rowOf(pane).GetPane(0, cellOf(pane).column));
 }
 
 // --- Shares --------------------------------------------------------------------------------------------------------
@@ -88,29 +100,34 @@ Workspace CWorkspaceArea::firstWorkspace() {
 
 std::vector<PaneShare> CWorkspaceArea::shares() const {
     std::vector<PaneShare> shares;
-    const auto add = [&shares](const Cell& cell, const std::vector<int>& lengths, int place) {
+    const std::vector<int> heights = m_rows.GetRowShares();
+    const auto add = [&shares](const Cell& cell, const std::vector<int>& lengths, int place, bool shown) {
         double total = 0;
         for (const int length : lengths) total += length;
         const int own = lengths[static_cast<std::size_t>(place)];
-        shares.push_back({cell.name, own > 0 && total > 0 ? own / total : cell.share, own > 0});
+        shown = shown && own > 0;
+        shares.push_back({cell.name, shown ? own / total : cell.share, shown});
     };
-    for (const Cell& cell : kCells) add(cell, (cell.row == 0 ? m_upper : m_lower).GetColumnShares(), cell.column);
-    for (const Cell& cell : kRows) add(cell, m_rows.GetRowShares(), cell.row);
+    // A row without height keeps the widths of its panes.
+    for (const Cell& cell : kCells)
+        add(cell, (cell.row == 0 ? m_upper : m_lower).GetColumnShares(), cell.column,
+            heights[static_cast<std::size_t>(cell.row)] > 0);
+    for (const Cell& cell : kRows) add(cell, heights, cell.row, true);
     return shares;
 }
 
 void CWorkspaceArea::setShares(const std::vector<PaneShare>& shares) {
     const auto shareOf = [&shares](const Cell& cell) {
         const auto found = std::ranges::find(shares, cell.name, &PaneShare::pane);
-        if (found == shares.end()) return cell.share;
-        return found->shown ? found->share : 0.0;
+        return found == shares.end() ? PaneShare{cell.name, cell.share, true} : *found;
     };
     std::vector<double> rows[2], both;
-    for (const Cell& cell : kCells) rows[cell.row].push_back(shareOf(cell));
+    for (const Cell& cell : kCells) rows[cell.row].push_back(shareOf(cell).shown ? shareOf(cell).share : 0);
+    // Whether a row shows, its panes say.
     for (const Cell& cell : kRows) {
         const auto& row = rows[cell.row];
         const bool anyShows = std::ranges::any_of(row, [](double share) { return share > 0; });
-        both.push_back(anyShows ? std::max(shareOf(cell), 0.02) : 0);
+        both.push_back(anyShows ? std::max(shareOf(cell).share, kLeastRowShare) : 0);
     }
     m_rows.SetRowShares(units(both));
     m_upper.SetColumnShares(units(rows[0]));
@@ -119,7 +136,8 @@ void CWorkspaceArea::setShares(const std::vector<PaneShare>& shares) {
 
 bool CWorkspaceArea::shows(LowerPane pane) const {
     const Cell& cell = cellOf(pane);
-    return (cell.row == 0 ? m_upper : m_lower).GetColumnShares()[static_cast<std::size_t>(cell.column)] > 0;
+    return m_rows.GetRowShares()[static_cast<std::size_t>(cell.row)] > 0 &&
+           rowOf(pane).GetColumnShares()[static_cast<std::size_t>(cell.column)] > 0;
 }
 
 // The last one stays: there is nothing to see without it.
@@ -128,9 +146,16 @@ void CWorkspaceArea::show(LowerPane pane, bool on) {
     const auto shown = std::count_if(all.begin(), all.begin() + kLowerPanes, [](const auto& one) { return one.shown; });
     PaneShare& own = all[static_cast<std::size_t>(pane)];
     if (own.shown == on || (!on && shown == 1)) return;
+    const bool hadFocus = ::IsChild(holder(pane), ::GetFocus());
     own.shown = on;
-    if (on) own.share = cellOf(pane).share;
+    if (on) {
+        const Cell& row = kRows[cellOf(pane).row];
+        own.share = shareBesideAll(cellOf(pane));
+        PaneShare& ownRow = all[static_cast<std::size_t>(kLowerPanes + row.row)];
+        if (!ownRow.shown) ownRow.share = shareBesideAll(row);
+    }
     setShares(all);
+    if (hadFocus && !on) SetFocus();
 }
 
 // --- Tabs ----------------------------------------------------------------------------------------------------------
@@ -217,6 +242,9 @@ void CWorkspaceArea::OnSize(UINT type, int width, int height) {
     CWnd::OnSize(type, width, height);
     layOut();
 }
+
+// To the first pane that shows.
+void CWorkspaceArea::OnSetFocus(CWnd*) { (m_rows.GetRowShares()[0] > 0 ? m_upper : m_lower).ActivateNext(); }
 
 BOOL CWorkspaceArea::OnEraseBkgnd(CDC*) { return TRUE; }
 

@@ -58,6 +58,7 @@ public:
     static Workspace firstWorkspace();
 
     bool shows(LowerPane pane) const;
+    // As the close boxes do. The last pane stays; a row without any gives its room to the other one.
     void show(LowerPane pane, bool on);
 
 protected:
@@ -65,8 +66,10 @@ protected:
 
 private:
     void OnSize(UINT type, int width, int height);
+    void OnSetFocus(CWnd* former);
     BOOL OnEraseBkgnd(CDC* dc);
     void layOut();
+    const CFlatSplitterWnd& rowOf(LowerPane pane) const;
     void rename(int place);
     void showMenu(int place, CPoint point);
 

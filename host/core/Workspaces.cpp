@@ -24,7 +24,6 @@ constexpr const char* kWatchKey = "Watch";
 constexpr const char* kOrderKey = " Columns";  // behind a list's name, as the next two
 constexpr const char* kSortKey = " Sort";
 constexpr const char* kFiltersKey = " Filters";
-constexpr std::size_t kMostWorkspaces = 100;
 constexpr double kLeastShare = 0.01, kLargestShare = 100;
 
 std::string sectionOf(std::size_t place) { return "Workspace " + std::to_string(place + 1); }
@@ -146,6 +145,7 @@ void Workspaces::show(std::size_t place) {
 }
 
 std::size_t Workspaces::add() {
+    if (m_all.size() >= kMost) return m_shown;
     Workspace another = present();
     another.name = firstFree([this](const auto& name) { return isFree(name); },
                              [](const std::string& number) { return "Workspace " + number; });
@@ -154,6 +154,7 @@ std::size_t Workspaces::add() {
 }
 
 std::size_t Workspaces::copy(std::size_t from, std::size_t to, const std::string& name) {
+    if (m_all.size() >= kMost) return m_shown;
     Workspace another = m_all[std::min(from, m_all.size() - 1)];
     another.name = storable(name) && isFree(name) ? name
                                                   : firstFree([this](const auto& free) { return isFree(free); },
@@ -200,7 +201,7 @@ void Workspaces::read(const SettingsFile& settings) {
     const Workspace first = m_all.front();
     std::vector<Workspace> all;
     all.swap(m_all);
-    for (std::size_t place = 0; place < std::min(number(kCountKey), kMostWorkspaces); ++place) {
+    for (std::size_t place = 0; place < std::min(number(kCountKey), kMost); ++place) {
         const std::string section = sectionOf(place);
         const auto text = [&](const std::string& key) {
             return std::string(settings.get(section, key).value_or(std::string_view()));

@@ -57,11 +57,13 @@ public:
     void keep(Workspace changed);
     void show(std::size_t place);
 
+    static constexpr std::size_t kMost = 100;
+
     // Behind the last one, as the present one is arranged, under the first free name of "Workspace 2", "Workspace 3"
-    // ...; its place. It is not shown yet.
+    // ...; its place. It is not shown yet. Where there are kMost none is made: the place of the shown one.
     std::size_t add();
     // Of the workspace at `from`, put before the one at `to`; under a name that nobody has: a number in brackets goes
-    // on from 2.
+    // on from 2. Where there are kMost none is made: the place of the shown one.
     std::size_t copy(std::size_t from, std::size_t to, const std::string& name);
     // False, and nothing changed: the name is empty, another one's, or cannot be stored.
     bool rename(std::size_t place, const std::string& name);

@@ -50,6 +50,7 @@ std::string countedIn(CCommonListCtrl& list, std::int64_t count, const char* wha
 BEGIN_MESSAGE_MAP(CListPane, CBCGPFormView)
     ON_WM_CREATE()
     ON_WM_SIZE()
+    ON_WM_SETFOCUS()
     ON_WM_ERASEBKGND()
     ON_WM_CONTEXTMENU()
     ON_WM_PARENTNOTIFY()
@@ -175,6 +176,10 @@ void CListPane::OnContextMenu(CWnd*, CPoint point) {
 void CListPane::OnSize(UINT type, int width, int height) {
     CBCGPFormView::OnSize(type, width, height);
     layOut();
+}
+
+void CListPane::OnSetFocus(CWnd*) {
+    if (list().m_hWnd) list().SetFocus();
 }
 
 BOOL CListPane::OnEraseBkgnd(CDC*) { return TRUE; }

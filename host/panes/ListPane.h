@@ -80,6 +80,7 @@ private:
     BOOL paintLined(WPARAM wParam, LPARAM lParam, LRESULT* result);
     int OnCreate(LPCREATESTRUCT create);
     void OnSize(UINT type, int width, int height);
+    void OnSetFocus(CWnd* former);
     BOOL OnEraseBkgnd(CDC* dc);
     void OnContextMenu(CWnd* window, CPoint point);
     void OnParentNotify(UINT message, LPARAM lParam);

@@ -57,6 +57,7 @@ BEGIN_MESSAGE_MAP(CLogPane, CWnd)
     ON_WM_CREATE()
     ON_WM_DESTROY()
     ON_WM_SIZE()
+    ON_WM_SETFOCUS()
     ON_WM_ERASEBKGND()
     ON_WM_CTLCOLOR()
 END_MESSAGE_MAP()
@@ -93,6 +94,8 @@ void CLogPane::OnSize(UINT type, int width, int height) {
     const int left = quor::platform::scaled(m_hWnd, kCellPadding), top = quor::platform::scaled(m_hWnd, kTopPadding);
     if (m_edit) ::MoveWindow(m_edit, left, top, (std::max)(0, width - left), (std::max)(0, height - top), TRUE);
 }
+
+void CLogPane::OnSetFocus(CWnd*) { ::SetFocus(m_edit); }
 
 BOOL CLogPane::OnEraseBkgnd(CDC* dc) {
     CRect area;

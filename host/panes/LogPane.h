@@ -48,6 +48,7 @@ private:
     int OnCreate(CREATESTRUCT* create);
     void OnDestroy();
     void OnSize(UINT type, int width, int height);
+    void OnSetFocus(CWnd* former);
     BOOL OnEraseBkgnd(CDC* dc);
     HBRUSH OnCtlColor(CDC* dc, CWnd* wnd, UINT kind);
 

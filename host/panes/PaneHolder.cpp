@@ -76,6 +76,12 @@ void CPaneHolder::OnSize(UINT type, int width, int height) {
     placeControl();
 }
 
+BOOL CPaneHolder::OnCommand(WPARAM wParam, LPARAM lParam) {
+    if (wParam != kCommandCloseHolder || !m_onClose) return CHolderView::OnCommand(wParam, lParam);
+    m_onClose();
+    return TRUE;
+}
+
 void CPaneHolder::DrawTitleLable(CDC* dc) {
     CRect area = strip();
     dc->FillSolidRect(&area, palette::kSurface);

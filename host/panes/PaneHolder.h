@@ -5,6 +5,7 @@
 
 #include "quor/bars/HolderView.h"
 
+#include <functional>
 #include <string>
 
 namespace terminal {
@@ -23,11 +24,14 @@ public:
     // A control of the pane's, as a child of this window, stands behind the title, as wide as it says on a plain
     // screen.
     void putIntoStrip(CWnd& control, int width);
+    // What the close box does instead of closing this holder's column or row by itself.
+    void setOnClose(std::function<void()> onClose) { m_onClose = std::move(onClose); }
 
 protected:
     // The pane paints itself.
     void OnDraw(CDC* dc) override { DrawTitleLable(dc); }
     void DrawTitleLable(CDC* dc) override;
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
 private:
     int OnCreate(LPCREATESTRUCT create);
@@ -36,6 +40,7 @@ private:
     void placeControl();
 
     std::string m_title, m_remark;
+    std::function<void()> m_onClose;
     HWND m_control = nullptr;  // may have gone with its pane
     int m_controlWidth = 0;
     CFont m_font;

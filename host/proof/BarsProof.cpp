@@ -44,6 +44,7 @@ public:
         : m_run(run), m_frame(frame), m_outcome(outcome), m_bricks(frame.bricks()), m_area(frame.lowerPanes()) {}
 
     Chosen act() {
+        walkByKeys();
         dragBricks();
         dressBricks();
         arrangeWorkspaces();
@@ -78,6 +79,7 @@ private:
     void command(int number, UINT id) { clickInMenu(brick(number), middleOf(brick(number)), id); }
     POINT tabPoint(int tab);
 
+    void walkByKeys();
     void dragBricks();
     void dressBricks();
     void arrangeWorkspaces();
@@ -127,6 +129,32 @@ POINT Steps::tabPoint(int tab) {
     RECT area{};
     m_area.tabs().GetItemRect(tab, area);
     return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+}
+
+// ---- Keys
+
+void Steps::walkByKeys() {
+    const auto holds = [](CWnd& window) { return window == ::GetFocus() || ::IsChild(window, ::GetFocus()); };
+    CCommonListCtrl& watch = m_frame.panes().watch.list();
+    watch.SetFocus();
+    const auto press = [](std::initializer_list<WORD> keys) {
+        quor::sendKeys(keys);
+        pumpAll();
+    };
+    press({VK_SHIFT, VK_F6});
+    check("Shift+F6 goes to the bricks", holds(brick(0)), "they have no focus");
+    press({VK_F6});
+    check("F6 goes back to the watch's list", holds(watch), "it has no focus");
+    press({VK_F6});
+    press({VK_F6});
+    check("F6 goes past the tabs to a list", holds(m_frame.panes().orders.list()), "it has no focus");
+    const std::vector<int> former = m_area.upperRow().GetColumnShares();
+    press({VK_CONTROL, VK_F6});
+    press({VK_LEFT});
+    const bool moved = m_area.upperRow().GetColumnShares()[0] < former[0];
+    press({VK_ESCAPE});
+    check("keys move the bar beside it, and Esc undoes", moved && m_area.upperRow().GetColumnShares() == former,
+          textOf(m_area.upperRow().GetColumnShares()));
 }
 
 // ---- Bricks

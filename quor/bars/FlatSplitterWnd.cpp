@@ -17,6 +17,25 @@ namespace {
 
 constexpr int kFlatBarWidth = 3;
 
+// What ends the block may be an exception, or the window itself.
+class DividingScope {
+public:
+    DividingScope(const CWnd& window, bool& flag)
+        : m_object(window), m_window(window.m_hWnd), m_flag(flag), m_former(std::exchange(flag, true)) {}
+    DividingScope(const DividingScope&) = delete;
+    DividingScope& operator=(const DividingScope&) = delete;
+    ~DividingScope() {
+        if (isThere()) m_flag = m_former;
+    }
+    bool isThere() const { return CWnd::FromHandlePermanent(m_window) == &m_object; }
+
+private:
+    const CWnd& m_object;
+    const HWND m_window;
+    bool& m_flag;
+    const bool m_former;
+};
+
 bool hasArea(const CWnd& window) {
     CRect client;
     if (window.m_hWnd) window.GetClientRect(&client);
@@ -95,11 +114,9 @@ void CFlatSplitterWnd::divide() {
         GetRowInfo(row, former, least);
         SetRowInfo(row, rows[static_cast<std::size_t>(row)], least);
     }
-    const HWND self = m_hWnd;
-    const bool outer = std::exchange(m_dividing, true);
+    const DividingScope dividing(*this, m_dividing);
     RecalcLayout();
-    if (FromHandlePermanent(self) != this) return;
-    m_dividing = outer;
+    if (!dividing.isThere()) return;
     if (m_keepShares)
         settleShares();
     else
@@ -135,8 +152,11 @@ void CFlatSplitterWnd::OnDrawSplitter(CDC* dc, const CRect& bar) {
 // Live: the panes follow at once, and nothing is inverted.
 void CFlatSplitterWnd::OnInvertTracker(const CRect& bar) {
     if (!m_bTracking) return;
-    const bool column = m_htTrack < kRowBar;
-    if (column)
+    if (bar == barRect(m_htTrack)) {  // it stands there
+        InvalidateRect(bar, FALSE);
+        return;
+    }
+    if (m_htTrack < kRowBar)
         TrackColumnSize(bar.left, m_htTrack - kColumnBar);
     else
         TrackRowSize(bar.top, m_htTrack - kRowBar);
@@ -156,11 +176,13 @@ void CFlatSplitterWnd::OnLButtonDblClk(UINT, CPoint point) {
     if (hit == kNoBar) return;
     const bool column = hit < kRowBar;
     const int number = hit - (column ? kColumnBar : kRowBar);
+    const HWND self = m_hWnd;
     int wanted = 0;
     for (int other = 0; other < (column ? GetRowCount() : GetColumnCount()); ++other) {
         auto* pane = dynamic_cast<CFittingPane*>(column ? GetPane(other, number) : GetPane(number, other));
         if (!pane) continue;
         const CSize size = pane->GetFittingSize();
+        if (FromHandlePermanent(self) != this) return;
         wanted = std::max(wanted, static_cast<int>(column ? size.cx : size.cy));
     }
     if (wanted <= 0) return;

@@ -50,11 +50,14 @@ void takeTitleFont(HWND window, CFont& font) {
 
 using GradientCall = decltype(::GradientFill)*;
 
-// Null where the host's loader has none.
+// Null where the host's loader has none. The library stays once it is there.
 GradientCall gradientCall() {
+    static GradientCall found = nullptr;
+    if (found) return found;
     const auto load = g_pControlBlock ? g_pControlBlock->quoru_call_LoadLibrary : nullptr;
     const HMODULE library = load ? load("msimg32.dll") : nullptr;
-    return library ? std::bit_cast<GradientCall>(::GetProcAddress(library, "GradientFill")) : nullptr;
+    found = library ? std::bit_cast<GradientCall>(::GetProcAddress(library, "GradientFill")) : nullptr;
+    return found;
 }
 
 TRIVERTEX corner(LONG x, LONG y, COLORREF color) {
@@ -156,8 +159,9 @@ void CHolderView::setWnd(CWnd* child) {
     CRect room;
     GetClientRect(&room);
     room.top = std::min(room.top + m_nTitleHeight, room.bottom);
+    const HWND self = m_hWnd;
     child->MoveWindow(room);
-    if (m_dwStyleZT & HV_TITLE_CLOSE) makeCloseBox();
+    if (FromHandlePermanent(self) == this && m_dwStyleZT & HV_TITLE_CLOSE) makeCloseBox();
 }
 
 CRect CHolderView::closeBoxPlace() const {
@@ -185,13 +189,11 @@ void CHolderView::placeChild() {
     CRect room;
     GetClientRect(&room);
     if (m_dwStyleZT & HV_TITLE_CLOSE) room.top = std::min(room.top + m_nTitleHeight, room.bottom);
-    if (CWnd* child = GetCtrlWnd()) {
-        const HWND self = m_hWnd;
-        child->MoveWindow(room);
-        if (FromHandlePermanent(self) != this || !m_pCloseButton || !m_pCloseButton->m_hWnd) return;
-        m_pCloseButton->MoveWindow(closeBoxPlace());
-        m_pCloseButton->Invalidate();
-    }
+    const HWND self = m_hWnd;
+    if (CWnd* child = GetCtrlWnd()) child->MoveWindow(room);
+    if (FromHandlePermanent(self) != this || !m_pCloseButton || !m_pCloseButton->m_hWnd) return;
+    m_pCloseButton->MoveWindow(closeBoxPlace());
+    m_pCloseButton->Invalidate();
 }
 
 void CHolderView::OnSize(UINT type, int cx, int cy) {
@@ -284,7 +286,7 @@ void CHolderView::DrawBrickRect(CDC* dc) {
     const CString value = m_strTitle.Mid(1 + m_titleSplit) + ' ';
     CRect caption = area, right = area;
     right.left = std::max<LONG>(area.left, area.right - dc->GetTextExtent(value).cx);
-    caption.right = right.left - dc->GetTextExtent(" ", 1).cx;
+    caption.right = right.left;  // a brick of just the fitting width has room for all
     if (caption.Width() > 0) dc->DrawText(m_strTitle.Left(1 + m_titleSplit), caption, kTitleFormat | DT_END_ELLIPSIS);
     dc->DrawText(value, right, kTitleFormat);
 }
@@ -310,7 +312,6 @@ INT_PTR CHolderView::OnToolHitTest(CPoint point, TOOLINFO* info) const {
     GetClientRect(&client);
     const bool clipped = (m_dwStyleZT & HV_BRICK) && client.PtInRect(point) && brickTextWidth() > client.Width();
     if (!clipped) return CView::OnToolHitTest(point, info);
-    constexpr int kBrickTool = 1;
     if (info) {
         info->hwnd = m_hWnd;
         info->uId = kBrickTool;

@@ -102,6 +102,7 @@ private:
         CWnd* get() const;
     };
     enum class Bricks { one, all };  // whose looks a command changes
+    static constexpr INT_PTR kBrickTool = 1;
 
     CFlatSplitterWnd* splitter() const;
     template <class Do>
@@ -114,6 +115,7 @@ private:
     void closeThis();
     void makeCloseBox();
     void placeChild();
+    bool asksForTipText(const NMHDR& asked) const;
     BOOL giveTipText(LPARAM notification);
     CRect closeBoxPlace() const;
     void fillStrip(CDC& dc, CRect strip);

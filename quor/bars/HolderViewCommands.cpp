@@ -170,7 +170,7 @@ void CHolderView::closeThis() {
         const HWND self = m_hWnd;
         const bool hadFocus = ::GetFocus() == self || ::IsChild(self, ::GetFocus());
         CRect room;
-        around->GetParent()->GetClientRect(&room);
+        around->GetClientRect(&room);
         const int columns = around->GetColumnCount(), rows = around->GetRowCount();
         const auto askColumn = [&](int number, int width) {
             around->GetColumnInfo(number, current, least);
@@ -201,13 +201,19 @@ void CHolderView::closeThis() {
 
 BOOL CHolderView::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     const auto* header = reinterpret_cast<const NMHDR*>(lParam);
-    if (header->code == TTN_NEEDTEXTA || header->code == TTN_NEEDTEXTW) return giveTipText(lParam);
+    if (asksForTipText(*header)) return giveTipText(lParam);
     const Other notify = m_pNotifyWnd;
     if (!notify.get()) return CView::OnNotify(wParam, lParam, result);
     // The control itself is asked first, as everywhere.
     if (ReflectLastMsg(header->hwndFrom, result)) return TRUE;
     if (CWnd* window = notify.get()) *result = window->SendMessage(WM_NOTIFY, wParam, lParam);
     return TRUE;
+}
+
+// A child's tips ask here too.
+bool CHolderView::asksForTipText(const NMHDR& asked) const {
+    const bool asks = asked.code == TTN_NEEDTEXTA || asked.code == TTN_NEEDTEXTW;
+    return asks && (m_dwStyleZT & HV_BRICK) && asked.idFrom == kBrickTool;
 }
 
 // The system's tips ask in the form of the window that they were made for, whatever ours is.

@@ -29,7 +29,11 @@ constexpr DWORD kSplitterEdges = WS_EX_DLGMODALFRAME | WS_EX_CLIENTEDGE;
 CZTBrickBar::CZTBrickBar() : m_mapPanes(kPaneBuckets) {}
 
 CZTBrickBar::~CZTBrickBar() {
-    if (m_hWnd) DestroyWindow();
+    try {
+        if (m_hWnd) CFlatFrameWnd::DestroyWindow();  // OnDestroy writes
+    } catch (...) {
+        // The host's store refused to be written to; there is nobody left to tell.
+    }
     FreeMap();
 }
 
@@ -49,7 +53,9 @@ int CZTBrickBar::CreateBrickBars(CWnd* pParent, int nPanes, CArray<CString>& cap
     m_hBrickWnd = m_hWnd;
     m_wndSplitter.MoveWindow(CRect(CPoint(), place.Size()));
     makeFonts(std::max(place.Width() / nPanes, 0));
+    const HWND self = m_hWnd;
     ReadFromINI();
+    if (FromHandlePermanent(self) != this) return 0;
     m_wndSplitter.SetResizable(bResizable);
     m_wndSplitter.RecalcLayout();
     m_wndSplitter.ShowWindow(SW_SHOW);
@@ -97,18 +103,23 @@ void CZTBrickBar::makeFonts(int width) {
 }
 
 BOOL CZTBrickBar::DestroyWindow() {
-    if (m_hWnd && m_bSaveOnDestroy && !m_saved) {
-        m_saved = true;
-        WriteToINI();
-    }
-    return CFlatFrameWnd::DestroyWindow();
+    const HWND self = m_hWnd;
+    if (self && m_bSaveOnDestroy && !std::exchange(m_saved, true)) WriteToINI();
+    const bool ended = self && FromHandlePermanent(self) != this;  // by the store
+    return ended || CFlatFrameWnd::DestroyWindow();
 }
 
 // A bar that goes with its parent: its views are still there. The records stay, without views.
 void CZTBrickBar::OnDestroy() {
+    struct ViewsGo {
+        CZTBrickBar& bar;
+        ~ViewsGo() {
+            for (int number = 0; number < bar.m_nPaneCount; ++number)
+                if (sPaneInfo* info = bar.pane(number)) info->pView = nullptr;
+        }
+    };
+    const ViewsGo afterwards{*this};
     if (m_bSaveOnDestroy && !std::exchange(m_saved, true)) WriteToINI();
-    for (int number = 0; number < m_nPaneCount; ++number)
-        if (sPaneInfo* info = pane(number)) info->pView = nullptr;
     CFlatFrameWnd::OnDestroy();
 }
 
@@ -150,8 +161,11 @@ int CZTBrickBar::SetCaption(int nPane, CString caption, DWORD) {
     if (!info) return 0;
     const CString former = std::exchange(info->strCaption, caption);
     if (!info->pView) return 1;
-    info->pView->SetTitle(recaptioned(info->pView->GetTitle(), former, caption, m_strSeparator), info->clrText);
-    if (m_bRightAlignValues) info->pView->SetTitleSplit(caption.GetLength() + m_strSeparator.GetLength());
+    const CString title = recaptioned(info->pView->GetTitle(), former, caption, m_strSeparator);
+    info->pView->SetTitle(title, info->clrText);
+    // A title with another separator has kept its caption, too.
+    const CString front = caption + m_strSeparator;
+    if (m_bRightAlignValues && title.Find(front) == 0) info->pView->SetTitleSplit(front.GetLength());
     return 1;
 }
 

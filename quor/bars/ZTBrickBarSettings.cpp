@@ -60,9 +60,10 @@ int CZTBrickBar::WriteToINI() {
     const HWND self = m_hWnd;
     for (int number = 0; number < m_nPaneCount; ++number) {
         const sPaneInfo* info = pane(number);
-        if (!info || !info->pView || writePane(number, *info)) continue;
-        AfxMessageBox(kWriteFailed);
-        if (FromHandlePermanent(self) != this) return 0;  // the box pumps messages
+        if (!info || !info->pView) continue;
+        const bool written = writePane(number, *info);
+        if (!written) AfxMessageBox(kWriteFailed);
+        if (FromHandlePermanent(self) != this) return 0;  // the store runs anything, and the box pumps messages
     }
     return 1;
 }
@@ -84,17 +85,20 @@ bool CZTBrickBar::writePane(int number, const sPaneInfo& info) {
 int CZTBrickBar::ReadFromINI() {
     if (m_strBarName.IsEmpty() || !m_hWnd) return 0;
     for (int number = 0; number < m_nPaneCount; ++number) {
-        sPaneInfo* info = pane(number);
+        const sPaneInfo* info = pane(number);
         if (info && info->pView && !readPane(number)) return 0;
     }
     m_wndSplitter.RecalcLayout();
     return 1;
 }
 
-// False: the stored text ends too early.
+// False: the stored text ends too early, or the store has ended the bar.
 bool CZTBrickBar::readPane(int number) {
     CString text;
-    if (!g_pControlBlock->UserSetting(kRead, section(), text, keyOf(number))) return true;
+    const HWND self = m_hWnd;
+    const bool read = g_pControlBlock->UserSetting(kRead, section(), text, keyOf(number)) != 0;
+    if (FromHandlePermanent(self) != this) return false;
+    if (!read) return true;
     const StoredBrick brick = parseBrick(text);
     if (brick.width) m_wndSplitter.SetColumnInfo(number, *brick.width, 0);
     if (brick.color) SetTextColor(number, *brick.color);

@@ -69,7 +69,7 @@ CSplitterWnd::CSplitterWnd()
 CSplitterWnd::~CSplitterWnd() = default;
 
 BOOL CSplitterWnd::CreateStatic(CWnd* pParentWnd, int nRows, int nCols, DWORD dwStyle, UINT nID) {
-    if (nRows < 1 || nRows > kMostPanes || nCols < 1 || nCols > kMostPanes) return FALSE;
+    if (m_hWnd || nRows < 1 || nRows > kMostPanes || nCols < 1 || nCols > kMostPanes) return FALSE;
     m_parts->rows.assign(static_cast<std::size_t>(nRows), {});
     m_parts->columns.assign(static_cast<std::size_t>(nCols), {});
     const LPCSTR ownClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW));
@@ -292,8 +292,8 @@ void CSplitterWnd::OnLButtonDown(UINT, CPoint point) {
     const int hit = here ? HitTest(point) : int{kNoBar};
     if (hit == kNoBar) return;
     SetCapture();
-    StartTracking(hit);
-    m_parts->grip = hit < kRowBar ? point.x - m_rectTracker.left : point.y - m_rectTracker.top;
+    if (here) StartTracking(hit);
+    if (here) m_parts->grip = hit < kRowBar ? point.x - m_rectTracker.left : point.y - m_rectTracker.top;
 }
 
 void CSplitterWnd::OnLButtonUp(UINT, CPoint point) {
@@ -332,11 +332,12 @@ BOOL CSplitterWnd::OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message) {
 
 BOOL CSplitterWnd::DoKeyboardSplit() {
     if (m_bTracking || GetRowCount() * GetColumnCount() < 2) return FALSE;
+    const Presence here(*this);
     m_parts->formerFocus = ::GetFocus();
     SetFocus();
-    StartTracking(GetColumnCount() > 1 ? kColumnBar : kRowBar);
-    m_parts->byKeys = m_bTracking;
-    return m_bTracking;
+    if (here) StartTracking(GetColumnCount() > 1 ? kColumnBar : kRowBar);
+    if (here) m_parts->byKeys = m_bTracking;
+    return !here || m_bTracking;
 }
 
 void CSplitterWnd::nextBar(int step) {
@@ -349,6 +350,7 @@ void CSplitterWnd::nextBar(int step) {
     StopTracking(TRUE);
     if (!here) return;
     StartTracking(next < columns ? kColumnBar + next : kRowBar + next - columns);
+    if (!here) return;
     m_parts->formerRows = rows;  // Esc undoes all bars
     m_parts->formerColumns = cols;
     m_parts->formerFocus = focus;

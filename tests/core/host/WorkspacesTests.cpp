@@ -48,6 +48,10 @@ TEST_F(WorkspacesTest, TheShownOneStaysShownWhateverIsDoneToOthers) {
     EXPECT_TRUE(them.rename(4, "Mine") && them.rename(4, "Mine"));
     EXPECT_TRUE(them.close(4) && them.close(0));
     EXPECT_EQ(namesOf(them), "Trading | Workspace 3 | Trading (3)*");
+    while (them.all().size() < Workspaces::kMost) them.show(them.add());
+    EXPECT_EQ(them.add(), them.shown()) << "more would not be read again";
+    EXPECT_EQ(them.copy(0, 0, ""), them.shown());
+    EXPECT_EQ(them.all().size(), Workspaces::kMost);
 }
 
 TEST_F(WorkspacesTest, EverythingComesBackFromTheSettings) {

@@ -6,7 +6,9 @@
 #include "support/HandleCounts.h"
 #include "support/WindowFixture.h"
 
+#include <functional>
 #include <optional>
+#include <stdexcept>
 
 namespace {
 
@@ -17,7 +19,11 @@ constexpr int kWidth = 606, kHeight = 203;
 class Fitting : public CWnd, public CFittingPane {
 public:
     CSize fitting{0, 0};
-    CSize GetFittingSize() override { return fitting; }
+    std::function<void()> onAsked;
+    CSize GetFittingSize() override {
+        if (onAsked) onAsked();
+        return fitting;
+    }
 };
 
 class Splitters : public test::WindowFixture {
@@ -37,21 +43,30 @@ protected:
         pumpUntilIdle();
     }
     CHolderView& view(int row, int col) { return *static_cast<CHolderView*>(splitter->GetPane(row, col)); }
+    CRect placeOf(CWnd& window) {
+        CRect place;
+        window.GetWindowRect(place);
+        splitter->ScreenToClient(place);
+        return place;
+    }
     // As the panes' windows stand.
     std::vector<int> widths() {
         std::vector<int> told;
-        CRect place;
-        for (int col = 0; col < splitter->GetColumnCount(); ++col)
-            splitter->GetPane(0, col)->GetWindowRect(place), told.push_back(place.Width());
+        for (int col = 0; col < splitter->GetColumnCount(); ++col) told.push_back(placeOf(view(0, col)).Width());
         return told;
     }
-    int bar() const { return quor::platform::scaled(nullptr, 3); }
-    CPoint onBar(int number) {
-        CRect place;
-        splitter->GetPane(0, number)->GetWindowRect(place);
-        splitter->ScreenToClient(place);
-        return CPoint(place.right + bar() / 2, 20);
+    static void hold(CHolderView& holder, CWnd& child, DWORD style) {
+        if (!child.m_hWnd) child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &holder, 1);
+        holder.SetStyleZT(style);
+        holder.setWnd(&child);
     }
+    void tellSizes(CHolderView& holder) {
+        holder.SetStyleZT(HV_PLAIN);
+        holder.setNotifyWindow(&frame());
+    }
+    int bar() const { return quor::platform::scaled(nullptr, 3); }
+    CPoint onBar(int number) { return CPoint(placeOf(view(0, number)).right + bar() / 2, 20); }
+    void send(UINT message, CPoint point) { splitter->SendMessage(message, MK_LBUTTON, MAKELPARAM(point.x, point.y)); }
     void drag(int number, int by) {
         quor::sendDrag(*splitter, onBar(number), onBar(number) + CSize(by, 0));
         pumpUntilIdle();
@@ -66,20 +81,6 @@ protected:
 
 using Widths = std::vector<int>;
 
-TEST_F(Splitters, PanesAreFoundByTheirNumbers) {
-    CFlatSplitterWnd none;
-    EXPECT_FALSE(none.CreateStatic(&frame(), 0, 3));
-    EXPECT_FALSE(none.CreateStatic(&frame(), 1, 17));
-    make(2, 3);
-    int row = -1, col = -1;
-    EXPECT_TRUE(splitter->IsChildPane(&view(1, 2), &row, &col));
-    EXPECT_TRUE(row == 1 && col == 2);
-    EXPECT_FALSE(splitter->CreateView(1, 2, RUNTIME_CLASS(CHolderView), {1, 1}, nullptr)) << "the pane is taken";
-    int current = 0, least = 0;
-    splitter->GetRowInfo(1, current, least);
-    EXPECT_EQ(current, kHeight - bar() - 60);
-}
-
 TEST_F(Splitters, TheMouseMovesABarBetweenItsNeighbours) {
     make(1, 3);
     const int rest = kWidth - 2 * bar() - 200;
@@ -87,8 +88,8 @@ TEST_F(Splitters, TheMouseMovesABarBetweenItsNeighbours) {
     drag(0, 30);
     EXPECT_EQ(widths(), (Widths{130, 70, rest}));
     // While it moves, the panes follow; a lost capture gives back what was.
-    splitter->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(onBar(0).x, 20));
-    splitter->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(onBar(0).x - 50, 20));
+    send(WM_LBUTTONDOWN, onBar(0));
+    send(WM_MOUSEMOVE, onBar(0) - CSize(50, 0));
     EXPECT_EQ(widths(), (Widths{80, 120, rest}));
     ::ReleaseCapture();
     EXPECT_EQ(widths(), (Widths{130, 70, rest}));
@@ -132,8 +133,6 @@ TEST_F(Splitters, PanesKeepTheirSharesWhenTold) {
     EXPECT_EQ(widths(), (Widths{100, 200, 100})) << "off, the last one gives";
     resize(600);
     splitter->SetKeepShares(1);
-    resize(300);
-    EXPECT_EQ(widths(), (Widths{50, 100, 150}));
     for (int room = 299; room > 0; --room) resize(room);
     splitter->MoveWindow(0, 0, 0, 0);
     resize(601);
@@ -144,9 +143,20 @@ TEST_F(Splitters, PanesKeepTheirSharesWhenTold) {
     EXPECT_EQ(widths(), (Widths{100, 500, 600}));
     EXPECT_FALSE(splitter->SetColumnShares({1, 2}));
     EXPECT_TRUE(splitter->SetColumnShares({1, 0, 2}));
-    EXPECT_EQ(widths(), (Widths{400, 0, 800}));
     resize(600);
-    EXPECT_EQ(splitter->GetColumnShares(), (Widths{200, 0, 400}));
+    EXPECT_EQ(widths(), (Widths{200, 0, 400}));
+    // A pane may throw while it gets its share.
+    tellSizes(view(0, 0));
+    frame().onMessage = [](UINT message, WPARAM, LPARAM, LRESULT&) {
+        return message == WM_HOLDER_SIZED ? throw std::runtime_error("sized") : false;
+    };
+    EXPECT_THROW(splitter->SetColumnShares({3, 1, 2}), std::runtime_error);
+    frame().onMessage = nullptr;
+    splitter->SetColumnInfo(0, 150, 0);
+    splitter->RecalcLayout();
+    resize(1200);
+    EXPECT_EQ(widths()[0], 300) << "the layout behind it counts";
+    resize(600);
     splitter->SetKeepShares(0);
     splitter->SetColumnShares({1, 1, 1});
     drag(0, -50);
@@ -172,50 +182,43 @@ TEST_F(Splitters, SharesMayBeToldBeforeTheWindowHasASize) {
 TEST_F(Splitters, ADoubleClickFitsThePaneBeforeTheBar) {
     make(1, 3);
     Fitting child;
-    child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &view(0, 1), 1);
-    view(0, 1).SetStyleZT(HV_TITLE_CLOSE);
-    view(0, 1).setWnd(&child);
+    hold(view(0, 1), child, HV_TITLE_CLOSE);
     const int rest = kWidth - 2 * bar() - 200;
-    const auto doubleClick = [&](int number) {
-        splitter->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(onBar(number).x, 20));
-    };
-    doubleClick(1);
+    send(WM_LBUTTONDBLCLK, onBar(1));
     EXPECT_EQ(widths(), (Widths{100, 100, rest})) << "the pane does not know";
     child.fitting = CSize(170, 50);
-    doubleClick(1);
-    EXPECT_EQ(widths(), (Widths{100, 170, rest - 70}));
-    doubleClick(0);
-    EXPECT_EQ(widths(), (Widths{100, 170, rest - 70}));
+    for (const int number : {1, 0}) {
+        send(WM_LBUTTONDBLCLK, onBar(number));
+        EXPECT_EQ(widths(), (Widths{100, 170, rest - 70})) << number;
+    }
     EXPECT_EQ(view(0, 1).GetFittingSize(), CSize(170, 50 + view(0, 1).GetTopOffset()));
-    child.DestroyWindow();
-    EXPECT_EQ(view(0, 1).GetFittingSize(), CSize()) << "a child that went is not asked";
+    child.onAsked = [&] { splitter.reset(); };
+    send(WM_LBUTTONDBLCLK, onBar(1));
+    EXPECT_FALSE(splitter.has_value()) << "or it ends the splitter";
 }
 
 TEST_F(Splitters, ACloseBoxClosesItsColumnOrRow) {
+    constexpr int kWide = 1000;  // beyond the edges of its parent
     const struct {
         int rows, columns, row, col;
-        Widths left;  // of the room for panes, in hundredths of the whole, -1: the rest
+        Widths left;  // -1: the rest
     } cases[] = {{1, 3, 0, 0, {0, 100, -1}}, {1, 3, 0, 1, {100, 0, -1}}, {1, 3, 0, 2, {100, -1, 0}},
                  {3, 1, 0, 0, {0, 60, -1}},  {3, 1, 2, 0, {60, -1, 0}},  {1, 1, 0, 0, {-1}}};
     for (const auto& c : cases) {
         make(c.rows, c.columns);
+        splitter->MoveWindow(0, 0, kWide, kHeight);
         CWnd child;
-        child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &view(c.row, c.col), 1);
-        view(c.row, c.col).SetStyleZT(HV_TITLE_CLOSE);
-        view(c.row, c.col).setWnd(&child);
+        hold(view(c.row, c.col), child, HV_TITLE_CLOSE);
         view(c.row, c.col).SetFocus();
         view(c.row, c.col).GetDlgItem(kCommandCloseHolder)->SendMessage(BM_CLICK);
-        const bool across = c.columns > 1;
         const int count = static_cast<int>(c.left.size());
-        const int room = (across || count == 1 ? kWidth : kHeight) - (count - 1) * bar();
-        int rest = room;
+        int rest = (c.rows > 1 ? kHeight : kWide) - (count - 1) * bar();
         for (const int size : c.left) rest -= std::max(size, 0);
         Widths expected;
         for (const int size : c.left) expected.push_back(size < 0 ? rest : size);
-        EXPECT_EQ(across || count == 1 ? splitter->GetColumnShares() : splitter->GetRowShares(), expected)
+        EXPECT_EQ(c.rows > 1 ? splitter->GetRowShares() : splitter->GetColumnShares(), expected)
             << c.rows << "x" << c.columns << " " << c.row << "," << c.col;
-        const bool closed = count > 1;
-        EXPECT_EQ(::GetFocus() == child.m_hWnd || ::IsChild(view(c.row, c.col), ::GetFocus()), !closed)
+        EXPECT_EQ(::IsChild(view(c.row, c.col), ::GetFocus()), count == 1)
             << "the focus does not stay in a closed pane";
         splitter->DestroyWindow();
     }
@@ -226,19 +229,9 @@ TEST_F(Splitters, AHolderPlacesItsChildAsItsStyleSays) {
     CHolderView& holder = view(0, 0);
     CWnd child, notified;
     notified.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 10, 10), &frame(), 9);
-    child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &holder, 1);
-    const auto top = [&] {
-        CRect place;
-        child.GetWindowRect(place);
-        holder.ScreenToClient(place);
-        EXPECT_TRUE(place.left == 0 && place.right == splitter->GetColumnShares()[0] && place.bottom == kHeight);
-        return static_cast<int>(place.top);
-    };
     const int strip = quor::platform::scaled(nullptr, 17);
-    const auto resize = [&] {
-        splitter->MoveWindow(0, 0, kWidth + 1, kHeight);
-        splitter->MoveWindow(0, 0, kWidth, kHeight);
-    };
+    int width = kWidth;
+    const auto resize = [&] { splitter->MoveWindow(0, 0, ++width, kHeight); };
     const struct {
         DWORD style;
         int placed, resized, offset;
@@ -247,30 +240,28 @@ TEST_F(Splitters, AHolderPlacesItsChildAsItsStyleSays) {
                  {HV_TITLE_CLOSE, strip, strip, strip},
                  {HV_TITLE_CLOSE | HV_GRADIENT, strip, strip, strip}};
     for (const auto& c : cases) {
-        holder.SetStyleZT(c.style);
-        holder.setWnd(&child);
-        EXPECT_EQ(top(), c.placed) << c.style;
+        hold(holder, child, c.style);
+        EXPECT_EQ(placeOf(child), CRect(0, c.placed, width, kHeight)) << c.style;
         resize();
-        EXPECT_EQ(top(), c.resized) << c.style;
+        EXPECT_EQ(placeOf(child), CRect(0, c.resized, width, kHeight)) << c.style;
         EXPECT_EQ(holder.GetTopOffset(), c.offset) << c.style;
         EXPECT_EQ(holder.GetDlgItem(kCommandCloseHolder) != nullptr, (c.style & HV_TITLE_CLOSE) != 0) << c.style;
     }
-    CRect box;
-    holder.GetDlgItem(kCommandCloseHolder)->GetWindowRect(box);
-    holder.ScreenToClient(box);
+    child.DestroyWindow();
+    EXPECT_EQ(holder.GetCtrlWnd(), nullptr);
+    resize();
     const int two = quor::platform::scaled(nullptr, 2);
-    EXPECT_EQ(box, CRect(kWidth - quor::platform::scaled(nullptr, 15), -two, kWidth + two, strip));
+    EXPECT_EQ(placeOf(*holder.GetDlgItem(kCommandCloseHolder)),
+              CRect(width - quor::platform::scaled(nullptr, 15), -two, width + two, strip))
+        << "without a child too";
     // A notify window that went is told nothing.
     holder.SetStyleZT(HV_PLAIN);
     holder.setNotifyWindow(&notified);
-    EXPECT_EQ(holder.GetNotifyWindow(), &notified);
     notified.DestroyWindow();
     EXPECT_EQ(holder.GetNotifyWindow(), nullptr);
     resize();
     holder.SendMessage(WM_COMMAND, 77);
     EXPECT_EQ(holder.SendMessage(WM_XLISTCTRL_CHECKBOX_CLICKED), 1);
-    child.DestroyWindow();
-    EXPECT_EQ(holder.GetCtrlWnd(), nullptr);
 }
 
 // What a holder hands on, as it was sent.
@@ -293,6 +284,9 @@ TEST_F(Splitters, AHolderForwardsWithTheSameArguments) {
     holder.SendMessage(WM_USER + 201, 3, 4);
     holder.SendMessage(WM_COMMAND, 77, 0);
     EXPECT_EQ(holder.SendMessage(WM_NOTIFY, 3, notification), 5);
+    NMTTDISPINFOA tip{};  // for a tool of somebody else
+    tip.hdr = {frame(), 1, static_cast<UINT>(TTN_NEEDTEXTA)};
+    EXPECT_EQ(holder.SendMessage(WM_NOTIFY, 1, reinterpret_cast<LPARAM>(&tip)), 5);
     EXPECT_EQ(holder.SendMessage(WM_XLISTCTRL_CHECKBOX_CLICKED, 6, 7), 1);
     holder.SendMessage(WM_HOLDER_TITLE_COLOR, RGB(1, 2, 3));
     EXPECT_EQ(holder.GetTitleColor(), RGB(1, 2, 3));
@@ -302,11 +296,13 @@ TEST_F(Splitters, AHolderForwardsWithTheSameArguments) {
                                     {WM_USER + 200, 3, 4},
                                     {WM_COMMAND, 77, 0},
                                     {WM_NOTIFY, 3, notification},
+                                    {WM_NOTIFY, 1, reinterpret_cast<LPARAM>(&tip)},
                                     {WM_USER + 300, 6, 7},
                                     {WM_USER + 1115, 50, 40}}));
 }
 
-TEST_F(Splitters, APaneMayEndItsSplitter) {
+TEST_F(Splitters, AnybodyMayEndTheSplitterMeanwhile) {
+    UINT ending = WM_HOLDER_SIZED;
     const std::function<void()> moves[] = {
         [&] { drag(0, 30); },
         [&] { quor::sendClick(*splitter, onBar(1)), pumpUntilIdle(), splitter->MoveWindow(0, 0, 90, 90); },
@@ -318,15 +314,16 @@ TEST_F(Splitters, APaneMayEndItsSplitter) {
         },
         [&] { view(0, 1).SendMessage(WM_COMMAND, kCommandFitBricks); },
         [&] { view(0, 1).SendMessage(WM_COMMAND, kCommandCloseHolder); },
+        [&] { ending = WM_KILLFOCUS, frame().SetFocus(), splitter->DoKeyboardSplit(); },
+        [&] { ending = WM_CAPTURECHANGED, frame().SetCapture(), send(WM_LBUTTONDOWN, onBar(1)); },
     };
     frame().onMessage = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
-        if (message == WM_HOLDER_SIZED) splitter.reset();
+        if (message == ending) splitter.reset();
         return false;
     };
     for (const auto& move : moves) {
         make(1, 3);
-        view(0, 1).SetStyleZT(HV_PLAIN);
-        view(0, 1).setNotifyWindow(&frame());
+        tellSizes(view(0, 1));
         move();
         EXPECT_FALSE(splitter.has_value()) << &move - moves;
     }
@@ -336,9 +333,7 @@ TEST_F(Splitters, HandlesReturnToTheirStart) {
     test::expectHandlesReturn(200, [&](int round) {
         make(1, 2);
         CWnd child;
-        child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), &view(0, 0), 1);
-        view(0, 0).SetStyleZT(HV_TITLE_CLOSE | (round % 2 ? HV_GRADIENT : 0));
-        view(0, 0).setWnd(&child);
+        hold(view(0, 0), child, HV_TITLE_CLOSE | (round % 2 ? HV_GRADIENT : 0));
         frame().RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
         splitter.reset();
     });
