@@ -92,15 +92,16 @@ private:
     bool m_vertical;
 };
 
-// Slopes and the narrow edge. Right edges are outside, and a pixel is as wide as the pen.
+// Slopes and the narrow edge. Right and lower edges are outside; a pen reaches half its width over its points.
 void TabPainter::outline(int index) {
     auto points = m_strip.outline(index);
     const TabItem& tab = m_strip.item(index);
     const bool sliver = tab.m_bState == kTabSelectedSliver || tab.m_bState == kTabSliver;
     const bool covered = tab.m_bState == kTabSliver || tab.m_bState == kTabUnder;
+    const int inwards = 1 + (line() - 1) / 2;
     for (CPoint& point : points) {
-        if (point.x > tab.m_rect.left + m_strip.slope()) point.x -= line();
-        if (point.y == (m_strip.isTop() ? tab.m_rect.bottom : -1)) point.y -= line();
+        if (point.x > tab.m_rect.left + m_strip.slope()) point.x -= inwards;
+        if (point.y == (m_strip.isTop() ? tab.m_rect.bottom : -1)) point.y -= inwards;
         point = at(point);
     }
     CPen pen(PS_SOLID, line(), edgeColour());
