@@ -50,6 +50,7 @@ BEGIN_MESSAGE_MAP(CCustomTabCtrl, CWnd)
     ON_WM_SETFOCUS()
     ON_WM_KILLFOCUS()
     ON_WM_KEYDOWN()
+    ON_WM_KEYUP()
     ON_MESSAGE(WM_GETDLGCODE, &CCustomTabCtrl::OnGetDialogCode)
     ON_EN_UPDATE(kTabEditId, &CCustomTabCtrl::OnUpdateEdit)
     ON_EN_KILLFOCUS(kTabEditId, &CCustomTabCtrl::OnKillFocusEdit)
@@ -110,9 +111,13 @@ void CCustomTabCtrl::PreSubclassWindow() {
     OnSize(SIZE_RESTORED, client.Width(), client.Height());
 }
 
+// What the user was at ends with the window; the tabs stay.
 void CCustomTabCtrl::OnDestroy() {
     endEditor(false);
-    m_parts->edited = nullptr;
+    m_parts->edited = 0;
+    endPress();
+    m_parts->tracksMouse = false;
+    m_parts->hot = CTS_HIT_NOTHING;
     if (m_parts->m_wndToolTip.m_hWnd) m_parts->m_wndToolTip.DestroyWindow();
     m_parts->tools.clear();
     CWnd::OnDestroy();
@@ -176,6 +181,8 @@ CRect CCustomTabCtrl::clientRect(const CRect& rect) const { return IsVertical() 
 void CCustomTabCtrl::layoutChanged() {
     m_parts->tipsStale = true;
     if (!m_hWnd) return;
+    if (m_parts->dragging && !m_parts->drags()) cancelPress();  // its tab is gone or stands elsewhere
+    if (m_parts->hot >= 0) m_parts->hot = HitTest(mousePoint());
     ComputeRgn();
     RecalcEditResized();
     Invalidate(FALSE);
@@ -231,8 +238,8 @@ int CCustomTabCtrl::InsertItem(int index, LPCTSTR text, LPARAM data, BOOL select
 BOOL CCustomTabCtrl::DeleteItem(int index) {
     TabStrip& strip = m_parts->strip;
     if (!strip.has(index)) return FALSE;
-    if (&strip.item(index) == m_parts->edited) {
-        m_parts->edited = nullptr;
+    if (strip.item(index).number == m_parts->edited) {
+        m_parts->edited = 0;
         endEditor(false);
     }
     strip.remove(index);
@@ -241,7 +248,7 @@ BOOL CCustomTabCtrl::DeleteItem(int index) {
 }
 
 void CCustomTabCtrl::DeleteAllItems() {
-    m_parts->edited = nullptr;
+    m_parts->edited = 0;
     endEditor(false);
     m_parts->strip.removeAll();
     layoutChanged();

@@ -34,7 +34,7 @@ struct sTabNotify {
     int nItem;        // a tab or a hit code; of kTabMoved (old index & 255) << 8 | (new index & 255)
     char szText[31];  // the tab's, cut. From here on the fields are a tab's, zero for a hit code
     LPARAM lParam;
-    RECT rectText;  // in the client area; empty where it does not show
+    RECT rectText;  // in the client area, buttons not regarded; empty for a tab that is scrolled out
     POINT point;    // of the mouse, in the client area
     int fSelected;
     int fHighlighted;
@@ -121,6 +121,7 @@ protected:
     afx_msg void OnSetFocus(CWnd* former);
     afx_msg void OnKillFocus(CWnd* next);
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    afx_msg void OnKeyUp(UINT key, UINT repeat, UINT flags);
     afx_msg LRESULT OnGetDialogCode(WPARAM key, LPARAM message);
     afx_msg void OnUpdateEdit();
     afx_msg void OnKillFocusEdit();
@@ -148,14 +149,18 @@ private:
     void scrollDrag();
     void drop(int from, int to, bool copies);
     void endPress();
+    void cancelPress();
     void askClose(int index, CPoint point);
     void showList();
+    int trackList(CMenu& menu);
+    CPoint mousePoint() const;
     void noteHot(int code);
 
-    BOOL openEditor(int index);
+    bool openEditor(int index);
     void runEditor();
     void endEditor(bool keep);
     BOOL closeEditor();
+    void dropEditor();
 
     void tellTips();
     void Draw(CDC& dc, const CRect& client);

@@ -21,7 +21,9 @@ bool isPress(UINT message) {
         case WM_NCLBUTTONDOWN:
         case WM_NCLBUTTONDBLCLK:
         case WM_NCRBUTTONDOWN:
+        case WM_NCRBUTTONDBLCLK:
         case WM_NCMBUTTONDOWN:
+        case WM_NCMBUTTONDBLCLK:
             return true;
         default:
             return false;
@@ -63,53 +65,48 @@ BOOL CCustomTabCtrl::EditLabel(int index) {
     if (!m_hWnd || !strip.has(index) || m_parts->m_ctrlEdit.m_hWnd) return FALSE;
     const HWND self = m_hWnd;
     SetCurSel(index);  // wherever it was scrolled to
-    const TabItem* const tab = &strip.item(index);
-    if (notify(kTabLabel, index) != 0 || !::IsWindow(self)) return FALSE;
-    index = strip.find(tab);
-    if (index < 0 || !openEditor(index)) return FALSE;
+    const unsigned tab = strip.item(index).number;
+    if (notify(kTabLabel, index) != 0 || !::IsWindow(self) || (index = strip.find(tab)) < 0) return FALSE;
     // Whatever a message throws, the field does not outlive its loop.
     struct Leave {
         HWND window;
-        Parts& parts;
+        CCustomTabCtrl& tabs;
         ~Leave() {
-            if (!::IsWindow(window) || !parts.m_ctrlEdit.m_hWnd) return;
-            parts.editing = false;
-            parts.edited = nullptr;
-            parts.m_ctrlEdit.DestroyWindow();
+            if (::IsWindow(window)) tabs.dropEditor();
         }
-    } leave{self, *m_parts};
+    } leave{self, *this};
+    if (!openEditor(index)) return FALSE;
     runEditor();
     return ::IsWindow(self) ? closeEditor() : FALSE;
 }
 
-// FALSE: it did not get the focus, and nothing could end it.
-BOOL CCustomTabCtrl::openEditor(int index) {
+// False: it did not get the focus, and nothing could end it; or the control is gone.
+bool CCustomTabCtrl::openEditor(int index) {
+    const HWND self = m_hWnd;
     CEdit& edit = m_parts->m_ctrlEdit;
-    m_parts->edited = &m_parts->strip.item(index);
+    const CString text = m_parts->strip.item(index).m_strText;
+    if (!edit.Create(WS_CHILD | ES_AUTOHSCROLL, CRect(), this, kTabEditId)) return false;
+    m_parts->edited = m_parts->strip.item(index).number;
     m_parts->editing = true;
     m_parts->keepsText = false;
-    edit.Create(WS_CHILD | ES_AUTOHSCROLL, CRect(), this, kTabEditId);
     edit.SetFont(&m_parts->m_fontSelected);
     edit.SetMargins(0, 0);
-    edit.SetWindowText(m_parts->edited->m_strText);
+    edit.SetWindowText(text);
     edit.SetSel(0, -1);
     layoutChanged();
     edit.ShowWindow(SW_SHOW);
-    edit.SetFocus();
-    if (::GetFocus() == edit.m_hWnd && m_parts->editing) return TRUE;
-    m_parts->editing = false;
-    m_parts->edited = nullptr;
-    edit.DestroyWindow();
-    return FALSE;
+    edit.SetFocus();  // whoever loses it may do anything
+    return ::IsWindow(self) && edit.m_hWnd && ::GetFocus() == edit.m_hWnd && m_parts->editing;
 }
 
 void CCustomTabCtrl::runEditor() {
     const HWND self = m_hWnd;
-    while (::IsWindow(self) && m_parts->editing) {
+    const auto goesOn = [&] { return ::IsWindow(self) && m_parts->editing; };
+    while (goesOn()) {
         MSG next;
-        for (LONG idle = 0; !::PeekMessageA(&next, nullptr, 0, 0, PM_NOREMOVE);)
+        for (LONG idle = 0; goesOn() && !::PeekMessageA(&next, nullptr, 0, 0, PM_NOREMOVE);)
             if (!AfxOnIdle(idle++)) ::WaitMessage();
-        if (!::IsWindow(self)) return;
+        if (!goesOn()) return;
         if (isPress(next.message) && next.hwnd != m_parts->m_ctrlEdit.m_hWnd) return endEditor(true);
         if (AfxPumpMessage()) continue;
         AfxPostQuitMessage(next.message == WM_QUIT ? static_cast<int>(next.wParam) : 0);
@@ -122,25 +119,36 @@ void CCustomTabCtrl::endEditor(bool keep) {
     if (!m_parts->editing) return;
     m_parts->editing = false;
     m_parts->keepsText = keep;
+    ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);  // so that the loop looks
 }
 
 BOOL CCustomTabCtrl::closeEditor() {
     const HWND self = m_hWnd;
+    TabStrip& strip = m_parts->strip;
     CEdit& edit = m_parts->m_ctrlEdit;
     CString text;
-    edit.GetWindowText(text);
-    const bool hadFocus = ::GetFocus() == edit.m_hWnd;
-    edit.DestroyWindow();
-    if (hadFocus) SetFocus();
+    if (edit.m_hWnd) edit.GetWindowText(text);
+    if (edit.m_hWnd && ::GetFocus() == edit.m_hWnd) SetFocus();  // first, so that it goes nowhere else
     if (!::IsWindow(self)) return FALSE;
-    const int index = m_parts->strip.find(std::exchange(m_parts->edited, nullptr));
+    const unsigned tab = m_parts->edited;
+    dropEditor();
+    const int index = ::IsWindow(self) ? strip.find(tab) : -1;
     if (index < 0) return FALSE;
-    const CString former = m_parts->strip.item(index).m_strText;
-    const BOOL changes = m_parts->keepsText && !text.IsEmpty() && text != former;
-    m_parts->strip.setText(index, changes ? text : former);
-    layoutChanged();
+    const BOOL changes = m_parts->keepsText && !text.IsEmpty() && text != strip.item(index).m_strText;
+    if (changes) SetItemText(index, text);
     notify(kTabLabel, index);
     return changes;
+}
+
+// The tab is as wide as its own text again.
+void CCustomTabCtrl::dropEditor() {
+    TabStrip& strip = m_parts->strip;
+    m_parts->editing = false;
+    if (const int index = strip.find(std::exchange(m_parts->edited, 0u)); index >= 0) {
+        strip.setText(index, CString(strip.item(index).m_strText));
+        layoutChanged();
+    }
+    if (m_parts->m_ctrlEdit.m_hWnd) ::DestroyWindow(m_parts->m_ctrlEdit.m_hWnd);
 }
 
 // The tab is as wide as what is typed.
@@ -154,7 +162,7 @@ void CCustomTabCtrl::OnUpdateEdit() {
     layoutChanged();
 }
 
-// Another window of this program keeps the text, another program does not.
+// Within its window any other control keeps the text; a window that is no longer active does not.
 void CCustomTabCtrl::OnKillFocusEdit() {
     const HWND focus = ::GetFocus();
     endEditor(focus && ::GetAncestor(focus, GA_ROOT) == ::GetAncestor(m_hWnd, GA_ROOT));

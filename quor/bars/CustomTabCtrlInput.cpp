@@ -1,5 +1,5 @@
 // Mouse, keys, drag and the menu of all tabs. Every notification may change the tabs or end the control: a tab is found
-// again by its object, and nothing is touched once the window is gone.
+// again by its number, and nothing is touched once the window is gone.
 #include "quor/bars/CustomTabCtrlParts.h"
 #include "quor/foundation/TimerIds.h"
 
@@ -9,6 +9,8 @@ namespace {
 
 bool isControlDown() { return ::GetKeyState(VK_CONTROL) < 0; }
 
+bool isLeftDown() { return ::GetKeyState(VK_LBUTTON) < 0; }
+
 bool isScrollButton(int code) { return code <= CTS_HIT_FIRST && code >= CTS_HIT_LAST; }
 
 }  // namespace
@@ -17,12 +19,15 @@ bool isScrollButton(int code) { return code <= CTS_HIT_FIRST && code >= CTS_HIT_
 
 void CCustomTabCtrl::OnLButtonDown(UINT flags, CPoint point) {
     const HWND self = m_hWnd;
+    const bool wasDown = isLeftDown();
     int code = HitTest(point);
-    const TabItem* const tab = code >= 0 ? &m_parts->strip.item(code) : nullptr;
+    const unsigned tab = code >= 0 ? m_parts->strip.item(code).number : 0;
     notify(static_cast<int>(NM_CLICK), code, point);
     if (!::IsWindow(self)) return;
     if (tab && (code = m_parts->strip.find(tab)) < 0) return;
     ProcessLButtonDown(code, flags, point);
+    // Whoever was told may have shown a box, and the button came up where nobody here heard of it.
+    if (::IsWindow(self) && wasDown && !isLeftDown()) cancelPress();
 }
 
 void CCustomTabCtrl::ProcessLButtonDown(int code, UINT flags, CPoint point) {
@@ -36,12 +41,12 @@ void CCustomTabCtrl::ProcessLButtonDown(int code, UINT flags, CPoint point) {
 
 void CCustomTabCtrl::pressTab(int index, UINT flags, CPoint point) {
     const HWND self = m_hWnd;
-    const TabItem* const tab = &m_parts->strip.item(index);
+    const unsigned tab = m_parts->strip.item(index).number;
     SetFocus();
     if (!::IsWindow(self)) return;
     index = m_parts->strip.find(tab);
     if (index < 0 || !toggleOrChoose(index, flags, point)) return;
-    // Whoever was told may have ended the press, by a box of its own or by other tabs.
+    // Whoever was told may have ended the press by other tabs.
     if (m_parts->strip.down() >= 0) awaitDrag(m_parts->strip.down(), (flags & MK_CONTROL) != 0);
 }
 
@@ -73,13 +78,10 @@ bool CCustomTabCtrl::choose(int index, CPoint point) {
 }
 
 void CCustomTabCtrl::OnLButtonUp(UINT, CPoint point) {
-    const bool copies = isControlDown();
-    const int from = m_parts->drags() ? m_parts->strip.down() : CTS_HIT_NOTHING;
-    const int to = m_parts->m_nItemDragDest;
-    const int code = m_parts->strip.down();
-    endPress();
-    if (GetCapture() == this) ::ReleaseCapture();
-    if (from >= 0) return drop(from, to, copies);
+    const bool copies = isControlDown();  // as it is now, not when the mouse moved last
+    const int code = m_parts->strip.down(), to = m_parts->dropPlace(stripPoint(point), copies);
+    cancelPress();
+    if (to >= 0) return drop(code, to, copies);
     if (code == CTS_HIT_CLOSE && HitTest(point) == code) askClose(GetCurSel(), point);
 }
 
@@ -90,17 +92,22 @@ void CCustomTabCtrl::endPress() {
     if (m_parts->strip.release() != CTS_HIT_NOTHING) layoutChanged();
 }
 
+void CCustomTabCtrl::cancelPress() {
+    endPress();
+    if (GetCapture() == this) ::ReleaseCapture();
+}
+
 void CCustomTabCtrl::OnCaptureChanged(CWnd*) { endPress(); }
 
 void CCustomTabCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
     const int code = HitTest(point);
-    if (code < 0) return OnLButtonDown(flags, point);
-    if (code == GetCurSel()) EditLabel(code);
+    if (code < 0 || code != GetCurSel()) return OnLButtonDown(flags, point);
+    EditLabel(code);
 }
 
 void CCustomTabCtrl::OnRButtonDown(UINT, CPoint point) {
     const bool dragged = m_parts->drags();
-    if (GetCapture() == this) ::ReleaseCapture();
+    cancelPress();
     if (!dragged) notify(static_cast<int>(NM_RCLICK), HitTest(point), point);
 }
 
@@ -108,11 +115,14 @@ void CCustomTabCtrl::OnRButtonDblClk(UINT, CPoint point) {
     notify(static_cast<int>(NM_RDBLCLK), HitTest(point), point);
 }
 
-void CCustomTabCtrl::OnMButtonDown(UINT, CPoint point) { m_parts->middleDown = HitTest(point); }
+void CCustomTabCtrl::OnMButtonDown(UINT, CPoint point) {
+    const int code = HitTest(point);
+    m_parts->middleDown = code >= 0 ? m_parts->strip.item(code).number : 0;
+}
 
 void CCustomTabCtrl::OnMButtonUp(UINT, CPoint point) {
-    const int code = std::exchange(m_parts->middleDown, CTS_HIT_NOTHING);
-    if (code >= 0 && HitTest(point) == code) askClose(code, point);
+    const int index = m_parts->strip.find(std::exchange(m_parts->middleDown, 0u));
+    if (index >= 0 && HitTest(point) == index) askClose(index, point);
 }
 
 void CCustomTabCtrl::askClose(int index, CPoint point) {
@@ -140,20 +150,16 @@ void CCustomTabCtrl::startDrag() {
         SetTimer(kTabDragTimer, kTabDragCursorDelay);
     }
     const HCURSOR cursor = m_parts->dragCursor(tab, isControlDown());
-    if (!cursor) {
-        endPress();
-        ::ReleaseCapture();
-        return;
-    }
+    if (!cursor) return cancelPress();
     ::SetCursor(cursor);
     Invalidate(FALSE);
 }
 
 void CCustomTabCtrl::dragTo(CPoint point) {
     const bool copies = isControlDown();
-    const HCURSOR cursor = m_parts->dragCursor(m_parts->strip.down(), copies);
-    m_parts->m_nItemDragDest = cursor ? m_parts->strip.dropPlace(stripPoint(point), copies) : CTS_HIT_NOTHING;
-    ::SetCursor(m_parts->m_nItemDragDest >= 0 ? cursor : ::LoadCursorA(nullptr, IDC_NO));
+    m_parts->m_nItemDragDest = m_parts->dropPlace(stripPoint(point), copies);
+    ::SetCursor(m_parts->m_nItemDragDest >= 0 ? m_parts->dragCursor(m_parts->strip.down(), copies)
+                                              : ::LoadCursorA(nullptr, IDC_NO));
     if (!m_parts->scrollsDrag && m_parts->strip.dragScroll(stripPoint(point))) {
         m_parts->scrollsDrag = true;
         SetTimer(kTabDragScrollTimer, kTabDragScrollPeriod);
@@ -162,9 +168,7 @@ void CCustomTabCtrl::dragTo(CPoint point) {
 }
 
 void CCustomTabCtrl::scrollDrag() {
-    CPoint point;
-    ::GetCursorPos(&point);
-    ScreenToClient(&point);
+    const CPoint point = mousePoint();
     const auto action = m_parts->drags() ? m_parts->strip.dragScroll(stripPoint(point)) : std::nullopt;
     if (!action) {
         KillTimer(kTabDragScrollTimer);
@@ -177,7 +181,6 @@ void CCustomTabCtrl::scrollDrag() {
 }
 
 void CCustomTabCtrl::drop(int from, int to, bool copies) {
-    if (to < 0 || !m_parts->dragCursor(from, copies)) return;
     if (copies)
         CopyItem(from, to);
     else if (from != to)
@@ -211,6 +214,13 @@ void CCustomTabCtrl::OnMouseMove(UINT, CPoint point) {
 void CCustomTabCtrl::OnMouseLeave() {
     m_parts->tracksMouse = false;
     noteHot(CTS_HIT_NOTHING);
+}
+
+CPoint CCustomTabCtrl::mousePoint() const {
+    CPoint point;
+    ::GetCursorPos(&point);
+    ::ScreenToClient(m_hWnd, &point);
+    return point;
 }
 
 void CCustomTabCtrl::noteHot(int code) {
@@ -255,11 +265,19 @@ void CCustomTabCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
         case VK_DELETE:
             return askClose(GetCurSel(), CPoint());
         case VK_ESCAPE:
-            if (GetCapture() == this) ::ReleaseCapture();
+            return cancelPress();
+        case VK_CONTROL:
+            if (m_parts->drags()) dragTo(mousePoint());
             return;
         default:
             CWnd::OnKeyDown(key, repeat, flags);
     }
+}
+
+// A drag copies while Ctrl is down.
+void CCustomTabCtrl::OnKeyUp(UINT key, UINT repeat, UINT flags) {
+    if (key == VK_CONTROL && m_parts->drags()) return dragTo(mousePoint());
+    CWnd::OnKeyUp(key, repeat, flags);
 }
 
 // Of a dialog's own keys the arrows and Ctrl+Tab, and Esc while a drag goes on.
@@ -275,28 +293,48 @@ LRESULT CCustomTabCtrl::OnGetDialogCode(WPARAM, LPARAM lParam) {
 
 void CCustomTabCtrl::showList() {
     const HWND self = m_hWnd;
-    TabStrip& strip = m_parts->strip;
-    strip.press(CTS_HIT_LIST, ::GetTickCount());
-    layoutChanged();
-    UpdateWindow();
+    const TabStrip& strip = m_parts->strip;
     CMenu menu;
     menu.CreatePopupMenu();
-    std::vector<const TabItem*> tabs;
+    std::vector<unsigned> tabs;
     for (int i = 0; i < strip.count(); ++i) {
         CString text = strip.item(i).m_strText;
         text.Replace("&", "&&");
-        tabs.push_back(&strip.item(i));
+        tabs.push_back(strip.item(i).number);
         menu.AppendMenu(MF_STRING, tabs.size(), text);
     }
     if (GetCurSel() >= 0)
         menu.CheckMenuRadioItem(0, static_cast<UINT>(strip.count() - 1), static_cast<UINT>(GetCurSel()), MF_BYPOSITION);
-    CRect place = clientRect(strip.buttonPlace(CTS_HIT_LIST));
-    ClientToScreen(place);
-    const int chosen = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_NONOTIFY, IsVertical() ? place.right : place.left,
-                                           IsVertical() ? place.top : place.bottom, this);
+    const int chosen = trackList(menu);
     if (!::IsWindow(self)) return;
-    strip.release();
-    layoutChanged();
     const int index = chosen > 0 ? strip.find(tabs[static_cast<std::size_t>(chosen) - 1]) : -1;
     if (index >= 0 && index != GetCurSel()) choose(index, CPoint());
+}
+
+// Over the content, beside the button, which is down meanwhile. The number of the line, from 1.
+int CCustomTabCtrl::trackList(CMenu& menu) {
+    struct Pressed {
+        explicit Pressed(CCustomTabCtrl& control) : tabs(control), window(control.m_hWnd) {
+            tabs.m_parts->strip.press(CTS_HIT_LIST, ::GetTickCount());
+            tabs.layoutChanged();
+            tabs.UpdateWindow();
+        }
+        ~Pressed() {
+            if (!::IsWindow(window)) return;
+            tabs.m_parts->strip.release();
+            tabs.layoutChanged();
+        }
+        CCustomTabCtrl& tabs;
+        HWND window;
+    } const pressed(*this);
+    CRect place = clientRect(m_parts->strip.buttonPlace(CTS_HIT_LIST));
+    ClientToScreen(place);
+    const bool atEnd = m_parts->strip.isTop();
+    UINT flags = TPM_RETURNCMD | TPM_NONOTIFY;
+    CPoint corner = IsVertical() ? CPoint(place.right, place.top) : CPoint(place.left, place.bottom);
+    if (atEnd) {
+        corner = place.TopLeft();
+        flags |= IsVertical() ? TPM_RIGHTALIGN : TPM_BOTTOMALIGN;
+    }
+    return menu.TrackPopupMenu(flags, corner.x, corner.y, this);
 }

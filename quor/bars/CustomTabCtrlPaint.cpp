@@ -82,6 +82,7 @@ public:
 
 private:
     void outline(int index);
+    static void turn(HFONT font, CFont& turned);
     // Cut to the width, with an ellipsis; empty where no letter has room.
     CString fitted(const CString& text, int width);
 
@@ -91,15 +92,16 @@ private:
     bool m_vertical;
 };
 
-// Slopes and the narrow edge. Right edges are outside, and a pixel is as wide as the pen.
+// Slopes and the narrow edge. Right and lower edges are outside; a pen reaches half its width over its points.
 void TabPainter::outline(int index) {
     auto points = m_strip.outline(index);
     const TabItem& tab = m_strip.item(index);
     const bool sliver = tab.m_bState == kTabSelectedSliver || tab.m_bState == kTabSliver;
     const bool covered = tab.m_bState == kTabSliver || tab.m_bState == kTabUnder;
+    const int inwards = 1 + (line() - 1) / 2;
     for (CPoint& point : points) {
-        if (point.x > tab.m_rect.left + m_strip.slope()) point.x -= line();
-        if (point.y == (m_strip.isTop() ? tab.m_rect.bottom : -1)) point.y -= line();
+        if (point.x > tab.m_rect.left + m_strip.slope()) point.x -= inwards;
+        if (point.y == (m_strip.isTop() ? tab.m_rect.bottom : -1)) point.y -= inwards;
         point = at(point);
     }
     CPen pen(PS_SOLID, line(), edgeColour());
@@ -118,32 +120,37 @@ CString TabPainter::fitted(const CString& text, int width) {
     return letters[0] == text[0] ? letters.data() : "";
 }
 
+// Only outlines turn.
+void TabPainter::turn(HFONT font, CFont& turned) {
+    LOGFONT description;
+    ::GetObjectA(font, sizeof description, &description);
+    description.lfEscapement = description.lfOrientation = kDownwards;
+    description.lfOutPrecision = OUT_TT_ONLY_PRECIS;
+    turned.CreateFontIndirect(&description);
+}
+
 void TabPainter::text(int index, HFONT font, COLORREF color) {
     const CRect place = m_strip.tipPlace(index);
     const TabItem& tab = m_strip.item(index);
     if (place.IsRectEmpty() || tab.m_strText.IsEmpty()) return;
     const DcStateScope restored(m_dc);
+    const bool cut = m_strip.clipped(index);
     CString shown = tab.m_strText;
-    CSize size;
+    int high;
     {
         const SelectScope upright(m_dc, font);
-        if (m_strip.clipped(index)) shown = fitted(shown, place.Width() - 2 * kTextIndent);
-        size = m_dc.GetTextExtent(shown);
+        if (cut) shown = fitted(shown, place.Width() - 2 * kTextIndent);
+        high = m_dc.GetTextExtent(shown).cy;
     }
-    LOGFONT turned;
-    ::GetObjectA(font, sizeof turned, &turned);
-    turned.lfEscapement = turned.lfOrientation = m_vertical ? kDownwards : 0;
-    CFont own;
-    own.CreateFontIndirect(&turned);
-    const SelectScope selected(m_dc, own);
+    CFont turned;
+    if (m_vertical) turn(font, turned);
+    const SelectScope selected(m_dc, m_vertical ? static_cast<HFONT>(turned) : font);
     m_dc.SetBkMode(TRANSPARENT);
     m_dc.SetTextColor(color);
     m_dc.SetTextAlign(TA_LEFT | TA_TOP);
     // Letters that are turned have their tops to the right.
-    const int top = (place.top + place.bottom + (m_vertical ? size.cy : -size.cy)) / 2;
-    // A tab of fixed width has its text in the middle.
-    const int spare = m_strip.clipped(index) ? 0 : tab.m_rectText.Width() - size.cx;
-    const CPoint start = at({tab.m_rectText.left + std::max(kTextIndent, spare / 2), top});
+    const int top = (place.top + place.bottom + (m_vertical ? high : -high)) / 2;
+    const CPoint start = at({cut ? tab.m_rectText.left + kTextIndent : m_strip.textPlace(index).left, top});
     m_dc.IntersectClipRect(area(place));
     m_dc.TextOut(start.x, start.y, shown);
 }
@@ -284,7 +291,7 @@ void CCustomTabCtrl::drawTab(TabPainter& painter, int index) {
     if (!item.m_rgn.m_hObject) return;
     const TabColours colours = coloursOf(item, index == m_parts->hot, IsWindowEnabled());
     painter.shape(index, item.m_rgn, colours.face);
-    if (&item != m_parts->edited)
+    if (item.number != m_parts->edited)
         painter.text(index, item.m_fSelected ? m_parts->m_fontSelected : m_parts->m_fontNormal, colours.text);
 }
 

@@ -38,6 +38,10 @@ struct CCustomTabCtrl::Parts {
         return strip.canDrag(index, copies) ? (copies ? m_hCursorCopy : m_hCursorMove) : nullptr;
     }
     bool drags() const { return dragging && strip.down() >= 0; }
+    // In strip coordinates; CTS_HIT_NOTHING without a drag of this kind.
+    int dropPlace(CPoint point, bool copies) const {
+        return drags() && dragCursor(strip.down(), copies) ? strip.dropPlace(point, copies) : CTS_HIT_NOTHING;
+    }
 
     quor::bars::TabStrip strip;
     CFont m_fontNormal, m_fontSelected;
@@ -46,8 +50,8 @@ struct CCustomTabCtrl::Parts {
     HCURSOR m_hCursorMove = nullptr, m_hCursorCopy = nullptr;
     int m_nItemDragDest = 0;
     bool dragging = false;
-    bool scrollsDrag = false;  // its timer runs
-    int middleDown = CTS_HIT_NOTHING;
+    bool scrollsDrag = false;   // its timer runs
+    unsigned middleDown = 0;    // the number of the tab
     int hot = CTS_HIT_NOTHING;  // what the mouse is over
     bool tracksMouse = false;
 
@@ -56,7 +60,7 @@ struct CCustomTabCtrl::Parts {
     bool tipsStale = true;
 
     CEdit m_ctrlEdit;
-    const quor::bars::TabItem* edited = nullptr;
+    unsigned edited = 0;   // the number of the tab
     bool editing = false;  // its loop is to go on
     bool keepsText = false;
 };

@@ -133,8 +133,8 @@ MUTANTS = [
          "a copy of Watch(0) becomes Watch(2)"),
     core("tabs-held", "bars/core/TabStrip.cpp", "now - m_dwLastRepeatTime < kTabRepeatDelay",
          "now < m_dwLastRepeatTime + kTabRepeatDelay", "TabStrip*", "a held button runs once in 49 days"),
-    shell("tabs-equal", "bars/CustomTabCtrlEdit.cpp", "!text.IsEmpty() && text != former", "!text.IsEmpty()",
-          "bars_tests:*Renaming*", "a name that stayed counts as a new one"),
+    shell("tabs-equal", "bars/CustomTabCtrlEdit.cpp", "!text.IsEmpty() && text != strip.item(index).m_strText",
+          "!text.IsEmpty()", "bars_tests:*Renaming*", "a name that stayed counts as a new one"),
     shell("tabs-capture", "bars/CustomTabCtrlInput.cpp", "OnCaptureChanged(CWnd*) { endPress(); }",
           "OnCaptureChanged(CWnd*) {}", "bars_tests:*Drag*", "a drag that Esc ended drops its tab"),
     # ---- Four that a user cannot find rows with

@@ -8,15 +8,16 @@ TabStrip::TabStrip(TabMeasure measure) : m_measure(std::move(measure)) {}
 
 // ---- Tabs
 
-int TabStrip::find(const TabItem* item) const {
+int TabStrip::find(unsigned number) const {
     const auto found =
-        std::find_if(m_aItems.begin(), m_aItems.end(), [item](const auto& each) { return each.get() == item; });
+        std::find_if(m_aItems.begin(), m_aItems.end(), [number](const auto& each) { return each->number == number; });
     return found == m_aItems.end() ? -1 : static_cast<int>(found - m_aItems.begin());
 }
 
 int TabStrip::insert(int index, std::unique_ptr<TabItem> item, bool select) {
     if (index < 0 || index > count() || !item) return -1;
     item->m_fSelected = 0;
+    item->number = ++m_lastNumber;
     m_aItems.insert(m_aItems.begin() + index, std::move(item));
     forgetTabDown();
     if (m_nItemSelected >= index) ++m_nItemSelected;
@@ -58,7 +59,7 @@ void TabStrip::keepFirstVisible() { m_nFirstVisible = std::clamp(m_nFirstVisible
 
 bool TabStrip::move(int from, int to) {
     if (!has(from) || !has(to)) return false;
-    const TabItem* const chosen = has(m_nItemSelected) ? &item(m_nItemSelected) : nullptr;
+    const unsigned chosen = has(m_nItemSelected) ? item(m_nItemSelected).number : 0;
     const auto begin = m_aItems.begin();
     forgetTabDown();
     if (from < to)
@@ -248,7 +249,12 @@ int TabStrip::tabAt(int x) const {
 
 int TabStrip::dropPlace(CPoint point, bool copies) const {
     if (count() == 0 || point.y < -m_height || point.y >= 2 * m_height) return CTS_HIT_NOTHING;
-    const int place = tabAt(std::clamp<int>(point.x, left(), std::max(right() - 1, left())));
+    const int x = std::clamp<int>(point.x, left(), std::max(right() - 1, left()));
+    if (!copies && has(down()) && item(down()).m_bState != kTabHidden) {
+        const CRect& own = item(down()).m_rect;  // both its slopes, which lie over the neighbours'
+        if (x >= own.left && x < own.right) return down();
+    }
+    const int place = tabAt(x);
     return copies ? place : std::min(place, count() - 1);
 }
 

@@ -46,6 +46,7 @@ struct TabItem {
     int m_fHighlighted = 0;
     int m_fHighlightChanged = 0;  // and nobody was told yet
 
+    unsigned number = 0;   // its own: another tab never gets it, though it may stand at the same address
     CString tip;           // the host's; empty: the text, where it is clipped
     int normalWidth = -1;  // of the text in either font; -1: not measured
     int selectedWidth = -1;
@@ -77,8 +78,8 @@ public:
     bool has(int index) const { return index >= 0 && index < count(); }
     TabItem& item(int index) { return *m_aItems[static_cast<std::size_t>(index)]; }
     const TabItem& item(int index) const { return *m_aItems[static_cast<std::size_t>(index)]; }
-    // -1 if it is none of these.
-    int find(const TabItem* item) const;
+    // By its number; -1 if it is gone.
+    int find(unsigned number) const;
     // At `index`, up to the count; its index. The tab that showed first goes on to, where there are tabs before it.
     int insert(int index, std::unique_ptr<TabItem> item, bool select);
     // The neighbour behind takes over the selection, else the one before.
@@ -121,7 +122,9 @@ public:
     std::array<CPoint, 6> outline(int index) const;
     // A tab's text rectangle as far as the buttons let it show; empty if nothing shows.
     CRect tipPlace(int index) const;
-    // Whether part of its text is cut at the room.
+    // Where its letters stand, shown or not: a tab of fixed width has them in its middle. Empty for a sliver.
+    CRect textPlace(int index) const;
+    // Whether some of them are cut at the room.
     bool clipped(int index) const;
 
     // ---- Buttons, by hit code.
@@ -144,6 +147,7 @@ public:
     // Whether a press on this tab may become a drag: the selected one, and not the last.
     bool canDrag(int index, bool copies) const;
     // Where the tab that is dragged would land: its new index, that of the copy, or CTS_HIT_NOTHING far from the strip.
+    // Over itself it stays.
     int dropPlace(CPoint point, bool copies) const;
     // x of the edge where it would land.
     int dropMark(int from, int place, bool copies) const;
@@ -177,6 +181,7 @@ private:
     int m_room = 0;  // the buttons'
     int m_nItemSelected = -1;
     int m_nFirstVisible = 0;
+    unsigned m_lastNumber = 0;
     std::array<int, 7> m_states{};  // by hit code; the one of "nothing" stays hidden
     int m_nButtonIDDown = CTS_HIT_NOTHING;
     DWORD m_dwLastRepeatTime = 0;

@@ -190,10 +190,16 @@ CRect TabStrip::tipPlace(int index) const {
     return shown;
 }
 
-bool TabStrip::clipped(int index) const {
-    const CRect& text = item(index).m_rectText;
-    return !text.IsRectEmpty() && tipPlace(index).Width() < text.Width() - kTextMargin;
+CRect TabStrip::textPlace(int index) const {
+    CRect place = item(index).m_rectText;
+    if (place.IsRectEmpty()) return {};
+    const int width = item(index).m_fSelected ? item(index).selectedWidth : item(index).normalWidth;
+    place.left += (place.Width() - width) / 2;
+    place.right = place.left + width;
+    return place;
 }
+
+bool TabStrip::clipped(int index) const { return textPlace(index).right > right(); }
 
 // ---- Buttons
 
@@ -201,20 +207,22 @@ int TabStrip::buttonState(int code) const {
     return code < 0 && code >= CTS_HIT_LIST ? m_states[static_cast<std::size_t>(-code - 1)] : kButtonHidden;
 }
 
-// Close and list stand at the strip's end, the scroll buttons between them and the tabs, always from first to last.
+// Close and list stand at the strip's end, the scroll buttons between them and the tabs, always from first to last. At
+// the far end all gaps are mirrored.
 CRect TabStrip::buttonPlace(int code) const {
     if (buttonState(code) == kButtonHidden) return {};
-    const int b = side(), group = scrollButtons() * b + kStripEdge;
-    const bool after = styled(CTS_BUTTONSAFTER), four = styled(CTS_FOURBUTTONS);
-    if (code == CTS_HIT_CLOSE || code == CTS_HIT_LIST) {
-        const int from = code == CTS_HIT_LIST && styled(CTS_CLOSEBUTTON) ? b : 0, to = from + b + 1;
-        return after ? CRect(m_length - to, 0, m_length - from, m_height) : CRect(from, 0, to, m_height);
+    const int b = side(), c = fixedRoom(), buttons = scrollButtons();
+    const bool after = styled(CTS_BUTTONSAFTER);
+    CRect place(0, 0, b + 1, m_height);
+    if (code == CTS_HIT_LIST && styled(CTS_CLOSEBUTTON)) place.OffsetRect(b, 0);
+    if (code >= CTS_HIT_LAST) {
+        const int fromLeft = buttons == 4 ? CTS_HIT_FIRST - code : CTS_HIT_PREVIOUS - code;
+        const int edgesOfFour[] = {0, b + 1, 2 * b + 1, 3 * b + 2, 4 * b + kStripEdge};
+        const int edgesOfTwo[] = {0, b + 1, 2 * b + kStripEdge};
+        const int* const edge = (buttons == 4 ? edgesOfFour : edgesOfTwo) + (after ? buttons - 1 - fromLeft : fromLeft);
+        place = CRect(c + edge[0], 0, c + edge[1], m_height);
     }
-    const int c = after ? m_length - fixedRoom() - group : fixedRoom();
-    const int edgesOfFour[] = {0, b + 1, 2 * b + 1, 3 * b + 2, group}, edgesOfTwo[] = {0, b + 1, group};
-    const int place = four ? -code - 1 : -code - 2;
-    const int* const edges = four ? edgesOfFour : edgesOfTwo;
-    return {c + edges[place], 0, c + edges[place + 1], m_height};
+    return after ? CRect(m_length - place.right, 0, m_length - place.left, m_height) : place;
 }
 
 bool TabStrip::buttonLeads(int code) const {
