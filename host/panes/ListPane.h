@@ -5,6 +5,7 @@
 #pragma once
 
 #include "host/core/MarketText.h"
+#include "host/panes/ColumnFill.h"
 #include "quor/list/CommonListCtrl.h"
 #include "quor/platform/Framework.h"
 
@@ -52,7 +53,8 @@ public:
     void setRemark(const std::string& remark);
     const std::string& remark() const { return m_remark; }
 
-    // Gives the columns their first widths again, widened in proportion where they leave room at the right.
+    // Gives the columns their first widths again, widened in proportion where they leave room at the right. From then
+    // on the last one takes what room there is.
     void fitColumns();
     // The same for a list that no former run has left a layout for.
     void fitNewColumns();
@@ -74,6 +76,7 @@ protected:
 
 private:
     BOOL paintLined(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    void darken();
     int OnCreate(LPCREATESTRUCT create);
     void OnSize(UINT type, int width, int height);
     BOOL OnEraseBkgnd(CDC* dc);
@@ -84,6 +87,7 @@ private:
     const char* m_title;
     bool m_filtersChanged = false;  // the message that rebuilds the list is on its way
     std::string m_remark;
+    ColumnFill m_fill;
     std::function<void()> m_onGone;
 
     DECLARE_MESSAGE_MAP()
