@@ -1,6 +1,7 @@
 #include "host/MainFrame.h"
 
 #include "host/core/Utf8.h"
+#include "host/panes/DarkMenus.h"
 #include "host/resource/resource.h"
 
 #include <algorithm>
@@ -63,6 +64,7 @@ BOOL CMainFrame::createWindow() {
     // text into the code page.
     const std::wstring title = wideText("Quor Terminal - " + m_run.feedName());
     ::DefWindowProcW(m_hWnd, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(title.c_str()));
+    darkenMenus(m_hWnd);
     LoadAccelTable(MAKEINTRESOURCEA(IDR_TERMINAL));
     InitialUpdateFrame(FALSE);
     readLayout();

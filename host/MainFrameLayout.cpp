@@ -1,6 +1,7 @@
 // The panes in their splitters: made, laid out, and kept over a restart.
 #include "host/MainFrame.h"
 #include "host/core/WatchStore.h"
+#include "host/panes/DarkMenus.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/ListChoices.h"
 #include "host/resource/resource.h"
@@ -54,7 +55,10 @@ bool CMainFrame::createBricks() {
     GetClientRect(&place);
     place.bottom = scaled(m_hWnd, kBrickHeight);
     m_bricks.m_strBarName = kBricksName;
-    return m_bricks.CreateBrickBars(this, static_cast<int>(std::size(kBrickCaptions)), captions, &place, 1) != 0;
+    if (!m_bricks.CreateBrickBars(this, static_cast<int>(std::size(kBrickCaptions)), captions, &place, 1)) return false;
+    for (int brick = 0; brick < m_bricks.GetPaneCount(); ++brick)
+        darkenMenus(m_bricks.GetSplitterWnd()->GetPane(0, brick)->GetSafeHwnd());
+    return true;
 }
 
 bool CMainFrame::createPanes() {

@@ -1,5 +1,6 @@
 #include "host/WorkspaceArea.h"
 
+#include "host/panes/DarkMenus.h"
 #include "host/panes/Theme.h"
 #include "host/resource/resource.h"
 
@@ -61,6 +62,7 @@ BOOL CWorkspaceArea::CreateArea(CWnd* parent, UINT id) {
         !m_upper.CreateStatic(&m_rows, 1, 2, kInside, static_cast<UINT>(m_rows.IdFromRowCol(0, 0))) ||
         !m_lower.CreateStatic(&m_rows, 1, 3, kInside, static_cast<UINT>(m_rows.IdFromRowCol(1, 0))))
         return FALSE;
+    darkenMenus(m_hWnd);
     m_tabs.SetDragCursors(::LoadCursor(nullptr, IDC_SIZEALL), ::LoadCursor(nullptr, IDC_CROSS));
     for (const Cell& cell : kCells) {
         CFlatSplitterWnd& row = cell.row == 0 ? m_upper : m_lower;
@@ -216,7 +218,7 @@ void CWorkspaceArea::showMenu(int place, CPoint point) {
     menu.AppendMenu(m_tabs.GetItemCount() > 1 ? onTab : MF_STRING | MF_GRAYED, kCloseWorkspace, "C&lose\tDelete");
     m_tabs.ClientToScreen(&point);
     const HWND self = m_hWnd;
-    const int chosen = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_NONOTIFY, point.x, point.y, this);
+    const int chosen = menu.TrackPopupMenu(TPM_RETURNCMD, point.x, point.y, this);
     if (!::IsWindow(self)) return;
     if (chosen == static_cast<int>(kAddWorkspace)) m_owner.addWorkspace();
     if (chosen == static_cast<int>(kRenameWorkspace)) m_tabs.EditLabel(place);

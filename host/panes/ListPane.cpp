@@ -1,5 +1,8 @@
 #include "host/panes/ListPane.h"
 
+#include "host/panes/DarkFields.h"
+#include "host/panes/DarkMenus.h"
+#include "host/panes/DarkScrollBars.h"
 #include "host/panes/GridLines.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/ListMenu.h"
@@ -69,7 +72,16 @@ BOOL CListPane::CreatePane(CWnd* parent, UINT id) {
 
 int CListPane::OnCreate(LPCREATESTRUCT create) {
     if (CBCGPFormView::OnCreate(create) == -1) return -1;
-    return createList() ? 0 : -1;
+    if (!createList()) return -1;
+    m_fill.start(list(), [this] { return layoutSection(); });
+    darken();
+    return 0;
+}
+
+void CListPane::darken() {
+    darkenScrollBars(list());
+    darkenMenus(list());
+    if (const CHeaderCtrl* const header = list().GetHeaderCtrl()) darkenFields(header->m_hWnd);
 }
 
 void CListPane::PostNcDestroy() {
@@ -118,8 +130,8 @@ void CListPane::layOut() {
 
 void CListPane::fitColumns() {
     CCommonListCtrl& target = list();
-    CRect area;
-    target.GetClientRect(&area);
+    CRect area;  // with a bar that may show
+    target.GetWindowRect(&area);
     const int room = area.Width() - ::GetSystemMetrics(SM_CXVSCROLL);
     int total = 0;
     const auto eachShown = [&target](auto&& use) {
@@ -129,6 +141,7 @@ void CListPane::fitColumns() {
     eachShown([&](int, int width) { total += width; });
     if (total <= 0) return;
     eachShown([&](int place, int width) { target.SetColumnWidth(place, total < room ? width * room / total : width); });
+    m_fill.begin();
 }
 
 void CListPane::fitNewColumns() {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "host/core/MarketText.h"
+#include "host/panes/ColumnFill.h"
 #include "quor/list/CommonListCtrl.h"
 #include "quor/platform/Framework.h"
 
@@ -56,7 +57,8 @@ public:
     // The remark of a pane that tells how many rows it shows.
     virtual void showCount() {}
 
-    // Gives the columns their first widths again, widened in proportion where they leave room at the right.
+    // Gives the columns their first widths again, widened in proportion where they leave room at the right. From then
+    // on the last one takes what room there is.
     void fitColumns();
     // The same for a list that no former run has left a layout for.
     void fitNewColumns();
@@ -78,6 +80,7 @@ protected:
 
 private:
     BOOL paintLined(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    void darken();
     int OnCreate(LPCREATESTRUCT create);
     void OnSize(UINT type, int width, int height);
     void OnSetFocus(CWnd* former);
@@ -89,6 +92,7 @@ private:
     const char* m_title;
     bool m_filtersChanged = false;  // the message that rebuilds the list is on its way
     std::string m_remark;
+    ColumnFill m_fill;
     std::function<void()> m_onGone;
 
     DECLARE_MESSAGE_MAP()

@@ -1,7 +1,11 @@
 #include "host/panes/LogPane.h"
 
 #include "host/core/Utf8.h"
+#include "host/panes/DarkMenus.h"
+#include "host/panes/DarkScrollBars.h"
 #include "host/panes/Theme.h"
+
+#include <algorithm>
 
 namespace terminal {
 
@@ -79,6 +83,10 @@ int CLogPane::OnCreate(CREATESTRUCT* create) {
     if (!m_edit) return -1;
     ::SendMessageW(m_edit, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.GetSafeHandle()), FALSE);
     ::SendMessageW(m_edit, EM_SETLIMITTEXT, 0, 0);
+    darkenMenus(m_edit);
+    darkenScrollBars(m_edit, [edit = m_edit](int bar, int positions) {
+        if (bar == SB_VERT) ::SendMessageW(edit, EM_LINESCROLL, 0, positions);
+    });
     Log::instance().attach(this);
     return 0;
 }
@@ -92,7 +100,10 @@ void CLogPane::OnDestroy() {
 void CLogPane::OnSize(UINT type, int width, int height) {
     CWnd::OnSize(type, width, height);
     const int left = quor::platform::scaled(m_hWnd, kCellPadding), top = quor::platform::scaled(m_hWnd, kTopPadding);
-    if (m_edit) ::MoveWindow(m_edit, left, top, (std::max)(0, width - left), (std::max)(0, height - top), TRUE);
+    if (!m_edit) return;
+    const View before = view();  // the lines are broken anew
+    ::MoveWindow(m_edit, left, top, (std::max)(0, width - left), (std::max)(0, height - top), TRUE);
+    show(before);
 }
 
 void CLogPane::OnSetFocus(CWnd*) { ::SetFocus(m_edit); }
@@ -110,15 +121,45 @@ HBRUSH CLogPane::OnCtlColor(CDC* dc, CWnd*, UINT) {
     return m_brush;
 }
 
+CLogPane::View CLogPane::view() const {
+    SCROLLINFO bar{};
+    bar.cbSize = sizeof bar;
+    bar.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    const bool scrolls = ::GetScrollInfo(m_edit, SB_VERT, &bar) && bar.nMax > 0 && bar.nPage > 0;
+    View now{!scrolls || bar.nPos + static_cast<int>(bar.nPage) > bar.nMax, 0, 0, 0};
+    const LRESULT line = ::SendMessageW(m_edit, EM_GETFIRSTVISIBLELINE, 0, 0);
+    now.top = static_cast<DWORD>(::SendMessageW(m_edit, EM_LINEINDEX, static_cast<WPARAM>(line), 0));
+    ::SendMessageW(m_edit, EM_GETSEL, reinterpret_cast<WPARAM>(&now.from), reinterpret_cast<LPARAM>(&now.to));
+    return now;
+}
+
+void CLogPane::show(const View& view) {
+    ::SendMessageW(m_edit, EM_SETSEL, view.from, view.to);
+    const LRESULT top = ::SendMessageW(m_edit, EM_GETFIRSTVISIBLELINE, 0, 0);
+    const LRESULT wanted = view.atEnd ? ::SendMessageW(m_edit, EM_GETLINECOUNT, 0, 0)
+                                      : ::SendMessageW(m_edit, EM_LINEFROMCHAR, view.top, 0);
+    ::SendMessageW(m_edit, EM_LINESCROLL, 0, wanted - top);
+}
+
 void CLogPane::appendLine(const std::string& line) {
     if (!m_edit) return;
     const auto replace = [this](int from, int to, LPCWSTR by) {
         ::SendMessageW(m_edit, EM_SETSEL, static_cast<WPARAM>(from), to);
         ::SendMessageW(m_edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(by));
     };
-    if (const int length = ::GetWindowTextLengthW(m_edit); length > kMostCharacters) replace(0, length / 2, L"");
+    View before = view();
+    ::SendMessageW(m_edit, WM_SETREDRAW, FALSE, 0);
+    if (const int length = ::GetWindowTextLengthW(m_edit); length > kMostCharacters) {
+        const int gone = length / 2;
+        replace(0, gone, L"");
+        for (DWORD* const at : {&before.top, &before.from, &before.to})
+            *at -= (std::min)(*at, static_cast<DWORD>(gone));
+    }
     const int end = ::GetWindowTextLengthW(m_edit);
     replace(end, end, wideText(end ? "\r\n" + line : line).c_str());
+    show(before);
+    ::SendMessageW(m_edit, WM_SETREDRAW, TRUE, 0);
+    ::InvalidateRect(m_edit, nullptr, TRUE);
 }
 
 }  // namespace terminal

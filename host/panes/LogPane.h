@@ -45,6 +45,13 @@ public:
     void appendLine(const std::string& line);
 
 private:
+    // What the user sees of the log: its end, or the line at the top and what is selected.
+    struct View {
+        bool atEnd;
+        DWORD top, from, to;  // characters: the first that shows, what is selected
+    };
+    View view() const;
+    void show(const View& view);
     int OnCreate(CREATESTRUCT* create);
     void OnDestroy();
     void OnSize(UINT type, int width, int height);

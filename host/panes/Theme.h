@@ -29,6 +29,9 @@ inline constexpr COLORREF kSelection = RGB(44, 94, 146);
 inline constexpr COLORREF kSelectionIdle = RGB(62, 70, 82);
 inline constexpr COLORREF kSelectedText = RGB(255, 255, 255);
 inline constexpr COLORREF kGridLine = RGB(40, 48, 58);
+
+inline constexpr COLORREF kTrack = RGB(20, 26, 34);  // of scroll bars
+inline constexpr COLORREF kThumb = RGB(72, 82, 95);
 }  // namespace palette
 
 // Every list starts in the terminal's colours and font; a user's own choice for a list wins.

@@ -1,6 +1,7 @@
 #include "host/panes/WatchPane.h"
 
 #include "host/core/WatchStore.h"
+#include "host/panes/DarkFields.h"
 #include "host/panes/HeaderPaint.h"
 #include "host/panes/HostEntries.h"
 #include "host/panes/LevelsMenu.h"
@@ -136,6 +137,8 @@ BOOL CWatchPane::createList() {
     if (!m_names.GetSafeHwnd()) return FALSE;
     m_comboFont.CreatePointFont(80, "Tahoma");
     m_names.SetFont(&m_comboFont);
+    darkenFields(m_names.GetParent()->m_hWnd);
+    darkenCombo(m_names);
     for (const WatchList& watch : watchLists()) m_names.AddString(watch.name.c_str());
     m_names.SetCurSel(m_shown);
     SetWindowText(watchLists()[static_cast<std::size_t>(m_shown)].name.c_str());

@@ -69,7 +69,7 @@ void FilterBar::paintAbove(HWND edit) const {
     ::GetWindowRect(edit, &outer);
     const RECT strip = {0, 0, outer.right - outer.left, textTop(outer)};
     const HDC dc = ::GetWindowDC(edit);
-    ::FillRect(dc, &strip, ::GetSysColorBrush(COLOR_WINDOW));
+    ::FillRect(dc, &strip, ground(dc, WM_CTLCOLOREDIT).brush);
     ::ReleaseDC(edit, dc);
 }
 

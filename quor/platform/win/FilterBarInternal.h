@@ -95,14 +95,21 @@ private:
     void notifyChange(int item) const { notifyItem(HDN_FILTERCHANGE, item); }
 
     // FilterBarPaint.cpp
+    struct Ground {
+        HBRUSH brush;
+        COLORREF text, back;
+    };
+    // What the header answers as the parent of fields (WM_CTLCOLOREDIT) and of the strip that they stand on
+    // (WM_CTLCOLORSTATIC): the system's colours, unless somebody has subclassed it. Nothing stays selected.
+    Ground ground(HDC dc, UINT message) const;
     void onPaint();
     void draw(HDC dc);
     void drawCaptions(HDC dc, const RECT& caption);
     void drawPictures(HDC dc, const RECT& caption) const;
     void drawCaptionEdges(HDC dc, const RECT& caption) const;
     void drawField(HDC dc, int item) const;
-    void drawText(HDC dc, RECT field, const std::wstring& text) const;
-    void drawFunnel(HDC dc, const RECT& button, bool filled) const;
+    void drawText(HDC dc, RECT field, const std::wstring& text, const Ground& look) const;
+    void drawFunnel(HDC dc, const RECT& button, COLORREF inside, bool filled) const;
 
     HWND m_header;
     WNDPROC m_former;

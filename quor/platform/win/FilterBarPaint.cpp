@@ -48,6 +48,14 @@ bool isThemed(HWND window) { return ::GetWindowTheme(window) != nullptr; }
 
 }  // namespace
 
+FilterBar::Ground FilterBar::ground(HDC dc, UINT message) const {
+    const SavedDc saved(dc);
+    const HWND asking = m_edit ? m_edit : m_header;
+    const LRESULT brush =
+        ::SendMessageW(m_header, message, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(asking));
+    return {reinterpret_cast<HBRUSH>(brush), ::GetTextColor(dc), ::GetBkColor(dc)};
+}
+
 void FilterBar::onPaint() {
     PAINTSTRUCT paint;
     const HDC dc = ::BeginPaint(m_header, &paint);
@@ -69,6 +77,8 @@ void FilterBar::draw(HDC dc) {
     RECT client;
     ::GetClientRect(m_header, &client);
     fill(dc, client, COLOR_BTNFACE);
+    const RECT bar{0, barTop(), client.right, client.bottom};
+    ::FillRect(dc, &bar, ground(dc, WM_CTLCOLORSTATIC).brush);
     drawCaptions(dc, {0, 0, client.right, barTop()});
     const SavedDc saved(dc);
     ::SelectObject(dc, font());
@@ -144,7 +154,8 @@ void FilterBar::drawField(HDC dc, int item) const {
     const bool isFiltered =
         static_cast<std::size_t>(item) < m_records.size() && !m_records[static_cast<std::size_t>(item)].text.empty();
     const bool themed = isThemed(m_header);
-    fill(dc, place.field, COLOR_WINDOW);
+    const Ground look = ground(dc, WM_CTLCOLOREDIT);
+    ::FillRect(dc, &place.field, look.brush);
     if (place.field.right > place.field.left) {
         RECT around = place.field;
         ::InflateRect(&around, m_metrics.border, m_metrics.border);
@@ -152,27 +163,27 @@ void FilterBar::drawField(HDC dc, int item) const {
             frame(dc, around, COLOR_3DSHADOW);
         else
             ::DrawEdge(dc, &around, BDR_SUNKENOUTER, BF_RECT);
-        drawText(dc, place.field, isFiltered ? m_records[static_cast<std::size_t>(item)].text : std::wstring());
+        drawText(dc, place.field, isFiltered ? m_records[static_cast<std::size_t>(item)].text : std::wstring(), look);
     }
     RECT button = place.button;
     if (!themed) ::DrawEdge(dc, &button, item == m_pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
     if (item == m_pressed) ::OffsetRect(&button, 1, 1);
-    drawFunnel(dc, button, isFiltered);
+    drawFunnel(dc, button, look.back, isFiltered);
 }
 
-void FilterBar::drawText(HDC dc, RECT field, const std::wstring& text) const {
+void FilterBar::drawText(HDC dc, RECT field, const std::wstring& text, const Ground& look) const {
     const std::wstring shown = text.empty() ? kCue : text.substr(0, kLongestShown);
     field.left += m_metrics.textMargin;
     field.right -= m_metrics.textMargin;
     field.top += textTop(field);
     if (field.right <= field.left) return;
-    ::SetTextColor(dc, ::GetSysColor(text.empty() ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT));
+    ::SetTextColor(dc, text.empty() ? ::GetSysColor(COLOR_GRAYTEXT) : look.text);
     ::DrawTextW(dc, shown.data(), static_cast<int>(shown.size()), &field,
                 DT_LEFT | DT_TOP | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
 
 // A cone over a stem.
-void FilterBar::drawFunnel(HDC dc, const RECT& button, bool filled) const {
+void FilterBar::drawFunnel(HDC dc, const RECT& button, COLORREF inside, bool filled) const {
     const int size = m_metrics.funnelSize;
     if (button.right - button.left < size) return;
     const int half = size / 2;
@@ -189,8 +200,9 @@ void FilterBar::drawFunnel(HDC dc, const RECT& button, bool filled) const {
     const SavedDc saved(dc);
     ::SelectObject(dc, ::GetStockObject(DC_PEN));
     ::SelectObject(dc, ::GetStockObject(DC_BRUSH));
-    ::SetDCPenColor(dc, ::GetSysColor(filled ? COLOR_BTNTEXT : COLOR_3DSHADOW));
-    ::SetDCBrushColor(dc, ::GetSysColor(filled ? COLOR_BTNTEXT : COLOR_WINDOW));
+    const COLORREF line = filled ? ground(dc, WM_CTLCOLORSTATIC).text : ::GetSysColor(COLOR_3DSHADOW);
+    ::SetDCPenColor(dc, line);
+    ::SetDCBrushColor(dc, filled ? line : inside);
     ::Polygon(dc, outline, static_cast<int>(std::size(outline)));
 }
 
