@@ -114,7 +114,8 @@ ListLayout layoutOf(const Subject& subject) {
     for (const int item : items) {
         const std::string heading = headingOf(list, list.GetOriginalColumnPosition(item));
         columns += heading + "; ";
-        widths += heading + " " + std::to_string(list.GetColumnWidth(item)) + "; ";
+        // The last one is as wide as its pane lets it be.
+        if (item != items.back()) widths += heading + " " + std::to_string(list.GetColumnWidth(item)) + "; ";
     }
     const std::vector<SortBy> by = sortOf(list);
     ListLayout layout{subject.name, {{"columns", columns}, {"widths", widths}, {"user columns", userColumnsOf(list)}}};

@@ -5,6 +5,7 @@
 #include "host/panes/LevelsMenu.h"
 #include "host/panes/ListMenu.h"
 #include "host/proof/LayoutFacts.h"
+#include "host/proof/UserHand.h"
 #include "host/resource/resource.h"
 #include "quor/foundation/TimerIds.h"
 #include "quor/list/ListCommands.h"
@@ -206,6 +207,7 @@ private:
 
     void leave(const Subject& subject) {
         Change(subject, m_outcome.findings).run();
+        pumpAll();  // columns that fill their pane settle
         m_left.push_back(layoutOf(subject));
     }
     ListLayout watchAgain(const ListPanes& panes, int number) {
