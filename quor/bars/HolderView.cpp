@@ -286,8 +286,11 @@ void CHolderView::DrawBrickRect(CDC* dc) {
     const CString value = m_strTitle.Mid(1 + m_titleSplit) + ' ';
     CRect caption = area, right = area;
     right.left = std::max<LONG>(area.left, area.right - dc->GetTextExtent(value).cx);
-    caption.right = right.left;  // a brick of just the fitting width has room for all
-    if (caption.Width() > 0) dc->DrawText(m_strTitle.Left(1 + m_titleSplit), caption, kTitleFormat | DT_END_ELLIPSIS);
+    caption.right = right.left;
+    const CString front = m_strTitle.Left(1 + m_titleSplit);
+    // A caption that is cut stays clear of the value; at just the fitting width there is room for all.
+    if (dc->GetTextExtent(front).cx > caption.Width()) caption.right -= dc->GetTextExtent(" ", 1).cx;
+    if (caption.Width() > 0) dc->DrawText(front, caption, kTitleFormat | DT_END_ELLIPSIS);
     dc->DrawText(value, right, kTitleFormat);
 }
 
