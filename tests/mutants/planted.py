@@ -137,6 +137,16 @@ MUTANTS = [
           "!text.IsEmpty()", "bars_tests:*Renaming*", "a name that stayed counts as a new one"),
     shell("tabs-capture", "bars/CustomTabCtrlInput.cpp", "OnCaptureChanged(CWnd*) { endPress(); }",
           "OnCaptureChanged(CWnd*) {}", "bars_tests:*Drag*", "a drag that Esc ended drops its tab"),
+    # ---- splitters, bricks and tips
+    core("splitter-closed", "platform/win/core/SplitterLayout.cpp", "if (part.size > 0) shown = &part;", "shown = &part;",
+         "SplitterLayout*", "a closed last pane takes the room that is left"),
+    core("shares-nearest", "bars/core/PaneShares.cpp", "(2 * sum * room + all) / (2 * all)", "sum * room / all",
+         "PaneShares*", "panes lose pixels with each new size"),
+    core("brick-name", "bars/core/BrickTexts.cpp", "title.Replace(oldCaption + separator, newCaption + separator);",
+         "title.Replace(oldCaption, newCaption);", "BrickTexts*", "a new caption changes the value too"),
+    core("tip-view", "list/core/CellTips.cpp", "whole.left < cell.view.left || whole.right", "whole.right", "CellTips*",
+         "a cell behind the window's left edge has no tip"),
+
     # ---- Four that a user cannot find rows with
     find("find-case", "grid/core/FilterTokens.cpp", "i >= 'A' && i <= 'Z' ? i + 32 : i", "i",
          "small letters find nothing"),
