@@ -50,6 +50,7 @@ std::vector<int> units(const std::vector<double>& shares) {
 BEGIN_MESSAGE_MAP(CWorkspaceArea, CWnd)
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
+    ON_WM_CONTEXTMENU()
     ON_WM_ERASEBKGND()
 END_MESSAGE_MAP()
 
@@ -206,6 +207,14 @@ void CWorkspaceArea::rename(int place) {
     const std::string former = m_owner.workspaceName(place);
     if (text != former.c_str() && !m_owner.renameWorkspace(place, text.GetString()))
         m_tabs.SetItemText(place, former.c_str());
+}
+
+// By keys; the mouse's are told by the strip.
+void CWorkspaceArea::OnContextMenu(CWnd* window, CPoint point) {
+    if (window != &m_tabs || point != CPoint(-1, -1)) return CWnd::OnContextMenu(window, point);
+    CRect tab;
+    m_tabs.GetItemRect(m_tabs.GetCurSel(), tab);
+    showMenu(m_tabs.GetCurSel(), {tab.left, tab.bottom});
 }
 
 void CWorkspaceArea::showMenu(int place, CPoint point) {

@@ -67,6 +67,7 @@ protected:
 private:
     void OnSize(UINT type, int width, int height);
     void OnSetFocus(CWnd* former);
+    void OnContextMenu(CWnd* window, CPoint point);
     BOOL OnEraseBkgnd(CDC* dc);
     void layOut();
     const CFlatSplitterWnd& rowOf(LowerPane pane) const;

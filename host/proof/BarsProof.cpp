@@ -222,8 +222,11 @@ void Steps::arrangeWorkspaces() {
     quor::sendKeys({VK_RETURN});
     pumpAll();
     check("a workspace is renamed", tabsText() == "Trading Night* ", tabsText());
-    clickInMenu(tabs, tabPoint(0), kCopyWorkspace);
-    check("a workspace is copied", tabsText() == "Trading Trading (2)* Night ", tabsText());
+    click(tabs, tabPoint(0));
+    quor::sendKeys({VK_SHIFT, VK_F10});
+    quor::sendKeys({'C'});
+    pumpAll();
+    check("a workspace is copied by keys", tabsText() == "Trading Trading (2)* Night ", tabsText());
     quor::sendPress(tabs, tabPoint(1));
     pumpUntil([] { return false; }, kDragDelay);
     quor::sendMouseMove(tabs, tabPoint(0));

@@ -31,6 +31,7 @@ TEST(BrickTexts, ACaptionIsSwappedAndTheValueStays) {
         {"LTP : 10", "LTP", "Last", " : ", "Last : 10"},
         {"Other 10", "LTP", "Last", " : ", "Other 10"},
         {"10", "", "Last", "", "10"},
+        {"A : 10 A", "A", "B", " : ", "B : 10 A"},
     };
     for (const auto& c : cases) EXPECT_EQ(recaptioned(c[0], c[1], c[2], c[3]), c[4]) << c[0];
     EXPECT_EQ(withoutSeparator("LTP : 10 : 11", " : "), "LTP1011");
