@@ -6,6 +6,7 @@
 #include "quor/edits/XListCtrl.h"
 #include "quor/foundation/TimerIds.h"
 #include "quor/list/CommonListToolTip.h"
+#include "quor/platform/proving/WindowCapture.h"
 
 namespace gallery {
 
@@ -90,20 +91,6 @@ void chooseRow(CXListCtrl& list) {
 
 // ---- Tool tips of cells
 
-HWND shownTip() {
-    HWND tip = nullptr;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND window, LPARAM found) -> BOOL {
-            if (CWnd::FromHandlePermanent(window) && ::IsWindowVisible(window) &&
-                CWnd::FromHandlePermanent(window)->IsKindOf(RUNTIME_CLASS(CToolTipCtrl)))
-                *reinterpret_cast<HWND*>(found) = window;
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&tip));
-    return tip;
-}
-
 // The mouse rests on the first cell. The control paints its rows itself.
 Exhibit cellTip(const char* state, const char* text) {
     return {"CCommonListToolTip", state, CSize(300, 120), [=](Stage& stage) {
@@ -126,7 +113,7 @@ Exhibit cellTip(const char* state, const char* text) {
                 list.ClientToScreen(&mouse);
                 ::SetCursorPos(mouse.x, mouse.y);
                 list.SendMessage(WM_TIMER, kCellTipTimer);
-                stage.popup = shownTip();
+                stage.popup = quorShownToolTip();
             }};
 }
 

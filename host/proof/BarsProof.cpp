@@ -8,6 +8,8 @@
 #include "quor/platform/proving/WindowCapture.h"
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace terminal {
 
@@ -17,6 +19,8 @@ constexpr ULONGLONG kDragDelay = 600;  // milliseconds after which a tab that is
 constexpr ColourBox kOneColour{0, 3}, kAllColour{4, 3};
 constexpr const char* kOnePoints = "14";
 constexpr const char* kAllPoints = "9";
+constexpr int kCutWidth = 24;          // pixels of a column of trades
+constexpr ULONGLONG kBesideTip = 300;  // milliseconds in which a tip would show for the next cell
 constexpr int kDragged = 3, kFarther = 40, kManyWorkspaces = 24;
 
 POINT middleOf(HWND window) {
@@ -45,6 +49,7 @@ public:
 
     Chosen act() {
         walkByKeys();
+        restOnTrades();
         dragBricks();
         dressBricks();
         arrangeWorkspaces();
@@ -80,6 +85,9 @@ private:
     POINT tabPoint(int tab);
 
     void walkByKeys();
+    // The tip of a row's cell, once it shows.
+    HWND restOn(CCommonListCtrl& list, int row, int place);
+    void restOnTrades();
     void dragBricks();
     void dressBricks();
     void arrangeWorkspaces();
@@ -155,6 +163,86 @@ void Steps::walkByKeys() {
     press({VK_ESCAPE});
     check("keys move the bar beside it, and Esc undoes", moved && m_area.upperRow().GetColumnShares() == former,
           textOf(m_area.upperRow().GetColumnShares()));
+}
+
+// ---- Tips
+
+CRect labelOf(CCommonListCtrl& list, int row, int place) {
+    CRect label;
+    list.GetSubItemRect(row, place, LVIR_LABEL, label);
+    return label;
+}
+
+std::string fontOf(CWnd& window) {
+    LOGFONT font{};
+    if (CFont* const own = window.GetFont()) own->GetLogFont(&font);
+    return font.lfFaceName + (" " + std::to_string(font.lfHeight));
+}
+
+// A place whose cell shows whole; -1: none.
+int wholeCell(CCommonListCtrl& list, int row) {
+    CClientDC dc(&list);
+    const SelectScope font(&dc, list.GetFont());
+    for (int place = list.GetHeaderCtrl()->GetItemCount() - 1; place > 0; --place) {
+        const CRect label = labelOf(list, row, place);
+        const int width = dc.GetTextExtent(list.GetItemText(row, place)).cx;
+        CRect view;
+        list.GetClientRect(&view);
+        if (width > 0 && width + kCutWidth < label.Width() && label.right < view.right) return place;
+    }
+    return -1;
+}
+
+HWND Steps::restOn(CCommonListCtrl& list, int row, int place) {
+    quor::sendMouseMove(list, labelOf(list, row, place).CenterPoint());
+    pumpUntil([] { return quorShownToolTip() != nullptr; }, kImpatience);
+    return quorShownToolTip();
+}
+
+// A market without trades has no cells.
+void Steps::restOnTrades() {
+    constexpr int kRows = 3;
+    CCommonListCtrl& list = m_frame.panes().trades.list();
+    if (list.GetItemCount() < kRows) return;
+    const int width = list.GetColumnWidth(0);
+    list.SetColumnWidth(0, quor::platform::scaled(list, kCutWidth));
+    list.SetFocus();
+    list.EnsureVisible(0, FALSE);
+    pumpAll();
+    const auto gone = [](const char* deed) { return std::string("a tip stays after ") + deed; };
+    if (CWnd* const tip = CWnd::FromHandle(restOn(list, 0, 0))) {
+        CRect place, cell = labelOf(list, 0, 0);
+        CString text;
+        tip->GetWindowRect(&place);
+        tip->GetWindowText(text);
+        list.ClientToScreen(&cell);
+        check("a clipped trade tells its text", text == list.GetItemText(0, 0), text.GetString());
+        check("a tip stands in its cell's place",
+              place.PtInRect(cell.TopLeft()) && place.right > cell.right && place.bottom < cell.bottom + cell.Height(),
+              formatted("at %ld,%ld; the cell ", place.left, place.top) + formatted("%ld,%ld", cell.left, cell.top));
+        check("a tip has its cell's font", fontOf(*tip) == fontOf(list), fontOf(*tip));
+    }
+    check("a clipped trade has a tip", quorShownToolTip() != nullptr, "none came");
+    const int whole = wholeCell(list, 0);
+    if (whole > 0) quor::sendMouseMove(list, labelOf(list, 0, whole).CenterPoint());
+    check("a trade that shows whole has no tip",
+          whole > 0 && !pumpUntil([] { return false; }, kBesideTip) && !quorShownToolTip(),
+          "one came, or no cell is whole");
+    const std::pair<const char*, std::function<void()>> deeds[] = {
+        {"a key", [] { press({VK_SHIFT}); }},
+        {"a scroll", [] { ::mouse_event(MOUSEEVENTF_WHEEL, 0, 0, static_cast<DWORD>(-WHEEL_DELTA), 0); }},
+        {"a click", [&] { click(list, labelOf(list, 2, 0).CenterPoint()); }},
+    };
+    int row = 0;
+    for (const auto& [deed, act] : deeds) {
+        list.EnsureVisible(0, FALSE);
+        const bool came = restOn(list, row++, 0) != nullptr;
+        act();
+        pumpAll();
+        check("a tip goes with what the user does", came && !quorShownToolTip(), came ? gone(deed) : "none came");
+    }
+    list.SetColumnWidth(0, width);
+    list.EnsureVisible(0, FALSE);
 }
 
 // ---- Bricks

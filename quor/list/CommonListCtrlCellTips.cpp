@@ -16,6 +16,8 @@ namespace {
 constexpr UINT_PTR kToolId = 1;
 constexpr BYTE kOpaque = 255;
 constexpr int kMostAround = 32;  // a text, by the tip's window
+constexpr int kLongestTip = 1023;
+constexpr int kOverhangShare = 4;  // of a line's height: what a last letter has beyond the width that is told of a text
 // Of the system's tips: shares of the double click time, which is what they wait at first.
 constexpr UINT kReshowShare = 5;
 constexpr UINT kAutopopFactor = 10;
@@ -31,6 +33,7 @@ bool endsTip(UINT message) {
         case WM_RBUTTONDOWN:
         case WM_RBUTTONDBLCLK:
         case WM_MBUTTONDOWN:
+        case WM_XBUTTONDOWN:
         case WM_NCLBUTTONDOWN:
         case WM_NCRBUTTONDOWN:
             return true;
@@ -39,14 +42,14 @@ bool endsTip(UINT message) {
     }
 }
 
-// After these other rows may be under the mouse, or none.
+// After these other rows may be under the mouse, or none. A list that scrolls itself (LVM_SCROLL) keeps its row there
+// while others arrive: the tip follows.
 bool movesRows(UINT message) {
     switch (message) {
         case WM_VSCROLL:
         case WM_HSCROLL:
         case WM_MOUSEWHEEL:
         case WM_MOUSEHWHEEL:
-        case LVM_SCROLL:
         case WM_SIZE:
         case WM_SETFONT:
         case WM_ENABLE:
@@ -87,6 +90,14 @@ CSize textExtent(CWnd& window, const CString& text, int width, UINT format) {
     CRect extent(0, 0, width, 0);
     dc.DrawText(text, &extent, format);
     return extent.Size();
+}
+
+// Where in the window, if it is in none of its children.
+bool mouseIn(CWnd& window, CPoint& mouse) {
+    ::GetCursorPos(&mouse);
+    if (::WindowFromPoint(mouse) != window.m_hWnd) return false;
+    window.ScreenToClient(&mouse);
+    return true;
 }
 
 // A list that is asked may end meanwhile.
@@ -131,8 +142,9 @@ public:
         GetWindowRect(&rect);
         return rect;
     }
-    void moveTo(CPoint corner) {
-        SetWindowPos(nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    void moveTo(const CRect& rect) {
+        SetWindowPos(nullptr, rect.left, rect.top, rect.Width(), rect.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
+        RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);  // the letter that was cut, too
     }
 
 private:
@@ -142,7 +154,8 @@ private:
 // ---- What is under the mouse
 
 bool CCommonListCtrl::CellTip::Found::operator==(const Found& other) const {
-    return cell == other.cell && whole == other.whole && text == other.text && inPlace == other.inPlace;
+    return origin == other.origin && cell == other.cell && whole == other.whole && text == other.text &&
+           inPlace == other.inPlace;
 }
 
 // False: the cell has no tip, or the list went.
@@ -157,6 +170,8 @@ bool CCommonListCtrl::CellTip::askText(int row, int place, Found& found) {
         if (!owner || !(owner->*callback)(row, place, found.text) || here.gone()) return false;
     }
     found.inPlace = found.text == shown;
+    found.text = found.text.Left(kLongestTip);
+    m_list.ClientToScreen(&found.origin);
     return !found.text.IsEmpty();
 }
 
@@ -208,10 +223,8 @@ INT_PTR CCommonListCtrl::CellTip::hitTest(CPoint point, TOOLINFO* info) {
 bool CCommonListCtrl::CellTip::look() {
     const Presence here(m_list);
     CPoint mouse;
-    ::GetCursorPos(&mouse);
     m_found.reset();
-    if (::GetCapture() || ::WindowFromPoint(mouse) != m_list.m_hWnd) return false;
-    m_list.ScreenToClient(&mouse);
+    if (::GetCapture() || !mouseIn(m_list, mouse)) return false;
     TOOLINFO info{};
     const INT_PTR number = m_list.OnToolHitTest(mouse, &info);
     return !here.gone() && number != -1 && m_found;
@@ -249,9 +262,20 @@ void CCommonListCtrl::CellTip::mouseMoved(CPoint point, WPARAM buttons) {
 }
 
 void CCommonListCtrl::CellTip::onTimer() {
+    if (!m_spent.IsRectEmpty()) {
+        CPoint mouse;
+        if (!mouseIn(m_list, mouse) || !m_spent.PtInRect(mouse)) m_spent.SetRectEmpty();
+        return hide();
+    }
     const Presence here(m_list);
     const std::optional<Found> former = m_found;
-    const bool found = look();
+    bool found = false;
+    try {
+        found = look();
+    } catch (...) {
+        if (!here.gone()) end();  // whoever throws is not asked again and again
+        throw;
+    }
     if (here.gone()) return;
     if (!found) {
         m_fromCellToCell = false;
@@ -279,26 +303,28 @@ void CCommonListCtrl::CellTip::show() {
 }
 
 // A text that is wider than the screen takes more lines. What the control puts around a text is known once it shows:
-// TTM_ADJUSTRECT does not tell everywhere.
+// TTM_ADJUSTRECT does not tell everywhere. It cuts a letter that reaches beyond the text's width, so it gets more.
 void CCommonListCtrl::CellTip::place() {
-    CRect cell = m_found->cell, whole = m_found->whole;
+    const CRect cell = m_found->cell + m_found->origin, whole = m_found->whole + m_found->origin;
     CPoint mouse;
     ::GetCursorPos(&mouse);
-    m_list.ClientToScreen(&cell);
-    m_list.ClientToScreen(&whole);
     const CRect screen = workAreaAt(cell, m_list);
     const int width = std::max<int>(screen.Width() - quor::platform::scaled(m_list, kMostAround), 1);
     m_window->SetMaxTipWidth(width);
     m_window->showAt(whole.TopLeft());
-    const CSize size = m_window->shown().Size();
-    const CSize around = size - textExtent(*m_window, m_found->text, width, kMeasure | DT_WORDBREAK);
-    m_window->moveTo(m_found->inPlace
-                         ? cornerOnScreen(whole.TopLeft() - CSize(around.cx / 2, around.cy / 2), size, screen)
-                         : cornerBesideCell(cell, mouse.x, size, screen));
+    CSize size = m_window->shown().Size();
+    const CSize around =
+        size - textExtent(*m_window, m_found->text, width, kMeasure | DT_WORDBREAK | DT_EXTERNALLEADING);
+    size.cx += textExtent(*m_window, " ", 0, kMeasure).cy / kOverhangShare;
+    const CPoint corner = m_found->inPlace
+                              ? cornerOnScreen(whole.TopLeft() - CSize(around.cx / 2, around.cy / 2), size, screen)
+                              : cornerBesideCell(cell, mouse.x, size, screen);
+    m_window->moveTo(CRect(corner, size));
 }
 
 void CCommonListCtrl::CellTip::hide() {
-    if (m_list.m_hWnd) m_list.KillTimer(kCellTipTimer);
+    if (m_list.m_hWnd && m_spent.IsRectEmpty()) m_list.KillTimer(kCellTipTimer);
+    if (m_list.m_hWnd && !m_spent.IsRectEmpty()) m_list.SetTimer(kCellTipTimer, kCellTipPeriod);
     if (!m_window) return;
     ::UnhookWindowsHookEx(s_hook);
     s_shown = nullptr;

@@ -122,6 +122,7 @@ int CCommonListCtrl::SetDefaultCols(int count, const int* columns) {
 
 int CCommonListCtrl::InsertColumn(int place, const char* heading, int format, int width, int subItem) {
     const int result = CListCtrl::InsertColumn(place, heading, format, width, subItem);
+    m_parts->shiftHeaderToolTips(result);
     if (m_bHeaderToolTips) AddHeaderToolTip(place, heading);
     CHeaderCtrl* header = GetHeaderCtrl();
     if (format == kFormatHeaderImage && header) setHeaderImage(*header, place, kHeaderSortFormat, kHeaderImageBlank);

@@ -46,8 +46,9 @@ public:
 private:
     class Window;
     struct Found {
-        CRect cell;   // what of it is in view
-        CRect whole;  // the text, if nothing cut it
+        CPoint origin;  // of the list, on the screen
+        CRect cell;     // what of it is in view
+        CRect whole;    // the text, if nothing cut it
         CString text;
         bool inPlace = true;
         bool operator==(const Found& other) const;
@@ -96,6 +97,9 @@ struct CCommonListCtrl::Parts {
     int widestCell(int place, quor::list::RowSpan rows);
     // The rows that are in view, one that shows in part at the end included.
     quor::list::RowSpan spanInView() const;
+
+    // Of columns behind an inserted one: the header's tools move up by one, each with its text.
+    void shiftHeaderToolTips(int inserted);
 
     // The keys of these rows, from texts asked for here and nowhere else. A level whose column does not show compares
     // nothing.

@@ -23,6 +23,15 @@ bool readHeading(const CListCtrl& list, int place, CString& heading) {
     return read;
 }
 
+// With its text.
+void moveTool(CCommonListCtrl& list, int from, int to) {
+    CHeaderCtrl* const header = list.GetHeaderCtrl();
+    CString text;
+    list.m_ToolTip.GetText(text, header, toolId(from));
+    list.m_ToolTip.DelTool(header, toolId(from));
+    list.AddHeaderToolTip(to, text);
+}
+
 }  // namespace
 
 int CCommonListCtrl::AddHeaderToolTip(int place, const char* text) {
@@ -33,6 +42,7 @@ int CCommonListCtrl::AddHeaderToolTip(int place, const char* text) {
     if (!m_ToolTip.m_hWnd) {
         m_ToolTip.Create(this, TTS_ALWAYSTIP | TTS_NOPREFIX);
         m_ToolTip.Activate(TRUE);
+        m_parts->headerTipQuiet = false;
     }
     m_ToolTip.DelTool(header, toolId(place));  // a tool that is added twice would keep its first text
     const CRect rect = HeaderToolRect(place);
@@ -40,18 +50,19 @@ int CCommonListCtrl::AddHeaderToolTip(int place, const char* text) {
     return 1;
 }
 
-// After the column is gone: the tools behind it move down by one, each with its text.
+// After the column is gone: the tools behind it move down by one.
 void CCommonListCtrl::RemoveHeaderToolTip(int place) {
     CHeaderCtrl* header = GetHeaderCtrl();
     if (!m_ToolTip.m_hWnd || !header) return;
     m_ToolTip.DelTool(header, toolId(place));
     const int count = header->GetItemCount();
-    for (int moved = place; moved < count; ++moved) {
-        CString text;
-        m_ToolTip.GetText(text, header, toolId(moved + 1));
-        m_ToolTip.DelTool(header, toolId(moved + 1));
-        AddHeaderToolTip(moved, text);
-    }
+    for (int moved = place; moved < count; ++moved) moveTool(*this, moved + 1, moved);
+}
+
+void CCommonListCtrl::Parts::shiftHeaderToolTips(int inserted) {
+    const CHeaderCtrl* header = m_list.GetHeaderCtrl();
+    if (!m_list.m_ToolTip.m_hWnd || !header || inserted < 0) return;
+    for (int moved = header->GetItemCount() - 1; moved > inserted; --moved) moveTool(m_list, moved - 1, moved);
 }
 
 // The header scrolls with the list by moving inside it, so a place along the list is brought back into the header.

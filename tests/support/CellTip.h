@@ -8,26 +8,11 @@
 #include "quor/platform/proving/WindowCapture.h"
 #include "support/WindowFixture.h"
 
-#include <algorithm>
 #include <string>
 
 namespace test {
 
-// The visible tip of this thread, null if there is none.
-inline HWND shownTip() {
-    HWND tip = nullptr;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND window, LPARAM found) -> BOOL {
-            char name[32] = "";
-            ::GetClassNameA(window, name, sizeof name);
-            const bool isIt = ::lstrcmpiA(name, TOOLTIPS_CLASSA) == 0 && ::IsWindowVisible(window);
-            if (isIt) *reinterpret_cast<HWND*>(found) = window;
-            return !isIt;
-        },
-        reinterpret_cast<LPARAM>(&tip));
-    return tip;
-}
+inline HWND shownTip() { return quorShownToolTip(); }
 
 // What it says; empty without one.
 inline std::string tipText() {
@@ -42,29 +27,6 @@ inline CRect tipRect() {
     return rect;
 }
 
-// Where on the screen what is drawn in a part of a window begins, on the ground that its corner shows.
-inline CPoint inkCorner(HWND window, const CRect& area) {
-    WindowPicture picture;
-    quorCaptureClientArea(window, picture);
-    const auto pixel = [&](int x, int y) { return picture.pixels[static_cast<std::size_t>(y * picture.width + x)]; };
-    CPoint corner = area.BottomRight();
-    for (int y = area.top; y < std::min<int>(area.bottom, picture.height); ++y) {
-        for (int x = area.left; x < std::min<int>(area.right, picture.width); ++x) {
-            if (pixel(x, y) == pixel(area.left, area.top)) continue;
-            corner = CPoint(std::min<int>(corner.x, x), std::min<int>(corner.y, y));
-        }
-    }
-    ::ClientToScreen(window, &corner);
-    return corner;
-}
-inline CPoint tipInk() { return inkCorner(shownTip(), CRect(0, 0, 1000, 1000)); }
-
-inline CPoint middleOf(CListCtrl& list, int row, int place) {
-    CRect label;
-    list.GetSubItemRect(row, place, LVIR_LABEL, label);
-    return label.CenterPoint();
-}
-
 inline void lookAgain(CWnd& list) { list.SendMessage(WM_TIMER, kCellTipTimer); }
 
 // The text of the tip that then shows.
@@ -73,6 +35,11 @@ inline std::string restAt(CWnd& list, CPoint point) {
     pumpUntilIdle();
     lookAgain(list);
     return tipText();
+}
+inline CPoint middleOf(CListCtrl& list, int row, int place) {
+    CRect label;
+    list.GetSubItemRect(row, place, LVIR_LABEL, label);
+    return label.CenterPoint();
 }
 inline std::string restOn(CListCtrl& list, int row, int place) { return restAt(list, middleOf(list, row, place)); }
 

@@ -168,3 +168,16 @@ bool quorSaveClientAreaPng(HWND window, LPCTSTR path, CString* error) {
     return saveNarrow(path, error,
                       [&](LPCWSTR wide, CString* reason) { return quorSaveClientAreaPng(window, wide, reason); });
 }
+
+HWND quorShownToolTip() {
+    HWND tip = nullptr;
+    const auto look = [](HWND window, LPARAM found) -> BOOL {
+        char name[32] = "";
+        ::GetClassNameA(window, name, sizeof name);
+        if (::lstrcmpiA(name, TOOLTIPS_CLASSA) != 0 || !::IsWindowVisible(window)) return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    };
+    ::EnumThreadWindows(::GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&tip));
+    return tip;
+}

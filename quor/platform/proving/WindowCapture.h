@@ -21,6 +21,9 @@ bool quorCaptureClientArea(HWND window, WindowPicture& picture);
 // The same of the whole window, with its caption and frame.
 bool quorCaptureWindow(HWND window, WindowPicture& picture);
 
+// The tool tip of the calling thread that shows; null if none does.
+HWND quorShownToolTip();
+
 // Writes a picture to `path`, replacing the file. COM is initialised meanwhile. On failure the result is false and
 // `error`, if given, says which step failed, after the path where that is narrow.
 bool quorSavePng(const WindowPicture& picture, LPCTSTR path, CString* error = nullptr);

@@ -85,6 +85,8 @@ TEST_P(HeaderToolTipsOnEachRoad, CoverTheirColumnsWhateverMovesThem) {
     EXPECT_EQ(list.AddHeaderToolTip(2, "how many"), 1);
     EXPECT_TRUE(list.DeleteColumn(0));
     EXPECT_EQ(tools(), "Price 80..110, how many 0..80") << "they move down when a column goes";
+    list.InsertColumn(0, "Side", kFormatLeft, 40);
+    EXPECT_EQ(tools(), "Side 0..40, Price 120..150, how many 40..120") << "and up when one comes";
     for (const int nowhere : {-1, 3}) EXPECT_EQ(list.AddHeaderToolTip(nowhere, "no item"), 0);
     list.ModifyStyle(LVS_TYPEMASK, LVS_LIST);
     EXPECT_EQ(list.AddHeaderToolTip(1, "no report"), 0);

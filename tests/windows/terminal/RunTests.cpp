@@ -94,7 +94,7 @@ TEST(TerminalRun, SimulatorRunsItsTimeAndItsRecordingReplaysTheSame) {
     EXPECT_EQ(run.figure("find_checks"), "19/19");
     EXPECT_EQ(run.figure("layouts_restored"), "6/6");
     EXPECT_EQ(run.figure("looks_checks"), "30/30");
-    EXPECT_EQ(run.figure("bars_checks"), "27/27");
+    EXPECT_EQ(run.figure("bars_checks"), "39/39");
     using namespace palette;
     expectReadable(run, "terminal.png", {kBackground, kSurface, kUp, kDown});
     expectReadable(run, "watch.png", {kBackground, kStripe, kSymbol, kUp, kDown});
