@@ -204,19 +204,19 @@ void Steps::restOnTrades() {
     constexpr int kRows = 3;
     CCommonListCtrl& list = m_frame.panes().trades.list();
     if (list.GetItemCount() < kRows) return;
-    const int width = list.GetColumnWidth(0);
-    list.SetColumnWidth(0, quor::platform::scaled(list, kCutWidth));
+    const int cut = list.m_arrOrder[static_cast<int>(TradeColumn::time)], width = list.GetColumnWidth(cut);
+    list.SetColumnWidth(cut, quor::platform::scaled(list, kCutWidth));
     list.SetFocus();
     list.EnsureVisible(0, FALSE);
     pumpAll();
     const auto gone = [](const char* deed) { return std::string("a tip stays after ") + deed; };
-    if (CWnd* const tip = CWnd::FromHandle(restOn(list, 0, 0))) {
-        CRect place, cell = labelOf(list, 0, 0);
+    if (CWnd* const tip = CWnd::FromHandle(restOn(list, 0, cut))) {
+        CRect place, cell = labelOf(list, 0, cut);
         CString text;
         tip->GetWindowRect(&place);
         tip->GetWindowText(text);
         list.ClientToScreen(&cell);
-        check("a clipped trade tells its text", text == list.GetItemText(0, 0), text.GetString());
+        check("a clipped trade tells its text", text == list.GetItemText(0, cut), text.GetString());
         check("a tip stands in its cell's place",
               place.PtInRect(cell.TopLeft()) && place.right > cell.right && place.bottom < cell.bottom + cell.Height(),
               formatted("at %ld,%ld; the cell ", place.left, place.top) + formatted("%ld,%ld", cell.left, cell.top));
@@ -231,17 +231,17 @@ void Steps::restOnTrades() {
     const std::pair<const char*, std::function<void()>> deeds[] = {
         {"a key", [] { press({VK_SHIFT}); }},
         {"a scroll", [] { ::mouse_event(MOUSEEVENTF_WHEEL, 0, 0, static_cast<DWORD>(-WHEEL_DELTA), 0); }},
-        {"a click", [&] { click(list, labelOf(list, 2, 0).CenterPoint()); }},
+        {"a click", [&] { click(list, labelOf(list, 2, cut).CenterPoint()); }},
     };
     int row = 0;
     for (const auto& [deed, act] : deeds) {
         list.EnsureVisible(0, FALSE);
-        const bool came = restOn(list, row++, 0) != nullptr;
+        const bool came = restOn(list, row++, cut) != nullptr;
         act();
         pumpAll();
         check("a tip goes with what the user does", came && !quorShownToolTip(), came ? gone(deed) : "none came");
     }
-    list.SetColumnWidth(0, width);
+    list.SetColumnWidth(cut, width);
     list.EnsureVisible(0, FALSE);
 }
 
