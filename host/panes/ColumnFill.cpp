@@ -12,9 +12,10 @@ namespace terminal {
 namespace {
 
 constexpr UINT kWmSettle = WM_APP + 41;
+constexpr const char* kUsers = ",users";
+
 // Of a column that takes the room, or did: its own width, with a word behind it if that is the user's.
 std::string keyOf(int column) { return "Filled" + std::to_string(column); }
-constexpr const char* kUsers = ",users";
 
 bool changesColumns(UINT message) {
     return message == LVM_INSERTCOLUMNA || message == LVM_INSERTCOLUMNW || message == LVM_DELETECOLUMN ||
@@ -67,6 +68,12 @@ void ColumnFill::begin() {
     for (int column = 0; column < m_list->m_arrOrder.GetCount(); ++column) store(column, "");
     m_column = kNone;
     settle();
+}
+
+int ColumnFill::ownWidth(int place) {
+    if (m_waiting) settle();
+    const int width = m_list->GetColumnWidth(place);
+    return m_column != kNone && place == placeOf(m_column) && !m_isUsers && width == m_given ? m_own : width;
 }
 
 int ColumnFill::columnAtEnd() const {

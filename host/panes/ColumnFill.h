@@ -20,6 +20,8 @@ public:
     void start(CCommonListCtrl& list, std::function<std::string()> section);
     // The widths of the columns are new, and nobody's choice.
     void begin();
+    // The width of the column at a place, without the room that it may have taken.
+    int ownWidth(int place);
 
 private:
     static constexpr int kNone = -1;

@@ -94,6 +94,7 @@ private:
     const Item* find(ULONG_PTR data) const;
     void measure(const Item& item, MEASUREITEMSTRUCT& size);
     void draw(const Item& item, const DRAWITEMSTRUCT& news);
+    void drawText(CDC& dc, const Item& item, RECT area, COLORREF colour, bool hidesLetter);
     void drawMark(CDC& dc, const Item& item, const RECT& area, COLORREF colour);
     void drawArrow(CDC& dc, const RECT& area, COLORREF colour);
     LRESULT choose(HMENU menu, wchar_t letter) const;
@@ -160,35 +161,33 @@ void DarkMenus::measure(const Item& item, MEASUREITEMSTRUCT& size) {
 void DarkMenus::draw(const Item& item, const DRAWITEMSTRUCT& news) {
     CDC& dc = *CDC::FromHandle(news.hDC);
     const Colours colours = coloursOf(news.itemState);
-    RECT area = news.rcItem;
+    const RECT& area = news.rcItem;
     if (item.isSeparator) {
         dc.FillSolidRect(&area, palette::kSurface);
         const int middle = (area.top + area.bottom) / 2;
         const RECT line{area.left, middle, area.right, middle + 1};
         return dc.FillSolidRect(&line, palette::kEdge);
     }
-    {
-        const DcStateScope state(dc);
-        dc.FillSolidRect(&area, colours.ground);
-        dc.SelectObject(&m_font);
-        dc.SetBkMode(TRANSPARENT);
-        dc.SetTextColor(colours.text);
-        const UINT format =
-            DT_SINGLELINE | DT_VCENTER | (news.itemState & ODS_NOACCEL ? static_cast<UINT>(DT_HIDEPREFIX) : 0u);
-        const std::size_t tab = item.text.find(L'\t');
-        const std::wstring text = item.text.substr(0, tab);
-        if (item.onBar) {
-            ::DrawTextW(dc, text.c_str(), -1, &area, format | DT_CENTER);
-            return;
-        }
-        ::InflateRect(&area, -scaled(m_owner, kGutter), 0);
-        ::DrawTextW(dc, text.c_str(), -1, &area, format);
-        if (tab != std::wstring::npos) ::DrawTextW(dc, item.text.c_str() + tab + 1, -1, &area, format | DT_RIGHT);
-    }
-    if (news.itemState & ODS_CHECKED) drawMark(dc, item, news.rcItem, colours.text);
+    dc.FillSolidRect(&area, colours.ground);
+    drawText(dc, item, area, colours.text, (news.itemState & ODS_NOACCEL) != 0);
+    if (item.onBar) return;
+    if (news.itemState & ODS_CHECKED) drawMark(dc, item, area, colours.text);
     if (!item.hasMenu) return;
-    drawArrow(dc, news.rcItem, colours.text);
-    dc.ExcludeClipRect(&news.rcItem);  // or the system would draw an arrow of its own over it
+    drawArrow(dc, area, colours.text);
+    dc.ExcludeClipRect(&area);  // or the system would draw an arrow of its own over it
+}
+
+void DarkMenus::drawText(CDC& dc, const Item& item, RECT area, COLORREF colour, bool hidesLetter) {
+    const DcStateScope state(dc);
+    dc.SelectObject(&m_font);
+    dc.SetBkMode(TRANSPARENT);
+    dc.SetTextColor(colour);
+    const UINT format = DT_SINGLELINE | DT_VCENTER | (hidesLetter ? static_cast<UINT>(DT_HIDEPREFIX) : 0u);
+    const std::size_t tab = item.text.find(L'\t');
+    const std::wstring text = item.text.substr(0, tab);
+    if (!item.onBar) ::InflateRect(&area, -scaled(m_owner, kGutter), 0);
+    ::DrawTextW(dc, text.c_str(), -1, &area, item.onBar ? format | DT_CENTER : format);
+    if (tab != std::wstring::npos) ::DrawTextW(dc, item.text.c_str() + tab + 1, -1, &area, format | DT_RIGHT);
 }
 
 void DarkMenus::drawMark(CDC& dc, const Item& item, const RECT& area, COLORREF colour) {

@@ -62,6 +62,8 @@ public:
     void fitColumns();
     // The same for a list that no former run has left a layout for.
     void fitNewColumns();
+    // The width of the column at a place, as it would be in a list without room to spare.
+    int ownWidth(int place) { return m_fill.ownWidth(place); }
 
 protected:
     // The section of the settings in which the list's columns are kept.

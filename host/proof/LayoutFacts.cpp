@@ -1,6 +1,7 @@
 #include "host/proof/LayoutFacts.h"
 
 #include "host/panes/LevelsMenu.h"
+#include "host/panes/ListPane.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -110,12 +111,12 @@ std::string rowsBy(CCommonListCtrl& list, const std::vector<SortBy>& by, bool wi
 ListLayout layoutOf(const Subject& subject) {
     CCommonListCtrl& list = subject.list;
     const std::vector<int> items = itemsOf(list);
+    const auto pane = dynamic_cast<CListPane*>(list.GetParent());  // other proofs change the room that it gives
     std::string columns, widths;
     for (const int item : items) {
         const std::string heading = headingOf(list, list.GetOriginalColumnPosition(item));
         columns += heading + "; ";
-        // The last one is as wide as its pane lets it be.
-        if (item != items.back()) widths += heading + " " + std::to_string(list.GetColumnWidth(item)) + "; ";
+        widths += heading + " " + std::to_string(pane ? pane->ownWidth(item) : list.GetColumnWidth(item)) + "; ";
     }
     const std::vector<SortBy> by = sortOf(list);
     ListLayout layout{subject.name, {{"columns", columns}, {"widths", widths}, {"user columns", userColumnsOf(list)}}};
