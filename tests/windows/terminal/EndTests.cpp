@@ -31,6 +31,25 @@ constexpr std::pair<int, const char*> lists[] = {{IDC_WATCH, "MarketWatchNew_Mar
                                                  {IDC_TRADES, "Trades|COLUMNPROFILE"},
                                                  {IDC_CHAIN, "Option chain|COLUMNPROFILE"}};
 
+// Index, place, width; the texts of a user column.
+const std::regex profiledColumn("(-?\\d+,(-?\\d+),)(\\d+)((?:,[^,#]*#[^,]*)?,?)");
+
+// A column profile with another width for the column at a place.
+std::string withWidth(const std::string& profile, int place, int width) {
+    std::string made;
+    for (std::sregex_iterator at(profile.begin(), profile.end(), profiledColumn), end; at != end; ++at)
+        made += at->str(1) + (at->str(2) == std::to_string(place) ? std::to_string(width) : at->str(3)) + at->str(4);
+    return made;
+}
+
+// The last column on screen is as wide as its pane lets it be, which is nobody's choice.
+std::string withoutRoom(const std::string& profile) {
+    int last = -1;
+    for (std::sregex_iterator at(profile.begin(), profile.end(), profiledColumn), end; at != end; ++at)
+        last = (std::max)(last, std::stoi(at->str(2)));
+    return withWidth(profile, last, 0);
+}
+
 Layout storedLayout(const std::string& path = settingsPath) {
     Layout layout;
     std::string section;
@@ -40,18 +59,9 @@ Layout storedLayout(const std::string& path = settingsPath) {
         if ((*at)[1].matched)
             section = at->str(1);
         else
-            layout[section + "|" + at->str(2)] = at->str(3);
+            layout[section + "|" + at->str(2)] = at->str(2) == "COLUMNPROFILE" ? withoutRoom(at->str(3)) : at->str(3);
+    std::erase_if(layout, [](const auto& entry) { return entry.first.find("|Filled") != std::string::npos; });
     return layout;
-}
-
-// A column profile with another width for the column at a place.
-std::string withWidth(const std::string& profile, int place, int width) {
-    // Index, place, width; the texts of a user column.
-    static const std::regex column("(-?\\d+,(-?\\d+),)(\\d+)((?:,[^,#]*#[^,]*)?,?)");
-    std::string made;
-    for (std::sregex_iterator at(profile.begin(), profile.end(), column), end; at != end; ++at)
-        made += at->str(1) + (at->str(2) == std::to_string(place) ? std::to_string(width) : at->str(3)) + at->str(4);
-    return made;
 }
 
 // Another program, such as a scanner, that has the settings file open.
