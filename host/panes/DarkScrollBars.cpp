@@ -208,6 +208,36 @@ BOOL CDarkBar::OnMouseWheel(UINT flags, short delta, CPoint point) {
     return TRUE;
 }
 
+// What is asked of a list or a field moves no bar, and of that there is much with each tick.
+bool movesBars(UINT message) {
+    switch (message) {
+        case WM_PAINT:
+        case WM_NCPAINT:
+        case WM_WINDOWPOSCHANGED:
+        case WM_STYLECHANGED:
+        case WM_SETTEXT:
+        case WM_VSCROLL:
+        case WM_HSCROLL:
+        case WM_MOUSEWHEEL:
+        case WM_KEYDOWN:
+        case WM_CHAR:
+        case LVM_SETITEMCOUNT:
+        case LVM_INSERTITEMA:
+        case LVM_INSERTITEMW:
+        case LVM_DELETEITEM:
+        case LVM_DELETEALLITEMS:
+        case LVM_SETCOLUMNWIDTH:
+        case LVM_SCROLL:
+        case LVM_ENSUREVISIBLE:
+        case EM_REPLACESEL:
+        case EM_LINESCROLL:
+        case EM_SCROLLCARET:
+            return true;
+        default:
+            return false;
+    }
+}
+
 // Both bars of a window.
 struct DarkBars {
     DarkBars(HWND window, const ScrollBy& scrollBy)
@@ -233,7 +263,7 @@ void darkenScrollBars(HWND window, ScrollBy scrollBy) {
     bars->follow();
     watchWindow(window, [bars](const WindowMessage& message, const PassOn& passOn) {
         const LRESULT result = passOn();
-        if (::IsWindow(message.window)) bars->follow();
+        if (movesBars(message.message) && ::IsWindow(message.window)) bars->follow();
         return result;
     });
 }

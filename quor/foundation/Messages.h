@@ -10,8 +10,8 @@
 inline constexpr UINT WM_LIST_COLUMNS_REBUILT = WM_USER + 123;  // lParam: 1 after an import, else 0
 inline constexpr UINT WM_LIST_ROWS_REORDERED = WM_USER + 500;   // a market watch was sorted, or a row was dropped
 
-// To a holder view. The first two are forwarded to its notify window as they come; the third's wParam is the colour that
-// its title takes.
+// To a holder view. The first two are forwarded to its notify window as they come; the third's wParam is the colour
+// that its title takes.
 inline constexpr UINT WM_HOLDER_FIRST = WM_USER + 100;
 inline constexpr UINT WM_HOLDER_SECOND = WM_USER + 200;
 inline constexpr UINT WM_HOLDER_TITLE_COLOR = WM_USER + 222;
